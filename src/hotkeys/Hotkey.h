@@ -1,0 +1,16 @@
+#pragma once
+
+#include "hotkeys/KeyCode.h"
+#include "hotkeys/ModifierFlags.h"
+
+namespace kestrelbay {
+
+/// A key pressed together with modifiers. Without side bits either side will do.
+struct Hotkey {
+    KeyCode keyCode{};
+    ModifierFlags modifierFlags;
+
+    auto operator<=>(const Hotkey &) const = default;
+};
+
+}  // namespace kestrelbay

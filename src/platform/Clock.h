@@ -1,0 +1,16 @@
+#pragma once
+
+#include <chrono>
+
+namespace kestrelbay {
+
+/// Time that only moves forward. Any thread.
+class Clock {
+public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+
+    virtual ~Clock() = default;
+    [[nodiscard]] virtual TimePoint now() const = 0;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "hotkeys/Hotkey.h"
+
+namespace kestrelbay {
+
+/// What a tap reports. The numbers are CGEventType's.
+enum class EventType : std::uint32_t {
+    KeyDown = 10,
+    FlagsChanged = 12,
+    TapDisabledByTimeout = 0xFFFFFFFE,
+    TapDisabledByUserInput = 0xFFFFFFFF,
+};
+
+enum class EventVerdict {
+    Pass,     ///< the key goes on to the application in front
+    Swallow,  ///< nobody else sees the key
+};
+
+/// Sees the key presses and modifier changes of the user's session and decides
+/// which of them other programs get. Every call is made, and every handler is
+/// called, on the main thread.
+class EventTap {
+public:
+    struct Handlers {
+        /// One event. For FlagsChanged the key code is one modifier key, and the
+        /// event means that this key changed between up and down; a verdict on it
+        /// is ignored where the system cannot hold modifier keys back.
+        std::function<EventVerdict(EventType, KeyCode, ModifierFlags)> event;
+        /// The answer of refusedHotkeys() is now another one.
+        std::function<void()> refusalsChanged;
+    };
+
+    virtual ~EventTap() = default;
+
+    /// Starts delivering, disabled hotkeys included. False when the system does
+    /// not let this program see keys, which is what "no permission" means; then
+    /// nothing was changed and a later call may succeed. Not called while
+    /// installed.
+    [[nodiscard]] virtual bool install(Handlers handlers) = 0;
+
+    /// Resumes delivery after one of the TapDisabled events.
+    virtual void enable() = 0;
+
+    /// Stops delivering and gives every key back. Harmless when not installed.
+    virtual void remove() = 0;
+
+    /// The only keys for which KeyDown has to be delivered. Kept across remove()
+    /// and install(). Hotkeys wanted before and after are never let go in between.
+    virtual void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) = 0;
+
+    /// While on, KeyDown is delivered for every key, hotkeys that belong to other
+    /// programs included. Delivery ends by itself with remove(). False when
+    /// another program holds the keyboard just now; wanted hotkeys then still
+    /// arrive.
+    virtual bool setRecording(bool recording) = 0;
+
+    /// The wanted hotkeys that another program holds, so that their KeyDown never
+    /// arrives. They are asked for again from time to time; the handler tells
+    /// when one was granted.
+    [[nodiscard]] virtual std::vector<Hotkey> refusedHotkeys() const = 0;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+
+#include <QString>
+
+namespace kestrelbay {
+
+class ApplicationCatalog;
+class EventTap;
+class SystemLog;
+class SystemSounds;
+class UserDefaults;
+class Workspace;
+
+/// The services of the system the program was built for. Made once, in main,
+/// and outlives everything that was given one of its services.
+class Platform {
+public:
+    virtual ~Platform() = default;
+
+    [[nodiscard]] virtual EventTap &eventTap() = 0;
+    [[nodiscard]] virtual Workspace &workspace() = 0;
+    [[nodiscard]] virtual ApplicationCatalog &applicationCatalog() = 0;
+    [[nodiscard]] virtual UserDefaults &userDefaults() = 0;
+    [[nodiscard]] virtual SystemSounds &systemSounds() = 0;
+    [[nodiscard]] virtual SystemLog &systemLog() = 0;
+
+    /// The folder that holds one folder of files for each of the user's programs.
+    [[nodiscard]] virtual QString applicationSupportDirectory() const = 0;
+
+    /// Empty when the program can run in this session; otherwise why it cannot,
+    /// as one line for the user. To be asked before any service is used.
+    [[nodiscard]] virtual QString startupProblem() const = 0;
+};
+
+/// Implemented by the one back end that is compiled in.
+[[nodiscard]] std::unique_ptr<Platform> makePlatform();
+
+}  // namespace kestrelbay

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+
+#include "platform/RunningApplication.h"
+
+namespace kestrelbay {
+
+/// The user's running applications, and opening things with applications. Every
+/// call may be made from any thread, several at a time, and may block.
+class Workspace {
+public:
+    /// Called once, on any thread; the text is empty on success.
+    using Completion = std::function<void(const QString &errorText)>;
+
+    virtual ~Workspace() = default;
+
+    /// Read afresh at every call, in the system's own order. Empty when the
+    /// system can't be asked.
+    [[nodiscard]] virtual std::vector<std::unique_ptr<RunningApplication>> runningApplications() = 0;
+
+    /// Opens a URL as the user's settings say. The URL of an application launches
+    /// it, or tells it to reopen when it is running. False when nothing accepted
+    /// it.
+    virtual bool open(const QUrl &url) = 0;
+
+    /// Starts a new process of the application, also when one is running.
+    virtual void openApplication(const QUrl &application, const QStringList &arguments,
+                                 Completion completion) = 0;
+
+    /// Opens files with one application, launching it if it is not running. False
+    /// when the application could not be asked.
+    virtual bool openFiles(const QList<QUrl> &files, const QUrl &application) = 0;
+
+    /// Shows a folder in the file manager. False when there is no file manager.
+    virtual bool showFolder(const QString &path) = 0;
+
+    /// bundleIdentifier() of the file manager; empty when there is none.
+    [[nodiscard]] virtual QString fileManagerIdentifier() const = 0;
+
+    /// The applications that will be asked about from now on, so that what is
+    /// needed to recognise them can be read before the first key press.
+    virtual void prepare(const QStringList &applicationPaths) = 0;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,2 @@
+target_sources(kestrelbay_platform PRIVATE
+)
