@@ -23,9 +23,15 @@ public:
         return (bits_ & other.bits_) == other.bits_;
     }
 
-    constexpr ModifierFlags operator|(ModifierFlags o) const { return ModifierFlags(bits_ | o.bits_); }
-    constexpr ModifierFlags operator&(ModifierFlags o) const { return ModifierFlags(bits_ & o.bits_); }
-    constexpr ModifierFlags operator^(ModifierFlags o) const { return ModifierFlags(bits_ ^ o.bits_); }
+    constexpr ModifierFlags operator|(ModifierFlags o) const {
+        return ModifierFlags(bits_ | o.bits_);
+    }
+    constexpr ModifierFlags operator&(ModifierFlags o) const {
+        return ModifierFlags(bits_ & o.bits_);
+    }
+    constexpr ModifierFlags operator^(ModifierFlags o) const {
+        return ModifierFlags(bits_ ^ o.bits_);
+    }
     constexpr ModifierFlags &operator|=(ModifierFlags o) {
         bits_ |= o.bits_;
         return *this;

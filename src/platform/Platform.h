@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <QString>
@@ -28,6 +29,10 @@ public:
 
     /// The folder that holds one folder of files for each of the user's programs.
     [[nodiscard]] virtual QString applicationSupportDirectory() const = 0;
+
+    /// Called once, on the main thread, when the user's session has gone from under
+    /// the program, which can then only end.
+    virtual void setSessionEndedHandler(std::function<void()> handler) = 0;
 
     /// Empty when the program can run in this session; otherwise why it cannot,
     /// as one line for the user. To be asked before any service is used.

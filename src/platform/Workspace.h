@@ -24,7 +24,8 @@ public:
 
     /// Read afresh at every call, in the system's own order. Empty when the
     /// system can't be asked.
-    [[nodiscard]] virtual std::vector<std::unique_ptr<RunningApplication>> runningApplications() = 0;
+    [[nodiscard]] virtual std::vector<std::unique_ptr<RunningApplication>>
+    runningApplications() = 0;
 
     /// Opens a URL as the user's settings say. The URL of an application launches
     /// it, or tells it to reopen when it is running. False when nothing accepted

@@ -75,9 +75,9 @@ PrivateXServer::PrivateXServer(const QStringList &extraArguments) {
 
 QProcessEnvironment PrivateXServer::environment() const {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"WAYLAND_DISPLAY", "XDG_SESSION_TYPE", "XDG_CURRENT_DESKTOP",
-                             "DESKTOP_SESSION", "XAUTHORITY", "SESSION_MANAGER", "QT_QPA_PLATFORM",
-                             "DESKTOP_STARTUP_ID"})
+    for (const char *name :
+         {"WAYLAND_DISPLAY", "XDG_SESSION_TYPE", "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION",
+          "XAUTHORITY", "SESSION_MANAGER", "QT_QPA_PLATFORM", "DESKTOP_STARTUP_ID"})
         environment.remove(QLatin1String(name));
     environment.insert(QStringLiteral("DISPLAY"), displayName_);
     return environment;
@@ -87,8 +87,7 @@ std::unique_ptr<ChildProcess> PrivateXServer::startWindowManager(
     const QString &program, const QStringList &arguments, const QProcessEnvironment &extra) const {
     QProcessEnvironment all = environment();
     all.insert(extra);
-    auto manager =
-        std::make_unique<ChildProcess>(program, arguments, all, QProcess::nullDevice());
+    auto manager = std::make_unique<ChildProcess>(program, arguments, all, QProcess::nullDevice());
     const std::unique_ptr<xcb_connection_t, Disconnect> connection(
         xcb_connect(displayName_.toLatin1().constData(), nullptr));
     if (!waitUntil([&] { return windowManagerPresent(connection.get()); }))

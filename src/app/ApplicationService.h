@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QDBusAbstractAdaptor>
+#include <QString>
+#include <QVariantList>
+#include <QVariantMap>
+
+#include <functional>
+#include <map>
+
+namespace kestrelbay {
+
+/// What the session bus may ask of the running program: the methods every desktop
+/// application has (org.freedesktop.Application), so that desktop entries and
+/// scripts can reach it.
+class ApplicationService final : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
+public:
+    /// The name on the session bus, which is also the desktop file id.
+    static constexpr char kName[] = "org.kestrelbay.KestrelBay";
+    static constexpr char kPath[] = "/org/kestrelbay/KestrelBay";
+
+    using Actions = std::map<QString, std::function<void()>>;
+
+    /// Offered by `parent`, which has to outlive the bus connection's use of it.
+    ApplicationService(QObject *parent, std::function<void()> activate, Actions actions);
+
+    /// Takes the name. False when there is no session bus or another instance has
+    /// the name.
+    [[nodiscard]] bool registerOnSessionBus();
+
+public Q_SLOTS:
+    // The names and signatures are the freedesktop Desktop Entry Specification's.
+    void Activate(const QVariantMap &platformData);
+    void Open(const QStringList &uris, const QVariantMap &platformData);
+    void ActivateAction(const QString &name, const QVariantList &parameter,
+                        const QVariantMap &platformData);
+
+private:
+    std::function<void()> activate_;
+    Actions actions_;
+};
+
+}  // namespace kestrelbay

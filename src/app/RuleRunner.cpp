@@ -1,0 +1,63 @@
+#include "app/RuleRunner.h"
+
+#include <chrono>
+#include <utility>
+
+#include "launcher/AppLauncher.h"
+#include "model/ShortcutRule.h"
+#include "platform/ApplicationCatalog.h"
+#include "platform/Clock.h"
+#include "platform/DispatchQueue.h"
+#include "platform/SystemLog.h"
+#include "platform/SystemSounds.h"
+#include "settings/SettingsKeys.h"
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr std::chrono::milliseconds kSlowLaunch{500};
+
+void playFeedbackSound(const RuleRunner::Services &services) {
+    const QString name = read(services.defaults, settings::kSoundFeedbackName);
+    if (!name.isEmpty())
+        services.sounds.play(name);
+}
+
+void handleTimed(const RuleRunner::Services &services, const ShortcutRule &rule) {
+    const Clock::TimePoint start = services.clock.now();
+    services.launcher.handle(rule);
+    const std::chrono::duration<double> elapsed = services.clock.now() - start;
+    if (elapsed <= kSlowLaunch)
+        return;
+    services.log.write(QStringLiteral("KestrelBay [WARN] AppLauncher.handle took ") +
+                       QString::number(elapsed.count(), 'f', 2) + QStringLiteral("s for ") +
+                       rule.appPath);
+}
+
+void queueLaunchToast(const std::shared_ptr<const RuleRunner::Services> &services,
+                      const ShortcutRule &rule) {
+    if (!services->showLaunchToast)
+        return;
+    const LaunchToastDuration duration = currentLaunchToastDuration(services->defaults);
+    if (duration == LaunchToastDuration::None)
+        return;
+    services->mainQueue.async([services, icon = services->catalog.icon(rule.appPath), duration] {
+        services->showLaunchToast(icon, duration);
+    });
+}
+
+}  // namespace
+
+RuleRunner::RuleRunner(Services services)
+    : services_(std::make_shared<const Services>(std::move(services))) {}
+
+void RuleRunner::ruleFired(const ShortcutRule &rule) const {
+    services_->mainQueue.async([services = services_] { playFeedbackSound(*services); });
+    services_->launchQueue.async([services = services_, rule] {
+        handleTimed(*services, rule);
+        queueLaunchToast(services, rule);
+    });
+}
+
+}  // namespace kestrelbay

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QIcon>
+
+#include "settings/LaunchToastDuration.h"
+
+namespace kestrelbay {
+
+class AppLauncher;
+class ApplicationCatalog;
+class Clock;
+class DispatchQueue;
+class SystemLog;
+class SystemSounds;
+class UserDefaults;
+struct ShortcutRule;
+
+/// Does what a hotkey that fired asks for: the feedback sound, then the launch,
+/// then the flash of the application's icon.
+class RuleRunner {
+public:
+    using ShowLaunchToast = std::function<void(const QIcon &, LaunchToastDuration)>;
+
+    /// All have to outlive every piece of work on the two queues, not just the
+    /// runner.
+    struct Services {
+        const AppLauncher &launcher;
+        const ApplicationCatalog &catalog;
+        const UserDefaults &defaults;
+        SystemSounds &sounds;
+        SystemLog &log;
+        const Clock &clock;
+        DispatchQueue &mainQueue;
+        DispatchQueue &launchQueue;
+        /// Called on the main queue. May be empty.
+        ShowLaunchToast showLaunchToast;
+    };
+
+    explicit RuleRunner(Services services);
+
+    /// Only queues the work, with a copy of the rule. Main thread.
+    void ruleFired(const ShortcutRule &rule) const;
+
+private:
+    std::shared_ptr<const Services> services_;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <set>
+#include <vector>
+
+#include <QString>
+
+#include "hotkeys/HotkeyMatcher.h"
+#include "model/RuleFile.h"
+#include "model/ShortcutRule.h"
+#include "platform/EventTap.h"
+
+namespace kestrelbay {
+
+class SystemLog;
+
+/// The one owner of the rule list: its order is the display order and the order
+/// of matching. Keeps it in a file and dispatches key presses to it. Main thread
+/// only.
+class ShortcutManager {
+public:
+    using Rules = std::vector<ShortcutRule>;
+    using RecordingCallback = std::function<EventVerdict(EventType, KeyCode, ModifierFlags)>;
+
+    struct Hooks {
+        /// An enabled rule's hotkey was pressed. Has to return at once: the key, and
+        /// with it the user's keyboard, waits for it. May be empty.
+        std::function<void(const ShortcutRule &)> ruleFired;
+        /// The list is now another one, as after loading it. May be empty.
+        std::function<void(const Rules &)> rulesChanged;
+    };
+
+    /// Loads the rules and tries to install the tap. The folder is created when it
+    /// is missing; no path at all is fatal.
+    ShortcutManager(const QString &storageDirectory, EventTap &tap, SystemLog &log, Hooks hooks);
+    ~ShortcutManager();
+    ShortcutManager(const ShortcutManager &) = delete;
+    ShortcutManager &operator=(const ShortcutManager &) = delete;
+
+    /// The program's own manager, set by its entry point; unset again when it
+    /// is destroyed.
+    [[nodiscard]] static ShortcutManager &shared();
+    static void setShared(ShortcutManager &manager);
+
+    [[nodiscard]] const Rules &rules() const { return rules_; }
+    void loadRules();
+    /// Every change below saves the list; a failure keeps the list in memory and
+    /// the old file on disk, without a word.
+    void saveRules();
+    void addRule(const ShortcutRule &rule);
+    /// Replaces the first rule that has the same id; nothing happens if none has.
+    void updateRule(const ShortcutRule &rule);
+    void removeRule(std::ptrdiff_t index);
+    /// `destination` is the final index of the moved rule. Indices outside the list
+    /// change nothing.
+    void moveRule(std::ptrdiff_t source, std::ptrdiff_t destination);
+
+    /// The global switch for dispatch. Not kept: every start begins enabled.
+    [[nodiscard]] bool isEnabled() const { return isEnabled_; }
+    void setEnabled(bool enabled);
+
+    /// The installed tap; null while there is none.
+    [[nodiscard]] EventTap *eventTap() const { return installedTap_; }
+    [[nodiscard]] bool isAccessibilityGranted() const { return installedTap_ != nullptr; }
+    void setupEventTap();
+    void teardownEventTap();
+    /// Teardown, then setup; how a permission that was just granted takes effect.
+    void reinstallEventTap();
+
+    [[nodiscard]] const std::set<KeyCode> &heldModifierCodes() const { return heldModifierCodes_; }
+
+    /// While set it gets every event, and nothing is dispatched.
+    [[nodiscard]] const RecordingCallback &recordingCallback() const { return recordingCallback_; }
+    /// False when the tap can't deliver all keys just now (EventTap::setRecording).
+    bool setRecordingCallback(RecordingCallback callback);
+
+    /// Does another program hold the rule's hotkey, so that it can't fire?
+    [[nodiscard]] bool isHotkeyRefused(const ShortcutRule &rule) const;
+
+    /// What the tap calls for each event.
+    EventVerdict eventTapCallback(EventType type, KeyCode keyCode, ModifierFlags flags);
+
+private:
+    [[nodiscard]] bool handleKeyDown(KeyCode keyCode);
+    void rulesWereChanged();
+    void publishWantedHotkeys();
+    void noteRefusals();
+    void logForRulesOf(const Hotkey &hotkey, const QString &prefix, const QString &suffix) const;
+
+    EventTap &tap_;
+    SystemLog &log_;
+    Hooks hooks_;
+    RuleFile file_;
+    Rules rules_;
+    HotkeyMatcher matcher_;
+    std::vector<Hotkey> wantedHotkeys_;   // sorted
+    std::vector<Hotkey> refusedHotkeys_;  // sorted
+    EventTap *installedTap_ = nullptr;
+    bool isEnabled_ = true;
+    std::set<KeyCode> heldModifierCodes_;
+    RecordingCallback recordingCallback_;
+};
+
+}  // namespace kestrelbay

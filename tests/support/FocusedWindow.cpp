@@ -1,0 +1,89 @@
+#include "support/FocusedWindow.h"
+
+#include <cstdlib>
+#include <stdexcept>
+
+namespace kestrelbay::testing {
+
+namespace {
+struct Free {
+    void operator()(void *p) const { std::free(p); }
+};
+template <class T>
+using Owned = std::unique_ptr<T, Free>;
+}  // namespace
+
+FocusedWindow::FocusedWindow(const QString &displayName)
+    : connection_(xcb_connect(displayName.toLatin1().constData(), nullptr)) {
+    xcb_connection_t *c = connection_.get();
+    if (xcb_connection_has_error(c) != 0)
+        throw std::runtime_error("no X server");
+    root_ = xcb_setup_roots_iterator(xcb_get_setup(c)).data->root;
+    window_ = xcb_generate_id(c);
+    const std::uint32_t values[] = {1, XCB_EVENT_MASK_KEY_PRESS};
+    xcb_create_window(c, XCB_COPY_FROM_PARENT, window_, root_, 0, 0, 100, 100, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+    xcb_map_window(c, window_);
+    xcb_set_input_focus(c, XCB_INPUT_FOCUS_PARENT, window_, XCB_CURRENT_TIME);
+    sync();
+}
+
+void FocusedWindow::sync() {
+    xcb_connection_t *c = connection_.get();
+    std::free(xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
+}
+
+const std::vector<std::uint8_t> &FocusedWindow::pressedKeys() {
+    sync();
+    while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
+        if ((event->response_type & 0x7fU) == XCB_KEY_PRESS)
+            pressed_.push_back(reinterpret_cast<xcb_key_press_event_t *>(event.get())->detail);
+    }
+    return pressed_;
+}
+
+bool FocusedWindow::grabKey(std::uint8_t keycode, std::uint16_t modifiers) {
+    xcb_connection_t *c = connection_.get();
+    const Owned<xcb_generic_error_t> error(
+        xcb_request_check(c, xcb_grab_key_checked(c, 0, root_, modifiers, keycode,
+                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC)));
+    return !error;
+}
+
+void FocusedWindow::ungrabKey(std::uint8_t keycode, std::uint16_t modifiers) {
+    xcb_ungrab_key(connection_.get(), keycode, root_, modifiers);
+    sync();
+}
+
+bool FocusedWindow::grabKeyboard() {
+    xcb_connection_t *c = connection_.get();
+    const Owned<xcb_grab_keyboard_reply_t> reply(
+        xcb_grab_keyboard_reply(c,
+                                xcb_grab_keyboard(c, 0, window_, XCB_CURRENT_TIME,
+                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                nullptr));
+    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+void FocusedWindow::ungrabKeyboard() {
+    xcb_ungrab_keyboard(connection_.get(), XCB_CURRENT_TIME);
+    sync();
+}
+
+void FocusedWindow::announceWindowManager() {
+    xcb_connection_t *c = connection_.get();
+    const char name[] = "MANAGER";
+    const Owned<xcb_intern_atom_reply_t> atom(
+        xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, sizeof name - 1, name), nullptr));
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = root_;
+    message.type = atom->atom;
+    xcb_send_event(c, 0, root_, XCB_EVENT_MASK_STRUCTURE_NOTIFY,
+                   reinterpret_cast<const char *>(&message));
+    sync();
+}
+
+}  // namespace kestrelbay::testing

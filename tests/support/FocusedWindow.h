@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include <QString>
+
+#include <xcb/xcb.h>
+
+namespace kestrelbay::testing {
+
+/// "The program in front" of an X server without a window manager: a window that
+/// holds the input focus and remembers the keys that were pressed in it.
+class FocusedWindow {
+public:
+    explicit FocusedWindow(const QString &displayName);
+
+    /// Every key press so far.
+    [[nodiscard]] const std::vector<std::uint8_t> &pressedKeys();
+    /// Grabs a key combination for this client; false when another has it.
+    [[nodiscard]] bool grabKey(std::uint8_t keycode, std::uint16_t modifiers);
+    void ungrabKey(std::uint8_t keycode, std::uint16_t modifiers);
+    /// Grabs the whole keyboard; false when another client has it.
+    [[nodiscard]] bool grabKeyboard();
+    void ungrabKeyboard();
+    /// Sends MANAGER to the root as a starting window manager does.
+    void announceWindowManager();
+
+private:
+    void sync();
+
+    struct Disconnect {
+        void operator()(xcb_connection_t *c) const { xcb_disconnect(c); }
+    };
+    std::unique_ptr<xcb_connection_t, Disconnect> connection_;
+    xcb_window_t root_;
+    xcb_window_t window_;
+    std::vector<std::uint8_t> pressed_;
+};
+
+}  // namespace kestrelbay::testing
