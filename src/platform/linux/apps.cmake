@@ -1,2 +1,24 @@
 target_sources(kestrelbay_platform PRIVATE
+    ApplicationFolders.cpp
+    ApplicationGroups.cpp
+    ApplicationIconEngine.cpp
+    ApplicationIndex.cpp
+    ApplicationIndexKeeper.cpp
+    ApplicationMatch.cpp
+    ApplicationWindows.cpp
+    BackgroundLoop.cpp
+    DesktopEntry.cpp
+    EntryLauncher.cpp
+    ExecLine.cpp
+    LaunchedProcesses.cpp
+    LinuxApplicationCatalog.cpp
+    LinuxRunningApplication.cpp
+    LinuxWorkspace.cpp
+    ProcessFacts.cpp
+    SessionBus.cpp
+    WindowFactsReader.cpp
+    WindowMirror.cpp
+    WindowSystem.cpp
+    XConnection.cpp
+    XProperty.cpp
 )

@@ -7,6 +7,6 @@ kestrelbay_test(linux_tap_plan_tests
 )
 kestrelbay_test(linux_tap_tests
     LABEL display
-    SOURCES linux/XEventTapTest.cpp
+    SOURCES linux/XEventTapTest.cpp linux/XEventTapContractTest.cpp
     LIBRARIES kestrelbay_platform kestrelbay_core kestrelbay_test_support PkgConfig::XCB_TAP_TEST
 )

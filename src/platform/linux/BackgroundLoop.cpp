@@ -1,0 +1,55 @@
+#include "platform/linux/BackgroundLoop.h"
+
+#include <utility>
+
+namespace kestrelbay {
+
+namespace {
+
+using Work = std::function<void()>;
+
+gboolean runOnce(gpointer work) {
+    (*static_cast<Work *>(work))();
+    return G_SOURCE_REMOVE;
+}
+
+void dropWork(gpointer work) {
+    delete static_cast<Work *>(work);
+}
+
+}  // namespace
+
+BackgroundLoop::BackgroundLoop()
+    : context_(g_main_context_new()), loop_(g_main_loop_new(context_.get(), FALSE)) {
+    thread_ = std::thread([this] {
+        g_main_context_push_thread_default(context_.get());
+        g_main_loop_run(loop_.get());
+        g_main_context_pop_thread_default(context_.get());
+    });
+}
+
+BackgroundLoop::~BackgroundLoop() {
+    // Posted, since quitting a loop that does not run yet would be forgotten.
+    GSourcePtr quit(g_idle_source_new());
+    g_source_set_priority(quit.get(), G_PRIORITY_DEFAULT);
+    attach(std::move(quit), [this] { g_main_loop_quit(loop_.get()); });
+    thread_.join();
+}
+
+void BackgroundLoop::attach(GSourcePtr source, Work work) {
+    auto owned = std::make_unique<Work>(std::move(work));
+    g_source_set_callback(source.get(), runOnce, owned.release(), dropWork);
+    g_source_attach(source.get(), context_.get());
+}
+
+void BackgroundLoop::post(Work work) {
+    GSourcePtr source(g_idle_source_new());
+    g_source_set_priority(source.get(), G_PRIORITY_DEFAULT);
+    attach(std::move(source), std::move(work));
+}
+
+void BackgroundLoop::postAfter(unsigned milliseconds, Work work) {
+    attach(GSourcePtr(g_timeout_source_new(milliseconds)), std::move(work));
+}
+
+}  // namespace kestrelbay

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <optional>
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+namespace kestrelbay {
+
+/// What has to be known of a desktop entry to recognise its windows.
+struct DesktopEntry {
+    /// Absolute and clean, but symbolic links are left as they are.
+    QString path;
+    /// Desktop file id, as "org.example.Editor.desktop".
+    QString id;
+    QString startupWmClass;
+    QString flatpakId;
+    QString snapName;
+    /// What its process may be called: the names of its executable. Empty when
+    /// that is an interpreter or a wrapper, which says nothing of the program.
+    QStringList executableNames;
+    /// Where that executable is, symbolic links resolved; empty when not found.
+    QString executablePath;
+    /// Deleted by its owner, in the words of the desktop entry format.
+    bool hidden = false;
+    /// An entry of the same id in a folder that wins over this one's.
+    bool shadowed = false;
+    /// A rule names this very file.
+    bool named = false;
+};
+
+/// Reads one entry; no value when the text isn't a desktop entry of an application.
+/// Does not look for the executable.
+[[nodiscard]] std::optional<DesktopEntry> parseDesktopEntry(const QByteArray &text,
+                                                            const QString &path, const QString &id);
+
+/// The same from a file; no value also when it cannot be read. The executable is
+/// looked for in PATH.
+[[nodiscard]] std::optional<DesktopEntry> readDesktopEntry(const QString &path, const QString &id);
+
+/// The program that an Exec line starts, as it is written there, past `env` and its
+/// assignments. Empty when the line is broken.
+[[nodiscard]] QString programOfExec(const QString &exec);
+
+/// Is this the name of a program that runs other programs, so that its name says
+/// nothing of what it runs?
+[[nodiscard]] bool isInterpreterOrWrapper(const QString &programName);
+
+}  // namespace kestrelbay

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <memory>
+
+#include <QString>
+
+#include <gio/gio.h>
+
+namespace kestrelbay {
+
+template <auto Function>
+struct ReleaseWith {
+    template <class T>
+    void operator()(T *handle) const {
+        Function(handle);
+    }
+};
+
+/// Owner of one reference to a GObject.
+template <class T>
+using GObjectPtr = std::unique_ptr<T, ReleaseWith<g_object_unref>>;
+
+using GCharPtr = std::unique_ptr<char, ReleaseWith<g_free>>;
+using GStringList = std::unique_ptr<char *, ReleaseWith<g_strfreev>>;
+using GKeyFilePtr = std::unique_ptr<GKeyFile, ReleaseWith<g_key_file_unref>>;
+using GVariantPtr = std::unique_ptr<GVariant, ReleaseWith<g_variant_unref>>;
+using GSourcePtr = std::unique_ptr<GSource, ReleaseWith<g_source_unref>>;
+
+/// Where a GLib function leaves its error.
+class GErrorSlot {
+public:
+    GErrorSlot() = default;
+    ~GErrorSlot() { g_clear_error(&error_); }
+    GErrorSlot(const GErrorSlot &) = delete;
+    GErrorSlot &operator=(const GErrorSlot &) = delete;
+
+    /// For one call; an earlier error is dropped.
+    [[nodiscard]] GError **out() {
+        g_clear_error(&error_);
+        return &error_;
+    }
+    [[nodiscard]] const GError *get() const { return error_; }
+    [[nodiscard]] QString text() const {
+        return error_ ? QString::fromUtf8(error_->message) : QString();
+    }
+
+private:
+    GError *error_ = nullptr;
+};
+
+}  // namespace kestrelbay

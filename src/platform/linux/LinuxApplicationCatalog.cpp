@@ -1,0 +1,43 @@
+#include "platform/linux/LinuxApplicationCatalog.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include "platform/linux/ApplicationFolders.h"
+#include "platform/linux/ApplicationIconEngine.h"
+#include "platform/linux/GObjectPtr.h"
+
+namespace kestrelbay {
+
+namespace {
+
+/// Empty when there is no such entry.
+QString entryValue(const QString &path, const char *key) {
+    if (!QFileInfo(path).isFile())
+        return {};
+    const GKeyFilePtr file(g_key_file_new());
+    if (!g_key_file_load_from_file(file.get(), QFile::encodeName(path).constData(),
+                                   G_KEY_FILE_KEEP_TRANSLATIONS, nullptr))
+        return {};
+    const GCharPtr value(
+        g_key_file_get_locale_string(file.get(), G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr));
+    return QString::fromUtf8(value.get());
+}
+
+}  // namespace
+
+QIcon LinuxApplicationCatalog::icon(const QString &applicationPath) const {
+    // The icon takes the engine over.
+    return QIcon(
+        new ApplicationIconEngine(entryValue(applicationPath, G_KEY_FILE_DESKTOP_KEY_ICON)));
+}
+
+QString LinuxApplicationCatalog::displayName(const QString &applicationPath) const {
+    return entryValue(applicationPath, G_KEY_FILE_DESKTOP_KEY_NAME);
+}
+
+QStringList LinuxApplicationCatalog::applicationDirectories() const {
+    return applicationFolders();
+}
+
+}  // namespace kestrelbay

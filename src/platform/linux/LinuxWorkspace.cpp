@@ -1,0 +1,124 @@
+#include "platform/linux/LinuxWorkspace.h"
+
+#include <utility>
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <gio/gdesktopappinfo.h>
+
+#include "platform/linux/ApplicationGroups.h"
+#include "platform/linux/LinuxRunningApplication.h"
+
+namespace kestrelbay::x11 {
+
+namespace {
+
+QString encoded(const QUrl &url) {
+    return QString::fromLatin1(url.toEncoded());
+}
+
+/// The entry file of the application that opens this URL; empty when there is none.
+QString defaultEntryPath(const QUrl &url) {
+    GObjectPtr<GAppInfo> handler;
+    if (!url.isLocalFile())
+        handler.reset(g_app_info_get_default_for_uri_scheme(url.scheme().toUtf8().constData()));
+    if (!handler) {
+        const GObjectPtr<GFile> file(g_file_new_for_uri(url.toEncoded().constData()));
+        handler.reset(g_file_query_default_handler(file.get(), nullptr, nullptr));
+    }
+    if (!handler || !G_IS_DESKTOP_APP_INFO(handler.get()))
+        return {};
+    return QFile::decodeName(g_desktop_app_info_get_filename(G_DESKTOP_APP_INFO(handler.get())));
+}
+
+}  // namespace
+
+LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log)
+    : mirror_(std::make_shared<WindowMirror>(
+          displayName, [this](std::int64_t pid) { return processes_.entryOf(pid); })),
+      launcher_(displayName, processes_, bus_, [this] { return mirror_->serverTime(); }),
+      index_([this] { lookAhead(); }) {
+    const XConnection &connection = mirror_->system().connection();
+    if (!connection.isUsable()) {
+        log.write(QStringLiteral("KestrelBay [WARN] no X server: windows can't be seen"));
+        return;
+    }
+    mirror_->setNews([this] { lookAhead(); });
+    if (QCoreApplication::instance() == nullptr)
+        return;
+    notifier_ =
+        std::make_unique<QSocketNotifier>(connection.fileDescriptor(), QSocketNotifier::Read);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] {
+        mirror_->processEvents();
+        // A server that has gone leaves a descriptor that can be read forever.
+        if (!mirror_->system().connection().isUsable())
+            notifier_->setEnabled(false);
+    });
+}
+
+LinuxWorkspace::~LinuxWorkspace() {
+    mirror_->setNews({});
+}
+
+void LinuxWorkspace::lookAhead() {
+    if (lookingAhead_.exchange(true))
+        return;
+    index_.loop().post([this] {
+        lookingAhead_ = false;
+        static_cast<void>(mirror_->read(index_.currentOrEmpty()));
+    });
+}
+
+std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplications() {
+    const DesktopPicture picture = mirror_->read(index_.current());
+    std::vector<std::unique_ptr<RunningApplication>> applications;
+    for (const ApplicationGroup &group : groupApplications(picture))
+        applications.push_back(std::make_unique<LinuxRunningApplication>(mirror_, picture, group));
+    return applications;
+}
+
+bool LinuxWorkspace::open(const QUrl &url) {
+    if (!url.isValid() || url.scheme().isEmpty())
+        return false;
+    const QString path = url.isLocalFile() ? url.toLocalFile() : QString();
+    if (path.endsWith(QLatin1String(".desktop")) && QFileInfo(path).isFile())
+        return launcher_.open(path).isEmpty();
+    return openWithDefault(url);
+}
+
+bool LinuxWorkspace::openWithDefault(const QUrl &url) {
+    const QString entry = defaultEntryPath(url);
+    return !entry.isEmpty() && launcher_.open(entry, {encoded(url)}).isEmpty();
+}
+
+void LinuxWorkspace::openApplication(const QUrl &application, const QStringList &arguments,
+                                     Completion completion) {
+    const QString error = launcher_.startNew(application.toLocalFile(), arguments);
+    if (completion)
+        completion(error);
+}
+
+bool LinuxWorkspace::openFiles(const QList<QUrl> &files, const QUrl &application) {
+    QStringList uris;
+    for (const QUrl &file : files)
+        uris.append(encoded(file));
+    return launcher_.open(application.toLocalFile(), uris).isEmpty();
+}
+
+bool LinuxWorkspace::showFolder(const QString &path) {
+    const QUrl folder = QUrl::fromLocalFile(path);
+    if (bus_.showFolder(encoded(folder), launcher_.newStartupId()) == BusAnswer::Done)
+        return true;
+    return openWithDefault(folder);
+}
+
+QString LinuxWorkspace::fileManagerIdentifier() const {
+    return index_.current()->fileManagerId();
+}
+
+void LinuxWorkspace::prepare(const QStringList &applicationPaths) {
+    index_.setNamedPaths(applicationPaths);
+}
+
+}  // namespace kestrelbay::x11

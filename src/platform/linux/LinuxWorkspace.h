@@ -1,0 +1,55 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+
+#include <QSocketNotifier>
+
+#include "platform/SystemLog.h"
+#include "platform/Workspace.h"
+#include "platform/linux/ApplicationIndexKeeper.h"
+#include "platform/linux/EntryLauncher.h"
+#include "platform/linux/LaunchedProcesses.h"
+#include "platform/linux/SessionBus.h"
+#include "platform/linux/WindowMirror.h"
+
+namespace kestrelbay::x11 {
+
+/// The applications of an X11 session: windows by EWMH, applications by desktop
+/// entries. To be made and destroyed on the main thread.
+///
+/// Running applications come in the order of their front-most windows. Those
+/// without any window can't be seen.
+class LinuxWorkspace : public Workspace {
+public:
+    /// An empty display name means the one of the environment. Without a server the
+    /// object works as if there were no windows.
+    LinuxWorkspace(const QString &displayName, SystemLog &log);
+    ~LinuxWorkspace() override;
+    LinuxWorkspace(const LinuxWorkspace &) = delete;
+    LinuxWorkspace &operator=(const LinuxWorkspace &) = delete;
+
+    [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications() override;
+    bool open(const QUrl &url) override;
+    void openApplication(const QUrl &application, const QStringList &arguments,
+                         Completion completion) override;
+    bool openFiles(const QList<QUrl> &files, const QUrl &application) override;
+    bool showFolder(const QString &path) override;
+    [[nodiscard]] QString fileManagerIdentifier() const override;
+    void prepare(const QStringList &applicationPaths) override;
+
+private:
+    bool openWithDefault(const QUrl &url);
+    void lookAhead();
+
+    LaunchedProcesses processes_;
+    SessionBus bus_;
+    std::shared_ptr<WindowMirror> mirror_;
+    EntryLauncher launcher_;
+    std::unique_ptr<QSocketNotifier> notifier_;
+    std::atomic<bool> lookingAhead_{false};
+    // Last, so that its thread has ended before anything that the thread uses.
+    ApplicationIndexKeeper index_;
+};
+
+}  // namespace kestrelbay::x11

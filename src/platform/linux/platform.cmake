@@ -1,0 +1,3 @@
+target_sources(kestrelbay_platform PRIVATE
+    LinuxPlatform.cpp
+)

@@ -1,0 +1,176 @@
+#pragma once
+
+#include <algorithm>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/EventTap.h"
+
+namespace kestrelbay::testing {
+
+/// What every event tap promises. The Keyboard type is made afresh for each test
+/// and has
+///   EventTap &tap();
+///   void hold(KeyCode), letGo(KeyCode)       any key goes down, or up
+///   void settle()                            returns when all of it was delivered
+///   void setHeldByOthers(Hotkey, bool)       another program grabs it, or lets go
+///   void setKeyboardHeldByOthers(bool)       … the whole keyboard
+template <typename Keyboard>
+class EventTapContract : public ::testing::Test {
+protected:
+    struct Event {
+        EventType type;
+        KeyCode keyCode;
+        ModifierFlags flags;
+        bool operator==(const Event &) const = default;
+    };
+
+    EventTap &tap() { return keyboard_.tap(); }
+
+    EventTap::Handlers handlers() {
+        return {[this](EventType type, KeyCode code, ModifierFlags flags) {
+                    events_.push_back({type, code, flags});
+                    return EventVerdict::Swallow;
+                },
+                [this] { ++refusalChanges_; }};
+    }
+
+    void press(const std::vector<KeyCode> &keys) {
+        std::ranges::for_each(keys, [this](KeyCode code) { keyboard_.hold(code); });
+        std::for_each(keys.rbegin(), keys.rend(), [this](KeyCode code) { keyboard_.letGo(code); });
+        keyboard_.settle();
+    }
+
+    std::vector<Hotkey> keyDowns() const {
+        std::vector<Hotkey> hotkeys;
+        for (const Event &event : events_) {
+            if (event.type == EventType::KeyDown)
+                hotkeys.push_back({event.keyCode, event.flags});
+        }
+        return hotkeys;
+    }
+
+    const Hotkey leftCommandT_{KeyCode{17}, ModifierFlags(0x100008)};
+    Keyboard keyboard_;
+    std::vector<Event> events_;
+    int refusalChanges_ = 0;
+};
+
+TYPED_TEST_SUITE_P(EventTapContract);
+
+TYPED_TEST_P(EventTapContract, DeliversNothingBeforeItIsInstalled) {
+    this->tap().setWantedHotkeys({this->leftCommandT_});
+    this->press({key::kLeftCommand, KeyCode{17}});
+    EXPECT_TRUE(this->events_.empty());
+    EXPECT_TRUE(this->tap().refusedHotkeys().empty());
+}
+
+TYPED_TEST_P(EventTapContract, DeliversAWantedHotkeyBetweenItsModifiers) {
+    this->tap().setWantedHotkeys({this->leftCommandT_});
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    this->press({key::kLeftCommand, KeyCode{17}});
+    using Record = typename TestFixture::Event;
+    const std::vector<Record> expected{
+        {EventType::FlagsChanged, key::kLeftCommand, ModifierFlags(0x100008)},
+        {EventType::KeyDown, KeyCode{17}, ModifierFlags(0x100008)},
+        {EventType::FlagsChanged, key::kLeftCommand, ModifierFlags()}};
+    EXPECT_EQ(this->events_, expected);
+}
+
+TYPED_TEST_P(EventTapContract, DeliversEitherSideOfAWantedHotkey) {
+    this->tap().setWantedHotkeys({this->leftCommandT_});
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    this->press({key::kRightCommand, KeyCode{17}});
+    EXPECT_EQ(this->keyDowns(), (std::vector<Hotkey>{{KeyCode{17}, ModifierFlags(0x100010)}}));
+}
+
+TYPED_TEST_P(EventTapContract, DoesNotDeliverOtherKeys) {
+    this->tap().setWantedHotkeys({this->leftCommandT_});
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    this->press({KeyCode{17}});
+    this->press({key::kLeftCommand, KeyCode{14}});
+    this->press({key::kLeftCommand, key::kLeftShift, KeyCode{17}});
+    EXPECT_TRUE(this->keyDowns().empty());
+}
+
+TYPED_TEST_P(EventTapContract, KeepsTheWantedHotkeysWhileRemoved) {
+    this->tap().setWantedHotkeys({this->leftCommandT_});
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    this->tap().remove();
+    this->press({key::kLeftCommand, KeyCode{17}});
+    EXPECT_TRUE(this->keyDowns().empty());
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    this->press({key::kLeftCommand, KeyCode{17}});
+    EXPECT_EQ(this->keyDowns().size(), 1U);
+}
+
+TYPED_TEST_P(EventTapContract, FollowsTheWantedHotkeys) {
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    this->press({key::kLeftCommand, KeyCode{17}});
+    EXPECT_TRUE(this->keyDowns().empty());
+    this->tap().setWantedHotkeys({this->leftCommandT_});
+    this->press({key::kLeftCommand, KeyCode{17}});
+    EXPECT_EQ(this->keyDowns().size(), 1U);
+    this->tap().setWantedHotkeys({});
+    this->press({key::kLeftCommand, KeyCode{17}});
+    EXPECT_EQ(this->keyDowns().size(), 1U);
+}
+
+TYPED_TEST_P(EventTapContract, TellsWhichHotkeysAnotherProgramHolds) {
+    this->keyboard_.setHeldByOthers(this->leftCommandT_, true);
+    this->tap().setWantedHotkeys({this->leftCommandT_});
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    this->keyboard_.settle();
+    EXPECT_EQ(this->tap().refusedHotkeys(), std::vector{this->leftCommandT_});
+    this->press({key::kLeftCommand, KeyCode{17}});
+    EXPECT_TRUE(this->keyDowns().empty());
+
+    const int before = this->refusalChanges_;
+    this->keyboard_.setHeldByOthers(this->leftCommandT_, false);
+    this->keyboard_.settle();
+    EXPECT_TRUE(this->tap().refusedHotkeys().empty());
+    EXPECT_EQ(this->refusalChanges_, before + 1);
+    this->press({key::kLeftCommand, KeyCode{17}});
+    EXPECT_EQ(this->keyDowns().size(), 1U);
+}
+
+TYPED_TEST_P(EventTapContract, DeliversEveryKeyWhileRecording) {
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    ASSERT_TRUE(this->tap().setRecording(true));
+    this->press({key::kLeftCommand, KeyCode{14}});
+    this->press({key::kEscape});
+    EXPECT_EQ(this->keyDowns(), (std::vector<Hotkey>{{KeyCode{14}, ModifierFlags(0x100008)},
+                                                     {key::kEscape, ModifierFlags()}}));
+    EXPECT_TRUE(this->tap().setRecording(false));
+    this->press({key::kEscape});
+    EXPECT_EQ(this->keyDowns().size(), 2U);
+}
+
+TYPED_TEST_P(EventTapContract, CannotRecordUninstalledOrWhileTheKeyboardIsHeld) {
+    EXPECT_FALSE(this->tap().setRecording(true));
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    this->keyboard_.setKeyboardHeldByOthers(true);
+    EXPECT_FALSE(this->tap().setRecording(true));
+    this->keyboard_.setKeyboardHeldByOthers(false);
+    EXPECT_TRUE(this->tap().setRecording(true));
+}
+
+TYPED_TEST_P(EventTapContract, EndsRecordingWhenItIsRemoved) {
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    ASSERT_TRUE(this->tap().setRecording(true));
+    this->tap().remove();
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    this->press({key::kEscape});
+    EXPECT_TRUE(this->keyDowns().empty());
+}
+
+REGISTER_TYPED_TEST_SUITE_P(EventTapContract, DeliversNothingBeforeItIsInstalled,
+                            DeliversAWantedHotkeyBetweenItsModifiers,
+                            DeliversEitherSideOfAWantedHotkey, DoesNotDeliverOtherKeys,
+                            KeepsTheWantedHotkeysWhileRemoved, FollowsTheWantedHotkeys,
+                            TellsWhichHotkeysAnotherProgramHolds, DeliversEveryKeyWhileRecording,
+                            CannotRecordUninstalledOrWhileTheKeyboardIsHeld,
+                            EndsRecordingWhenItIsRemoved);
+
+}  // namespace kestrelbay::testing

@@ -1,0 +1,62 @@
+#include <QElapsedTimer>
+
+#include "platform/EventTapContract.h"
+#include "platform/linux/KeyCodeTable.h"
+#include "platform/linux/XEventTap.h"
+#include "support/FocusedWindow.h"
+#include "support/KeyPresser.h"
+#include "support/Poll.h"
+#include "support/PrivateXServer.h"
+
+namespace kestrelbay::testing {
+namespace {
+
+class XKeyboard {
+public:
+    XKeyboard() : front_(server_.displayName()), keys_(server_.displayName()) {
+        x11::XEventTap::Settings settings;
+        settings.displayName = server_.displayName();
+        settings.firstRetry = std::chrono::milliseconds(5);
+        settings.longestRetry = settings.firstRetry;
+        tap_ = std::make_unique<x11::XEventTap>(settings);
+    }
+
+    EventTap &tap() { return *tap_; }
+    void hold(KeyCode code) { keys_.press(x11::toXKeycode(code).value()); }
+    void letGo(KeyCode code) { keys_.release(x11::toXKeycode(code).value()); }
+
+    /// There is nothing to see from outside when the tap has dropped an event, so
+    /// this gives it the time of many refused grabs and their retries.
+    void settle() {
+        QElapsedTimer time;
+        time.start();
+        EXPECT_TRUE(waitUntil([&] { return time.elapsed() > 60; }));
+    }
+
+    void setHeldByOthers(const Hotkey &hotkey, bool held) {
+        const std::uint8_t keycode = x11::toXKeycode(hotkey.keyCode).value();
+        if (held)
+            EXPECT_TRUE(front_.grabKey(keycode, kMod4));
+        else
+            front_.ungrabKey(keycode, kMod4);
+    }
+    void setKeyboardHeldByOthers(bool held) {
+        if (held)
+            EXPECT_TRUE(front_.grabKeyboard());
+        else
+            front_.ungrabKeyboard();
+    }
+
+private:
+    static constexpr std::uint16_t kMod4 = 64;
+
+    PrivateXServer server_;
+    FocusedWindow front_;
+    KeyPresser keys_;
+    std::unique_ptr<x11::XEventTap> tap_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(X11, EventTapContract, XKeyboard);
+
+}  // namespace
+}  // namespace kestrelbay::testing
