@@ -10,7 +10,7 @@ struct Hotkey {
     KeyCode keyCode{};
     ModifierFlags modifierFlags;
 
-    auto operator<=>(const Hotkey &) const = default;
+    auto operator<=>(const Hotkey &) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 }  // namespace kestrelbay

@@ -37,6 +37,7 @@ public:
         return *this;
     }
     constexpr bool operator==(const ModifierFlags &) const = default;
+    // NOLINTNEXTLINE(modernize-use-nullptr)
     constexpr auto operator<=>(const ModifierFlags &) const = default;
 
 private:

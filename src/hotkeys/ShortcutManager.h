@@ -27,9 +27,9 @@ public:
     struct Hooks {
         /// An enabled rule's hotkey was pressed. Has to return at once: the key, and
         /// with it the user's keyboard, waits for it. May be empty.
-        std::function<void(const ShortcutRule &)> ruleFired;
+        std::function<void(const ShortcutRule &)> ruleFired{};
         /// The list is now another one, as after loading it. May be empty.
-        std::function<void(const Rules &)> rulesChanged;
+        std::function<void(const Rules &)> rulesChanged{};
     };
 
     /// Loads the rules and tries to install the tap. The folder is created when it

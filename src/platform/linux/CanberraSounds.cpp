@@ -58,13 +58,20 @@ bool playFile(ca_context *context, const QString &path) {
 }  // namespace
 
 /// Shared by the owner and the thread, so that the thread can outlive the owner.
-class CanberraSounds::Player : public std::enable_shared_from_this<Player> {
+class CanberraSounds::Player {
 public:
     explicit Player(QStringList directories) : directories_(std::move(directories)) {}
 
-    void start() {
-        // Detached, because there is no way to end a call into a hung server.
-        std::thread([self = shared_from_this()] { self->run(); }).detach();
+    /// Null when the system has no thread to spare.
+    static std::shared_ptr<Player> start(const QStringList &directories) {
+        auto player = std::make_shared<Player>(directories);
+        try {
+            // Detached, because there is no way to end a call into a hung server.
+            std::thread([player] { player->run(); }).detach();
+        } catch (const std::system_error &) {
+            return nullptr;
+        }
+        return player;
     }
 
     void play(const QString &name) {
@@ -143,15 +150,11 @@ void CanberraSounds::play(const QString &name) {
         return;
     }
     if (!player_) {
-        auto player = std::make_shared<Player>(directories_);
-        try {
-            player->start();
-        } catch (const std::system_error &) {
-            return;  // no thread to be had: no sound
-        }
-        player_ = std::move(player);
+        player_ = Player::start(directories_);
     }
-    player_->play(name);
+    if (player_) {
+        player_->play(name);
+    }
 }
 
 }  // namespace kestrelbay

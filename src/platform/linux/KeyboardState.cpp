@@ -4,6 +4,9 @@
 #include <xkbcommon/xkbcommon.h>
 
 // A C header that names a field after a C++ keyword.
+#ifdef __clang__
+#pragma clang diagnostic ignored "-Wkeyword-macro"
+#endif
 #define explicit explicitMapping
 #include <xcb/xkb.h>
 #undef explicit

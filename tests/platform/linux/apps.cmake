@@ -1,0 +1,25 @@
+pkg_check_modules(GIO_TEST REQUIRED IMPORTED_TARGET gio-unix-2.0)
+pkg_check_modules(XCB_TEST REQUIRED IMPORTED_TARGET xcb xcb-xtest)
+
+kestrelbay_test(linux_apps_fast_tests LABEL fast
+    SOURCES
+        linux/ApplicationGroupsTest.cpp
+        linux/ApplicationMatchTest.cpp
+        linux/DesktopEntryApplicationTest.cpp
+        linux/ExecLaunchTest.cpp
+        linux/ProcessApplicationTest.cpp
+        linux/appsFastMain.cpp
+    LIBRARIES kestrelbay_platform PkgConfig::GIO_TEST)
+
+add_executable(linux_apps_client linux/appsClient.cpp)
+target_link_libraries(linux_apps_client PRIVATE kestrelbay_settings PkgConfig::XCB_TEST)
+
+kestrelbay_test(linux_apps_tests LABEL display
+    SOURCES
+        linux/LinuxWorkspaceTest.cpp
+        linux/appsDesktop.cpp
+        linux/appsMain.cpp
+    LIBRARIES kestrelbay_platform kestrelbay_test_support PkgConfig::GIO_TEST)
+target_compile_definitions(linux_apps_tests PRIVATE
+    KESTRELBAY_APPS_CLIENT="$<TARGET_FILE:linux_apps_client>")
+add_dependencies(linux_apps_tests linux_apps_client)

@@ -1,0 +1,242 @@
+#include "hotkeys/ShortcutManager.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include <QDir>
+
+#include "platform/SystemLog.h"
+
+using namespace Qt::StringLiterals;
+
+namespace kestrelbay {
+
+namespace {
+
+ShortcutManager *sharedManager = nullptr;
+
+/// Creates the folder on the way. Where that fails, so does every save.
+QString ruleFilePath(const QString &storageDirectory) {
+    if (storageDirectory.isEmpty())
+        qFatal("KestrelBay: there is no folder for application data");
+    QDir().mkpath(storageDirectory);
+    return storageDirectory + QStringLiteral("/rules.json");
+}
+
+}  // namespace
+
+ShortcutManager::ShortcutManager(const QString &storageDirectory, EventTap &tap, SystemLog &log,
+                                 Hooks hooks)
+    : tap_(tap), log_(log), hooks_(std::move(hooks)), file_(ruleFilePath(storageDirectory)) {
+    loadRules();
+    setupEventTap();
+}
+
+ShortcutManager::~ShortcutManager() {
+    teardownEventTap();
+    if (sharedManager == this)
+        sharedManager = nullptr;
+}
+
+ShortcutManager &ShortcutManager::shared() {
+    Q_ASSERT(sharedManager);
+    return *sharedManager;
+}
+
+void ShortcutManager::setShared(ShortcutManager &manager) {
+    sharedManager = &manager;
+}
+
+void ShortcutManager::loadRules() {
+    RuleFile::LoadResult loaded = file_.load();
+    if (loaded.status == RuleFile::LoadStatus::Unusable)
+        log_.write(QStringLiteral("KestrelBay [WARN] rules.json cannot be used: ") +
+                   loaded.problem);
+    rules_ = std::move(loaded.rules);
+    rulesWereChanged();
+}
+
+void ShortcutManager::saveRules() {
+    file_.save(rules_);
+}
+
+void ShortcutManager::addRule(const ShortcutRule &rule) {
+    rules_.push_back(rule);
+    saveRules();
+    rulesWereChanged();
+}
+
+void ShortcutManager::updateRule(const ShortcutRule &rule) {
+    const auto found = std::ranges::find(rules_, rule.id, &ShortcutRule::id);
+    if (found == rules_.end())
+        return;
+    *found = rule;
+    saveRules();
+    rulesWereChanged();
+}
+
+void ShortcutManager::removeRule(std::ptrdiff_t index) {
+    if (index < 0 || index >= std::ssize(rules_))
+        return;
+    rules_.erase(rules_.begin() + index);
+    saveRules();
+    rulesWereChanged();
+}
+
+void ShortcutManager::moveRule(std::ptrdiff_t source, std::ptrdiff_t destination) {
+    const std::ptrdiff_t count = std::ssize(rules_);
+    const auto isInside = [count](std::ptrdiff_t index) { return index >= 0 && index < count; };
+    if (source == destination || !isInside(source) || !isInside(destination))
+        return;
+    const auto first = rules_.begin();
+    if (source < destination)
+        std::rotate(first + source, first + source + 1, first + destination + 1);
+    else
+        std::rotate(first + destination, first + source, first + source + 1);
+    saveRules();
+    rulesWereChanged();
+}
+
+void ShortcutManager::setEnabled(bool enabled) {
+    isEnabled_ = enabled;
+    publishWantedHotkeys();
+}
+
+void ShortcutManager::setupEventTap() {
+    if (installedTap_)
+        return;
+    const bool installed = tap_.install({
+        .event = [this](EventType type, KeyCode keyCode,
+                        ModifierFlags flags) { return eventTapCallback(type, keyCode, flags); },
+        .refusalsChanged = [this] { noteRefusals(); },
+    });
+    if (!installed) {
+        log_.write(QStringLiteral(
+            "KestrelBay: Failed to create event tap. Accessibility permission required."));
+        return;
+    }
+    installedTap_ = &tap_;
+    if (recordingCallback_)
+        tap_.setRecording(true);
+    noteRefusals();
+}
+
+void ShortcutManager::teardownEventTap() {
+    if (!installedTap_)
+        return;
+    installedTap_ = nullptr;
+    tap_.remove();
+}
+
+void ShortcutManager::reinstallEventTap() {
+    teardownEventTap();
+    setupEventTap();
+}
+
+bool ShortcutManager::setRecordingCallback(RecordingCallback callback) {
+    recordingCallback_ = std::move(callback);
+    return installedTap_ && installedTap_->setRecording(recordingCallback_ != nullptr);
+}
+
+bool ShortcutManager::isHotkeyRefused(const ShortcutRule &rule) const {
+    if (!installedTap_)
+        return false;
+    const std::optional<Hotkey> hotkey = matchableHotkey(rule);
+    return hotkey && std::ranges::binary_search(refusedHotkeys_, *hotkey);
+}
+
+EventVerdict ShortcutManager::eventTapCallback(EventType type, KeyCode keyCode,
+                                               ModifierFlags flags) {
+    if (type == EventType::TapDisabledByTimeout || type == EventType::TapDisabledByUserInput) {
+        const auto *const reason =
+            type == EventType::TapDisabledByTimeout ? "TIMEOUT" : "USER_INPUT";
+        log_.write(QStringLiteral("KestrelBay [WARN] EventTap disabled: %1 — main thread may "
+                                  "have been blocked")
+                       .arg(QLatin1StringView(reason)));
+        if (installedTap_)
+            installedTap_->enable();
+        return EventVerdict::Pass;
+    }
+    if (type == EventType::FlagsChanged && isModifierKeyCode(keyCode)) {
+        if (heldModifierCodes_.erase(keyCode) == 0)
+            heldModifierCodes_.insert(keyCode);
+    }
+    if (recordingCallback_) {
+        // A copy, because the recorder takes itself out from inside the call.
+        const RecordingCallback callback = recordingCallback_;
+        return callback(type, keyCode, flags);
+    }
+    if (type == EventType::KeyDown && handleKeyDown(keyCode))
+        return EventVerdict::Swallow;
+    return EventVerdict::Pass;
+}
+
+bool ShortcutManager::handleKeyDown(KeyCode keyCode) {
+    if (!isEnabled_)
+        return false;
+    const std::optional<std::size_t> match =
+        matcher_.firstMatch(keyCode, buildDetailedFlags(heldModifierCodes_));
+    if (!match)
+        return false;
+    // A disabled rule keeps its hotkey: nobody gets the key.
+    const ShortcutRule &rule = rules_[*match];
+    if (rule.isEnabled && hooks_.ruleFired)
+        hooks_.ruleFired(rule);
+    return true;
+}
+
+void ShortcutManager::rulesWereChanged() {
+    matcher_ = HotkeyMatcher(rules_);
+    publishWantedHotkeys();
+    if (hooks_.rulesChanged)
+        hooks_.rulesChanged(rules_);
+}
+
+void ShortcutManager::publishWantedHotkeys() {
+    wantedHotkeys_.clear();
+    if (isEnabled_) {
+        for (const ShortcutRule &rule : rules_) {
+            if (const std::optional<Hotkey> hotkey = matchableHotkey(rule))
+                wantedHotkeys_.push_back(*hotkey);
+        }
+        std::ranges::sort(wantedHotkeys_);
+        wantedHotkeys_.erase(std::unique(wantedHotkeys_.begin(), wantedHotkeys_.end()),
+                             wantedHotkeys_.end());
+    }
+    tap_.setWantedHotkeys(wantedHotkeys_);
+    noteRefusals();
+}
+
+void ShortcutManager::noteRefusals() {
+    // A tap that is not installed refuses nothing, which is no news of other programs.
+    if (!installedTap_)
+        return;
+    std::vector<Hotkey> refused = installedTap_->refusedHotkeys();
+    std::ranges::sort(refused);
+    const std::vector<Hotkey> before = std::exchange(refusedHotkeys_, std::move(refused));
+
+    std::vector<Hotkey> changed;
+    std::ranges::set_difference(refusedHotkeys_, before, std::back_inserter(changed));
+    for (const Hotkey &hotkey : changed)
+        logForRulesOf(hotkey, u"KestrelBay [WARN] hotkey "_s, u" is held by another program"_s);
+
+    changed.clear();
+    std::ranges::set_difference(before, refusedHotkeys_, std::back_inserter(changed));
+    for (const Hotkey &hotkey : changed) {
+        // Those that are no longer wanted were given up, not granted.
+        if (std::ranges::binary_search(wantedHotkeys_, hotkey))
+            logForRulesOf(hotkey, u"KestrelBay: hotkey "_s,
+                          u" is no longer held by another program"_s);
+    }
+}
+
+void ShortcutManager::logForRulesOf(const Hotkey &hotkey, const QString &prefix,
+                                    const QString &suffix) const {
+    for (const ShortcutRule &rule : rules_) {
+        if (matchableHotkey(rule) == hotkey)
+            log_.write(prefix + rule.hotkeyString() + u" of "_s + rule.appName + suffix);
+    }
+}
+
+}  // namespace kestrelbay

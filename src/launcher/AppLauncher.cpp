@@ -1,0 +1,163 @@
+#include "launcher/AppLauncher.h"
+
+#include <utility>
+
+#include <QDir>
+#include <QUrl>
+
+#include "launcher/CommandLineArgs.h"
+#include "launcher/FilePath.h"
+#include "launcher/TargetApplication.h"
+#include "model/ShortcutRule.h"
+#include "platform/SystemLog.h"
+#include "platform/Workspace.h"
+
+namespace kestrelbay {
+
+/// One press, its rule read.
+struct AppLauncher::Press {
+    explicit Press(const ShortcutRule &rule);
+
+    QUrl appUrl;
+    QString text;       ///< the argument, trimmed
+    ArgumentKind kind;  ///< None when there is no text
+    RepeatAction repeatAction;
+};
+
+namespace {
+
+/// Line breaks are part of the text.
+bool isHorizontalSpace(QChar c) {
+    return c == u'\t' || c.category() == QChar::Separator_Space;
+}
+
+QString trimmedHorizontally(const QString &text) {
+    QStringView view(text);
+    while (!view.isEmpty() && isHorizontalSpace(view.front()))
+        view = view.sliced(1);
+    while (!view.isEmpty() && isHorizontalSpace(view.back()))
+        view.chop(1);
+    return view.toString();
+}
+
+}  // namespace
+
+AppLauncher::Press::Press(const ShortcutRule &rule)
+    : appUrl(fileUrl(rule.appPath)),
+      text(trimmedHorizontally(rule.launchArguments)),
+      kind(text.isEmpty() ? ArgumentKind::None : rule.argumentKind),
+      repeatAction(rule.repeatAction) {}
+
+void AppLauncher::handle(const ShortcutRule &rule) const {
+    if (rule.appPath.isEmpty())
+        return;
+    const Press press(rule);
+    // Every press starts a new instance, running or not, whatever the repeat action.
+    if (press.kind == ArgumentKind::LaunchArgs) {
+        launchWithCommandLineArgs(press);
+        return;
+    }
+    if (auto application = runningInstance(press)) {
+        TargetApplication app(std::move(application), workspace_);
+        handleRunning(press, app);
+        return;
+    }
+    if (press.kind == ArgumentKind::UrlScheme)
+        openUrl(press.text);
+    else if (press.kind == ArgumentKind::FilePath)
+        openPathWithoutRunning(press);
+    else
+        workspace_.open(press.appUrl);
+}
+
+QStringList AppLauncher::parseCommandLineArgs(const QString &text) {
+    return splitCommandLine(text);
+}
+
+std::unique_ptr<RunningApplication> AppLauncher::runningInstance(const Press &press) const {
+    // Only the place counts: a copy elsewhere is another application.
+    for (auto &application : workspace_.runningApplications()) {
+        if (isSameFile(application->bundleURL(), press.appUrl))
+            return std::move(application);
+    }
+    return nullptr;
+}
+
+void AppLauncher::handleRunning(const Press &press, TargetApplication &app) const {
+    if (press.repeatAction != RepeatAction::KeepOpen && app.isActive()) {
+        if (press.repeatAction == RepeatAction::ToggleVisibility) {
+            app.hide();
+            return;
+        }
+        const TargetApplication::Windows windows = app.windows();
+        const std::vector<WindowElement *> standard = app.standardWindows(windows);
+        if (standard.size() >= 2) {
+            app.cycle(standard);
+            return;
+        }
+    }
+    if (press.kind == ArgumentKind::UrlScheme)
+        openUrl(press.text);
+    else if (press.kind == ArgumentKind::FilePath)
+        openPath(press, app);
+    else
+        bringToFront(press, app);
+}
+
+void AppLauncher::bringToFront(const Press &press, TargetApplication &app) const {
+    const TargetApplication::Windows windows = app.windows();
+    if (app.standardWindows(windows).empty()) {
+        openNewWindow(press, app);
+        return;
+    }
+    restoreMinimized(windows);
+    if (app.isFileManager()) {
+        // Its desktop may be the window in front; make sure that a real one comes
+        // forward. Listed anew, since restoring may have changed the order.
+        const TargetApplication::Windows restored = app.windows();
+        const std::vector<WindowElement *> standard = app.standardWindows(restored);
+        if (!standard.empty()) {
+            standard.front()->setMain();
+            standard.front()->raise();
+        }
+    }
+    app.activate();
+}
+
+void AppLauncher::launchWithCommandLineArgs(const Press &press) const {
+    const QStringList arguments = parseCommandLineArgs(press.text);
+    if (arguments.isEmpty()) {
+        workspace_.open(press.appUrl);
+        return;
+    }
+    workspace_.openApplication(press.appUrl, arguments, [&log = log_](const QString &errorText) {
+        if (!errorText.isEmpty())
+            log.write(QStringLiteral("KestrelBay: launch with args failed: ") + errorText);
+    });
+}
+
+void AppLauncher::openUrl(const QString &text) const {
+    const QUrl url(text, QUrl::StrictMode);
+    if (url.isValid() && !url.isEmpty())
+        workspace_.open(url);
+}
+
+void AppLauncher::openPath(const Press &press, TargetApplication &app) const {
+    if (app.isFileManager())
+        workspace_.showFolder(expandingTilde(press.text));
+    else
+        openPathWithoutRunning(press);
+}
+
+void AppLauncher::openPathWithoutRunning(const Press &press) const {
+    workspace_.openFiles({fileUrl(expandingTilde(press.text))}, press.appUrl);
+}
+
+void AppLauncher::openNewWindow(const Press &press, TargetApplication &app) const {
+    if (app.isFileManager())
+        workspace_.showFolder(QDir::homePath());
+    else
+        workspace_.open(press.appUrl);
+}
+
+}  // namespace kestrelbay

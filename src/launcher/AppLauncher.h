@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+
+#include <QString>
+#include <QStringList>
+
+namespace kestrelbay {
+
+class RunningApplication;
+class SystemLog;
+class TargetApplication;
+class Workspace;
+struct ShortcutRule;
+
+/// Carries a rule out: launches its application, brings it to the front, hides
+/// it, cycles its windows, or opens what the rule's argument names. Keeps nothing
+/// between calls and starts each from what the system says at that moment. Any
+/// thread, several calls at a time; a call blocks as long as other programs take
+/// to answer. Failures are silent but for one log line.
+class AppLauncher {
+public:
+    AppLauncher(Workspace &workspace, SystemLog &log) : workspace_(workspace), log_(log) {}
+
+    void handle(const ShortcutRule &rule) const;
+
+    /// The arguments in the argument text of a rule; see splitCommandLine().
+    [[nodiscard]] static QStringList parseCommandLineArgs(const QString &text);
+
+private:
+    struct Press;
+
+    [[nodiscard]] std::unique_ptr<RunningApplication> runningInstance(const Press &press) const;
+    void handleRunning(const Press &press, TargetApplication &app) const;
+    void bringToFront(const Press &press, TargetApplication &app) const;
+
+    void launchWithCommandLineArgs(const Press &press) const;
+    void openUrl(const QString &text) const;
+    void openPath(const Press &press, TargetApplication &app) const;
+    void openPathWithoutRunning(const Press &press) const;
+    void openNewWindow(const Press &press, TargetApplication &app) const;
+
+    Workspace &workspace_;
+    SystemLog &log_;
+};
+
+}  // namespace kestrelbay

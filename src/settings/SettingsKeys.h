@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QLatin1StringView>
+#include <QString>
+
+#include "platform/UserDefaults.h"
+
+namespace kestrelbay {
+
+/// A setting: its key, its type, and what its absence means. There is no object
+/// that holds settings: they are read at the moment of use, and whoever edits one
+/// writes it at once.
+template <typename Value>
+struct SettingsKey {
+    QLatin1StringView name;
+    Value whenAbsent;
+};
+using TextKey = SettingsKey<QLatin1StringView>;
+using BooleanKey = SettingsKey<bool>;
+
+/// All settings of the program.
+namespace settings {
+using namespace Qt::StringLiterals;
+
+/// Interface language, a raw value of Language.
+inline constexpr TextKey kAppLanguage{"appLanguage"_L1, "en"_L1};
+/// What the user asked for last, which is not always what the system did.
+inline constexpr BooleanKey kLaunchAtLogin{"launchAtLogin"_L1, false};
+/// Name of the system sound for a hotkey that fires; empty for none.
+inline constexpr TextKey kSoundFeedbackName{"soundFeedbackName"_L1, ""_L1};
+/// A raw value of LaunchToastDuration.
+inline constexpr TextKey kLaunchToastDuration{"launchToastDuration"_L1, "none"_L1};
+/// Has the first-run guide been finished, skipped or closed?
+inline constexpr BooleanKey kOnboardingCompleted{"onboardingCompleted"_L1, false};
+}  // namespace settings
+
+[[nodiscard]] inline QString read(const UserDefaults &defaults, const TextKey &key) {
+    return defaults.string(key.name).value_or(key.whenAbsent);
+}
+[[nodiscard]] inline bool read(const UserDefaults &defaults, const BooleanKey &key) {
+    return defaults.boolean(key.name).value_or(key.whenAbsent);
+}
+inline void write(UserDefaults &defaults, const TextKey &key, const QString &value) {
+    defaults.setString(key.name, value);
+}
+inline void write(UserDefaults &defaults, const BooleanKey &key, bool value) {
+    defaults.setBoolean(key.name, value);
+}
+
+}  // namespace kestrelbay

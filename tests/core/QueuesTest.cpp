@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <future>
+#include <optional>
+#include <thread>
+#include <vector>
+
+#include <QCoreApplication>
+#include <QEventLoop>
+
+#include "app/MainQueue.h"
+#include "app/SteadyClock.h"
+#include "app/ThreadPoolQueue.h"
+
+using namespace std::chrono_literals;
+
+namespace kestrelbay {
+
+namespace {
+
+/// Far beyond what any machine needs: only a failing test waits that long.
+constexpr auto kLongTime = 30s;
+
+TEST(MainQueue, WorkWaitsForTheEventLoop) {
+    MainQueue queue;
+    bool ran = false;
+    queue.async([&] { ran = true; });
+    EXPECT_FALSE(ran);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(ran);
+}
+
+TEST(MainQueue, WorkRunsInTheOrderItWasHandedIn) {
+    MainQueue queue;
+    std::vector<int> order;
+    for (int i = 0; i < 5; ++i)
+        queue.async([&order, i] { order.push_back(i); });
+    QCoreApplication::processEvents();
+    EXPECT_EQ(order, (std::vector{0, 1, 2, 3, 4}));
+}
+
+TEST(MainQueue, WorkOfOtherThreadsRunsOnTheMainThread) {
+    MainQueue queue;
+    QEventLoop loop;
+    std::thread::id ranOn;
+    std::thread other([&] {
+        queue.async([&] {
+            ranOn = std::this_thread::get_id();
+            loop.quit();
+        });
+    });
+    loop.exec();
+    other.join();
+    EXPECT_EQ(ranOn, std::this_thread::get_id());
+}
+
+TEST(MainQueue, WorkThatStillWaitsAtItsEndNeverRuns) {
+    bool ran = false;
+    std::optional<MainQueue> queue(std::in_place);
+    queue->async([&] { ran = true; });
+    queue.reset();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(ran);
+}
+
+TEST(ThreadPoolQueue, WorkRunsOnAnotherThread) {
+    ThreadPoolQueue queue;
+    std::promise<std::thread::id> ranOn;
+    queue.async([&] { ranOn.set_value(std::this_thread::get_id()); });
+    auto future = ranOn.get_future();
+    ASSERT_EQ(future.wait_for(kLongTime), std::future_status::ready);
+    EXPECT_NE(future.get(), std::this_thread::get_id());
+}
+
+TEST(ThreadPoolQueue, NoWorkWaitsBehindWorkThatHangs) {
+    constexpr int kHanging = 50;
+    std::promise<void> release;
+    const std::shared_future<void> released = release.get_future().share();
+    {
+        ThreadPoolQueue queue{kLongTime};
+        for (int i = 0; i < kHanging; ++i)
+            queue.async([released] { released.wait(); });
+        std::promise<void> done;
+        queue.async([&] { done.set_value(); });
+        EXPECT_EQ(done.get_future().wait_for(kLongTime), std::future_status::ready);
+        release.set_value();
+    }
+}
+
+TEST(ThreadPoolQueue, EndWaitsForWorkThatComesToAnEnd) {
+    std::atomic<bool> done = false;
+    std::promise<void> started;
+    {
+        ThreadPoolQueue queue{kLongTime};
+        queue.async([&] {
+            started.set_value();
+            std::this_thread::yield();
+            done = true;
+        });
+        started.get_future().wait();
+    }
+    EXPECT_TRUE(done);
+}
+
+TEST(ThreadPoolQueue, EndDoesNotWaitForWorkThatHangs) {
+    auto release = std::make_shared<std::promise<void>>();
+    auto finished = std::make_shared<std::promise<void>>();
+    auto future = finished->get_future();
+    {
+        ThreadPoolQueue queue{1ms};
+        queue.async([released = release->get_future().share(), finished] {
+            released.wait();
+            finished->set_value();
+        });
+    }
+    release->set_value();
+    EXPECT_EQ(future.wait_for(kLongTime), std::future_status::ready);
+}
+
+TEST(SteadyClock, NeverGoesBack) {
+    const SteadyClock clock;
+    const Clock::TimePoint before = clock.now();
+    EXPECT_LE(before, clock.now());
+}
+
+}  // namespace
+
+}  // namespace kestrelbay

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <QString>
+
+#include "desktop/XClient.h"
+
+namespace kestrelbay::desktop {
+
+/// A plain program with one window: it stands for whatever the user is working
+/// with, and remembers every key event that reached it.
+class FrontWindow {
+public:
+    struct Key {
+        std::uint8_t keycode;
+        std::uint16_t state;
+        bool pressed;
+    };
+    static constexpr char kClass[] = "KestrelFront";
+
+    explicit FrontWindow(const QString &displayName);
+
+    [[nodiscard]] xcb_window_t id() const { return window_; }
+    /// Presses of this key that reached the window since forget(), repeats included.
+    [[nodiscard]] int pressesOf(std::uint8_t keycode);
+    void forget();
+
+private:
+    void readEvents();
+
+    XClient client_;
+    xcb_window_t window_;
+    std::vector<Key> keys_;
+};
+
+}  // namespace kestrelbay::desktop

@@ -1,0 +1,147 @@
+#include "desktop/Stage.h"
+
+#include <algorithm>
+
+#include <QDir>
+
+#include "support/Poll.h"
+
+namespace kestrelbay::desktop {
+
+Stage::Stage(StageOptions options)
+    : options_(std::move(options)),
+      desktop_(options_.windowManager),
+      front_(desktop_.displayName()),
+      keyboard_(desktop_.displayName()),
+      rules_(scenarioRules(desktop_.home())),
+      rulesBytes_(rulesJson(rules_)) {
+    if (!options_.artifacts.isEmpty())
+        QDir().mkpath(options_.artifacts);
+    HomeFolder::write(desktop_.home().rulesPath(), rulesBytes_);
+    HomeFolder::write(
+        desktop_.home().path(QStringLiteral("notes/")) + QLatin1String(scenario::kFileName),
+        "A note.\n");
+    QDir(desktop_.home().path()).mkpath(QLatin1String(scenario::kFolderName));
+}
+
+PtyProcess &Stage::program() {
+    if (!program_ || !program_->isRunning())
+        throw NotPrepared(QStringLiteral("KestrelBay is not running: ") +
+                          (program_ ? program_->ending() : QStringLiteral("never started")));
+    return *program_;
+}
+
+void Stage::startProgram() {
+    program_.reset();
+    program_.emplace(options_.program, QStringList(), desktop_.environment());
+}
+
+bool Stage::isGrabbed(const Key &key) {
+    return view().client().grabIsTaken(XCB_MOD_MASK_4, key.xKeycode);
+}
+
+int Stage::grabbedCount() {
+    return static_cast<int>(std::ranges::count_if(
+        rules_, [this](const RuleSpec &rule) { return isGrabbed(rule.key); }));
+}
+
+void Stage::hold(const Chord &chord) {
+    for (const std::uint8_t keycode : chord.keycodes)
+        keyboard_.press(keycode);
+}
+
+void Stage::letGo(const Chord &chord) {
+    std::for_each(chord.keycodes.rbegin(), chord.keycodes.rend(),
+                  [this](std::uint8_t keycode) { keyboard_.release(keycode); });
+}
+
+void Stage::press(const Chord &chord) {
+    hold(chord);
+    letGo(chord);
+}
+
+void Stage::press(const Chord &chord, Step step) {
+    if (step.done.isEmpty())
+        step.done = told(chord);
+    step.act = [this, chord] { press(chord); };
+    story_.step(step);
+}
+
+QString Stage::told(const Chord &chord) {
+    QStringList codes;
+    for (const std::uint8_t keycode : chord.keycodes)
+        codes += QString::number(keycode);
+    return QStringLiteral("pressed %1 (X %2)").arg(chord.text, codes.join(u' '));
+}
+
+void Stage::prepare(const QString &what, const std::function<void()> &act,
+                    const std::function<bool()> &condition) {
+    act();
+    if (!testing::waitUntil(condition))
+        throw NotPrepared(QStringLiteral("could not prepare: %1; %2").arg(what, frontInWords()));
+}
+
+void Stage::bringForward(Window window) {
+    prepare(
+        view().describe(window) + QStringLiteral(" in front"), [&] { view().activate(window); },
+        [&] { return view().isInFront(window) && view().hasFocus(window); });
+}
+
+void Stage::bringFrontProgram() {
+    bringForward(front_.id());
+    front_.forget();
+}
+
+std::vector<Stage::Window> Stage::windowsOf(const char *windowClass) {
+    return view().windowsOf(QLatin1String(windowClass));
+}
+
+Stage::Window Stage::windowOf(const char *windowClass) {
+    const auto windows = windowsOf(windowClass);
+    if (windows.empty())
+        throw NotPrepared(QLatin1String(windowClass) + QStringLiteral(" has no window"));
+    return windows.front();
+}
+
+bool Stage::isInFront(const char *windowClass, const QString &titlePart) {
+    const Window window = view().active();
+    return view().windowClass(window) == QLatin1String(windowClass) &&
+           view().title(window).contains(titlePart) && view().isInFront(window);
+}
+
+void Stage::closeAll(const char *windowClass, const std::vector<Window> &except) {
+    const auto others = [&] {
+        auto windows = windowsOf(windowClass);
+        std::erase_if(windows, [&](Window w) { return std::ranges::count(except, w) != 0; });
+        return windows;
+    };
+    prepare(
+        QLatin1String(windowClass) + QStringLiteral(" closed"),
+        [&] {
+            for (const Window window : others())
+                view().close(window);
+        },
+        [&] { return others().empty(); });
+}
+
+QString Stage::frontInWords() {
+    return QStringLiteral("in front: ") + view().describe(view().active());
+}
+
+int Stage::markers() const {
+    return static_cast<int>(
+        desktop_.processes().withArgument(QLatin1String(scenario::kMarkerArgument)).size());
+}
+
+void Stage::screenshot(const QString &name) {
+    if (!options_.artifacts.isEmpty())
+        desktop_.screenshot(QDir(options_.artifacts).filePath(name + QStringLiteral(".png")));
+}
+
+void Stage::keepLog(const QString &name) {
+    if (!options_.artifacts.isEmpty() && program_)
+        HomeFolder::write(QDir(options_.artifacts).filePath(name + QStringLiteral(".log")),
+                          program_->lines().join(u'\n').toUtf8() + '\n');
+}
+
+}  // namespace kestrelbay::desktop

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+#include <xcb/xcb.h>
+
+namespace kestrelbay::desktop {
+
+struct FreeReply {
+    void operator()(void *reply) const { std::free(reply); }
+};
+template <class T>
+using Reply = std::unique_ptr<T, FreeReply>;
+
+/// A connection to an X server of our own, with the few questions and requests
+/// that a bystander needs. Once the server is gone every answer is empty.
+class XClient {
+public:
+    /// Throws std::runtime_error when there is no such server.
+    explicit XClient(const QString &displayName);
+
+    [[nodiscard]] xcb_connection_t *get() const { return connection_.get(); }
+    [[nodiscard]] xcb_window_t root() const { return root_; }
+    [[nodiscard]] bool alive() const;
+
+    [[nodiscard]] xcb_atom_t atom(const std::string &name);
+    /// The property's 32-bit items; empty when it is absent.
+    [[nodiscard]] std::vector<std::uint32_t> numbers(xcb_window_t window, const std::string &name);
+    [[nodiscard]] QByteArray text(xcb_window_t window, const std::string &name);
+
+    void setNumbers(xcb_window_t window, const std::string &name, xcb_atom_t type,
+                    const std::vector<std::uint32_t> &values);
+    void setText(xcb_window_t window, const std::string &name, const std::string &type,
+                 const QByteArray &value);
+    /// A client message to the root window, as the window manager reads them.
+    void ask(xcb_window_t window, const std::string &message,
+             const std::array<std::uint32_t, 5> &data);
+
+    /// A fresh time stamp, which window managers want to see beside a request.
+    [[nodiscard]] xcb_timestamp_t serverTime();
+
+    /// Does another client hold this key combination? Asking leaves no trace: no
+    /// other request is carried out between our own grab and its release.
+    [[nodiscard]] bool grabIsTaken(std::uint16_t modifiers, std::uint8_t keycode);
+
+    /// Everything sent so far has been processed by the server.
+    void sync();
+
+private:
+    struct Disconnect {
+        void operator()(xcb_connection_t *c) const { xcb_disconnect(c); }
+    };
+
+    std::unique_ptr<xcb_connection_t, Disconnect> connection_;
+    xcb_window_t root_ = XCB_NONE;
+    xcb_window_t stampWindow_ = XCB_NONE;
+    std::map<std::string, xcb_atom_t> atoms_;
+};
+
+}  // namespace kestrelbay::desktop

@@ -1,0 +1,134 @@
+#pragma once
+
+#include <algorithm>
+#include <optional>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "fakes/Journal.h"
+#include "platform/EventTap.h"
+
+namespace kestrelbay {
+
+/// A keyboard on which a test presses keys. Delivers what the interface promises
+/// and no more: key-downs of the wanted hotkeys that no other program holds, or of
+/// all keys while recording.
+class FakeEventTap final : public EventTap {
+public:
+    [[nodiscard]] bool install(Handlers handlers) override {
+        journal_.add(QStringLiteral("install"));
+        if (!permission_)
+            return false;
+        handlers_ = std::move(handlers);
+        isInstalled_ = true;
+        isDelivering_ = true;
+        return true;
+    }
+    void enable() override {
+        journal_.add(QStringLiteral("enable"));
+        isDelivering_ = isInstalled_;
+    }
+    void remove() override {
+        journal_.add(QStringLiteral("remove"));
+        isInstalled_ = isDelivering_ = isRecording_ = false;
+        handlers_ = {};
+    }
+    void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) override {
+        const std::vector<Hotkey> before = refusedHotkeys();
+        wanted_ = hotkeys;
+        ++wantedHotkeysCalls_;
+        tellRefusals(before);
+    }
+    bool setRecording(bool recording) override {
+        journal_.add(recording ? QStringLiteral("setRecording true")
+                               : QStringLiteral("setRecording false"));
+        isRecording_ = recording && isInstalled_ && !keyboardIsHeld_;
+        return isRecording_ == recording;
+    }
+    [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override {
+        std::vector<Hotkey> refused;
+        if (isInstalled_)
+            std::ranges::copy_if(
+                wanted_, std::back_inserter(refused),
+                [this](const Hotkey &hotkey) { return heldByOthers_.contains(hotkey); });
+        return refused;
+    }
+
+    // For the test:
+    void setPermission(bool granted) { permission_ = granted; }
+    [[nodiscard]] bool isInstalled() const { return isInstalled_; }
+    [[nodiscard]] bool isDelivering() const { return isDelivering_; }
+    [[nodiscard]] bool isRecording() const { return isRecording_; }
+    [[nodiscard]] const std::vector<Hotkey> &wantedHotkeys() const { return wanted_; }
+    [[nodiscard]] int wantedHotkeysCalls() const { return wantedHotkeysCalls_; }
+    /// install, enable, remove and setRecording calls since the last take.
+    QStringList takeCalls() { return journal_.take(); }
+
+    /// Another program holds the keyboard, so that recording can't begin.
+    void setKeyboardHeldByOthers(bool held) { keyboardIsHeld_ = held; }
+    /// Other programs hold these hotkeys, and no others, from now on.
+    void setHeldByOthers(const std::set<Hotkey> &hotkeys) {
+        const std::vector<Hotkey> before = refusedHotkeys();
+        heldByOthers_ = hotkeys;
+        tellRefusals(before);
+    }
+
+    /// Presses a key, or lets a modifier key go that is down. No verdict when the
+    /// tap did not get to see the key.
+    std::optional<EventVerdict> press(KeyCode keyCode) {
+        if (isModifierKeyCode(keyCode)) {
+            if (down_.erase(keyCode) == 0)
+                down_.insert(keyCode);
+            return deliver(EventType::FlagsChanged, keyCode);
+        }
+        if (!isRecording_ && !isWanted(keyCode))
+            return std::nullopt;
+        return deliver(EventType::KeyDown, keyCode);
+    }
+    std::optional<EventVerdict> release(KeyCode modifierKey) {
+        return down_.contains(modifierKey) ? press(modifierKey) : std::nullopt;
+    }
+    /// The system stops the tap, which only enable() repairs.
+    void disable(EventType reason) {
+        isDelivering_ = false;
+        if (handlers_.event)
+            handlers_.event(reason, KeyCode{}, ModifierFlags());
+    }
+
+private:
+    static constexpr ModifierFlags kGeneric = modifier::kGenericMask;
+
+    [[nodiscard]] bool isWanted(KeyCode keyCode) const {
+        const ModifierFlags flags = buildDetailedFlags(down_);
+        return std::ranges::any_of(wanted_, [&](const Hotkey &hotkey) {
+            return hotkey.keyCode == keyCode &&
+                   (hotkey.modifierFlags & kGeneric) == (flags & kGeneric) &&
+                   !heldByOthers_.contains(hotkey);
+        });
+    }
+    std::optional<EventVerdict> deliver(EventType type, KeyCode keyCode) {
+        if (!isDelivering_ || !handlers_.event)
+            return std::nullopt;
+        const auto handler = handlers_.event;  // the handler may remove the tap
+        return handler(type, keyCode, buildDetailedFlags(down_));
+    }
+    void tellRefusals(const std::vector<Hotkey> &before) const {
+        if (before != refusedHotkeys() && handlers_.refusalsChanged)
+            handlers_.refusalsChanged();
+    }
+
+    Handlers handlers_;
+    Journal journal_;
+    std::vector<Hotkey> wanted_;
+    std::set<Hotkey> heldByOthers_;
+    std::set<KeyCode> down_;
+    int wantedHotkeysCalls_ = 0;
+    bool permission_ = true;
+    bool keyboardIsHeld_ = false;
+    bool isInstalled_ = false;
+    bool isDelivering_ = false;
+    bool isRecording_ = false;
+};
+
+}  // namespace kestrelbay

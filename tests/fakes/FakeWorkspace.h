@@ -1,0 +1,85 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "fakes/FakeRunningApplication.h"
+#include "platform/Workspace.h"
+
+namespace kestrelbay {
+
+/// Starts nothing: writes down what it is asked for. Requests to the workspace and
+/// to its applications and windows stand in one journal, so that their order shows;
+/// reads stand in another.
+class FakeWorkspace final : public Workspace {
+public:
+    [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications() override {
+        reads_->add(QStringLiteral("runningApplications"));
+        std::vector<std::unique_ptr<RunningApplication>> applications;
+        for (const auto &process : processes_)
+            applications.push_back(
+                std::make_unique<FakeRunningApplication>(process, requests_, reads_));
+        return applications;
+    }
+    bool open(const QUrl &url) override { return request(QStringLiteral("open ") + text(url)); }
+    void openApplication(const QUrl &application, const QStringList &arguments,
+                         Completion completion) override {
+        request(QStringLiteral("openApplication ") + text(application) + QStringLiteral(" [") +
+                arguments.join(u'|') + u']');
+        completion(launchError_);
+    }
+    bool openFiles(const QList<QUrl> &files, const QUrl &application) override {
+        QStringList texts;
+        for (const QUrl &file : files)
+            texts.append(text(file));
+        return request(QStringLiteral("openFiles ") + texts.join(u'|') + QStringLiteral(" with ") +
+                       text(application));
+    }
+    bool showFolder(const QString &path) override {
+        return request(QStringLiteral("showFolder ") + path) && !fileManagerIdentifier_.isEmpty();
+    }
+    [[nodiscard]] QString fileManagerIdentifier() const override {
+        reads_->add(QStringLiteral("fileManagerIdentifier"));
+        return fileManagerIdentifier_;
+    }
+    void prepare(const QStringList &applicationPaths) override { prepared_ = applicationPaths; }
+
+    // For the test:
+    /// A process of the application at that path, listed last.
+    std::shared_ptr<FakeProcess> run(const QString &name, const QString &applicationPath) {
+        processes_.push_back(std::make_shared<FakeProcess>(
+            FakeProcess{.name = name, .bundleURL = QUrl::fromLocalFile(applicationPath)}));
+        return processes_.back();
+    }
+    void setFileManagerIdentifier(const QString &identifier) {
+        fileManagerIdentifier_ = identifier;
+    }
+    /// What openApplication() completes with; empty for success.
+    void setLaunchError(const QString &errorText) { launchError_ = errorText; }
+    /// Called within every request to the workspace itself.
+    void setRequestHook(std::function<void()> hook) { requestHook_ = std::move(hook); }
+    [[nodiscard]] const QStringList &preparedPaths() const { return prepared_; }
+    [[nodiscard]] Journal &requests() { return *requests_; }
+    [[nodiscard]] Journal &reads() { return *reads_; }
+
+private:
+    static QString text(const QUrl &url) { return QString::fromLatin1(url.toEncoded()); }
+    bool request(const QString &line) {
+        requests_->add(line);
+        if (requestHook_)
+            requestHook_();
+        return true;
+    }
+
+    std::vector<std::shared_ptr<FakeProcess>> processes_;
+    std::shared_ptr<Journal> requests_ = std::make_shared<Journal>();
+    std::shared_ptr<Journal> reads_ = std::make_shared<Journal>();
+    QString fileManagerIdentifier_ = QStringLiteral("com.apple.finder");
+    QString launchError_;
+    QStringList prepared_;
+    std::function<void()> requestHook_;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,29 @@
+#include <cstddef>
+#include <cstdint>
+
+#include <QByteArray>
+
+#include "fuzz/Check.h"
+#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/ExecLine.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    const QString path = QStringLiteral("/a/b.desktop");
+    if (const auto entry = kestrelbay::parseDesktopEntry(bytes, path, QStringLiteral("b.desktop")))
+        check(entry->path == path);
+
+    // The same bytes as the body of an entry and as an Exec line, which a fuzzer
+    // would take long to come upon.
+    static_cast<void>(
+        kestrelbay::parseDesktopEntry("[Desktop Entry]\nType=Application\nName=B\nExec=" + bytes,
+                                      path, QStringLiteral("b.desktop")));
+    const QString exec = QString::fromUtf8(bytes);
+    static_cast<void>(kestrelbay::programOfExec(exec));
+    const kestrelbay::ExecContext context{QStringLiteral("B"), QStringLiteral("b"), path};
+    for (const auto codes : {kestrelbay::FileCodes::Keep, kestrelbay::FileCodes::Drop}) {
+        if (const auto rewritten = kestrelbay::rewrittenExec(exec, context, codes, {exec}))
+            check(!rewritten->isEmpty());
+    }
+    return 0;
+}

@@ -1,0 +1,81 @@
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include "platform/linux/LaunchedProcesses.h"
+#include "platform/linux/ProcessFacts.h"
+
+namespace kestrelbay {
+namespace {
+
+QStringList list(std::initializer_list<const char *> texts) {
+    QStringList result;
+    for (const char *text : texts)
+        result.append(QString::fromUtf8(text));
+    return result;
+}
+
+TEST(ProcessApplication, UnitsOfSystemd) {
+    const QByteArray user = "0::/user.slice/user-1000.slice/user@1000.service/app.slice/";
+    EXPECT_EQ(scopeIdsOfCgroup(user + "app-gnome-org.gnome.Text\\x2dEditor-4711.scope\n"),
+              list({"org.gnome.Text-Editor", "gnome-org.gnome.Text-Editor"}));
+    EXPECT_EQ(scopeIdsOfCgroup(user + "app-org.kde.kate-8f2a.scope"), list({"org.kde.kate"}));
+    EXPECT_EQ(scopeIdsOfCgroup(user + "app-gnome-firefox@autostart.service"),
+              list({"firefox", "gnome-firefox"}));
+    EXPECT_EQ(scopeIdsOfCgroup("12:pids:/user.slice\n0::/init.scope\n"), QStringList());
+    EXPECT_EQ(scopeIdsOfCgroup("nonsense\n::\n0::/app-.scope\n0::/app-\\xzz-1.scope"),
+              list({"\\xzz"}));
+}
+
+TEST(ProcessApplication, Sandboxes) {
+    EXPECT_EQ(snapNameOfCgroup("0::/user.slice/snap.firefox.firefox-0a1b.scope"),
+              QStringLiteral("firefox"));
+    EXPECT_EQ(snapNameOfCgroup("0::/snap.only"), QString());
+    EXPECT_EQ(flatpakIdOfInfo("[Application]\nname=org.example.App\nruntime=x\n"),
+              QStringLiteral("org.example.App"));
+    EXPECT_EQ(flatpakIdOfInfo("[Runtime]\nname=org.example.Runtime\n"), QString());
+}
+
+TEST(ProcessApplication, TheLaunchedEntryIsNotInherited) {
+    const QByteArray own(
+        "A=b\0GIO_LAUNCHED_DESKTOP_FILE=/x/a b.desktop\0"
+        "GIO_LAUNCHED_DESKTOP_FILE_PID=77\0",
+        4 + 41 + 33);
+    EXPECT_EQ(launchedEntryOfEnvironment(own, 77), QStringLiteral("/x/a b.desktop"));
+    EXPECT_EQ(launchedEntryOfEnvironment(own, 78), QString());
+    EXPECT_EQ(launchedEntryOfEnvironment("GIO_LAUNCHED_DESKTOP_FILE=/x", 77), QString());
+}
+
+TEST(ProcessApplication, NamesOfPrograms) {
+    const auto names = [](const char *line, qsizetype size) {
+        return executableNamesOfCommandLine(QByteArray(line, size));
+    };
+    EXPECT_EQ(names("/usr/bin/gimp\0x", 15), list({"gimp"}));
+    EXPECT_EQ(names("/usr/bin/python3\0-O\0/usr/bin/meld\0x", 35), list({"meld"}));
+    EXPECT_EQ(names("python3\0", 8), QStringList());
+    EXPECT_EQ(names("sh\0-c\0/bin/sh", 14), QStringList());
+    EXPECT_EQ(names("thing: worker", 13), list({"thing:"}));
+    EXPECT_EQ(names("", 0), QStringList());
+}
+
+TEST(ProcessApplication, ReadsThisProcess) {
+    const ProcessFacts facts = readProcessFacts(getpid());
+    EXPECT_TRUE(facts.executableNames.contains(QStringLiteral("linux_apps_fast_tests")));
+    EXPECT_TRUE(facts.executablePath.endsWith(QStringLiteral("/linux_apps_fast_tests")));
+    EXPECT_GT(processStartTime(getpid()), 0U);
+    EXPECT_EQ(readProcessFacts(0), ProcessFacts());
+    EXPECT_EQ(readProcessFacts(0x7fff'ffff), ProcessFacts());
+    EXPECT_EQ(processStartTime(0x7fff'ffff), 0U);
+}
+
+TEST(ProcessApplication, RemembersWhatItLaunched) {
+    LaunchedProcesses processes;
+    processes.add(getpid(), QStringLiteral("/x.desktop"));
+    processes.add(0x7fff'ffff, QStringLiteral("/gone.desktop"));
+    EXPECT_EQ(processes.entryOf(getpid()), QStringLiteral("/x.desktop"));
+    EXPECT_EQ(processes.entryOf(0x7fff'ffff), QString());
+    EXPECT_EQ(processes.entryOf(getppid()), QString());
+}
+
+}  // namespace
+}  // namespace kestrelbay

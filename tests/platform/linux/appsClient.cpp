@@ -1,0 +1,85 @@
+// A program for the tests to launch: writes down how it was started and opens
+// windows until it is ended.
+//   --windows=N --instance=NAME --class=NAME --record=FILE
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+extern char **environ;
+
+namespace {
+
+/// One text a NUL, in the order arguments, "--", variables, "--", what descriptors
+/// are, "--", session leader or not, working folder.
+void record(const std::string &file, int argc, char **argv) {
+    const std::string unfinished = file + ".unfinished";
+    {
+        std::ofstream out(unfinished, std::ios::binary);
+        for (int i = 0; i < argc; ++i)
+            out << argv[i] << '\0';
+        out << "--" << '\0';
+        for (char **variable = environ; *variable != nullptr; ++variable)
+            out << *variable << '\0';
+        out << "--" << '\0';
+        for (int descriptor = 0; descriptor < 256; ++descriptor) {
+            std::error_code error;
+            const auto target =
+                std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(descriptor), error);
+            if (!error && target != unfinished)
+                out << descriptor << ' ' << target.string() << '\0';
+        }
+        out << "--" << '\0' << (getsid(0) == getpid() ? "leader" : "member") << '\0'
+            << std::filesystem::current_path().string() << '\0';
+    }
+    std::filesystem::rename(unfinished, file);
+}
+
+}  // namespace
+
+int main(int argc, char **argv) {
+    int windows = 0;
+    std::string instance;
+    std::string className;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        const std::string value(argument.substr(argument.find('=') == std::string_view::npos
+                                                    ? argument.size()
+                                                    : argument.find('=') + 1));
+        if (argument.starts_with("--windows="))
+            windows = std::atoi(value.c_str());
+        else if (argument.starts_with("--instance="))
+            instance = value;
+        else if (argument.starts_with("--class="))
+            className = value;
+        else if (argument.starts_with("--record="))
+            record(value, argc, argv);
+    }
+    if (windows == 0)
+        return 0;
+
+    xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
+    if (xcb_connection_has_error(connection) != 0)
+        return 1;
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    const std::string names = instance + '\0' + className + '\0';
+    for (int i = 0; i < windows; ++i) {
+        const xcb_window_t window = xcb_generate_id(connection);
+        xcb_create_window(connection, 0, window, root, static_cast<std::int16_t>(40 * i), 0, 200,
+                          100, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS,
+                            XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(names.size()),
+                            names.data());
+        xcb_map_window(connection, window);
+    }
+    xcb_flush(connection);
+    while (xcb_generic_event_t *event = xcb_wait_for_event(connection))
+        std::free(event);
+    return 0;
+}

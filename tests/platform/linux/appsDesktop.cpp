@@ -1,0 +1,257 @@
+#include "appsDesktop.h"
+
+#include <algorithm>
+#include <cstring>
+#include <stdexcept>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include "platform/linux/XProperty.h"
+#include "support/Poll.h"
+
+namespace kestrelbay::testing {
+
+namespace {
+PrivateHome *home = nullptr;
+}
+
+QByteArray clientProgram() {
+    return QByteArray(KESTRELBAY_APPS_CLIENT);
+}
+
+PrivateHome::PrivateHome() {
+    home = this;
+    const auto set = [](const char *name, const QString &value) {
+        qputenv(name, QFile::encodeName(value));
+    };
+    set("XDG_DATA_HOME", path(QStringLiteral("home")));
+    // The last one holds the types of files.
+    set("XDG_DATA_DIRS", path(QStringLiteral("system")) + QStringLiteral(":/usr/share"));
+    set("XDG_CONFIG_HOME", path(QStringLiteral("config")));
+    set("XDG_CONFIG_DIRS", path(QStringLiteral("xdg")));
+    qputenv("LANGUAGE", "de");
+    qputenv("LC_ALL", "C.UTF-8");
+    for (const char *name : {"WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP", "DISPLAY"})
+        qunsetenv(name);
+    for (const char *folder : {"home/applications", "system/applications", "config"})
+        QDir().mkpath(path(QLatin1String(folder)));
+
+    // xfwm4 does not go without its settings.
+    QDir().mkpath(path(QStringLiteral("system/dbus-1/services")));
+    const QString settings = QStringLiteral("dbus-1/services/org.xfce.Xfconf.service");
+    QFile::copy(QStringLiteral("/usr/share/") + settings,
+                path(QStringLiteral("system/")) + settings);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_DATA_DIRS"), path(QStringLiteral("system")));
+    bus_ = std::make_unique<ChildProcess>(
+        QStringLiteral("dbus-daemon"),
+        QStringList{QStringLiteral("--session"), QStringLiteral("--nofork"),
+                    QStringLiteral("--print-address")},
+        environment);
+    if (!waitUntil([&] { return bus_->output().endsWith('\n'); }))
+        throw std::runtime_error("no session bus");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus_->output().trimmed());
+}
+
+PrivateHome::~PrivateHome() = default;
+
+PrivateHome &PrivateHome::instance() {
+    return *home;
+}
+
+QString PrivateHome::write(const QString &relative, const QByteArray &content) const {
+    const QString file = path(relative);
+    QDir().mkpath(QFileInfo(file).path());
+    QFile out(file);
+    if (!out.open(QIODevice::WriteOnly))
+        throw std::runtime_error("cannot write");
+    out.write(content);
+    return file;
+}
+
+QString PrivateHome::writeEntry(const QString &name, const QByteArray &lines) const {
+    return write(QStringLiteral("home/applications/") + name,
+                 "[Desktop Entry]\nType=Application\nName=Thing\n" + lines + '\n');
+}
+
+void PrivateHome::removeEntries() const {
+    for (const char *folder : {"home/applications", "system/applications", "elsewhere"}) {
+        QDir(path(QLatin1String(folder))).removeRecursively();
+        QDir().mkpath(path(QLatin1String(folder)));
+    }
+    QFile::remove(path(QStringLiteral("config/mimeapps.list")));
+}
+
+WindowMaker::WindowMaker(const QString &displayName) : connection_(displayName) {}
+
+xcb_atom_t WindowMaker::atom(const char *name) {
+    return x11::internAtoms(connection_, std::vector<std::string_view>{name}).front();
+}
+
+void WindowMaker::sync() {
+    const x11::Reply<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
+        connection_.get(), xcb_get_input_focus(connection_.get()), nullptr));
+}
+
+xcb_window_t WindowMaker::make(const WindowOptions &options) {
+    const xcb_window_t window = xcb_generate_id(connection_.get());
+    xcb_create_window(connection_.get(), 0, window, connection_.root(), 10, 10, 120, 80, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    if (options.className != nullptr) {
+        QByteArray names(options.instance != nullptr ? options.instance : "");
+        names += '\0';
+        names += options.className;
+        names += '\0';
+        setText(window, "WM_CLASS", names);
+    }
+    const auto setWord = [&](const char *property, const char *type, std::uint32_t word) {
+        setRaw(window, property, type, 32,
+               QByteArray(reinterpret_cast<const char *>(&word), sizeof word));
+    };
+    if (options.type != nullptr)
+        setWord("_NET_WM_WINDOW_TYPE", "ATOM", atom(options.type));
+    if (options.transientFor != 0)
+        setWord("WM_TRANSIENT_FOR", "WINDOW", options.transientFor);
+    if (options.skipsTaskbar)
+        setWord("_NET_WM_STATE", "ATOM", atom("_NET_WM_STATE_SKIP_TASKBAR"));
+    xcb_map_window(connection_.get(), window);
+    sync();
+    return window;
+}
+
+void WindowMaker::setText(xcb_window_t window, const char *property, const QByteArray &text) {
+    setRaw(window, property, "STRING", 8, text);
+}
+
+void WindowMaker::setRaw(xcb_window_t window, const char *property, const char *type, int format,
+                         const QByteArray &bytes) {
+    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window, atom(property),
+                        atom(type), static_cast<std::uint8_t>(format),
+                        static_cast<std::uint32_t>(bytes.size() / (format / 8)), bytes.data());
+    sync();
+}
+
+void WindowMaker::destroy(xcb_window_t window) {
+    xcb_destroy_window(connection_.get(), window);
+    sync();
+}
+
+void WindowMaker::activate(xcb_window_t window) {
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = atom("_NET_ACTIVE_WINDOW");
+    event.data.data32[0] = 2;
+    xcb_send_event(connection_.get(), 0, connection_.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char *>(&event));
+    sync();
+}
+
+std::vector<std::uint32_t> WindowMaker::words(xcb_window_t window, const char *property) {
+    const x11::PropertyReply reply(xcb_get_property_reply(
+        connection_.get(),
+        xcb_get_property(connection_.get(), 0, window, atom(property), XCB_ATOM_ANY, 0, 4096),
+        nullptr));
+    const auto list = x11::propertyWords(reply);
+    return {list.begin(), list.end()};
+}
+
+xcb_window_t WindowMaker::active() {
+    const auto value = words(connection_.root(), "_NET_ACTIVE_WINDOW");
+    return value.empty() ? 0 : value.front();
+}
+
+bool WindowMaker::managed(const std::vector<xcb_window_t> &windows) {
+    const auto list = words(connection_.root(), "_NET_CLIENT_LIST_STACKING");
+    return std::all_of(windows.begin(), windows.end(), [&](xcb_window_t window) {
+        return std::find(list.begin(), list.end(), window) != list.end();
+    });
+}
+
+bool WindowMaker::isIconic(xcb_window_t window) {
+    const auto state = words(window, "WM_STATE");
+    return !state.empty() && state.front() == 3;
+}
+
+void WindowMaker::listen() {
+    const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(connection_.get(), connection_.root(), XCB_CW_EVENT_MASK, &events);
+    sync();
+}
+
+std::vector<WindowMaker::Message> WindowMaker::heard() {
+    sync();
+    std::vector<Message> messages;
+    while (const x11::Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
+        if ((event->response_type & 0x7f) != XCB_CLIENT_MESSAGE)
+            continue;
+        const auto &message = reinterpret_cast<const xcb_client_message_event_t &>(*event);
+        Message heardOne{message.window, message.type, {}};
+        std::memcpy(heardOne.data, message.data.data32, sizeof heardOne.data);
+        messages.push_back(heardOne);
+    }
+    return messages;
+}
+
+void AppsDesktop::SetUp() {
+    PrivateHome::instance().removeEntries();
+    server_ = std::make_unique<PrivateXServer>();
+    maker_ = std::make_unique<WindowMaker>(server_->displayName());
+}
+
+void AppsDesktop::TearDown() {
+    workspace_.reset();
+    maker_.reset();
+    windowManager_.reset();
+    server_.reset();
+}
+
+void AppsDesktop::startWindowManager(const QString &program) {
+    windowManager_.reset();
+    windowManager_ = server_->startWindowManager(program);
+    // openbox says that it is there before it listens, and forgets what is mapped
+    // in between.
+    ASSERT_TRUE(waitUntil([&] {
+        const xcb_window_t probe = maker_->make({});
+        const bool managed =
+            waitUntil([&] { return maker_->managed({probe}); }, std::chrono::milliseconds(100));
+        maker_->destroy(probe);
+        return managed &&
+               waitUntil([&] { return !maker_->managed({probe}); }, std::chrono::seconds(1));
+    }));
+}
+
+void AppsDesktop::startWorkspace() {
+    workspace_ = std::make_unique<x11::LinuxWorkspace>(server_->displayName(), log_);
+}
+
+AppsDesktop::Application AppsDesktop::running(const QString &entryPath) {
+    for (auto &application : workspace_->runningApplications())
+        if (application->bundleURL() == QUrl::fromLocalFile(entryPath))
+            return std::move(application);
+    return nullptr;
+}
+
+AppsDesktop::Application AppsDesktop::waitForRunning(const QString &entryPath,
+                                                     std::size_t windows) {
+    Application application;
+    if (!waitUntil([&] {
+            application = running(entryPath);
+            return application && application->windows().size() >= windows;
+        }))
+        return nullptr;
+    return application;
+}
+
+bool AppsDesktop::becomesActive(const QString &entryPath) {
+    return waitUntil([&] {
+        const Application application = running(entryPath);
+        return application && application->isActive();
+    });
+}
+
+}  // namespace kestrelbay::testing

@@ -1,0 +1,118 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <QByteArray>
+#include <QString>
+#include <QTemporaryDir>
+
+#include "platform/SystemLog.h"
+#include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/XConnection.h"
+#include "support/PrivateXServer.h"
+
+namespace kestrelbay::testing {
+
+struct NullLog : SystemLog {
+    void write(const QString &) override {}
+};
+
+/// The folders of a user of our own, set in the environment before anything reads
+/// it, and a session bus for him.
+class PrivateHome {
+public:
+    PrivateHome();
+    ~PrivateHome();
+
+    static PrivateHome &instance();
+
+    [[nodiscard]] QString path(const QString &relative) const { return root_.filePath(relative); }
+    /// A file below the home; its folders are made.
+    QString write(const QString &relative, const QByteArray &content) const;
+    /// An entry in the user's application folder. Without "Exec=" in it, the lines
+    /// start the test program with these arguments.
+    QString writeEntry(const QString &name, const QByteArray &lines) const;
+    void removeEntries() const;
+
+private:
+    QTemporaryDir root_;
+    std::unique_ptr<ChildProcess> bus_;
+};
+
+[[nodiscard]] QByteArray clientProgram();
+
+struct WindowOptions {
+    const char *instance = nullptr;
+    const char *className = nullptr;
+    const char *type = nullptr;
+    xcb_window_t transientFor = 0;
+    bool skipsTaskbar = false;
+};
+
+/// Makes windows of our own, and sees what became of them.
+class WindowMaker {
+public:
+    explicit WindowMaker(const QString &displayName);
+
+    /// Made and mapped; the window manager may not have it yet.
+    xcb_window_t make(const WindowOptions &options);
+    void setText(xcb_window_t window, const char *property, const QByteArray &text);
+    void setRaw(xcb_window_t window, const char *property, const char *type, int format,
+                const QByteArray &bytes);
+    void destroy(xcb_window_t window);
+    /// Asks for the focus as a pager would.
+    void activate(xcb_window_t window);
+
+    [[nodiscard]] std::vector<std::uint32_t> words(xcb_window_t window, const char *property);
+    [[nodiscard]] xcb_window_t active();
+    /// Has the window manager got them all?
+    [[nodiscard]] bool managed(const std::vector<xcb_window_t> &windows);
+    [[nodiscard]] bool isIconic(xcb_window_t window);
+    [[nodiscard]] xcb_atom_t atom(const char *name);
+
+    /// From now on, hear what is said to the window manager.
+    void listen();
+    struct Message {
+        xcb_window_t window;
+        xcb_atom_t type;
+        std::uint32_t data[5];
+    };
+    [[nodiscard]] std::vector<Message> heard();
+
+    [[nodiscard]] const x11::XConnection &connection() const { return connection_; }
+    void sync();
+
+private:
+    x11::XConnection connection_;
+};
+
+/// A server, a window manager, and a workspace looking at them.
+class AppsDesktop : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    void startWindowManager(const QString &program = QStringLiteral("openbox"));
+    void startWorkspace();
+    [[nodiscard]] x11::LinuxWorkspace &workspace() { return *workspace_; }
+
+    using Application = std::unique_ptr<RunningApplication>;
+    /// The first running application of this entry.
+    [[nodiscard]] Application running(const QString &entryPath);
+    [[nodiscard]] Application waitForRunning(const QString &entryPath, std::size_t windows = 1);
+    [[nodiscard]] bool becomesActive(const QString &entryPath);
+
+    NullLog log_;
+    std::unique_ptr<PrivateXServer> server_;
+    std::unique_ptr<ChildProcess> windowManager_;
+    std::unique_ptr<WindowMaker> maker_;
+    std::unique_ptr<x11::LinuxWorkspace> workspace_;
+};
+
+}  // namespace kestrelbay::testing
