@@ -17,7 +17,9 @@ std::uint64_t kestrelbay::allocationCount() {
 
 #if defined(__GLIBC__)
 
-// Underneath operator new, so that Qt's own containers are counted as well.
+// Underneath operator new, so that Qt's own containers are counted as well. The
+// names are those of the C library.
+// NOLINTBEGIN(bugprone-reserved-identifier, readability-inconsistent-declaration-parameter-name)
 extern "C" {
 void *__libc_malloc(std::size_t size);
 void *__libc_calloc(std::size_t number, std::size_t size);
@@ -36,6 +38,7 @@ void *realloc(void *memory, std::size_t size) noexcept {
     return __libc_realloc(memory, size);
 }
 }
+// NOLINTEND(bugprone-reserved-identifier, readability-inconsistent-declaration-parameter-name)
 
 #else
 

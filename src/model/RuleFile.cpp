@@ -1,154 +1,31 @@
 #include "model/RuleFile.h"
 
-#include <cstdint>
-#include <filesystem>
 #include <optional>
-#include <string>
-#include <system_error>
 #include <utility>
-
-#include <QFile>
-#include <QSaveFile>
 
 #include "model/RuleJson.h"
 
-namespace fs = std::filesystem;
-
 namespace kestrelbay {
 
-namespace {
-
-fs::path toFsPath(const QString &path) {
-    return QFile::encodeName(path).toStdString();
-}
-QString fromFsPath(const fs::path &path) {
-    return QFile::decodeName(QByteArray::fromStdString(path.string()));
-}
-
-/// Follows links to the place of a real file, which need not exist. The paths are
-/// not simplified: only the system knows what ".." means behind a link.
-std::optional<fs::path> resolveLinks(fs::path path) {
-    constexpr int kMostLinks = 40;  // what Linux allows before ELOOP
-    for (int links = 0; links <= kMostLinks; ++links) {
-        std::error_code error;
-        const fs::path target = fs::read_symlink(path, error);
-        if (error)
-            return path;
-        path = path.parent_path() / target;
-    }
-    return std::nullopt;
-}
-
-/// A name that no other file bears; somebody may take it before it is used, so
-/// every use must refuse to overwrite.
-fs::path nameForKeeping(const fs::path &file, int attempt) {
-    fs::path name = file;
-    name += ".unreadable";
-    if (attempt > 1)
-        name += "." + std::to_string(attempt);
-    return name;
-}
-
-enum class Kept : std::uint8_t {
-    No,
-    AsLink,  ///< under both names
-    AsCopy,
-    Moved,  ///< under the new name only
-    NameTaken,
-};
-
-Kept keepAs(const fs::path &file, const fs::path &name) {
-    std::error_code error;
-    fs::create_hard_link(file, name, error);
-    if (!error)
-        return Kept::AsLink;
-    if (error == std::errc::file_exists)
-        return Kept::NameTaken;
-
-    // Some file systems know no hard links, and some systems forbid them on files
-    // of other users; those may not even be readable. They can still be renamed.
-    const QString from = fromFsPath(file);
-    const QString to = fromFsPath(name);
-    if (QFile::copy(from, to))
-        return Kept::AsCopy;
-    if (fs::exists(fs::symlink_status(name, error)))
-        return Kept::NameTaken;
-    return QFile::rename(from, to) ? Kept::Moved : Kept::No;
-}
-
-struct KeptFile {
-    Kept how = Kept::No;
-    fs::path name;
-};
-
-KeptFile keepOldFile(const fs::path &file) {
-    constexpr int kMostAttempts = 1000;
-    for (int attempt = 1; attempt <= kMostAttempts; ++attempt) {
-        const fs::path name = nameForKeeping(file, attempt);
-        const Kept how = keepAs(file, name);
-        if (how != Kept::NameTaken)
-            return {how, name};
-    }
-    return {};
-}
-
-}  // namespace
-
 RuleFile::LoadResult RuleFile::load() {
-    const auto unusable = [this](const QString &problem) {
-        keepsOldFile_ = true;
-        return LoadResult{LoadStatus::Unusable, {}, problem};
-    };
-    keepsOldFile_ = false;
-
-    std::error_code error;
-    const fs::file_status status = fs::status(toFsPath(path_), error);
-    if (status.type() == fs::file_type::not_found)
-        return {};
-    if (error)
-        return unusable(QString::fromLocal8Bit(error.message()));
-    // Opening a pipe would wait for its writer.
-    if (status.type() != fs::file_type::regular)
-        return unusable(QStringLiteral("it is not a file"));
-
-    QFile file(path_);
-    if (!file.open(QIODevice::ReadOnly))
-        return unusable(file.errorString());
-    const QByteArray content = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return unusable(file.errorString());
-    std::optional<std::vector<ShortcutRule>> rules = decodeRules(content);
-    if (!rules)
-        return unusable(QStringLiteral("it is not a list of rules"));
-    return {LoadStatus::Ok, std::move(*rules), {}};
+    DataFile::Content content = file_.read();
+    LoadResult result{content.status, {}, std::move(content.problem)};
+    if (content.status == DataFile::Status::Ok) {
+        if (std::optional<std::vector<ShortcutRule>> rules = decodeRules(content.bytes))
+            result.rules = std::move(*rules);
+        else
+            result = {DataFile::Status::Unusable, {}, QStringLiteral("it is not a list of rules")};
+    }
+    oldFile_ = result.status == DataFile::Status::Unusable ? DataFile::OldFile::Keep
+                                                           : DataFile::OldFile::Replace;
+    return result;
 }
 
 bool RuleFile::save(const std::vector<ShortcutRule> &rules) {
-    const std::optional<fs::path> target = resolveLinks(toFsPath(path_));
-    if (!target)
-        return false;
-
-    // The new file is written out before the old one is touched: a full disk then
-    // leaves no trace.
-    QSaveFile file(fromFsPath(*target));
-    const QByteArray content = encodeRules(rules);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush())
-        return false;
-
-    KeptFile old;
-    std::error_code error;
-    if (keepsOldFile_ && fs::status(*target, error).type() != fs::file_type::not_found) {
-        old = keepOldFile(*target);
-        if (old.how == Kept::No)
-            return false;
-    }
-    if (!file.commit()) {
-        if (old.how == Kept::Moved)
-            fs::rename(old.name, *target, error);
-        return false;
-    }
-    keepsOldFile_ = false;
-    return true;
+    const bool saved = file_.replace(encodeRules(rules), oldFile_);
+    if (saved)
+        oldFile_ = DataFile::OldFile::Replace;
+    return saved;
 }
 
 }  // namespace kestrelbay

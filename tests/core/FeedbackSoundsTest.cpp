@@ -14,10 +14,12 @@ namespace kestrelbay {
 
 namespace {
 
-const auto kSuffixes = QStringList{u".aiff"_s, u".aif"_s};
+QStringList suffixes() {
+    return {u".aiff"_s, u".aif"_s};
+}
 
 QStringList names(const QStringList &entries) {
-    return feedbackSoundNames(entries, kSuffixes);
+    return feedbackSoundNames(entries, suffixes());
 }
 
 void touch(const QTemporaryDir &folder, const QStringList &entries) {
@@ -70,7 +72,7 @@ TEST(FeedbackSounds, FoldersAreMerged) {
     const QTemporaryDir second;
     touch(first, {u"Pop.aiff"_s, u"Basso.aiff"_s});
     touch(second, {u"Pop.aif"_s, u"Jump.aiff"_s, u"readme.txt"_s});
-    EXPECT_EQ(feedbackSounds({first.path(), second.path()}, kSuffixes),
+    EXPECT_EQ(feedbackSounds({first.path(), second.path()}, suffixes()),
               (QStringList{u"Jump"_s, u"Basso"_s, u"Pop"_s}));
 }
 
@@ -78,16 +80,16 @@ TEST(FeedbackSounds, FoldersAreNotSearchedBelow) {
     const QTemporaryDir folder;
     ASSERT_TRUE(QDir(folder.path()).mkdir(u"below"_s));
     touch(folder, {u"below/Pop.aiff"_s});
-    EXPECT_EQ(feedbackSounds({folder.path()}, kSuffixes), QStringList());
+    EXPECT_EQ(feedbackSounds({folder.path()}, suffixes()), QStringList());
 }
 
 TEST(FeedbackSounds, FolderThatCannotBeListedHasNone) {
     const QTemporaryDir folder;
     touch(folder, {u"Pop.aiff"_s});
-    EXPECT_EQ(feedbackSounds({u"/nowhere/at/all"_s}, kSuffixes), QStringList());
-    EXPECT_EQ(feedbackSounds({u"/nowhere/at/all"_s, folder.path()}, kSuffixes),
+    EXPECT_EQ(feedbackSounds({u"/nowhere/at/all"_s}, suffixes()), QStringList());
+    EXPECT_EQ(feedbackSounds({u"/nowhere/at/all"_s, folder.path()}, suffixes()),
               QStringList{u"Pop"_s});
-    EXPECT_EQ(feedbackSounds({}, kSuffixes), QStringList());
+    EXPECT_EQ(feedbackSounds({}, suffixes()), QStringList());
 }
 
 }  // namespace

@@ -80,7 +80,7 @@ public:
     }
     ~WithFileSizeLimit() {
         setrlimit(RLIMIT_FSIZE, &old_);
-        std::signal(SIGXFSZ, oldHandler_);
+        static_cast<void>(std::signal(SIGXFSZ, oldHandler_));
     }
     WithFileSizeLimit(const WithFileSizeLimit &) = delete;
     WithFileSizeLimit &operator=(const WithFileSizeLimit &) = delete;
@@ -241,10 +241,11 @@ TEST_F(RuleFileTest, FullDiskKeepsAnUnusableFileForTheNextSave) {
     EXPECT_EQ(entries().size(), 2);
 }
 
-TEST_F(RuleFileTest, MissingFolderIsAFailureWithoutConsequences) {
-    RuleFile file(path(u"nowhere/rules.json"_s));
+TEST_F(RuleFileTest, MissingFolderIsMadeWithTheFirstSave) {
+    RuleFile file(path(u"nowhere/yet/rules.json"_s));
     EXPECT_EQ(file.load().status, Status::Missing);
-    EXPECT_FALSE(file.save(oneRule()));
+    EXPECT_TRUE(file.save(oneRule()));
+    EXPECT_EQ(file.load().rules, oneRule());
 }
 
 TEST_F(RuleFileTest, LinkStaysAndItsTargetIsReplaced) {

@@ -232,9 +232,9 @@ TEST(RuleJson, KeyCodeZeroWithFlagsIsAHotkey) {
 
 TEST(RuleJson, WhatIsNotAnArrayOfObjectsYieldsNothing) {
     for (const char *text :
-         {"", " ", "{}", "null", "1", "\"[]\"", "[1]", "[{},1]", "[[]]", "[null]", "[{}", "[{},]",
-          "[] []", "nonsense", "[{\"keyCode\":1e999.}]", "[{\"keyCode\":01e999}]",
-          "[{\"a\":1 \"b\":2}]"})
+         {"", " ", "{}", "null", "1", R"("[]")", "[1]", "[{},1]", "[[]]", "[null]", "[{}", "[{},]",
+          "[] []", "nonsense", R"([{"keyCode":1e999.}])", R"([{"keyCode":01e999}])",
+          R"([{"a":1 "b":2}])"})
         EXPECT_EQ(decodeRules(text), std::nullopt) << text;
 }
 
@@ -248,9 +248,15 @@ TEST(RuleJson, ByteOrderMarkIsSkipped) {
 }
 
 TEST(RuleJson, InvalidUtf8YieldsNothing) {
-    EXPECT_EQ(decodeRules("[{\"appName\":\"\xFF\xFE\"}]"), std::nullopt);
-    EXPECT_EQ(decodeRules("[{\"appName\":\"\xC3\"}]"), std::nullopt);
-    EXPECT_EQ(decodeRules(QByteArray("\0[]", 3)), std::nullopt);
+    EXPECT_EQ(decodeRules(R"([{"appName":")"
+                          "\xFF\xFE"
+                          R"("}])"),
+              std::nullopt);
+    EXPECT_EQ(decodeRules(R"([{"appName":")"
+                          "\xC3"
+                          R"("}])"),
+              std::nullopt);
+    EXPECT_EQ(decodeRules(QByteArray(1, '\0') + "[]"), std::nullopt);
 }
 
 TEST(RuleJson, HugeNestingIsSafe) {

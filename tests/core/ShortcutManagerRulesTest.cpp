@@ -17,7 +17,9 @@ protected:
     }
 };
 
-const auto kABC = QStringList{u"A"_s, u"B"_s, u"C"_s};
+QStringList abc() {
+    return {u"A"_s, u"B"_s, u"C"_s};
+}
 
 TEST_F(ShortcutManagerRules, MissingFileGivesNoRulesAndWritesNone) {
     EXPECT_TRUE(manager().rules().empty());
@@ -87,22 +89,22 @@ TEST_F(ShortcutManagerRules, BadFileStaysUntilAChangeThenIsKept) {
 }
 
 TEST_F(ShortcutManagerRules, AddAppendsAndSaves) {
-    addAll(kABC);
-    EXPECT_EQ(names(), kABC);
+    addAll(abc());
+    EXPECT_EQ(names(), abc());
     const ShortcutManager::Rules before = manager().rules();
     restart();
     EXPECT_EQ(manager().rules(), before);
 }
 
 TEST_F(ShortcutManagerRules, LoadReplacesTheList) {
-    addAll(kABC);
+    addAll(abc());
     writeFile(R"([{"appName":"X"}])");
     manager().loadRules();
     EXPECT_EQ(names(), QStringList{u"X"_s});
 }
 
 TEST_F(ShortcutManagerRules, UpdateReplacesInPlaceAndSaves) {
-    addAll(kABC);
+    addAll(abc());
     ShortcutRule changed = manager().rules()[1];
     changed.appName = u"B2"_s;
     manager().updateRule(changed);
@@ -121,17 +123,17 @@ TEST_F(ShortcutManagerRules, UpdateOfARepeatedIdChangesTheFirst) {
 }
 
 TEST_F(ShortcutManagerRules, UpdateOfAnUnknownIdChangesAndWritesNothing) {
-    addAll(kABC);
+    addAll(abc());
     removeFile();
     rulesChangedCalls_ = 0;
     manager().updateRule(rule(u"X"_s));
-    EXPECT_EQ(names(), kABC);
+    EXPECT_EQ(names(), abc());
     EXPECT_FALSE(fileExists());
     EXPECT_EQ(rulesChangedCalls_, 0);
 }
 
 TEST_F(ShortcutManagerRules, RemoveTakesTheRuleOutAndSaves) {
-    addAll(kABC);
+    addAll(abc());
     manager().removeRule(1);
     EXPECT_EQ(names(), (QStringList{u"A"_s, u"C"_s}));
     restart();
@@ -139,16 +141,16 @@ TEST_F(ShortcutManagerRules, RemoveTakesTheRuleOutAndSaves) {
 }
 
 TEST_F(ShortcutManagerRules, RemoveOutsideTheListDoesNothing) {
-    addAll(kABC);
+    addAll(abc());
     removeFile();
     manager().removeRule(3);
     manager().removeRule(-1);
-    EXPECT_EQ(names(), kABC);
+    EXPECT_EQ(names(), abc());
     EXPECT_FALSE(fileExists());
 }
 
 TEST_F(ShortcutManagerRules, MoveDown) {
-    addAll(kABC);
+    addAll(abc());
     manager().moveRule(0, 2);
     EXPECT_EQ(names(), (QStringList{u"B"_s, u"C"_s, u"A"_s}));
     restart();
@@ -156,31 +158,31 @@ TEST_F(ShortcutManagerRules, MoveDown) {
 }
 
 TEST_F(ShortcutManagerRules, MoveUp) {
-    addAll(kABC);
+    addAll(abc());
     manager().moveRule(2, 0);
     EXPECT_EQ(names(), (QStringList{u"C"_s, u"A"_s, u"B"_s}));
 }
 
 TEST_F(ShortcutManagerRules, MoveToTheNextPlace) {
-    addAll(kABC);
+    addAll(abc());
     manager().moveRule(0, 1);
     EXPECT_EQ(names(), (QStringList{u"B"_s, u"A"_s, u"C"_s}));
 }
 
 TEST_F(ShortcutManagerRules, MoveOutsideTheListOrToItsOwnPlaceDoesNothing) {
-    addAll(kABC);
+    addAll(abc());
     removeFile();
     manager().moveRule(1, 3);
     manager().moveRule(1, 1);
     manager().moveRule(1, -1);
     manager().moveRule(-1, 1);
     manager().moveRule(3, 1);
-    EXPECT_EQ(names(), kABC);
+    EXPECT_EQ(names(), abc());
     EXPECT_FALSE(fileExists());
 }
 
 TEST_F(ShortcutManagerRules, FailedSaveIsSilentAndKeepsTheListInMemory) {
-    addAll(kABC);
+    addAll(abc());
     removeFile();
     ASSERT_TRUE(QDir().mkpath(filePath()));
     manager().removeRule(0);
@@ -198,7 +200,7 @@ TEST_F(ShortcutManagerRules, GlobalSwitchIsOnAgainAfterARestart) {
 TEST_F(ShortcutManagerRules, ChangesAreToldWithTheNewList) {
     manager();
     EXPECT_EQ(rulesChangedCalls_, 1);
-    addAll(kABC);
+    addAll(abc());
     EXPECT_EQ(rulesChangedCalls_, 4);
     manager().moveRule(0, 2);
     manager().removeRule(0);

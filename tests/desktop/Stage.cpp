@@ -8,6 +8,11 @@
 
 namespace kestrelbay::desktop {
 
+namespace {
+/// For a request that may have been lost, before it is made again.
+constexpr std::chrono::milliseconds kPatience{500};
+}  // namespace
+
 Stage::Stage(StageOptions options)
     : options_(std::move(options)),
       desktop_(options_.windowManager),
@@ -82,9 +87,15 @@ void Stage::prepare(const QString &what, const std::function<void()> &act,
 }
 
 void Stage::bringForward(Window window) {
+    // Asked once more when nothing came of it: a window manager that is just giving
+    // the focus of a closed window to another one prefers that to our request.
+    const auto askAndSee = [&] {
+        view().activate(window);
+        return testing::waitUntil(
+            [&] { return view().isInFront(window) && view().hasFocus(window); }, kPatience);
+    };
     prepare(
-        view().describe(window) + QStringLiteral(" in front"), [&] { view().activate(window); },
-        [&] { return view().isInFront(window) && view().hasFocus(window); });
+        view().describe(window) + QStringLiteral(" in front"), [] {}, askAndSee);
 }
 
 void Stage::bringFrontProgram() {
@@ -115,13 +126,14 @@ void Stage::closeAll(const char *windowClass, const std::vector<Window> &except)
         std::erase_if(windows, [&](Window w) { return std::ranges::count(except, w) != 0; });
         return windows;
     };
+    // A program that has just started does not listen yet, so it is asked again.
+    const auto askAndSee = [&] {
+        for (const Window window : others())
+            view().close(window);
+        return testing::waitUntil([&] { return others().empty(); }, kPatience);
+    };
     prepare(
-        QLatin1String(windowClass) + QStringLiteral(" closed"),
-        [&] {
-            for (const Window window : others())
-                view().close(window);
-        },
-        [&] { return others().empty(); });
+        QLatin1String(windowClass) + QStringLiteral(" closed"), [] {}, askAndSee);
 }
 
 QString Stage::frontInWords() {

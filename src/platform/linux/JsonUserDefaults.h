@@ -1,15 +1,16 @@
 #pragma once
 
+#include <QString>
+
+#include "files/DataFile.h"
 #include "platform/UserDefaults.h"
 
 namespace kestrelbay {
 
 /// The settings as one flat JSON object in a file that people may also edit, or
-/// keep elsewhere behind symbolic links. Nothing is cached. A write changes the
-/// text of the one value it is about; what else is in the file stays as it is, to
-/// the letter. A file that holds no JSON object is copied to
-/// "<path>.unreadable" (or "….unreadable.2", …) before it is replaced; a file
-/// that can't be read is left alone.
+/// keep elsewhere behind symbolic links. Nothing is cached. What else is in the
+/// object stays there, in its order. A file that holds no JSON object is kept
+/// beside the new one (DataFile::OldFile::Keep).
 class JsonUserDefaults final : public UserDefaults {
 public:
     explicit JsonUserDefaults(QString path);
@@ -21,7 +22,7 @@ public:
     void setBoolean(const QString &key, bool value) override;
 
 private:
-    const QString path_;
+    const DataFile file_;
 };
 
 }  // namespace kestrelbay

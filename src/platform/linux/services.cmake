@@ -1,6 +1,5 @@
 target_sources(kestrelbay_platform PRIVATE
     CanberraSounds.cpp
-    JsonMemberEdit.cpp
     JsonUserDefaults.cpp
     SoundFiles.cpp
     SyslogLog.cpp

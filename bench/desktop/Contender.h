@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include <QString>
+#include <QStringList>
+
+#include "desktop/Desktop.h"
+#include "desktop/Keys.h"
+#include "desktop/PtyProcess.h"
+
+namespace kestrelbay::bench {
+
+/// A program that brings the target forward when Super and its key are pressed.
+class Contender {
+public:
+    Contender(QString name, desktop::Key key, QString program, QStringList arguments)
+        : name_(std::move(name)),
+          key_(key),
+          program_(std::move(program)),
+          arguments_(std::move(arguments)) {}
+
+    [[nodiscard]] const QString &name() const { return name_; }
+    [[nodiscard]] const desktop::Key &key() const { return key_; }
+    [[nodiscard]] pid_t processId() const { return process_ ? process_->processId() : 0; }
+
+    /// Milliseconds from its start to the moment its key is grabbed. Throws
+    /// std::runtime_error when that never comes.
+    double start(desktop::Desktop &desktop);
+    /// Ends it and waits until its key is free.
+    void stop(desktop::Desktop &desktop);
+    /// Throws std::runtime_error when it has ended.
+    void expectRunning();
+    /// Waits until it has done nothing for a second, or half a minute at most.
+    void settle();
+
+private:
+    QString name_;
+    desktop::Key key_;
+    QString program_;
+    QStringList arguments_;
+    std::unique_ptr<desktop::PtyProcess> process_;
+};
+
+/// The function keys, one for each contender.
+inline constexpr desktop::Key kF1{122, 67, u'1'}, kF2{120, 68, u'2'}, kF3{99, 69, u'3'};
+
+/// KestrelBay with one rule for an xterm, sxhkd with wmctrl, and the limit. They are
+/// given their files in the desktop's home folder.
+[[nodiscard]] std::vector<Contender> makeContenders(const desktop::Desktop &desktop,
+                                                    const QString &kestrelbay, xcb_window_t target);
+
+}  // namespace kestrelbay::bench

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+namespace kestrelbay::bench {
+
+/// Measured times, in milliseconds.
+class Samples {
+public:
+    void add(double value) { values_.push_back(value); }
+    [[nodiscard]] std::size_t count() const { return values_.size(); }
+    /// The smallest value that so many percent of all do not exceed; 0 of none.
+    [[nodiscard]] double percentile(double percent) const;
+    [[nodiscard]] double median() const { return percentile(50); }
+
+private:
+    std::vector<double> values_;
+};
+
+}  // namespace kestrelbay::bench

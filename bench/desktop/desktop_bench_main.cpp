@@ -1,0 +1,227 @@
+// KestrelBay on a whole desktop, beside sxhkd and beside what is possible at all.
+
+#include <cstdio>
+#include <exception>
+#include <optional>
+#include <stdexcept>
+
+#include "Contender.h"
+#include "Latency.h"
+#include "Samples.h"
+#include "TextTable.h"
+#include "desktop/FrontWindow.h"
+#include "support/Poll.h"
+
+namespace {
+
+using namespace kestrelbay::bench;
+using namespace std::chrono_literals;
+using kestrelbay::desktop::Desktop;
+using kestrelbay::desktop::FrontWindow;
+using kestrelbay::desktop::Processes;
+using kestrelbay::testing::waitUntil;
+
+struct Options {
+    QString program = QStringLiteral(KESTRELBAY_PROGRAM);
+    QString windowManager = QStringLiteral("openbox");
+    int trials = 200;
+    int idleSeconds = 20;
+};
+
+std::optional<Options> parse(const QStringList &arguments) {
+    Options options;
+    for (qsizetype i = 0; i + 1 < arguments.size(); i += 2) {
+        if (arguments[i] == u"--program")
+            options.program = arguments[i + 1];
+        else if (arguments[i] == u"--wm")
+            options.windowManager = arguments[i + 1];
+        else if (arguments[i] == u"--trials")
+            options.trials = arguments[i + 1].toInt();
+        else if (arguments[i] == u"--idle-seconds")
+            options.idleSeconds = arguments[i + 1].toInt();
+        else
+            return std::nullopt;
+    }
+    if (arguments.size() % 2 != 0 || options.trials < 1 || options.idleSeconds < 0)
+        return std::nullopt;
+    return options;
+}
+
+QString number(double value, int digits = 2) {
+    return QString::number(value, 'f', digits);
+}
+
+QString inKiB(std::optional<qint64> memory) {
+    return memory ? QString::number(*memory) : QStringLiteral("?");
+}
+
+/// What the median and the 99th percentile may be, as multiples of the limit's.
+struct Goal {
+    double median;
+    double p99;
+};
+
+class DesktopBench {
+public:
+    explicit DesktopBench(const Options &options)
+        : options_(options),
+          desktop_(options.windowManager),
+          other_(desktop_.displayName()),
+          target_(startTarget()),
+          contenders_(makeContenders(desktop_, options.program, target_)) {}
+
+    void run() {
+        start();
+        idle();
+        Latency latency(desktop_, target_, other_.id());
+        measure(latency, {.median = 1.25, .p99 = 2});
+        fillDesktop();
+        measure(latency, {.median = 1.5, .p99 = 2});
+        memory();
+    }
+
+private:
+    std::size_t windowCount() { return desktop_.view().stacking().size(); }
+
+    xcb_window_t startTarget() {
+        desktop_.start(QStringLiteral("xterm"));
+        if (!waitUntil([&] { return windowCount() == 2; }))
+            throw std::runtime_error("there is no target window");
+        return desktop_.view().windowsOf(QStringLiteral("XTerm")).at(0);
+    }
+
+    void start() {
+        constexpr int kStarts = 10;
+        std::vector<Samples> times(contenders_.size());
+        for (int round = 0; round < kStarts; ++round) {
+            for (std::size_t i = 0; i < contenders_.size(); ++i) {
+                if (round > 0)
+                    contenders_[i].stop(desktop_);
+                times[i].add(contenders_[i].start(desktop_));
+            }
+        }
+        TextTable table({QStringLiteral("program"), QStringLiteral("median ms"),
+                         QStringLiteral("p90 ms"), QStringLiteral("private KiB")});
+        for (std::size_t i = 0; i < contenders_.size(); ++i) {
+            contenders_[i].settle();
+            table.add({contenders_[i].name(), number(times[i].median(), 1),
+                       number(times[i].percentile(90), 1),
+                       inKiB(Processes::privateMemory(contenders_[i].processId()))});
+        }
+        table.print(
+            QStringLiteral("From exec to the key grabbed, %1 starts; memory at rest").arg(kStarts));
+    }
+
+    void idle() {
+        std::vector<qint64> before;
+        for (const Contender &contender : contenders_)
+            before.push_back(Processes::wakeUps(contender.processId()).value_or(0));
+        const auto end =
+            std::chrono::steady_clock::now() + std::chrono::seconds(options_.idleSeconds);
+        (void)waitUntil([&] { return std::chrono::steady_clock::now() > end; },
+                        std::chrono::seconds(options_.idleSeconds + 1));
+        TextTable table(
+            {QStringLiteral("program"), QStringLiteral("wake-ups"), QStringLiteral("goal")});
+        for (std::size_t i = 0; i < contenders_.size(); ++i) {
+            contenders_[i].expectRunning();
+            const qint64 now = Processes::wakeUps(contenders_[i].processId()).value_or(0);
+            table.add({contenders_[i].name(), QString::number(now - before[i]),
+                       i == 0 ? QStringLiteral("0") : QString()});
+        }
+        table.print(
+            QStringLiteral("Wake-ups in %1 s in which nothing happens").arg(options_.idleSeconds));
+    }
+
+    void measure(Latency &latency, Goal goal) {
+        const std::size_t windows = windowCount();
+        const std::vector<Samples> samples = latency.run(contenders_, options_.trials);
+        const Samples &limit = samples.back();
+        TextTable table({QStringLiteral("program"), QStringLiteral("median ms"),
+                         QStringLiteral("p90 ms"), QStringLiteral("p99 ms"),
+                         QStringLiteral("median/limit"), QStringLiteral("goal"),
+                         QStringLiteral("p99/limit"), QStringLiteral("goal")});
+        for (std::size_t i = 0; i < samples.size(); ++i) {
+            const auto bound = [&](double value) {
+                return i == 0 ? QStringLiteral("≤ ") + number(value) : QString();
+            };
+            table.add({contenders_[i].name(), number(samples[i].median()),
+                       number(samples[i].percentile(90)), number(samples[i].percentile(99)),
+                       number(samples[i].median() / limit.median()), bound(goal.median),
+                       number(samples[i].percentile(99) / limit.percentile(99)), bound(goal.p99)});
+        }
+        table.print(QStringLiteral("From key press to the target being active, %1 windows, %2, "
+                                   "%3 trials each, by turns")
+                        .arg(windows)
+                        .arg(options_.windowManager)
+                        .arg(options_.trials));
+    }
+
+    /// Up to 200 windows of 14 programs.
+    void fillDesktop() {
+        constexpr int kPrograms = 12;
+        constexpr int kWindowsOfEach = 16;
+        constexpr std::size_t kAll = 200;
+        const auto startAndWait = [&](const QString &program, const QStringList &arguments,
+                                      std::size_t more) {
+            const std::size_t wanted = windowCount() + more;
+            desktop_.start(program, arguments);
+            if (!waitUntil([&] { return windowCount() == wanted; }, 20s))
+                throw std::runtime_error("the desktop did not fill");
+        };
+        for (const char *folder : {"a", "b", "c"}) {
+            const QString path = desktop_.home().path(QLatin1String(folder));
+            kestrelbay::desktop::HomeFolder::write(path + QStringLiteral("/note.txt"), "A note.\n");
+            startAndWait(QStringLiteral("thunar"), {path}, 1);
+            startAndWait(QStringLiteral("mousepad"),
+                         {QStringLiteral("-o"), QStringLiteral("window"),
+                          path + QStringLiteral("/note.txt")},
+                         1);
+        }
+        for (int i = 1; i <= kPrograms; ++i)
+            startAndWait(QStringLiteral(CROWD_PROGRAM),
+                         {QString::number(kWindowsOfEach), QStringLiteral("Crowd%1").arg(i)},
+                         kWindowsOfEach);
+        if (windowCount() != kAll)
+            throw std::runtime_error("there are not 200 windows");
+        for (Contender &contender : contenders_)
+            contender.settle();
+    }
+
+    void memory() {
+        TextTable table({QStringLiteral("program"), QStringLiteral("private KiB")});
+        for (Contender &contender : contenders_) {
+            contender.settle();
+            table.add({contender.name(), inKiB(Processes::privateMemory(contender.processId()))});
+        }
+        table.print(QStringLiteral("Memory after all presses"));
+    }
+
+    Options options_;
+    Desktop desktop_;
+    FrontWindow other_;
+    xcb_window_t target_;
+    std::vector<Contender> contenders_;
+};
+
+}  // namespace
+
+int main(int argc, char *argv[]) {
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments += QString::fromLocal8Bit(argv[i]);
+    const auto options = parse(arguments);
+    if (!options) {
+        std::fputs(
+            "usage: desktop_bench [--program PATH] [--wm openbox|xfwm4|metacity] [--trials N] "
+            "[--idle-seconds N]\n",
+            stderr);
+        return 2;
+    }
+    try {
+        DesktopBench(*options).run();
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "desktop_bench: %s\n", error.what());
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <utility>
+
+#include <QByteArray>
+#include <QString>
+
+namespace kestrelbay {
+
+/// A file of the program's own data, read and replaced as a whole. Where its path
+/// is a symbolic link, the link stays and the file it leads to is meant. Blocks on
+/// the disk; any thread, and readers never see half a file.
+class DataFile {
+public:
+    enum class Status : std::uint8_t {
+        Missing,  ///< there is no file, which is how every user begins
+        Ok,
+        Unusable,  ///< there is something that cannot be read
+    };
+    struct Content {
+        Status status = Status::Missing;
+        QByteArray bytes;  ///< empty unless Ok
+        QString problem;   ///< why it is Unusable, as half a sentence
+    };
+    enum class OldFile : std::uint8_t {
+        Replace,
+        /// Kept beside the new one, with ".unreadable" (then ".unreadable.2" and so
+        /// on) added to its name. For what could not be understood.
+        Keep,
+    };
+
+    explicit DataFile(QString path) : path_(std::move(path)) {}
+
+    [[nodiscard]] Content read() const;
+
+    /// Replaces the file in one step, and creates its folder if need be. False when
+    /// that could not be done, as on a full disk; then the old file is still in
+    /// place, whole.
+    [[nodiscard]] bool replace(const QByteArray &bytes, OldFile old) const;
+
+private:
+    QString path_;
+};
+
+}  // namespace kestrelbay
