@@ -1,7 +1,6 @@
 #include "app/ApplicationService.h"
 
 #include <QDBusConnection>
-#include <QLatin1String>
 
 #include <utility>
 
@@ -14,8 +13,8 @@ ApplicationService::ApplicationService(QObject *parent, std::function<void()> ac
 bool ApplicationService::registerOnSessionBus() {
     QDBusConnection bus = QDBusConnection::sessionBus();
     // The object first: whoever waits for the name calls it at once.
-    return bus.isConnected() && bus.registerObject(QLatin1String(kPath), parent()) &&
-           bus.registerService(QLatin1String(kName));
+    return bus.isConnected() && bus.registerObject(kPath, parent()) &&
+           bus.registerService(kName);
 }
 
 void ApplicationService::Activate(const QVariantMap & /*platformData*/) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusAbstractAdaptor>
+#include <QLatin1StringView>
 #include <QString>
 #include <QVariantList>
 #include <QVariantMap>
@@ -19,8 +20,8 @@ class ApplicationService final : public QDBusAbstractAdaptor {
 
 public:
     /// The name on the session bus, which is also the desktop file id.
-    static constexpr char kName[] = "org.kestrelbay.KestrelBay";
-    static constexpr char kPath[] = "/org/kestrelbay/KestrelBay";
+    static constexpr QLatin1StringView kName{"org.kestrelbay.KestrelBay"};
+    static constexpr QLatin1StringView kPath{"/org/kestrelbay/KestrelBay"};
 
     using Actions = std::map<QString, std::function<void()>>;
 

@@ -2,8 +2,8 @@
 #include <QCommandLineParser>
 #include <QTimer>
 
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 
 #include "app/AppDelegate.h"
 #include "app/QtMessages.h"
@@ -30,13 +30,13 @@ void parseCommandLine(int argc, char **argv) {
 int main(int argc, char **argv) {
     QCoreApplication::setApplicationName(QStringLiteral("KestrelBay"));
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTRELBAY_VERSION));
-    QGuiApplication::setDesktopFileName(QLatin1String(kestrelbay::ApplicationService::kName));
+    QGuiApplication::setDesktopFileName(kestrelbay::ApplicationService::kName);
     if (argc > 1)
         parseCommandLine(argc, argv);
 
     const std::unique_ptr<kestrelbay::Platform> platform = kestrelbay::makePlatform();
     if (const QString problem = platform->startupProblem(); !problem.isEmpty()) {
-        std::fprintf(stderr, "KestrelBay: %s\n", qUtf8Printable(problem));
+        std::cerr << "KestrelBay: " << qPrintable(problem) << '\n';
         return EXIT_FAILURE;
     }
 

@@ -77,8 +77,10 @@ QStringList AppLauncher::parseCommandLineArgs(const QString &text) {
 std::unique_ptr<RunningApplication> AppLauncher::runningInstance(const Press &press) const {
     // Only the place counts: a copy elsewhere is another application.
     for (auto &application : workspace_.runningApplications()) {
-        if (isSameFile(application->bundleURL(), press.appUrl))
-            return std::move(application);
+        if (isSameFile(application->bundleURL(), press.appUrl)) {
+            std::unique_ptr<RunningApplication> found = std::move(application);
+            return found;
+        }
     }
     return nullptr;
 }

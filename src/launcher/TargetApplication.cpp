@@ -25,7 +25,7 @@ std::vector<WindowElement *> TargetApplication::standardWindows(const Windows &w
     const bool isFiltered = isFileManager();
     standard.reserve(windows.size());
     for (const auto &window : windows) {
-        if (!isFiltered || window->subrole() == QLatin1StringView(kStandardWindowSubrole))
+        if (!isFiltered || window->subrole() == kStandardWindowSubrole)
             standard.push_back(window.get());
     }
     return standard;

@@ -119,7 +119,7 @@ bool blankOutHugeNumbers(QByteArray &text) {
     bool inString = false;
     char *const end = text.data() + text.size();
     for (char *at = text.data(); at != end; ++at) {
-        if (inString && *at == '\\' && at + 1 != end) {
+        if (*at == '\\' && at + 1 != end) {
             ++at;
         } else if (*at == '"') {
             inString = !inString;

@@ -2,12 +2,13 @@
 
 #include <optional>
 
+#include <QLatin1StringView>
 #include <QString>
 
 namespace kestrelbay {
 
 /// The subrole of an ordinary top-level window.
-inline constexpr char kStandardWindowSubrole[] = "AXStandardWindow";
+inline constexpr QLatin1StringView kStandardWindowSubrole{"AXStandardWindow"};
 
 /// One window of another program. Safe to use from any one thread at a time.
 /// Calls may block until the window's owner or the window manager answers. A

@@ -116,8 +116,13 @@ Stage::Window Stage::windowOf(const char *windowClass) {
 
 bool Stage::isInFront(const char *windowClass, const QString &titlePart) {
     const Window window = view().active();
-    return view().windowClass(window) == QLatin1String(windowClass) &&
-           view().title(window).contains(titlePart) && view().isInFront(window);
+    const auto windows = view().stacking();
+    const Window frontMost = windows.empty() ? Window{XCB_NONE} : windows.front();
+    const auto isOurs = [&](Window w) {
+        return view().windowClass(w) == QLatin1String(windowClass);
+    };
+    return isOurs(window) && view().title(window).contains(titlePart) && view().isShown(window) &&
+           isOurs(frontMost);
 }
 
 void Stage::closeAll(const char *windowClass, const std::vector<Window> &except) {

@@ -61,7 +61,8 @@ public:
     /// The front-most window of the class; throws NotPrepared when there is none.
     [[nodiscard]] Window windowOf(const char *windowClass);
     [[nodiscard]] std::vector<Window> windowsOf(const char *windowClass);
-    /// Is the front-most window of all one of this class, and its title like that?
+    /// Is the active window one of this class, its title like that, and no other
+    /// program's window above it?
     [[nodiscard]] bool isInFront(const char *windowClass, const QString &titlePart = {});
     /// Closes all windows of the class but the given ones.
     void closeAll(const char *windowClass, const std::vector<Window> &except = {});

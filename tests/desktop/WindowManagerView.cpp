@@ -91,13 +91,14 @@ WindowManagerView::Window WindowManagerView::managerWindow() {
     return !itself.empty() && itself.front() == window ? window : Window{XCB_NONE};
 }
 
+bool WindowManagerView::isShown(Window window) {
+    return state(window) == State::Normal &&
+           desktopOf(window).value_or(currentDesktop()) == currentDesktop();
+}
+
 bool WindowManagerView::isInFront(Window window) {
-    if (active() != window || state(window) != State::Normal)
-        return false;
-    if (const auto desktop = desktopOf(window); desktop && *desktop != currentDesktop())
-        return false;
     const auto windows = stacking();
-    return !windows.empty() && windows.front() == window;
+    return active() == window && isShown(window) && !windows.empty() && windows.front() == window;
 }
 
 QString WindowManagerView::describe(Window window) {

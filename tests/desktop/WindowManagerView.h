@@ -38,7 +38,9 @@ public:
     /// The window by which the window manager shows that it runs; none when it
     /// does not.
     [[nodiscard]] Window managerWindow();
-    /// Active, in front of all others, on the current workspace and not minimised.
+    /// On the current workspace and not minimised.
+    [[nodiscard]] bool isShown(Window window);
+    /// Active, shown, and in front of all others.
     [[nodiscard]] bool isInFront(Window window);
 
     /// As "XTerm “title” 0x40000d".

@@ -12,7 +12,7 @@ namespace kestrelbay {
 /// A window as the test sets it up. No value stands for what can't be read.
 struct FakeWindow {
     QString name;
-    std::optional<QString> subrole = QString::fromLatin1(kStandardWindowSubrole);
+    std::optional<QString> subrole = QString(kStandardWindowSubrole);
     std::optional<bool> isMinimized = false;
     bool isMain = false;
     bool isGone = false;

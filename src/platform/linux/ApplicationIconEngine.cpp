@@ -16,9 +16,11 @@ namespace {
 constexpr auto kGenericIcon = "application-x-executable";
 
 QIcon iconOfFile(const QString &path) {
-    const QIcon icon(path);
+    if (!QFileInfo(path).isFile())
+        return {};
+    QIcon icon(path);
     // An icon remembers a name whether or not there is an image behind it.
-    return QFileInfo(path).isFile() && !icon.pixmap(16).isNull() ? icon : QIcon();
+    return icon.pixmap(16).isNull() ? QIcon() : icon;
 }
 
 /// Where icons lay before there were themes, and where some still lie.
@@ -49,7 +51,7 @@ QIcon iconOfName(const QString &name) {
         if (!icon.isNull())
             return icon;
     }
-    return iconOfPixmaps(name);
+    return name.contains(u'/') ? QIcon() : iconOfPixmaps(name);
 }
 
 /// For systems without any theme.

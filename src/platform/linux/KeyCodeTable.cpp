@@ -2,7 +2,6 @@
 
 #include <linux/input-event-codes.h>
 
-#include <algorithm>
 #include <array>
 
 namespace kestrelbay::x11 {
@@ -65,20 +64,19 @@ constexpr std::uint8_t kXOffset = 8;  // X servers number evdev keys from 8
 }  // namespace
 
 std::optional<XKeycode> toXKeycode(KeyCode code) {
-    const auto row = std::ranges::find(kRows, toNumber(code), &Row::keyCode);
-    if (row == kRows.end())
-        return std::nullopt;
-    return static_cast<XKeycode>(row->evdev + kXOffset);
+    for (const Row &row : kRows) {
+        if (row.keyCode == toNumber(code))
+            return static_cast<XKeycode>(row.evdev + kXOffset);
+    }
+    return std::nullopt;
 }
 
 std::optional<KeyCode> toKeyCode(XKeycode code) {
-    if (code < kXOffset)
-        return std::nullopt;
-    const auto row =
-        std::ranges::find(kRows, static_cast<std::uint8_t>(code - kXOffset), &Row::evdev);
-    if (row == kRows.end())
-        return std::nullopt;
-    return KeyCode{row->keyCode};
+    for (const Row &row : kRows) {
+        if (row.evdev + kXOffset == code)
+            return KeyCode{row.keyCode};
+    }
+    return std::nullopt;
 }
 
 }  // namespace kestrelbay::x11

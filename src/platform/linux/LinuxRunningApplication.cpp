@@ -18,7 +18,7 @@ public:
             return std::nullopt;
         switch (windows_->type(position_)) {
             case WindowType::Normal:
-                return QString::fromLatin1(kStandardWindowSubrole);
+                return QString(kStandardWindowSubrole);
             case WindowType::Dialog:
                 return QStringLiteral("AXDialog");
             case WindowType::Utility:

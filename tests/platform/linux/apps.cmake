@@ -16,9 +16,16 @@ target_link_libraries(linux_apps_client PRIVATE kestrelbay_settings PkgConfig::X
 
 kestrelbay_test(linux_apps_tests LABEL display
     SOURCES
+        WorkspaceContract.cpp
+        linux/CatalogApplicationTest.cpp
         linux/LinuxWorkspaceTest.cpp
+        linux/WindowRoundTripsTest.cpp
+        linux/WorkspaceContractLinuxTest.cpp
+        linux/WorkspaceLaunchTest.cpp
+        linux/appsBus.cpp
         linux/appsDesktop.cpp
         linux/appsMain.cpp
+        linux/appsTurns.cpp
     LIBRARIES kestrelbay_platform kestrelbay_test_support PkgConfig::GIO_TEST)
 target_compile_definitions(linux_apps_tests PRIVATE
     KESTRELBAY_APPS_CLIENT="$<TARGET_FILE:linux_apps_client>")

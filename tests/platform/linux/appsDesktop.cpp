@@ -38,11 +38,6 @@ PrivateHome::PrivateHome() {
     for (const char *folder : {"home/applications", "system/applications", "config"})
         QDir().mkpath(path(QLatin1String(folder)));
 
-    // xfwm4 does not go without its settings.
-    QDir().mkpath(path(QStringLiteral("system/dbus-1/services")));
-    const QString settings = QStringLiteral("dbus-1/services/org.xfce.Xfconf.service");
-    QFile::copy(QStringLiteral("/usr/share/") + settings,
-                path(QStringLiteral("system/")) + settings);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("XDG_DATA_DIRS"), path(QStringLiteral("system")));
     bus_ = std::make_unique<ChildProcess>(
@@ -210,19 +205,28 @@ void AppsDesktop::TearDown() {
     server_.reset();
 }
 
-void AppsDesktop::startWindowManager(const QString &program) {
-    windowManager_.reset();
-    windowManager_ = server_->startWindowManager(program);
+std::unique_ptr<ChildProcess> startReadyWindowManager(PrivateXServer &server,
+                                                      const QString &program) {
+    auto manager = server.startWindowManager(program);
+    WindowMaker maker(server.displayName());
     // openbox says that it is there before it listens, and forgets what is mapped
     // in between.
-    ASSERT_TRUE(waitUntil([&] {
-        const xcb_window_t probe = maker_->make({});
+    const bool ready = waitUntil([&] {
+        const xcb_window_t probe = maker.make({});
         const bool managed =
-            waitUntil([&] { return maker_->managed({probe}); }, std::chrono::milliseconds(100));
-        maker_->destroy(probe);
+            waitUntil([&] { return maker.managed({probe}); }, std::chrono::milliseconds(100));
+        maker.destroy(probe);
         return managed &&
-               waitUntil([&] { return !maker_->managed({probe}); }, std::chrono::seconds(1));
-    }));
+               waitUntil([&] { return !maker.managed({probe}); }, std::chrono::seconds(1));
+    });
+    if (!ready)
+        throw std::runtime_error("the window manager does not manage windows");
+    return manager;
+}
+
+void AppsDesktop::startWindowManager(const QString &program) {
+    windowManager_.reset();
+    windowManager_ = startReadyWindowManager(*server_, program);
 }
 
 void AppsDesktop::startWorkspace() {

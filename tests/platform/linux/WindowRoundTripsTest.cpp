@@ -1,0 +1,80 @@
+#include <algorithm>
+#include <cstdio>
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+
+#include "appsDesktop.h"
+#include "appsTurns.h"
+#include "support/Poll.h"
+
+namespace kestrelbay::testing {
+namespace {
+
+class WindowRoundTrips : public AppsDesktop, public ::testing::WithParamInterface<int> {
+protected:
+    /// What a press does that finds its application running: list, read, decide.
+    static void press(x11::LinuxWorkspace &workspace, const QUrl &url) {
+        for (const auto &application : workspace.runningApplications()) {
+            if (application->bundleURL() != url)
+                continue;
+            static_cast<void>(application->windows());
+            for (const auto &window : application->windows())
+                static_cast<void>(window->isMinimized());
+            return;
+        }
+        FAIL() << "not running";
+    }
+};
+
+TEST_P(WindowRoundTrips, AreTwoHoweverManyWindows) {
+    const QString entry = PrivateHome::instance().writeEntry(QStringLiteral("Aaa.desktop"),
+                                                             "Exec=/bin/true\nStartupWMClass=Aaa");
+    PrivateHome::instance().writeEntry(QStringLiteral("Bbb.desktop"),
+                                       "Exec=/bin/true\nStartupWMClass=Bbb");
+    startWindowManager();
+    std::vector<xcb_window_t> windows;
+    for (int i = 0; i < GetParam(); ++i)
+        windows.push_back(maker_->make({.className = i % 2 == 0 ? "Aaa" : "Bbb"}));
+    ASSERT_TRUE(waitUntil([&] { return maker_->managed(windows); }, std::chrono::seconds(30)));
+
+    const QUrl url = QUrl::fromLocalFile(entry);
+    TurnCounter counter(server_->displayName());
+    {
+        x11::LinuxWorkspace counted(counter.displayName(), log_);
+        press(counted, url);
+        // The window manager may still be busy with its windows, and on a busy
+        // machine a press may take so long that it has to look again.
+        EXPECT_TRUE(waitUntil([&] {
+            const int before = counter.turns();
+            for (int i = 0; i < 10; ++i)
+                press(counted, url);
+            EXPECT_GE(counter.turns() - before, 20);
+            return counter.turns() - before == 20;
+        })) << counter.turns();
+        // Asking for the applications alone is one.
+        const int listing = counter.turns();
+        static_cast<void>(counted.runningApplications());
+        EXPECT_EQ(counter.turns() - listing, 1);
+    }
+
+    startWorkspace();
+    press(workspace(), url);
+    std::vector<qint64> times;
+    for (int i = 0; i < 200; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        press(workspace(), url);
+        times.push_back(timer.nsecsElapsed() / 1000);
+    }
+    std::sort(times.begin(), times.end());
+    std::printf("%d windows: median %lld us, 95%% %lld us\n", GetParam(),
+                static_cast<long long>(times[100]), static_cast<long long>(times[190]));
+    EXPECT_LT(times[100], 50'000);
+}
+
+INSTANTIATE_TEST_SUITE_P(Windows, WindowRoundTrips, ::testing::Values(2, 200));
+
+}  // namespace
+}  // namespace kestrelbay::testing

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <atomic>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+
+#include <QString>
+#include <QStringList>
+
+#include "platform/linux/BackgroundLoop.h"
+#include "platform/linux/GObjectPtr.h"
+
+namespace kestrelbay::testing {
+
+/// A program on the session bus that owns one name and takes every call.
+class BusService {
+public:
+    enum class Manner { Answers, Refuses, KeepsSilent };
+
+    /// Waits until the name is there.
+    BusService(const QString &name, const QString &path, const char *interfaceXml, Manner manner);
+    ~BusService();
+
+    /// "Method(arguments in GVariant's text form)", in order.
+    [[nodiscard]] QStringList calls() const;
+
+private:
+    void own(const QString &name, const QString &path, const char *interfaceXml);
+    static void onCall(GDBusConnection *connection, const char *sender, const char *path,
+                       const char *interface, const char *method, GVariant *parameters,
+                       GDBusMethodInvocation *invocation, gpointer self);
+
+    const Manner manner_;
+    mutable std::mutex mutex_;
+    std::condition_variable owned_;
+    bool isOwned_ = false;
+    QStringList calls_;
+    GObjectPtr<GDBusConnection> connection_;
+    std::unique_ptr<BackgroundLoop> loop_;
+};
+
+}  // namespace kestrelbay::testing
