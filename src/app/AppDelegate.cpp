@@ -49,6 +49,14 @@ AppDelegate::AppDelegate(Platform &platform)
 
 AppDelegate::~AppDelegate() = default;
 
+bool AppDelegate::registerOnSessionBus() {
+    return service_.registerOnSessionBus();
+}
+
+void AppDelegate::performAction(const QString &name) {
+    service_.ActivateAction(name, {}, {});
+}
+
 void AppDelegate::applicationDidFinishLaunching() {
     ShortcutManager::Hooks hooks;
     hooks.ruleFired = [this](const ShortcutRule &rule) { ruleRunner_.ruleFired(rule); };
@@ -62,9 +70,6 @@ void AppDelegate::applicationDidFinishLaunching() {
     ShortcutManager::setShared(*manager_);
     if (!manager_->isAccessibilityGranted())
         startAccessibilityPolling();
-    // Without a session bus, or beside another instance, the program only can't be
-    // reached from outside.
-    [[maybe_unused]] const bool reachable = service_.registerOnSessionBus();
 }
 
 void AppDelegate::startAccessibilityPolling() {

@@ -26,7 +26,14 @@ public:
     explicit AppDelegate(Platform &platform);
     ~AppDelegate() override;
 
+    /// Makes the program reachable for others of this session. False when another
+    /// instance is reachable already, and where there is no session bus.
+    [[nodiscard]] bool registerOnSessionBus();
+
     void applicationDidFinishLaunching();
+
+    /// One of those that the session bus offers; nothing for an unknown name.
+    void performAction(const QString &name);
 
     [[nodiscard]] ShortcutManager &shortcutManager() { return *manager_; }
 

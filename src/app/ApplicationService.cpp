@@ -13,8 +13,7 @@ ApplicationService::ApplicationService(QObject *parent, std::function<void()> ac
 bool ApplicationService::registerOnSessionBus() {
     QDBusConnection bus = QDBusConnection::sessionBus();
     // The object first: whoever waits for the name calls it at once.
-    return bus.isConnected() && bus.registerObject(kPath, parent()) &&
-           bus.registerService(kName);
+    return bus.isConnected() && bus.registerObject(kPath, parent()) && bus.registerService(kName);
 }
 
 void ApplicationService::Activate(const QVariantMap & /*platformData*/) {

@@ -22,6 +22,14 @@ public:
     /// "zh" is English; the system's own language is left out on purpose.
     [[nodiscard]] static Language current(const UserDefaults &defaults);
 
+    /// The same from the settings last given to setDefaults(); English without any.
+    /// Main thread.
+    [[nodiscard]] static Language current();
+
+    /// Texts are resolved in every corner of the user interface, so this one source
+    /// is shared. Null takes it away, as whoever owns it has to before it goes.
+    static void setDefaults(const UserDefaults *defaults);
+
     /// The text that is stored, "zh" or "en".
     [[nodiscard]] QString rawValue() const;
 

@@ -70,7 +70,6 @@ void Desktop::start(const QString &program, const QStringList &arguments) {
 
 void Desktop::replaceWindowManager() {
     const WindowManagerView::Window before = view_->managerWindow();
-    const std::uint32_t here = view_->currentDesktop();
     earlierManager_ = std::move(manager_);
     manager_ = std::make_unique<ChildProcess>(
         windowManager_, QStringList{QStringLiteral("--replace")} + managerArguments(), environment_,
@@ -82,14 +81,8 @@ void Desktop::replaceWindowManager() {
     if (!waitUntil(announced))
         throw std::runtime_error("the second window manager did not take over");
     // It announces itself before it listens, and what is asked until then is lost.
-    for (const std::uint32_t desktop : {here + 1, here}) {
-        const auto answered = [&] {
-            view_->showDesktop(desktop);
-            return waitUntil([&] { return view_->currentDesktop() == desktop; }, kOneQuestion);
-        };
-        if (!waitUntil(answered))
-            throw std::runtime_error("the second window manager does not answer");
-    }
+    if (!waitUntil([&] { return view_->answers(kOneQuestion); }))
+        throw std::runtime_error("the second window manager does not answer");
 }
 
 void Desktop::killServer() {

@@ -18,6 +18,7 @@ void sceneLaunchAndForward(Stage &stage);
 void sceneSides(Stage &stage);
 void sceneLocks(Stage &stage);
 void sceneDisabledRule(Stage &stage);
+void sceneGlobalSwitch(Stage &stage);
 void sceneHeldKey(Stage &stage);
 
 // ScenesWindows.cpp

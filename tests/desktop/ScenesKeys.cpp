@@ -2,15 +2,29 @@
 
 #include <QDir>
 
+#include "support/ChildProcess.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::desktop {
 
 namespace {
 
+using testing::ChildProcess;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::uint8_t kReturn = 36;
+
+const QStringList kToggleAllShortcuts{QStringLiteral("call"),
+                                      QStringLiteral("--session"),
+                                      QStringLiteral("--dest"),
+                                      QStringLiteral("org.kestrelbay.KestrelBay"),
+                                      QStringLiteral("--object-path"),
+                                      QStringLiteral("/org/kestrelbay/KestrelBay"),
+                                      QStringLiteral("--method"),
+                                      QStringLiteral("org.freedesktop.Application.ActivateAction"),
+                                      QStringLiteral("toggle-all-shortcuts"),
+                                      QStringLiteral("[]"),
+                                      QStringLiteral("{}")};
 
 /// Presses a chord that nothing may answer to, then the marker's hotkey. By the
 /// time the marker is seen, an answer to the first would have been under way, too.
@@ -141,6 +155,40 @@ void sceneDisabledRule(Stage &stage) {
                    : QStringLiteral("its application was started");
     };
     stage.story().step(step);
+}
+
+void sceneGlobalSwitch(Stage &stage) {
+    const Chord hotkey = leftCommand(scenario::kTerminal);
+    const auto toggle = [&](bool on) {
+        stage.story().step({
+            .done = QStringLiteral("turned all shortcuts %1 over the session bus")
+                        .arg(on ? QStringLiteral("on") : QStringLiteral("off")),
+            .expected = on ? QStringLiteral("the hotkeys are grabbed again")
+                           : QStringLiteral("no key is grabbed"),
+            .act =
+                [&] {
+                    ChildProcess call(QStringLiteral("gdbus"), kToggleAllShortcuts,
+                                      stage.desktop().environment());
+                    (void)call.waitForExit();
+                },
+            .seen = [&, on] { return (stage.grabbedCount() > 0) == on; },
+            .saw = [&] { return QStringLiteral("%1 keys grabbed").arg(stage.grabbedCount()); },
+        });
+    };
+    stage.bringFrontProgram();
+    toggle(false);
+    stage.press(hotkey,
+                {.expected = QStringLiteral("switched off: the program in front gets the key"),
+                 .seen = [&] { return stage.front().pressesOf(hotkey.keycodes.back()) == 1; },
+                 .saw = [&] { return stage.frontInWords(); },
+                 .objection =
+                     [&] {
+                         return stage.view().isInFront(stage.front().id())
+                                    ? QString()
+                                    : QStringLiteral("the program in front lost its place");
+                     }});
+    toggle(true);
+    bringsTerminal(stage, hotkey, QStringLiteral("switched on: it fires"));
 }
 
 void sceneHeldKey(Stage &stage) {

@@ -66,11 +66,10 @@ void sceneHideAndShow(Stage &stage) {
             .arg(windows.size())
             .arg(stage.frontInWords());
     };
-    // The window manager may go on calling a hidden window the active one.
     const auto hidden = [&] {
         const auto windows = stage.windowsOf(scenario::kEditorClass);
         return !windows.empty() && std::ranges::all_of(windows, [&](Window w) {
-            return stage.view().state(w) == State::Iconic;
+            return stage.view().state(w) == State::Iconic && stage.view().active() != w;
         });
     };
     stage.bringFrontProgram();

@@ -117,12 +117,13 @@ Stage::Window Stage::windowOf(const char *windowClass) {
 bool Stage::isInFront(const char *windowClass, const QString &titlePart) {
     const Window window = view().active();
     const auto windows = view().stacking();
-    const Window frontMost = windows.empty() ? Window{XCB_NONE} : windows.front();
+    const auto frontMost =
+        std::ranges::find_if(windows, [this](Window other) { return view().isShown(other); });
     const auto isOurs = [&](Window w) {
         return view().windowClass(w) == QLatin1String(windowClass);
     };
     return isOurs(window) && view().title(window).contains(titlePart) && view().isShown(window) &&
-           isOurs(frontMost);
+           frontMost != windows.end() && isOurs(*frontMost);
 }
 
 void Stage::closeAll(const char *windowClass, const std::vector<Window> &except) {

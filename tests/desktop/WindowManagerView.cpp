@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "support/Poll.h"
+
 namespace kestrelbay::desktop {
 
 namespace {
@@ -91,14 +93,31 @@ WindowManagerView::Window WindowManagerView::managerWindow() {
     return !itself.empty() && itself.front() == window ? window : Window{XCB_NONE};
 }
 
+bool WindowManagerView::answers(std::chrono::milliseconds timeout) {
+    // A question that changes nothing: how wide would your frame be round this window?
+    const Window window = xcb_generate_id(client_.get());
+    xcb_create_window(client_.get(), XCB_COPY_FROM_PARENT, window, client_.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    client_.ask(window, "_NET_REQUEST_FRAME_EXTENTS", {});
+    const bool answered = testing::waitUntil(
+        [&] { return !client_.numbers(window, "_NET_FRAME_EXTENTS").empty(); }, timeout);
+    xcb_destroy_window(client_.get(), window);
+    return answered;
+}
+
 bool WindowManagerView::isShown(Window window) {
     return state(window) == State::Normal &&
            desktopOf(window).value_or(currentDesktop()) == currentDesktop();
 }
 
 bool WindowManagerView::isInFront(Window window) {
+    if (active() != window || !isShown(window))
+        return false;
+    // A window of another workspace may be higher up in the list.
     const auto windows = stacking();
-    return active() == window && isShown(window) && !windows.empty() && windows.front() == window;
+    const auto first =
+        std::ranges::find_if(windows, [this](Window other) { return isShown(other); });
+    return first != windows.end() && *first == window;
 }
 
 QString WindowManagerView::describe(Window window) {

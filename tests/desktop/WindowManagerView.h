@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -38,9 +39,11 @@ public:
     /// The window by which the window manager shows that it runs; none when it
     /// does not.
     [[nodiscard]] Window managerWindow();
+    /// Does the window manager answer a request within this time?
+    [[nodiscard]] bool answers(std::chrono::milliseconds timeout);
     /// On the current workspace and not minimised.
     [[nodiscard]] bool isShown(Window window);
-    /// Active, shown, and in front of all others.
+    /// Active, shown, and in front of all others that are.
     [[nodiscard]] bool isInFront(Window window);
 
     /// As "XTerm “title” 0x40000d".

@@ -1,9 +1,9 @@
 // A whole desktop session told step by step: a real window manager, real programs,
 // real key presses, and KestrelBay between them.
 
+#include <array>
 #include <cstdio>
 #include <exception>
-#include <iterator>
 #include <optional>
 
 #include <QStringList>
@@ -14,32 +14,41 @@ namespace {
 
 using namespace kestrelbay::desktop;
 
+enum class Program { Starts, IsRunning };
+
 struct Scene {
     const char *name;
     void (*play)(Stage &);
+    Program program = Program::IsRunning;
 };
 
-// The global switch cannot be turned from outside the program; its step belongs
-// after the disabled rule.
-constexpr Scene kScenes[] = {
-    {"Start, and a hotkey that another client holds", sceneStart},
-    {"Launch and bring forward", sceneLaunchAndForward},
-    {"Left and right", sceneSides},
-    {"Locks", sceneLocks},
-    {"A disabled rule", sceneDisabledRule},
-    {"A held key", sceneHeldKey},
-    {"Hide and show", sceneHideAndShow},
-    {"Cycle windows", sceneCycle},
-    {"Open a URL", sceneUrl},
-    {"Open a file", sceneFile},
-    {"Open a folder", sceneFolder},
-    {"New instances with arguments", sceneArguments},
-    {"Hung targets", sceneHungTargets},
-    {"A window manager takes over", sceneWindowManagerRestart},
-    {"Quit", sceneQuit},
-    {"A broken rules.json", sceneBrokenRules},
-    {"The X server dies", sceneServerDies},
+constexpr std::array kScenes{
+    Scene{"Start, and a hotkey that another client holds", sceneStart, Program::Starts},
+    Scene{"Launch and bring forward", sceneLaunchAndForward},
+    Scene{"Left and right", sceneSides},
+    Scene{"Locks", sceneLocks},
+    Scene{"A disabled rule", sceneDisabledRule},
+    Scene{"The global switch", sceneGlobalSwitch},
+    Scene{"A held key", sceneHeldKey},
+    Scene{"Hide and show", sceneHideAndShow},
+    Scene{"Cycle windows", sceneCycle},
+    Scene{"Open a URL", sceneUrl},
+    Scene{"Open a file", sceneFile},
+    Scene{"Open a folder", sceneFolder},
+    Scene{"New instances with arguments", sceneArguments},
+    Scene{"Hung targets", sceneHungTargets},
+    Scene{"A window manager takes over", sceneWindowManagerRestart},
+    Scene{"Quit", sceneQuit},
+    Scene{"A broken rules.json", sceneBrokenRules, Program::Starts},
+    Scene{"The X server dies", sceneServerDies, Program::Starts},
 };
+
+void play(Stage &stage, const Scene &scene) {
+    // Without the program every step would wait in vain.
+    if (scene.program == Program::IsRunning)
+        (void)stage.program();
+    scene.play(stage);
+}
 
 std::optional<StageOptions> parse(const QStringList &arguments) {
     StageOptions options;
@@ -78,7 +87,7 @@ int main(int argc, char *argv[]) {
     try {
         Stage stage(*options);
         for (const Scene &scene : kScenes)
-            stage.story().scene(QString::fromUtf8(scene.name), [&] { scene.play(stage); });
+            stage.story().scene(QString::fromUtf8(scene.name), [&] { play(stage, scene); });
         return stage.story().conclude(QStringLiteral("KestrelBay under ") + options->windowManager)
                    ? 0
                    : 1;

@@ -74,9 +74,18 @@ void ApplicationWindows::setMain(std::size_t window) {
 }
 
 bool ApplicationWindows::focusLocked(std::size_t window) {
+    readStates();
+    const std::optional<std::uint32_t> otherWorkspace = states_[window].otherWorkspace;
     states_.clear();
     focused_ = window;
-    return mirror_->system().activate(windows_[window].address, freshTime());
+    const WindowSystem &system = mirror_->system();
+    const WindowAddress &address = windows_[window].address;
+    const xcb_timestamp_t time = freshTime();
+    // Some window managers go to the window's workspace by themselves; others refuse
+    // to activate what is not in view.
+    if (otherWorkspace)
+        system.showWorkspace(address, *otherWorkspace, time);
+    return system.activate(address, time);
 }
 
 bool ApplicationWindows::focus(std::size_t window) {

@@ -30,26 +30,42 @@ BackgroundLoop::BackgroundLoop()
 
 BackgroundLoop::~BackgroundLoop() {
     // Posted, since quitting a loop that does not run yet would be forgotten.
-    GSourcePtr quit(g_idle_source_new());
-    g_source_set_priority(quit.get(), G_PRIORITY_DEFAULT);
-    attach(std::move(quit), [this] { g_main_loop_quit(loop_.get()); });
+    post([this] { g_main_loop_quit(loop_.get()); });
     thread_.join();
 }
 
-void BackgroundLoop::attach(GSourcePtr source, Work work) {
-    auto owned = std::make_unique<Work>(std::move(work));
-    g_source_set_callback(source.get(), runOnce, owned.release(), dropWork);
+void BackgroundLoop::post(Work work) {
+    {
+        const std::lock_guard lock(mutex_);
+        waiting_.push_back(std::move(work));
+    }
+    const GSourcePtr source(g_idle_source_new());
+    g_source_set_priority(source.get(), G_PRIORITY_DEFAULT);
+    g_source_set_callback(
+        source.get(),
+        [](gpointer self) -> gboolean {
+            static_cast<BackgroundLoop *>(self)->runNext();
+            return G_SOURCE_REMOVE;
+        },
+        this, nullptr);
     g_source_attach(source.get(), context_.get());
 }
 
-void BackgroundLoop::post(Work work) {
-    GSourcePtr source(g_idle_source_new());
-    g_source_set_priority(source.get(), G_PRIORITY_DEFAULT);
-    attach(std::move(source), std::move(work));
+void BackgroundLoop::runNext() {
+    Work work;
+    {
+        const std::lock_guard lock(mutex_);
+        work = std::move(waiting_.front());
+        waiting_.pop_front();
+    }
+    work();
 }
 
 void BackgroundLoop::postAfter(unsigned milliseconds, Work work) {
-    attach(GSourcePtr(g_timeout_source_new(milliseconds)), std::move(work));
+    const GSourcePtr source(g_timeout_source_new(milliseconds));
+    g_source_set_callback(source.get(), runOnce, std::make_unique<Work>(std::move(work)).release(),
+                          dropWork);
+    g_source_attach(source.get(), context_.get());
 }
 
 }  // namespace kestrelbay

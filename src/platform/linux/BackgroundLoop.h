@@ -1,7 +1,9 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <thread>
 
 #include "platform/linux/GObjectPtr.h"
@@ -22,11 +24,14 @@ public:
     /// Runs the work on the thread of the loop, in the order of the calls. Any
     /// thread.
     void post(std::function<void()> work);
-    /// The same after a while.
+    /// The same after a while. On the thread of the loop only.
     void postAfter(unsigned milliseconds, std::function<void()> work);
 
 private:
-    void attach(GSourcePtr source, std::function<void()> work);
+    void runNext();
+
+    std::mutex mutex_;
+    std::deque<std::function<void()>> waiting_;
 
     std::unique_ptr<GMainContext, ReleaseWith<g_main_context_unref>> context_;
     std::unique_ptr<GMainLoop, ReleaseWith<g_main_loop_unref>> loop_;

@@ -1,5 +1,6 @@
 #include "platform/linux/EntryLauncher.h"
 
+#include <array>
 #include <atomic>
 #include <csignal>
 #include <utility>
@@ -20,24 +21,14 @@ namespace kestrelbay {
 
 namespace {
 
-constexpr char kGroup[] = G_KEY_FILE_DESKTOP_GROUP;
+constexpr const char *kGroup = G_KEY_FILE_DESKTOP_GROUP;
 
 /// Meant for this process, or for the way it was started.
-constexpr const char *kOwnVariables[] = {"DESKTOP_STARTUP_ID",
-                                         "XDG_ACTIVATION_TOKEN",
-                                         "GIO_LAUNCHED_DESKTOP_FILE",
-                                         "GIO_LAUNCHED_DESKTOP_FILE_PID",
-                                         "QT_QPA_PLATFORM",
-                                         "INVOCATION_ID",
-                                         "JOURNAL_STREAM",
-                                         "NOTIFY_SOCKET",
-                                         "LISTEN_FDS",
-                                         "LISTEN_PID",
-                                         "LISTEN_FDNAMES",
-                                         "WATCHDOG_PID",
-                                         "WATCHDOG_USEC",
-                                         "MANAGERPID",
-                                         "SYSTEMD_EXEC_PID"};
+constexpr auto kOwnVariables = std::to_array<const char *>(
+    {"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN", "GIO_LAUNCHED_DESKTOP_FILE",
+     "GIO_LAUNCHED_DESKTOP_FILE_PID", "QT_QPA_PLATFORM", "INVOCATION_ID", "JOURNAL_STREAM",
+     "NOTIFY_SOCKET", "LISTEN_FDS", "LISTEN_PID", "LISTEN_FDNAMES", "WATCHDOG_PID", "WATCHDOG_USEC",
+     "MANAGERPID", "SYSTEMD_EXEC_PID"});
 
 QString baseId(const QString &id) {
     const QLatin1String suffix(".desktop");
@@ -52,7 +43,7 @@ void prepareChild(gpointer) {
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
     for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGCHLD, SIGUSR1, SIGUSR2})
-        std::signal(signal, SIG_DFL);
+        static_cast<void>(std::signal(signal, SIG_DFL));
 }
 
 GKeyFilePtr loadEntry(const QString &path) {
@@ -103,10 +94,6 @@ QString notInstalled(const QString &path) {
 }
 
 }  // namespace
-
-bool isApplicationEntry(const QString &path) {
-    return path.endsWith(QLatin1String(".desktop")) && loadEntry(path) != nullptr;
-}
 
 EntryLauncher::EntryLauncher(QString displayName, LaunchedProcesses &processes, SessionBus &bus,
                              ServerTime serverTime)

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
 
 #include <QString>
 #include <QStringList>
@@ -48,8 +47,5 @@ private:
     SessionBus &bus_;
     const ServerTime serverTime_;
 };
-
-/// Is this the file of an application's desktop entry, as far as its text goes?
-[[nodiscard]] bool isApplicationEntry(const QString &path);
 
 }  // namespace kestrelbay

@@ -100,11 +100,9 @@ void WindowMirror::apply(const xcb_generic_event_t &event) {
         case XCB_PROPERTY_NOTIFY: {
             const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
             time_ = change.time;
-            if (change.atom == system_.atoms()[WindowAtoms::NetClientList] ||
-                change.atom == system_.atoms()[WindowAtoms::NetSupportingWmCheck])
-                isNews_ = true;
-            else if (reader_.isIdentity(change.atom) && records_.erase(change.window) > 0)
-                isNews_ = true;
+            isNews_ |= change.atom == system_.atoms()[WindowAtoms::NetClientList] ||
+                       change.atom == system_.atoms()[WindowAtoms::NetSupportingWmCheck] ||
+                       (reader_.isIdentity(change.atom) && records_.erase(change.window) > 0);
             break;
         }
         case XCB_DESTROY_NOTIFY: {
@@ -216,6 +214,8 @@ WindowMirror::Known WindowMirror::collect(std::span<const xcb_window_t> windows,
     {
         const std::lock_guard lock(mutex_);
         takeQueuedEvents();
+        // What these were about is looked at right here.
+        isNews_ = false;
         for (std::size_t i = 0; i < roots.size(); ++i)
             if (roots[i].check != XCB_NONE && !verified_[roots[i].check])
                 unverified.push_back(i);
@@ -280,9 +280,11 @@ DesktopPicture WindowMirror::read(std::shared_ptr<const ApplicationIndex> index)
 
     askServerTime();
     std::vector<RootCookies> cookies;
+    cookies.reserve(system_.connection().roots().size());
     for (const xcb_window_t root : system_.connection().roots())
         cookies.push_back(askRoot(root));
     std::vector<Root> roots;
+    roots.reserve(cookies.size());
     for (const RootCookies &cookie : cookies)
         roots.push_back(readRoot(cookie));
 
@@ -324,12 +326,15 @@ DesktopPicture WindowMirror::read(std::shared_ptr<const ApplicationIndex> index)
         }
     }
 
-    const std::lock_guard lock(mutex_);
-    picture.serverTime = time_;
-    for (const auto &[window, record] : known)
-        if (const auto kept = records_.find(window);
-            kept != records_.end() && kept->second.facts == record.facts)
-            kept->second = record;
+    {
+        const std::lock_guard lock(mutex_);
+        picture.serverTime = time_;
+        for (const auto &[window, record] : known)
+            if (const auto kept = records_.find(window);
+                kept != records_.end() && kept->second.facts == record.facts)
+                kept->second = record;
+    }
+    processQueuedEvents();
     return picture;
 }
 

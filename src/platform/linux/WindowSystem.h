@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -21,6 +22,8 @@ struct WindowState {
     bool exists = false;
     bool minimized = false;
     bool skipsTaskbar = false;
+    /// The workspace it is on, when that is not the one in view.
+    std::optional<std::uint32_t> otherWorkspace;
 };
 
 /// A window, and where its window manager listens.
@@ -45,6 +48,9 @@ public:
 
     /// Window managers refuse a time that is older than the user's last deed.
     bool activate(const WindowAddress &window, xcb_timestamp_t time) const;
+    /// Brings the window's root to another workspace.
+    bool showWorkspace(const WindowAddress &window, std::uint32_t workspace,
+                       xcb_timestamp_t time) const;
     bool minimize(const WindowAddress &window) const;
     bool restore(const WindowAddress &window) const;
     bool raise(const WindowAddress &window) const;
@@ -53,8 +59,10 @@ public:
     bool flush() const;
 
 private:
-    void tellWindowManager(const WindowAddress &window, xcb_atom_t message, std::uint32_t first,
-                           std::uint32_t second = 0, std::uint32_t third = 0) const;
+    /// About a window: one of the root's, or the root itself.
+    void tellWindowManager(xcb_window_t root, xcb_window_t about, xcb_atom_t message,
+                           std::uint32_t first, std::uint32_t second = 0,
+                           std::uint32_t third = 0) const;
 
     XConnection connection_;
     WindowAtoms atoms_;

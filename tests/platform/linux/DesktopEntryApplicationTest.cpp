@@ -67,7 +67,7 @@ TEST(DesktopEntryApplication, NeverOpensAPipe) {
 class FoldersOfApplications : public ::testing::Test {
 protected:
     QString write(const QString &relative, const QByteArray &lines = "Exec=true") {
-        const QString path = root_.filePath(relative);
+        QString path = root_.filePath(relative);
         QDir().mkpath(QFileInfo(path).path());
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));

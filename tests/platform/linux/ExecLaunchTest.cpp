@@ -11,13 +11,15 @@
 namespace kestrelbay {
 namespace {
 
-const ExecContext kContext{QStringLiteral("My App"), QStringLiteral("my icon"),
-                           QStringLiteral("/a b/100%.desktop")};
+ExecContext context() {
+    return {QStringLiteral("My App"), QStringLiteral("my icon"),
+            QStringLiteral("/a b/100%.desktop")};
+}
 
 /// What the program would get: the shell's view after GLib has undone the percents.
 QStringList words(const QString &exec, FileCodes codes = FileCodes::Drop,
                   const QStringList &arguments = {}) {
-    const auto line = rewrittenExec(exec, kContext, codes, arguments);
+    const auto line = rewrittenExec(exec, context(), codes, arguments);
     if (!line)
         return {QStringLiteral("(broken)")};
     int count = 0;
@@ -53,7 +55,7 @@ TEST(ExecLaunch, OtherCodesAreFilledIn) {
 }
 
 TEST(ExecLaunch, FileCodesCanStay) {
-    EXPECT_EQ(rewrittenExec(QStringLiteral("app --open=%f %U"), kContext, FileCodes::Keep),
+    EXPECT_EQ(rewrittenExec(QStringLiteral("app --open=%f %U"), context(), FileCodes::Keep),
               QStringLiteral("'app' '--open='%f %U"));
 }
 
@@ -70,8 +72,8 @@ TEST(ExecLaunch, ArgumentsAreKeptByteForByte) {
 }
 
 TEST(ExecLaunch, BrokenLinesAreSaidToBe) {
-    EXPECT_FALSE(rewrittenExec(QStringLiteral("app 'x"), kContext, FileCodes::Drop));
-    EXPECT_FALSE(rewrittenExec(QString(), kContext, FileCodes::Drop));
+    EXPECT_FALSE(rewrittenExec(QStringLiteral("app 'x"), context(), FileCodes::Drop));
+    EXPECT_FALSE(rewrittenExec(QString(), context(), FileCodes::Drop));
     EXPECT_EQ(words(QStringLiteral("app 5%")), list({"app", "5%"}));
 }
 

@@ -420,6 +420,7 @@ TEST_F(LinuxWorkspaceWindows, ManyThreadsWhileWindowsComeAndGo) {
         });
     for (int i = 0; i < 30; ++i) {
         std::vector<xcb_window_t> more;
+        more.reserve(10);
         for (int j = 0; j < 10; ++j)
             more.push_back(maker_->make({.className = j % 2 == 0 ? "Aaa" : "Bbb"}));
         EXPECT_TRUE(waitUntil([&] { return maker_->managed(more); }));

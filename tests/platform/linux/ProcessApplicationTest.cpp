@@ -47,15 +47,16 @@ TEST(ProcessApplication, TheLaunchedEntryIsNotInherited) {
 }
 
 TEST(ProcessApplication, NamesOfPrograms) {
-    const auto names = [](const char *line, qsizetype size) {
-        return executableNamesOfCommandLine(QByteArray(line, size));
+    // '|' stands for the NUL that ends a word.
+    const auto names = [](QByteArray line) {
+        return executableNamesOfCommandLine(line.replace('|', '\0'));
     };
-    EXPECT_EQ(names("/usr/bin/gimp\0x", 15), list({"gimp"}));
-    EXPECT_EQ(names("/usr/bin/python3\0-O\0/usr/bin/meld\0x", 35), list({"meld"}));
-    EXPECT_EQ(names("python3\0", 8), QStringList());
-    EXPECT_EQ(names("sh\0-c\0/bin/sh", 14), QStringList());
-    EXPECT_EQ(names("thing: worker", 13), list({"thing:"}));
-    EXPECT_EQ(names("", 0), QStringList());
+    EXPECT_EQ(names("/usr/bin/gimp|x|"), list({"gimp"}));
+    EXPECT_EQ(names("/usr/bin/python3|-O|/usr/bin/meld|x|"), list({"meld"}));
+    EXPECT_EQ(names("python3|"), QStringList());
+    EXPECT_EQ(names("sh|-c|/bin/sh|"), QStringList());
+    EXPECT_EQ(names("thing: worker|"), list({"thing:"}));
+    EXPECT_EQ(names(""), QStringList());
 }
 
 TEST(ProcessApplication, ReadsThisProcess) {

@@ -35,6 +35,7 @@ TEST_P(WindowRoundTrips, AreTwoHoweverManyWindows) {
                                        "Exec=/bin/true\nStartupWMClass=Bbb");
     startWindowManager();
     std::vector<xcb_window_t> windows;
+    windows.reserve(static_cast<std::size_t>(GetParam()));
     for (int i = 0; i < GetParam(); ++i)
         windows.push_back(maker_->make({.className = i % 2 == 0 ? "Aaa" : "Bbb"}));
     ASSERT_TRUE(waitUntil([&] { return maker_->managed(windows); }, std::chrono::seconds(30)));
@@ -62,6 +63,7 @@ TEST_P(WindowRoundTrips, AreTwoHoweverManyWindows) {
     startWorkspace();
     press(workspace(), url);
     std::vector<qint64> times;
+    times.reserve(200);
     for (int i = 0; i < 200; ++i) {
         QElapsedTimer timer;
         timer.start();

@@ -29,7 +29,7 @@ private:
     void own(const QString &name, const QString &path, const char *interfaceXml);
     static void onCall(GDBusConnection *connection, const char *sender, const char *path,
                        const char *interface, const char *method, GVariant *parameters,
-                       GDBusMethodInvocation *invocation, gpointer self);
+                       GDBusMethodInvocation *invocation, gpointer data);
 
     const Manner manner_;
     mutable std::mutex mutex_;

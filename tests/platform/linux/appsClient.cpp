@@ -12,8 +12,6 @@
 #include <unistd.h>
 #include <xcb/xcb.h>
 
-extern char **environ;
-
 namespace {
 
 /// One text a NUL, in the order arguments, "--", variables, "--", what descriptors
@@ -53,7 +51,7 @@ int main(int argc, char **argv) {
                                                     ? argument.size()
                                                     : argument.find('=') + 1));
         if (argument.starts_with("--windows="))
-            windows = std::atoi(value.c_str());
+            windows = static_cast<int>(std::strtol(value.c_str(), nullptr, 10));
         else if (argument.starts_with("--instance="))
             instance = value;
         else if (argument.starts_with("--class="))

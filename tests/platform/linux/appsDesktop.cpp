@@ -18,7 +18,7 @@ PrivateHome *home = nullptr;
 }
 
 QByteArray clientProgram() {
-    return QByteArray(KESTRELBAY_APPS_CLIENT);
+    return KESTRELBAY_APPS_CLIENT;
 }
 
 PrivateHome::PrivateHome() {
@@ -57,7 +57,7 @@ PrivateHome &PrivateHome::instance() {
 }
 
 QString PrivateHome::write(const QString &relative, const QByteArray &content) const {
-    const QString file = path(relative);
+    QString file = path(relative);
     QDir().mkpath(QFileInfo(file).path());
     QFile out(file);
     if (!out.open(QIODevice::WriteOnly))
@@ -186,7 +186,7 @@ std::vector<WindowMaker::Message> WindowMaker::heard() {
             continue;
         const auto &message = reinterpret_cast<const xcb_client_message_event_t &>(*event);
         Message heardOne{message.window, message.type, {}};
-        std::memcpy(heardOne.data, message.data.data32, sizeof heardOne.data);
+        std::memcpy(heardOne.data.data(), message.data.data32, sizeof heardOne.data);
         messages.push_back(heardOne);
     }
     return messages;

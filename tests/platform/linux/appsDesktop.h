@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -81,7 +82,7 @@ public:
     struct Message {
         xcb_window_t window;
         xcb_atom_t type;
-        std::uint32_t data[5];
+        std::array<std::uint32_t, 5> data;
     };
     [[nodiscard]] std::vector<Message> heard();
 

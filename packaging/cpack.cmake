@@ -1,0 +1,32 @@
+# What "cpack -G DEB" makes. Included last, when every install rule is known.
+set(CPACK_PACKAGE_NAME kestrelbay)
+set(CPACK_PACKAGE_VENDOR "The KestrelBay authors")
+set(CPACK_PACKAGE_CONTACT "The KestrelBay authors <authors@kestrelbay.invalid>")
+set(CPACK_PACKAGE_HOMEPAGE_URL "https://kestrelbay.invalid/")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "bind global hotkeys to applications")
+set(CPACK_PACKAGE_DESCRIPTION
+    "KestrelBay waits in the system tray for the hotkeys of its rules. A hotkey
+starts its application or brings it forward; pressed again, it leaves the
+application there, hides it or goes to its next window. Left and right
+modifier keys are told apart, and a hotkey can also open a URL or a file, or
+pass arguments.
+.
+It needs an X11 session.")
+set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_GENERATOR DEB)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${CPACK_PACKAGE_CONTACT}")
+set(CPACK_DEBIAN_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Loaded by Qt at run time, so that the linker does not know of them.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, hicolor-icon-theme")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "sound-theme-freedesktop")
+
+include(CPack)

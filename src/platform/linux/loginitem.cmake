@@ -1,0 +1,4 @@
+target_sources(kestrelbay_platform PRIVATE
+    AutostartEntry.cpp
+    AutostartLoginItem.cpp
+)
