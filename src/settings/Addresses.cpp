@@ -5,7 +5,7 @@
 namespace kestrelbay::addresses {
 
 QUrl downloadPage() {
-    return QUrl(QStringLiteral(KESTRELBAY_DOWNLOAD_PAGE));
+    return {QStringLiteral(KESTRELBAY_DOWNLOAD_PAGE), QUrl::TolerantMode};
 }
 
 QUrl supportMail() {
@@ -16,7 +16,7 @@ QUrl supportMail() {
 }
 
 QUrl deepLaunchHelpPage() {
-    return QUrl(QStringLiteral(KESTRELBAY_DEEP_LAUNCH_HELP_PAGE));
+    return {QStringLiteral(KESTRELBAY_DEEP_LAUNCH_HELP_PAGE), QUrl::TolerantMode};
 }
 
 }  // namespace kestrelbay::addresses

@@ -17,10 +17,8 @@ namespace {
 
 class LTest : public ::testing::Test {
 protected:
-    LTest() { Language::setDefaults(&defaults_); }
-    ~LTest() override { Language::setDefaults(nullptr); }
-    LTest(const LTest &) = delete;
-    LTest &operator=(const LTest &) = delete;
+    void SetUp() override { Language::setDefaults(&defaults_); }
+    void TearDown() override { Language::setDefaults(nullptr); }
 
     void choose(Language language) { defaults_.setString(u"appLanguage"_s, language.rawValue()); }
 

@@ -31,14 +31,26 @@ struct FakeProcess {
         (*main)->isMain = false;
         std::rotate(windows.begin(), main, std::next(main));
     }
+    /// It has ended, and its windows with it.
+    void quit() {
+        isActive = false;
+        for (const auto &window : windows)
+            window->isGone = true;
+        windows.clear();
+    }
 };
+
+/// All that run, in the order in which they are listed.
+using FakeProcesses = std::vector<std::shared_ptr<FakeProcess>>;
 
 /// Writes requests as "hide Notes" and "activate Notes", reads as "windows Notes".
 class FakeRunningApplication final : public RunningApplication {
 public:
-    FakeRunningApplication(std::shared_ptr<FakeProcess> process, std::shared_ptr<Journal> requests,
-                           std::shared_ptr<Journal> reads)
+    FakeRunningApplication(std::shared_ptr<FakeProcess> process,
+                           std::shared_ptr<const FakeProcesses> all,
+                           std::shared_ptr<Journal> requests, std::shared_ptr<Journal> reads)
         : process_(std::move(process)),
+          all_(std::move(all)),
           requests_(std::move(requests)),
           reads_(std::move(reads)),
           wasActive_(process_->isActive) {}
@@ -66,12 +78,15 @@ public:
         requests_->add((isKnown ? QStringLiteral("activate ") : QStringLiteral("activate? ")) +
                        process_->name);
         process_->raiseMainWindow();
-        process_->isActive = true;
+        // One at a time is active, and none that has quit.
+        for (const auto &process : *all_)
+            process->isActive = process == process_;
         return true;
     }
 
 private:
     std::shared_ptr<FakeProcess> process_;
+    std::shared_ptr<const FakeProcesses> all_;
     std::shared_ptr<Journal> requests_;
     std::shared_ptr<Journal> reads_;
     bool wasActive_;

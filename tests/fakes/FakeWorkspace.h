@@ -10,32 +10,36 @@
 
 namespace kestrelbay {
 
-/// Starts nothing: writes down what it is asked for. Requests to the workspace and
-/// to its applications and windows stand in one journal, so that their order shows;
-/// reads stand in another.
+/// Writes down what it is asked for. Requests to the workspace and to its
+/// applications and windows stand in one journal, so that their order shows; reads
+/// stand in another. Once a test has installed an application, launching works as
+/// on a desktop; until then every request is merely accepted.
 class FakeWorkspace final : public Workspace {
 public:
     [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications() override {
         reads_->add(QStringLiteral("runningApplications"));
         std::vector<std::unique_ptr<RunningApplication>> applications;
-        for (const auto &process : processes_)
+        for (const auto &process : *processes_)
             applications.push_back(
-                std::make_unique<FakeRunningApplication>(process, requests_, reads_));
+                std::make_unique<FakeRunningApplication>(process, processes_, requests_, reads_));
         return applications;
     }
-    bool open(const QUrl &url) override { return request(QStringLiteral("open ") + text(url)); }
+    bool open(const QUrl &url) override {
+        return request(QStringLiteral("open ") + text(url)) && launch(url);
+    }
     void openApplication(const QUrl &application, const QStringList &arguments,
                          Completion completion) override {
         request(QStringLiteral("openApplication ") + text(application) + QStringLiteral(" [") +
                 arguments.join(u'|') + u']');
-        completion(launchError_);
+        completion(launch(application) ? launchError_ : QStringLiteral("no such application"));
     }
     bool openFiles(const QList<QUrl> &files, const QUrl &application) override {
         QStringList texts;
         for (const QUrl &file : files)
             texts.append(text(file));
         return request(QStringLiteral("openFiles ") + texts.join(u'|') + QStringLiteral(" with ") +
-                       text(application));
+                       text(application)) &&
+               launch(application);
     }
     bool showFolder(const QString &path) override {
         return request(QStringLiteral("showFolder ") + path) && !fileManagerIdentifier_.isEmpty();
@@ -49,9 +53,20 @@ public:
     // For the test:
     /// A process of the application at that path, listed last.
     std::shared_ptr<FakeProcess> run(const QString &name, const QString &applicationPath) {
-        processes_.push_back(std::make_shared<FakeProcess>(
+        processes_->push_back(std::make_shared<FakeProcess>(
             FakeProcess{.name = name, .bundleURL = QUrl::fromLocalFile(applicationPath)}));
-        return processes_.back();
+        return processes_->back();
+    }
+    [[nodiscard]] FakeProcess &newest() { return *processes_->back(); }
+    /// An application that opens one window when it is launched, and comes forward.
+    void install(const QString &applicationPath) { installed_.append(applicationPath); }
+    void quit(const QString &applicationPath) {
+        std::erase_if(*processes_, [&](const auto &process) {
+            const bool isIt = process->bundleURL == QUrl::fromLocalFile(applicationPath);
+            if (isIt)
+                process->quit();
+            return isIt;
+        });
     }
     void setFileManagerIdentifier(const QString &identifier) {
         fileManagerIdentifier_ = identifier;
@@ -73,7 +88,23 @@ private:
         return true;
     }
 
-    std::vector<std::shared_ptr<FakeProcess>> processes_;
+    bool launch(const QUrl &application) {
+        if (installed_.isEmpty())
+            return true;
+        const QString path = application.toLocalFile();
+        if (!installed_.contains(path))
+            return false;
+        for (const auto &process : *processes_)
+            process->isActive = false;
+        const auto process = run(path, path);
+        process->bundleIdentifier = path;
+        process->isActive = true;
+        process->addWindow(path);
+        return true;
+    }
+
+    std::shared_ptr<FakeProcesses> processes_ = std::make_shared<FakeProcesses>();
+    QStringList installed_;
     std::shared_ptr<Journal> requests_ = std::make_shared<Journal>();
     std::shared_ptr<Journal> reads_ = std::make_shared<Journal>();
     QString fileManagerIdentifier_ = QStringLiteral("com.apple.finder");

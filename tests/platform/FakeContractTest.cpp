@@ -1,7 +1,9 @@
 #include "fakes/FakeEventTap.h"
 #include "fakes/FakeUserDefaults.h"
+#include "fakes/FakeWorkspace.h"
 #include "platform/EventTapContract.h"
 #include "platform/UserDefaultsContract.h"
+#include "platform/WorkspaceContract.h"
 
 namespace kestrelbay::testing {
 namespace {
@@ -35,6 +37,31 @@ private:
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, UserDefaultsContract, FakeStore);
+
+class FakeDesktop final : public WorkspaceStage {
+public:
+    Workspace &workspace() override { return workspace_; }
+    QString install(const QString &name) override {
+        const QString path = QStringLiteral("/Applications/") + name;
+        workspace_.install(path);
+        return path;
+    }
+    void start(const QString &path, int windows) override {
+        EXPECT_TRUE(workspace_.open(QUrl::fromLocalFile(path)));
+        for (int i = 1; i < windows; ++i)
+            workspace_.newest().addWindow(QString::number(i));
+    }
+    void quit(const QString &path) override { workspace_.quit(path); }
+    bool eventually(const std::function<bool()> &condition) override { return condition(); }
+
+private:
+    FakeWorkspace workspace_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Fake, WorkspaceContract, ::testing::Values([] {
+                             return std::unique_ptr<WorkspaceStage>(
+                                 std::make_unique<FakeDesktop>());
+                         }));
 
 }  // namespace
 }  // namespace kestrelbay::testing

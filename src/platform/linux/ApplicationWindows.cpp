@@ -51,6 +51,16 @@ std::vector<std::size_t> ApplicationWindows::listed() {
     return listedLocked();
 }
 
+bool ApplicationWindows::isActiveOneMinimized() {
+    const std::lock_guard lock(mutex_);
+    const auto active = std::find_if(windows_.begin(), windows_.end(),
+                                     [](const ManagedWindow &window) { return window.active; });
+    if (active == windows_.end())
+        return false;
+    readStates();
+    return states_[static_cast<std::size_t>(active - windows_.begin())].minimized;
+}
+
 std::optional<WindowState> ApplicationWindows::state(std::size_t window) {
     const std::lock_guard lock(mutex_);
     readStates();

@@ -25,6 +25,10 @@ public:
     /// The windows to switch to, front-most first, as positions for the calls below.
     [[nodiscard]] std::vector<std::size_t> listed();
 
+    /// For a moment after it was minimised, the active window may still be named as
+    /// that.
+    [[nodiscard]] bool isActiveOneMinimized();
+
     /// No value when the window has gone.
     [[nodiscard]] std::optional<WindowState> state(std::size_t window);
     [[nodiscard]] WindowType type(std::size_t window) const { return windows_[window].facts->type; }

@@ -17,18 +17,6 @@ namespace {
 constexpr const char *kGroup = G_KEY_FILE_DESKTOP_GROUP;
 constexpr const char *kGnomeEnabled = "X-GNOME-Autostart-enabled";
 
-QStringList execWords(const QString &exec) {
-    int count = 0;
-    char **raw = nullptr;
-    if (!g_shell_parse_argv(exec.toUtf8().constData(), &count, &raw, nullptr))
-        return {};
-    const GStringList owner(raw);
-    QStringList words;
-    for (int i = 0; i < count; ++i)
-        words.append(QString::fromUtf8(raw[i]).replace(u"%%"_s, u"%"_s));
-    return words;
-}
-
 QString quotedWord(const QString &text) {
     QString quoted = u"\""_s;
     for (const QChar character : text) {
@@ -47,24 +35,14 @@ bool isPlainWord(const QString &text) {
     });
 }
 
-/// What the shell gets so that it becomes the program that follows.
-const QString &shellScript() {
-    static const QString script = u"exec \"$0\""_s;
-    return script;
-}
-
-QStringList shellLine(const QString &executable) {
-    return {u"/bin/sh"_s, u"-c"_s, shellScript(), executable};
-}
+/// Starts the program that follows, whatever it is called, and becomes it. A shell
+/// would need a "$", which systemd's reading of autostart entries gets wrong.
+constexpr QLatin1StringView kStarter{"nice -n 0 "};
 
 /// The file of the program that the line starts; empty when there is none.
 QString programFile(const QString &exec) {
-    const QStringList words = execWords(exec);
-    if (words.isEmpty())
-        return {};
-    const QString program = words == shellLine(words.last())
-                                ? words.last()
-                                : programOfExec(exec).replace(u"%%"_s, u"%"_s);
+    const QString line = exec.startsWith(kStarter) ? exec.sliced(kStarter.size()) : exec;
+    const QString program = programOfExec(line).replace(u"%%"_s, u"%"_s);
     return program.isEmpty() ? QString() : QStandardPaths::findExecutable(program);
 }
 
@@ -75,10 +53,7 @@ bool isSameFile(const QString &first, const QString &second) {
 
 /// A script or a package of an unknown form can only be told by what it names.
 bool namesProgram(const QString &exec) {
-    const QStringList words = execWords(exec);
-    return std::ranges::any_of(words, [](const QString &word) {
-        return word.contains("kestrelbay"_L1, Qt::CaseInsensitive);
-    });
+    return exec.contains("kestrelbay"_L1, Qt::CaseInsensitive);
 }
 
 }  // namespace
@@ -89,7 +64,7 @@ QString autostartExec(const QString &executable) {
     // The format does not allow "=" in the name of a program, and GLib looks for the
     // program before it has resolved "%%".
     if (executable.contains(u'%') || executable.contains(u'='))
-        return u"/bin/sh -c "_s + quotedWord(shellScript()) + u' ' + quotedWord(executable);
+        return kStarter + quotedWord(executable);
     return quotedWord(executable);
 }
 

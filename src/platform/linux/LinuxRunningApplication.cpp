@@ -68,6 +68,10 @@ LinuxRunningApplication::LinuxRunningApplication(std::shared_ptr<WindowMirror> m
 
 LinuxRunningApplication::~LinuxRunningApplication() = default;
 
+bool LinuxRunningApplication::isActive() const {
+    return active_ && !windows_->isActiveOneMinimized();
+}
+
 std::vector<std::unique_ptr<WindowElement>> LinuxRunningApplication::windows() const {
     std::vector<std::unique_ptr<WindowElement>> elements;
     for (const std::size_t position : windows_->listed())

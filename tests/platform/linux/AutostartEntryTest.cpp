@@ -23,7 +23,7 @@ class AutostartEntryTest : public ::testing::Test {
 protected:
     /// An executable that leaves its arguments in a file.
     QString makeProgram(const QString &name) {
-        const QString path = folder_.filePath(name);
+        QString path = folder_.filePath(name);
         QDir().mkpath(QFileInfo(path).path());
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
@@ -204,15 +204,16 @@ TEST_F(AutostartEntryTest, ExecLines) {
     EXPECT_EQ(autostartExec(u"/opt/Kestrel Bay-1.0_x86~64.AppImage"_s),
               u"\"/opt/Kestrel Bay-1.0_x86~64.AppImage\""_s);
     EXPECT_EQ(autostartExec(u"/a\"b`c$d\\e"_s), u"\"/a\\\"b\\`c\\$d\\\\e\""_s);
-    EXPECT_EQ(autostartExec(u"/100%"_s), u"/bin/sh -c \"exec \\\"\\$0\\\"\" \"/100%%\""_s);
+    EXPECT_EQ(autostartExec(u"/100%"_s), u"nice -n 0 \"/100%%\""_s);
+    EXPECT_EQ(autostartExec(u"/a=b"_s), u"nice -n 0 \"/a=b\""_s);
 }
 
 TEST_F(AutostartEntryTest, DesktopsStartProgramsOfAnyName) {
     const QString entryPath = folder_.filePath(u"x.desktop"_s);
     for (const QString &name :
          {u"plain"_s, u"with space"_s, u" lead"_s, u"a\"b"_s, u"a'b"_s, u"a`b$c"_s, u"a\\b"_s,
-          u"a\\\\nb"_s, u"100%"_s, u"%f %U %%u"_s, u"a=b"_s, u"a;b&c|d<e>f*g?h#i(j)~"_s,
-          u"line\nbreak\ttab"_s, u"键é🐦"_s, u"$HOME"_s, u"-dash"_s}) {
+          u"a\\\\nb"_s, u"100%"_s, u"%f %U %%u"_s, u"a=b"_s, u"a=100%"_s,
+          u"a;b&c|d<e>f*g?h#i(j)~"_s, u"line\nbreak\ttab"_s, u"键é🐦"_s, u"$HOME"_s, u"-dash"_s}) {
         const QString program = makeProgram(u"dir "_s + name + u'/' + name);
         AutostartEntry entry;
         entry.makeStartProgram(contextOf(program));

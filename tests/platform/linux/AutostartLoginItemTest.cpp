@@ -2,6 +2,10 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <array>
+#include <string>
+
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -255,6 +259,13 @@ TEST_F(AutostartLoginItemTest, ABrokenEntryOfTheUsersRulesOverTheSystems) {
     EXPECT_FALSE(item().isEnabled());
 }
 
+TEST_F(AutostartLoginItemTest, ALinkToNowhereRulesOverTheSystemsEntry) {
+    write(login_.systemEntry(), login_.valid());
+    ASSERT_TRUE(QDir().mkpath(login_.userFolder()));
+    ASSERT_TRUE(QFile::link(login_.path(u"nowhere"_s), login_.userEntry()));
+    EXPECT_FALSE(item().isEnabled());
+}
+
 TEST_F(AutostartLoginItemTest, TheFirstFolderOfTheSystemDecides) {
     write(login_.systemEntry(), login_.valid() + "Hidden=true\n");
     write(login_.path(u"vendor/autostart/"_s + entryName()), login_.valid());
@@ -274,35 +285,31 @@ TEST_F(AutostartLoginItemTest, AnEntryOfTheSystemThatCannotBeOverruledStaysOn) {
 
 class PlacesTest : public ::testing::Test {
 protected:
-    PlacesTest() {
-        for (const char *name : kNames)
-            before_.append(qgetenv(name));
+    void SetUp() override {
+        std::ranges::transform(kNames, before_.begin(),
+                               [](const char *name) { return qgetenv(name); });
     }
-    ~PlacesTest() override {
-        for (std::size_t i = 0; i < std::size(kNames); ++i) {
-            const QByteArray &value = before_[static_cast<qsizetype>(i)];
-            if (value.isNull())
+    void TearDown() override {
+        for (std::size_t i = 0; i < kNames.size(); ++i) {
+            if (before_[i].isNull())
                 qunsetenv(kNames[i]);
             else
-                qputenv(kNames[i], value);
+                qputenv(kNames[i], before_[i]);
         }
     }
-    PlacesTest(const PlacesTest &) = delete;
-    PlacesTest &operator=(const PlacesTest &) = delete;
 
     static AutostartLoginItem::Places places() { return AutostartLoginItem::placesOfThisProgram(); }
 
-    static constexpr const char *kNames[]{"XDG_CONFIG_HOME", "XDG_CONFIG_DIRS",
-                                          "XDG_CURRENT_DESKTOP", "APPIMAGE", "APPDIR"};
-
 private:
-    QByteArrayList before_;
-    int argc_ = 1;
-    char name_[5] = "test";
-    char *argv_[2]{name_, nullptr};
+    static constexpr std::array kNames{"XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_CURRENT_DESKTOP",
+                                       "APPIMAGE", "APPDIR"};
+    std::array<QByteArray, kNames.size()> before_;
+    int argumentCount_ = 1;
+    std::string name_ = "test";
+    std::array<char *, 2> arguments_{name_.data(), nullptr};
+    QCoreApplication application_{argumentCount_, arguments_.data()};
 
 protected:
-    QCoreApplication application_{argc_, argv_};
     const QString self_ = QCoreApplication::applicationFilePath();
 };
 

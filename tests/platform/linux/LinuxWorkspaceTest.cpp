@@ -163,6 +163,22 @@ TEST_F(LinuxWorkspaceWindows, TheTimeOfAnActivationIsFresh) {
     }));
 }
 
+TEST_F(LinuxWorkspaceWindows, AMinimisedWindowStillNamedAsActiveIsNot) {
+    const QString a = entry("Aaa");
+    startWindowManager();
+    startWorkspace();
+    const auto windows = make("Aaa", 1);
+    ASSERT_TRUE(becomesActive(a));
+    running(a)->hide();
+    ASSERT_TRUE(waitUntil([&] { return maker_->isIconic(windows[0]); }));
+    ASSERT_TRUE(waitUntil([&] { return maker_->active() == XCB_NONE; }));
+    // As the window manager would have it a moment earlier.
+    maker_->setRaw(maker_->connection().root(), "_NET_ACTIVE_WINDOW", "WINDOW", 32,
+                   QByteArray(reinterpret_cast<const char *>(windows.data()), 4));
+    ASSERT_EQ(maker_->active(), windows[0]);
+    EXPECT_FALSE(running(a)->isActive());
+}
+
 class UnderWindowManager : public LinuxWorkspaceWindows,
                            public ::testing::WithParamInterface<const char *> {};
 
