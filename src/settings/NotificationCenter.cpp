@@ -38,12 +38,13 @@ public:
 
     template <typename Predicate>
     void endWhere(Predicate predicate) {
-        const auto going = std::stable_partition(
-            all_.begin(), all_.end(),
-            [&predicate](const ObserverPtr &each) { return !predicate(*each); });
+        std::vector<ObserverPtr> staying;
         // What a function holds may observe too, and goes last.
-        const std::vector<ObserverPtr> ended(going, all_.end());
-        all_.erase(going, all_.end());
+        std::vector<ObserverPtr> ended;
+        std::partition_copy(all_.begin(), all_.end(), std::back_inserter(staying),
+                            std::back_inserter(ended),
+                            [&predicate](const ObserverPtr &each) { return !predicate(*each); });
+        all_ = std::move(staying);
         for (const ObserverPtr &observer : ended) {
             observer->ended = true;
             QObject::disconnect(observer->contextEnds);

@@ -40,6 +40,9 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Fake, UserDefaultsContract, FakeStore);
 
 class FakeDesktop final : public WorkspaceStage {
 public:
+    // With an application installed, the fake knows what is not.
+    FakeDesktop() { workspace_.install(QStringLiteral("/Applications/Other")); }
+
     Workspace &workspace() override { return workspace_; }
     QString install(const QString &name) override {
         const QString path = QStringLiteral("/Applications/") + name;
