@@ -47,14 +47,7 @@ LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log)
     mirror_->setNews([this] { lookAhead(); });
     if (QCoreApplication::instance() == nullptr)
         return;
-    notifier_ =
-        std::make_unique<QSocketNotifier>(connection.fileDescriptor(), QSocketNotifier::Read);
-    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] {
-        mirror_->processEvents();
-        // A server that has gone leaves a descriptor that can be read forever.
-        if (!mirror_->system().connection().isUsable())
-            notifier_->setEnabled(false);
-    });
+    pump_ = std::make_unique<WindowEventPump>(*mirror_);
 }
 
 LinuxWorkspace::~LinuxWorkspace() {
@@ -71,6 +64,8 @@ void LinuxWorkspace::lookAhead() {
 }
 
 std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplications() {
+    if (pump_)
+        pump_->pressBegins();
     const DesktopPicture picture = mirror_->read(index_.current());
     std::vector<std::unique_ptr<RunningApplication>> applications;
     for (const ApplicationGroup &group : groupApplications(picture))

@@ -3,14 +3,13 @@
 #include <atomic>
 #include <memory>
 
-#include <QSocketNotifier>
-
 #include "platform/SystemLog.h"
 #include "platform/Workspace.h"
 #include "platform/linux/ApplicationIndexKeeper.h"
 #include "platform/linux/EntryLauncher.h"
 #include "platform/linux/LaunchedProcesses.h"
 #include "platform/linux/SessionBus.h"
+#include "platform/linux/WindowEventPump.h"
 #include "platform/linux/WindowMirror.h"
 
 namespace kestrelbay::x11 {
@@ -46,7 +45,7 @@ private:
     SessionBus bus_;
     std::shared_ptr<WindowMirror> mirror_;
     EntryLauncher launcher_;
-    std::unique_ptr<QSocketNotifier> notifier_;
+    std::unique_ptr<WindowEventPump> pump_;
     std::atomic<bool> lookingAhead_{false};
     // Last, so that its thread has ended before anything that the thread uses.
     ApplicationIndexKeeper index_;

@@ -16,6 +16,7 @@ target_sources(kestrelbay_platform PRIVATE
     LinuxWorkspace.cpp
     ProcessFacts.cpp
     SessionBus.cpp
+    WindowEventPump.cpp
     WindowFactsReader.cpp
     WindowMirror.cpp
     WindowSystem.cpp
