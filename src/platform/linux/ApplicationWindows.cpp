@@ -26,7 +26,7 @@ void ApplicationWindows::readStates() {
     addresses.reserve(windows_.size());
     for (const ManagedWindow &window : windows_)
         addresses.push_back(window.address);
-    states_ = mirror_->system().readStates(addresses);
+    states_ = mirror_->windowSystem().readStates(addresses);
     readAt_ = now;
     mirror_->processQueuedEvents();
 }
@@ -71,11 +71,12 @@ bool ApplicationWindows::setMinimized(std::size_t window, bool minimized) {
     const std::lock_guard lock(mutex_);
     states_.clear();
     const WindowAddress &address = windows_[window].address;
-    return minimized ? mirror_->system().minimize(address) : mirror_->system().restore(address);
+    return minimized ? mirror_->windowSystem().minimize(address)
+                     : mirror_->windowSystem().restore(address);
 }
 
 bool ApplicationWindows::raise(std::size_t window) {
-    return mirror_->system().raise(windows_[window].address);
+    return mirror_->windowSystem().raise(windows_[window].address);
 }
 
 void ApplicationWindows::setMain(std::size_t window) {
@@ -88,7 +89,7 @@ bool ApplicationWindows::focusLocked(std::size_t window) {
     const std::optional<std::uint32_t> otherWorkspace = states_[window].otherWorkspace;
     states_.clear();
     focused_ = window;
-    const WindowSystem &system = mirror_->system();
+    const WindowSystem &system = mirror_->windowSystem();
     const WindowAddress &address = windows_[window].address;
     const xcb_timestamp_t time = freshTime();
     // Some window managers go to the window's workspace by themselves; others refuse
@@ -120,7 +121,7 @@ bool ApplicationWindows::minimizeAll() {
     // The back-most first: the focus does not wander over those that go as well.
     for (auto window = windows_.rbegin(); window != windows_.rend(); ++window)
         if (!isOwnersBusiness(*window))
-            sent = mirror_->system().minimize(window->address) && sent;
+            sent = mirror_->windowSystem().minimize(window->address) && sent;
     return sent;
 }
 
@@ -135,7 +136,7 @@ bool ApplicationWindows::activate() {
     for (std::size_t i = 0; i < windows_.size(); ++i)
         if (states_[i].exists && states_[i].minimized && !windows_[i].facts->isTransient() &&
             std::find(list.begin(), list.end(), i) == list.end())
-            mirror_->system().restore(windows_[i].address);
+            mirror_->windowSystem().restore(windows_[i].address);
     return focusLocked(main_.value_or(list.front()));
 }
 

@@ -4,7 +4,7 @@ namespace kestrelbay::x11 {
 
 WindowEventPump::WindowEventPump(WindowMirror &mirror)
     : mirror_(mirror),
-      notifier_(mirror.system().connection().fileDescriptor(), QSocketNotifier::Read) {
+      notifier_(mirror.windowSystem().connection().fileDescriptor(), QSocketNotifier::Read) {
     resume_.setSingleShot(true);
     resume_.setInterval(kPressLasts);
     QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { takeIn(); });
@@ -24,7 +24,7 @@ void WindowEventPump::takeIn() {
     }
     mirror_.processEvents();
     // A server that has gone leaves a descriptor that can be read forever.
-    notifier_.setEnabled(mirror_.system().connection().isUsable());
+    notifier_.setEnabled(mirror_.windowSystem().connection().isUsable());
 }
 
 }  // namespace kestrelbay::x11

@@ -47,7 +47,7 @@ public:
     WindowMirror(const WindowMirror &) = delete;
     WindowMirror &operator=(const WindowMirror &) = delete;
 
-    [[nodiscard]] const WindowSystem &system() const { return system_; }
+    [[nodiscard]] const WindowSystem &windowSystem() const { return system_; }
 
     /// One round trip when every window is known already, otherwise two. No
     /// windows without a server or a window manager that keeps EWMH's lists.

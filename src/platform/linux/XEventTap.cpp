@@ -148,8 +148,7 @@ void XEventTap::replayWaitingKeys() {
 
 void XEventTap::setWantedHotkeys(const std::vector<Hotkey> &hotkeys) {
     wanted_ = hotkeys;
-    if (connection_)
-        applyGrabs();
+    applyGrabs();
 }
 
 bool XEventTap::setRecording(bool recording) {
@@ -302,8 +301,11 @@ void XEventTap::reconcileModifiers() {
     drainLater();
     if (!held)
         return;
-    for (const KeyCode code : kModifierKeyCodes)
+    for (const KeyCode code : kModifierKeyCodes) {
+        if (!connection_)
+            return;  // the handler has removed the tap
         deliverModifier(code, held->contains(code));
+    }
 }
 
 void XEventTap::rereadKeyboard() {
@@ -316,6 +318,8 @@ void XEventTap::rereadKeyboard() {
 }
 
 void XEventTap::applyGrabs() {
+    if (!grabber_)
+        return;
     std::map<Hotkey, std::set<KeyGrab>> grabs;
     std::set<KeyGrab> all;
     for (const Hotkey &hotkey : wanted_) {

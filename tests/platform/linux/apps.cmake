@@ -18,6 +18,7 @@ kestrelbay_test(linux_apps_tests LABEL display
     SOURCES
         WorkspaceContract.cpp
         linux/CatalogApplicationTest.cpp
+        linux/LinuxWorkspaceIdentityTest.cpp
         linux/LinuxWorkspaceTest.cpp
         linux/WindowRoundTripsTest.cpp
         linux/WorkspaceContractLinuxTest.cpp
