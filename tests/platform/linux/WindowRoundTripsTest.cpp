@@ -45,19 +45,22 @@ TEST_P(WindowRoundTrips, AreTwoHoweverManyWindows) {
     {
         x11::LinuxWorkspace counted(counter.displayName(), log_);
         press(counted, url);
-        // The window manager may still be busy with its windows, and on a busy
-        // machine a press may take so long that it has to look again.
+        // The window manager may still be busy with its windows; on a busy machine a
+        // press may take so long that it has to look again, and the counter take an
+        // answer and the next question for one turn.
         EXPECT_TRUE(waitUntil([&] {
             const int before = counter.turns();
             for (int i = 0; i < 10; ++i)
                 press(counted, url);
-            EXPECT_GE(counter.turns() - before, 20);
             return counter.turns() - before == 20;
         })) << counter.turns();
         // Asking for the applications alone is one.
-        const int listing = counter.turns();
-        static_cast<void>(counted.runningApplications());
-        EXPECT_EQ(counter.turns() - listing, 1);
+        EXPECT_TRUE(waitUntil([&] {
+            const int before = counter.turns();
+            for (int i = 0; i < 10; ++i)
+                static_cast<void>(counted.runningApplications());
+            return counter.turns() - before == 10;
+        })) << counter.turns();
     }
 
     startWorkspace();
