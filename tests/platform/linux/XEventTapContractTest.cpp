@@ -26,11 +26,13 @@ public:
     void letGo(KeyCode code) { keys_.release(x11::toXKeycode(code).value()); }
 
     /// There is nothing to see from outside when the tap has dropped an event, so
-    /// this gives it the time of many refused grabs and their retries.
+    /// this gives it the time, and the turns of the event loop, of many refused grabs
+    /// and their retries.
     void settle() {
         QElapsedTimer time;
         time.start();
-        EXPECT_TRUE(waitUntil([&] { return time.elapsed() > 60; }));
+        int turns = 0;
+        EXPECT_TRUE(waitUntil([&] { return ++turns > 40 && time.elapsed() > 60; }));
     }
 
     void setHeldByOthers(const Hotkey &hotkey, bool held) {
