@@ -1,10 +1,34 @@
 #pragma once
 
+#include <vector>
+
 #include <QIcon>
+#include <QImage>
 #include <QString>
 #include <QStringList>
 
 namespace kestrelbay {
+
+/// An application that the user can choose.
+struct InstalledApplication {
+    /// In the user's language; never empty.
+    QString name;
+    /// Last component of the path without its extension.
+    QString fileName;
+    QString path;
+    /// Read already, so that showing it touches no file. The system's generic
+    /// application icon when its own can't be read.
+    QImage icon;
+};
+
+/// How the icons of a list are to be read.
+struct ListIcons {
+    /// Side of the square in pixels of the screen.
+    int pixels = 0;
+    /// Icon themes by name, the first that has an icon wins. Handed in, because Qt
+    /// tells of its theme on the main thread only. Systems without themes ignore it.
+    QStringList themes;
+};
 
 /// What is known of an installed application without running it. Any thread.
 class ApplicationCatalog {
@@ -21,6 +45,16 @@ public:
 
     /// The folders in which applications are installed, those that win first.
     [[nodiscard]] virtual QStringList applicationDirectories() const = 0;
+
+    /// What applications are called in a folder: a wildcard for file names.
+    [[nodiscard]] virtual QString applicationFilePattern() const = 0;
+
+    /// The applications that have a place in a menu, in the order in which they are
+    /// found: the folders' order, names in each. Programs that work in the
+    /// background and those that declare no icon are left out. Reads every file
+    /// afresh, so it takes its time; what cannot be read is skipped.
+    [[nodiscard]] virtual std::vector<InstalledApplication> installedApplications(
+        const ListIcons &icons) const = 0;
 };
 
 }  // namespace kestrelbay

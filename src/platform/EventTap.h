@@ -21,6 +21,16 @@ enum class EventVerdict {
     Swallow,  ///< nobody else sees the key
 };
 
+/// Why a tap is not installed.
+enum class TapProblem : std::uint8_t {
+    None,              ///< it is, or it was never tried
+    NotPermitted,      ///< the user has not let this program see keys
+    WaylandSession,    ///< the session lets no program see keys
+    NoDisplay,         ///< there is no X server to be asked
+    NoInputExtension,  ///< the X server lacks XInput 2.1 or XKB
+    OtherInstance,     ///< another instance has the keys
+};
+
 /// Sees the key presses and modifier changes of the user's session and decides
 /// which of them other programs get. Every call is made, and every handler is
 /// called, on the main thread.
@@ -42,6 +52,9 @@ public:
     /// nothing was changed and a later call may succeed. Not called while
     /// installed.
     [[nodiscard]] virtual bool install(Handlers handlers) = 0;
+
+    /// What the last call of install() failed for.
+    [[nodiscard]] virtual TapProblem problem() const = 0;
 
     /// Resumes delivery after one of the TapDisabled events.
     virtual void enable() = 0;

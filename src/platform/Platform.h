@@ -2,6 +2,8 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include <QString>
 
@@ -9,7 +11,11 @@ namespace kestrelbay {
 
 class ApplicationCatalog;
 class EventTap;
+class LoginItem;
+class NativeWindow;
+class StatusArea;
 class SystemLog;
+class SystemSettings;
 class SystemSounds;
 class UserDefaults;
 class Workspace;
@@ -26,9 +32,21 @@ public:
     [[nodiscard]] virtual UserDefaults &userDefaults() = 0;
     [[nodiscard]] virtual SystemSounds &systemSounds() = 0;
     [[nodiscard]] virtual SystemLog &systemLog() = 0;
+    [[nodiscard]] virtual LoginItem &loginItem() = 0;
+    [[nodiscard]] virtual SystemSettings &systemSettings() = 0;
+    [[nodiscard]] virtual NativeWindow &nativeWindow() = 0;
+    [[nodiscard]] virtual StatusArea &statusArea() = 0;
 
     /// The folder that holds one folder of files for each of the user's programs.
     [[nodiscard]] virtual QString applicationSupportDirectory() const = 0;
+
+    /// From now on the program has no icon among those of the programs in use, nor
+    /// a menu bar of its own.
+    virtual void becomeAccessory() = 0;
+
+    /// What a report of a problem has to say of the system: names of things in
+    /// English, and how each is here. Usable also when startupProblem() is not empty.
+    [[nodiscard]] virtual std::vector<std::pair<QString, QString>> diagnostics() = 0;
 
     /// Called once, on the main thread, when the user's session has gone from under
     /// the program, which can then only end.

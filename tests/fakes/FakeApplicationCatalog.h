@@ -1,6 +1,8 @@
 #pragma once
 
 #include <map>
+#include <utility>
+#include <vector>
 
 #include "fakes/Journal.h"
 #include "platform/ApplicationCatalog.h"
@@ -19,6 +21,14 @@ public:
         return found == applications_.end() ? QString() : found->second.name;
     }
     [[nodiscard]] QStringList applicationDirectories() const override { return directories_; }
+    [[nodiscard]] QString applicationFilePattern() const override {
+        return QStringLiteral("*.application");
+    }
+    [[nodiscard]] std::vector<InstalledApplication> installedApplications(
+        const ListIcons &icons) const override {
+        listRequests_.add(QStringLiteral("%1 px").arg(icons.pixels));
+        return installed_;
+    }
 
     // For the test, before other threads ask:
     void add(const QString &path, const QString &name, const QIcon &icon = {}) {
@@ -26,6 +36,11 @@ public:
     }
     void setGenericIcon(const QIcon &icon) { genericIcon_ = icon; }
     void setApplicationDirectories(const QStringList &directories) { directories_ = directories; }
+    /// What is listed, in the order in which it is found; add() lists nothing.
+    void setInstalledApplications(std::vector<InstalledApplication> applications) {
+        installed_ = std::move(applications);
+    }
+    [[nodiscard]] QStringList listRequests() const { return listRequests_.lines(); }
     [[nodiscard]] QStringList iconRequests() const { return iconRequests_.lines(); }
 
 private:
@@ -37,7 +52,9 @@ private:
     std::map<QString, Application> applications_;
     QIcon genericIcon_;
     QStringList directories_;
+    std::vector<InstalledApplication> installed_;
     mutable Journal iconRequests_;
+    mutable Journal listRequests_;
 };
 
 }  // namespace kestrelbay

@@ -18,6 +18,7 @@ class FakeEventTap final : public EventTap {
 public:
     [[nodiscard]] bool install(Handlers handlers) override {
         journal_.add(QStringLiteral("install"));
+        problem_ = permission_ ? TapProblem::None : TapProblem::NotPermitted;
         if (!permission_)
             return false;
         handlers_ = std::move(handlers);
@@ -25,6 +26,7 @@ public:
         isDelivering_ = true;
         return true;
     }
+    [[nodiscard]] TapProblem problem() const override { return problem_; }
     void enable() override {
         journal_.add(QStringLiteral("enable"));
         isDelivering_ = isInstalled_;
@@ -124,6 +126,7 @@ private:
     std::set<Hotkey> heldByOthers_;
     std::set<KeyCode> down_;
     int wantedHotkeysCalls_ = 0;
+    TapProblem problem_ = TapProblem::None;
     bool permission_ = true;
     bool keyboardIsHeld_ = false;
     bool isInstalled_ = false;

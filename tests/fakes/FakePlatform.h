@@ -1,8 +1,16 @@
 #pragma once
 
+#include <functional>
+#include <utility>
+#include <vector>
+
 #include "fakes/FakeApplicationCatalog.h"
 #include "fakes/FakeEventTap.h"
+#include "fakes/FakeLoginItem.h"
+#include "fakes/FakeNativeWindow.h"
+#include "fakes/FakeStatusArea.h"
 #include "fakes/FakeSystemLog.h"
+#include "fakes/FakeSystemSettings.h"
 #include "fakes/FakeSystemSounds.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWorkspace.h"
@@ -19,11 +27,30 @@ public:
     [[nodiscard]] FakeUserDefaults &userDefaults() override { return defaults_; }
     [[nodiscard]] FakeSystemSounds &systemSounds() override { return sounds_; }
     [[nodiscard]] FakeSystemLog &systemLog() override { return log_; }
+    [[nodiscard]] FakeLoginItem &loginItem() override { return loginItem_; }
+    [[nodiscard]] FakeSystemSettings &systemSettings() override { return systemSettings_; }
+    [[nodiscard]] FakeNativeWindow &nativeWindow() override { return nativeWindow_; }
+    [[nodiscard]] FakeStatusArea &statusArea() override { return statusArea_; }
     [[nodiscard]] QString applicationSupportDirectory() const override { return supportDirectory_; }
+    void becomeAccessory() override { isAccessory_ = true; }
+    [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override {
+        return diagnostics_;
+    }
+    void setSessionEndedHandler(std::function<void()> handler) override {
+        sessionEnded_ = std::move(handler);
+    }
     [[nodiscard]] QString startupProblem() const override { return startupProblem_; }
 
     // For the test:
     void setApplicationSupportDirectory(const QString &path) { supportDirectory_ = path; }
+    [[nodiscard]] bool isAccessory() const { return isAccessory_; }
+    void setDiagnostics(std::vector<std::pair<QString, QString>> diagnostics) {
+        diagnostics_ = std::move(diagnostics);
+    }
+    void endSession() {
+        if (const auto handler = std::exchange(sessionEnded_, nullptr))
+            handler();
+    }
     void setStartupProblem(const QString &problem) { startupProblem_ = problem; }
 
 private:
@@ -33,6 +60,13 @@ private:
     FakeUserDefaults defaults_;
     FakeSystemSounds sounds_;
     FakeSystemLog log_;
+    FakeLoginItem loginItem_;
+    FakeSystemSettings systemSettings_;
+    FakeNativeWindow nativeWindow_;
+    FakeStatusArea statusArea_;
+    bool isAccessory_ = false;
+    std::vector<std::pair<QString, QString>> diagnostics_;
+    std::function<void()> sessionEnded_;
     QString supportDirectory_;
     QString startupProblem_;
 };

@@ -66,6 +66,12 @@ TYPED_TEST_P(EventTapContract, DeliversNothingBeforeItIsInstalled) {
     EXPECT_TRUE(this->tap().refusedHotkeys().empty());
 }
 
+TYPED_TEST_P(EventTapContract, HasNoProblemUntilItCannotBeInstalled) {
+    EXPECT_EQ(this->tap().problem(), TapProblem::None);
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    EXPECT_EQ(this->tap().problem(), TapProblem::None);
+}
+
 TYPED_TEST_P(EventTapContract, DeliversAWantedHotkeyBetweenItsModifiers) {
     this->tap().setWantedHotkeys({this->leftCommandT_});
     ASSERT_TRUE(this->tap().install(this->handlers()));
@@ -166,6 +172,7 @@ TYPED_TEST_P(EventTapContract, EndsRecordingWhenItIsRemoved) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(EventTapContract, DeliversNothingBeforeItIsInstalled,
+                            HasNoProblemUntilItCannotBeInstalled,
                             DeliversAWantedHotkeyBetweenItsModifiers,
                             DeliversEitherSideOfAWantedHotkey, DoesNotDeliverOtherKeys,
                             KeepsTheWantedHotkeysWhileRemoved, FollowsTheWantedHotkeys,

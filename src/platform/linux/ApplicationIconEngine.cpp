@@ -1,19 +1,14 @@
 #include "platform/linux/ApplicationIconEngine.h"
 
-#include <algorithm>
-#include <utility>
-
 #include <QDir>
 #include <QFileInfo>
 #include <QPainter>
 
-#include "platform/linux/ApplicationFolders.h"
+#include "platform/linux/IconNames.h"
 
 namespace kestrelbay {
 
 namespace {
-
-constexpr auto kGenericIcon = "application-x-executable";
 
 QIcon iconOfFile(const QString &path) {
     if (!QFileInfo(path).isFile())
@@ -23,51 +18,22 @@ QIcon iconOfFile(const QString &path) {
     return icon.pixmap(16).isNull() ? QIcon() : icon;
 }
 
-/// Where icons lay before there were themes, and where some still lie.
-QIcon iconOfPixmaps(const QString &name) {
-    for (const QString &applications : applicationFolders()) {
-        const QString folder = QFileInfo(applications).path() + QStringLiteral("/pixmaps/");
-        for (const char *suffix : {"", ".png", ".svg", ".xpm"}) {
-            QIcon icon = iconOfFile(folder + name + QLatin1String(suffix));
-            if (!icon.isNull())
-                return icon;
-        }
-    }
-    return {};
-}
-
 QIcon iconOfName(const QString &name) {
     if (name.isEmpty())
         return {};
     if (QDir::isAbsolutePath(name))
         return iconOfFile(name);
-    // Themes know names without suffix, but not every entry does.
-    QString bare = name;
-    for (const char *suffix : {".png", ".svg", ".xpm"})
-        if (bare.endsWith(QLatin1String(suffix)))
-            bare.chop(4);
-    for (const QString &spelling : {name, bare}) {
+    for (const QString &spelling : spellingsOfIconName(name)) {
         QIcon icon = QIcon::fromTheme(spelling);
         if (!icon.isNull())
             return icon;
     }
-    return name.contains(u'/') ? QIcon() : iconOfPixmaps(name);
-}
-
-/// For systems without any theme.
-void paintPlainApplication(QPainter *painter, const QRect &rect) {
-    const qreal side = std::min(rect.width(), rect.height());
-    const qreal margin = side / 8;
-    QRectF body(0, 0, side - 2 * margin, side - 2 * margin);
-    body.moveCenter(QRectF(rect).center());
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(QColor(0x8a, 0x93, 0xa0));
-    painter->drawRoundedRect(body, side / 6, side / 6);
-    painter->setBrush(QColor(0xff, 0xff, 0xff, 0xd0));
-    painter->drawEllipse(body.center(), side / 7, side / 7);
-    painter->restore();
+    for (const QString &file : unthemedIconFiles(name)) {
+        QIcon icon = iconOfFile(file);
+        if (!icon.isNull())
+            return icon;
+    }
+    return {};
 }
 
 }  // namespace
@@ -77,7 +43,7 @@ const QIcon &ApplicationIconEngine::resolved() {
         theme_ = QIcon::themeName();
         icon_ = iconOfName(name_);
         if (icon_.isNull())
-            icon_ = iconOfName(QLatin1String(kGenericIcon));
+            icon_ = iconOfName(genericIconName());
         isResolved_ = true;
     }
     return icon_;

@@ -83,6 +83,23 @@ QString stringValue(GKeyFile *file, const char *key) {
     return value ? QString::fromUtf8(value.get()) : QString();
 }
 
+QString localeValue(GKeyFile *file, const char *key) {
+    const GCharPtr value(
+        g_key_file_get_locale_string(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr));
+    return QString::fromUtf8(value.get());
+}
+
+std::optional<QStringList> listValue(GKeyFile *file, const char *key) {
+    if (!g_key_file_has_key(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr))
+        return std::nullopt;
+    const GStringList values(
+        g_key_file_get_string_list(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr));
+    QStringList list;
+    for (char **value = values.get(); value && *value; ++value)
+        list.append(QString::fromUtf8(*value));
+    return list;
+}
+
 bool booleanValue(GKeyFile *file, const char *key) {
     return g_key_file_get_boolean(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr) != FALSE;
 }
@@ -110,7 +127,22 @@ void locateExecutable(DesktopEntry &entry, const QString &program) {
     addName(entry.executableNames, real);
 }
 
+bool isShownIn(const DesktopEntry &entry, const QStringList &currentDesktops) {
+    for (const QString &desktop : currentDesktops) {
+        if (entry.onlyShowIn && entry.onlyShowIn->contains(desktop))
+            return true;
+        if (entry.notShowIn.contains(desktop))
+            return false;
+    }
+    return !entry.onlyShowIn;
+}
+
 }  // namespace
+
+bool belongsInMenus(const DesktopEntry &entry, const QStringList &currentDesktops) {
+    return !entry.hidden && !entry.noDisplay && isShownIn(entry, currentDesktops) &&
+           (entry.tryExec.isEmpty() || !QStandardPaths::findExecutable(entry.tryExec).isEmpty());
+}
 
 bool isInterpreterOrWrapper(const QString &programName) {
     // Versions are part of the name: python3.11, perl5.36, electron25.
@@ -162,10 +194,17 @@ std::optional<DesktopEntry> parseDesktopEntry(const QByteArray &text, const QStr
     entry.startupWmClass = stringValue(file.get(), G_KEY_FILE_DESKTOP_KEY_STARTUP_WM_CLASS);
     entry.flatpakId = stringValue(file.get(), "X-Flatpak");
     entry.snapName = stringValue(file.get(), "X-SnapInstanceName");
+    entry.name = localeValue(file.get(), G_KEY_FILE_DESKTOP_KEY_NAME);
+    entry.icon = localeValue(file.get(), G_KEY_FILE_DESKTOP_KEY_ICON);
+    entry.tryExec = stringValue(file.get(), G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
+    entry.onlyShowIn = listValue(file.get(), G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN);
+    entry.notShowIn =
+        listValue(file.get(), G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN).value_or(QStringList());
+    entry.noDisplay = booleanValue(file.get(), G_KEY_FILE_DESKTOP_KEY_NO_DISPLAY);
     entry.hidden = booleanValue(file.get(), G_KEY_FILE_DESKTOP_KEY_HIDDEN);
     entry.executablePath = programOfExec(stringValue(file.get(), G_KEY_FILE_DESKTOP_KEY_EXEC));
     addName(entry.executableNames, entry.executablePath);
-    addName(entry.executableNames, stringValue(file.get(), G_KEY_FILE_DESKTOP_KEY_TRY_EXEC));
+    addName(entry.executableNames, entry.tryExec);
     return entry;
 }
 

@@ -8,7 +8,7 @@
 
 namespace kestrelbay {
 
-/// What has to be known of a desktop entry to recognise its windows.
+/// What has to be known of a desktop entry to recognise its windows and to list it.
 struct DesktopEntry {
     /// Absolute and clean, but symbolic links are left as they are.
     QString path;
@@ -22,6 +22,17 @@ struct DesktopEntry {
     QStringList executableNames;
     /// Where that executable is, symbolic links resolved; empty when not found.
     QString executablePath;
+    /// In the language of the environment; may be empty, as all of the following.
+    QString name;
+    QString icon;
+    /// The entry counts only if this program can be found.
+    QString tryExec;
+    /// Names of desktops, as in XDG_CURRENT_DESKTOP. `onlyShowIn` counts from the
+    /// moment it is given, even without a name in it.
+    std::optional<QStringList> onlyShowIn;
+    QStringList notShowIn;
+    /// Not meant for menus.
+    bool noDisplay = false;
     /// Deleted by its owner, in the words of the desktop entry format.
     bool hidden = false;
     /// An entry of the same id in a folder that wins over this one's.
@@ -38,6 +49,10 @@ struct DesktopEntry {
 /// The same from a file; no value also when it cannot be read. The executable is
 /// looked for in PATH.
 [[nodiscard]] std::optional<DesktopEntry> readDesktopEntry(const QString &path, const QString &id);
+
+/// Does the entry have a place in the menus of a desktop of these names, the most
+/// particular first? Says nothing of shadowed entries. Looks for TryExec's program.
+[[nodiscard]] bool belongsInMenus(const DesktopEntry &entry, const QStringList &currentDesktops);
 
 /// The program that an Exec line starts, as it is written there, past `env` and its
 /// assignments. Empty when the line is broken.

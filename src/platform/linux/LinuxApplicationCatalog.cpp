@@ -6,6 +6,7 @@
 #include "platform/linux/ApplicationFolders.h"
 #include "platform/linux/ApplicationIconEngine.h"
 #include "platform/linux/GObjectPtr.h"
+#include "platform/linux/ListIconReader.h"
 
 namespace kestrelbay {
 
@@ -38,6 +39,28 @@ QString LinuxApplicationCatalog::displayName(const QString &applicationPath) con
 
 QStringList LinuxApplicationCatalog::applicationDirectories() const {
     return applicationFolders();
+}
+
+QString LinuxApplicationCatalog::applicationFilePattern() const {
+    return QStringLiteral("*.desktop");
+}
+
+std::vector<InstalledApplication> LinuxApplicationCatalog::installedApplications(
+    const ListIcons &icons) const {
+    const QStringList desktops =
+        qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
+    ListIconReader reader(icons);
+    std::vector<InstalledApplication> applications;
+    for (const DesktopEntry &entry : readDesktopEntries(applicationFolders(), {})) {
+        if (entry.shadowed || entry.icon.isEmpty() || !belongsInMenus(entry, desktops))
+            continue;
+        const QString fileName = QFileInfo(entry.path).completeBaseName();
+        applications.push_back({.name = entry.name.isEmpty() ? fileName : entry.name,
+                                .fileName = fileName,
+                                .path = entry.path,
+                                .icon = reader.read(entry.icon)});
+    }
+    return applications;
 }
 
 }  // namespace kestrelbay

@@ -12,6 +12,9 @@ public:
     [[nodiscard]] QIcon icon(const QString &applicationPath) const override;
     [[nodiscard]] QString displayName(const QString &applicationPath) const override;
     [[nodiscard]] QStringList applicationDirectories() const override;
+    [[nodiscard]] QString applicationFilePattern() const override;
+    [[nodiscard]] std::vector<InstalledApplication> installedApplications(
+        const ListIcons &icons) const override;
 };
 
 }  // namespace kestrelbay

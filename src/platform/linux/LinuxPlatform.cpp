@@ -5,12 +5,19 @@
 
 #include <utility>
 
+#include "platform/linux/AutostartLoginItem.h"
+#include "platform/linux/BusListener.h"
 #include "platform/linux/CanberraSounds.h"
+#include "platform/linux/DisplayDiagnostics.h"
+#include "platform/linux/GrabFocusFilter.h"
 #include "platform/linux/JsonUserDefaults.h"
 #include "platform/linux/LinuxApplicationCatalog.h"
+#include "platform/linux/LinuxStatusArea.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/PortalSystemSettings.h"
 #include "platform/linux/SoundFiles.h"
 #include "platform/linux/SyslogLog.h"
+#include "platform/linux/X11NativeWindow.h"
 #include "platform/linux/XConnection.h"
 #include "platform/linux/XEventTap.h"
 
@@ -20,6 +27,11 @@ namespace {
 
 bool isWaylandSession() {
     return qgetenv("XDG_SESSION_TYPE") == "wayland" || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+}
+
+QString variable(const char *name) {
+    const QString value = qEnvironmentVariable(name);
+    return value.isEmpty() ? QStringLiteral("not set") : value;
 }
 
 }  // namespace
@@ -39,6 +51,7 @@ EventTap &LinuxPlatform::eventTap() {
                 handler();
         };
         tap_ = std::make_unique<x11::XEventTap>(std::move(settings));
+        grabFocusFilter_ = std::make_unique<x11::GrabFocusFilter>();
     }
     return *tap_;
 }
@@ -72,6 +85,75 @@ SystemSounds &LinuxPlatform::systemSounds() {
 
 SystemLog &LinuxPlatform::systemLog() {
     return *log_;
+}
+
+LoginItem &LinuxPlatform::loginItem() {
+    if (!loginItem_) {
+        loginItem_ =
+            std::make_unique<AutostartLoginItem>(AutostartLoginItem::placesOfThisProgram());
+    }
+    return *loginItem_;
+}
+
+NativeWindow &LinuxPlatform::nativeWindow() {
+    if (!nativeWindow_)
+        nativeWindow_ = std::make_unique<x11::X11NativeWindow>(displayName_);
+    return *nativeWindow_;
+}
+
+BusListener &LinuxPlatform::bus() {
+    if (!bus_)
+        bus_ = std::make_unique<BusListener>();
+    return *bus_;
+}
+
+PortalSystemSettings &LinuxPlatform::portalSettings() {
+    if (!systemSettings_) {
+        systemSettings_ = std::make_unique<PortalSystemSettings>(bus());
+        systemSettings_->addObserver([this] {
+            if (statusArea_)
+                statusArea_->colorSchemeChanged();
+        });
+    }
+    return *systemSettings_;
+}
+
+SystemSettings &LinuxPlatform::systemSettings() {
+    return portalSettings();
+}
+
+LinuxStatusArea &LinuxPlatform::linuxStatusArea() {
+    if (!statusArea_) {
+        LinuxStatusArea::Settings settings;
+        settings.displayName = displayName_;
+        settings.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
+        statusArea_ =
+            std::make_unique<LinuxStatusArea>(bus(), portalSettings(), std::move(settings));
+    }
+    return *statusArea_;
+}
+
+StatusArea &LinuxPlatform::statusArea() {
+    return linuxStatusArea();
+}
+
+std::vector<std::pair<QString, QString>> LinuxPlatform::diagnostics() {
+    std::vector<std::pair<QString, QString>> pairs{
+        {QStringLiteral("Session"),
+         QStringLiteral("%1 (DISPLAY: %2, WAYLAND_DISPLAY: %3)")
+             .arg(variable("XDG_SESSION_TYPE"), variable("DISPLAY"), variable("WAYLAND_DISPLAY"))},
+        {QStringLiteral("Desktop"), variable("XDG_CURRENT_DESKTOP")}};
+    for (auto &pair : x11::describeDisplay(displayName_))
+        pairs.push_back(std::move(pair));
+    linuxStatusArea().waitForAnswer();
+    pairs.emplace_back(QStringLiteral("Tray"), linuxStatusArea().description());
+    pairs.emplace_back(QStringLiteral("Session bus"), bus().isConnected()
+                                                          ? QStringLiteral("reachable")
+                                                          : QStringLiteral("not reachable"));
+    pairs.emplace_back(QStringLiteral("Portal"), portalSettings().isPortalPresent()
+                                                     ? QStringLiteral("present")
+                                                     : QStringLiteral("not present"));
+    return pairs;
 }
 
 QString LinuxPlatform::applicationSupportDirectory() const {

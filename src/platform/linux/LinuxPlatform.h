@@ -9,6 +9,16 @@
 
 namespace kestrelbay {
 
+namespace x11 {
+class GrabFocusFilter;
+}
+
+
+class AutostartLoginItem;
+class BusListener;
+class LinuxStatusArea;
+class PortalSystemSettings;
+
 /// The services of an X11 session. Each is made when it is first asked for, so
 /// that asking for the start-up problem needs none of them.
 class LinuxPlatform final : public Platform {
@@ -22,13 +32,25 @@ public:
     [[nodiscard]] UserDefaults &userDefaults() override;
     [[nodiscard]] SystemSounds &systemSounds() override;
     [[nodiscard]] SystemLog &systemLog() override;
+    [[nodiscard]] LoginItem &loginItem() override;
+    [[nodiscard]] SystemSettings &systemSettings() override;
+    [[nodiscard]] NativeWindow &nativeWindow() override;
+    [[nodiscard]] StatusArea &statusArea() override;
     /// $XDG_CONFIG_HOME.
     [[nodiscard]] QString applicationSupportDirectory() const override;
+    /// Nothing to do: a task bar shows windows, not programs, and no menu bar is shared.
+    void becomeAccessory() override {}
+    /// Takes up to a few tenths of a second when services do not answer.
+    [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override;
     void setSessionEndedHandler(std::function<void()> handler) override;
     /// A reachable X server, Xwayland's included.
     [[nodiscard]] QString startupProblem() const override;
 
 private:
+    [[nodiscard]] BusListener &bus();
+    [[nodiscard]] PortalSystemSettings &portalSettings();
+    [[nodiscard]] LinuxStatusArea &linuxStatusArea();
+
     const QString displayName_;
     std::function<void()> sessionEnded_;
     std::unique_ptr<SystemLog> log_;
@@ -36,7 +58,13 @@ private:
     std::unique_ptr<SystemSounds> sounds_;
     std::unique_ptr<ApplicationCatalog> catalog_;
     std::unique_ptr<Workspace> workspace_;
+    std::unique_ptr<x11::GrabFocusFilter> grabFocusFilter_;
     std::unique_ptr<EventTap> tap_;
+    std::unique_ptr<AutostartLoginItem> loginItem_;
+    std::unique_ptr<NativeWindow> nativeWindow_;
+    std::unique_ptr<BusListener> bus_;
+    std::unique_ptr<PortalSystemSettings> systemSettings_;
+    std::unique_ptr<LinuxStatusArea> statusArea_;
 };
 
 }  // namespace kestrelbay

@@ -26,6 +26,25 @@ GVariant *stringArray(const QStringList &texts) {
     return g_variant_builder_end(&builder);
 }
 
+/// The connection that GLib shares within the program, or one of our own: GLib gives
+/// out the connection to a bus that has gone for as long as anybody still holds it.
+GObjectPtr<GDBusConnection> openConnection() {
+    GObjectPtr<GDBusConnection> shared(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    if (!shared)
+        return nullptr;
+    g_dbus_connection_set_exit_on_close(shared.get(), FALSE);
+    if (!g_dbus_connection_is_closed(shared.get()))
+        return shared;
+    const GCharPtr address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    if (!address)
+        return nullptr;
+    constexpr auto kFlags =
+        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+    return GObjectPtr<GDBusConnection>(
+        g_dbus_connection_new_for_address_sync(address.get(), kFlags, nullptr, nullptr, nullptr));
+}
+
 }  // namespace
 
 QString scopeName(const QString &applicationId, qint64 pid) {
@@ -50,11 +69,8 @@ GObjectPtr<GDBusConnection> SessionBus::connection() {
     const std::lock_guard lock(mutex_);
     if (connection_ && g_dbus_connection_is_closed(connection_.get()))
         connection_.reset();
-    if (!connection_) {
-        connection_.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-        if (connection_)
-            g_dbus_connection_set_exit_on_close(connection_.get(), FALSE);
-    }
+    if (!connection_)
+        connection_ = openConnection();
     if (!connection_)
         return nullptr;
     g_object_ref(connection_.get());

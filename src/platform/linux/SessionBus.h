@@ -38,8 +38,10 @@ public:
     /// and keeps the program alive when the bus goes away.
     void connect();
 
-private:
+    /// Null without a bus.
     [[nodiscard]] GObjectPtr<GDBusConnection> connection();
+
+private:
     [[nodiscard]] BusAnswer call(const QString &name, const QString &path, const char *interface,
                                  const char *method, GVariant *parameters);
 

@@ -37,15 +37,12 @@ struct WindowMirror::Root {
 WindowMirror::WindowMirror(const QString &displayName,
                            WindowFactsReader::LaunchedEntry launchedEntry)
     : system_(displayName),
-      reader_(system_.connection(), system_.atoms(), std::move(launchedEntry)) {
+      reader_(system_.connection(), system_.atoms(), std::move(launchedEntry)),
+      clock_(system_.connection(), system_.atoms()) {
     const XConnection &connection = system_.connection();
     if (!connection.isUsable())
         return;
-    clockWindow_ = xcb_generate_id(connection.get());
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_create_window(connection.get(), 0, clockWindow_, connection.root(), -1, -1, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
-                      &events);
     for (const xcb_window_t root : connection.roots())
         xcb_change_window_attributes(connection.get(), root, XCB_CW_EVENT_MASK, &events);
     system_.flush();
@@ -116,18 +113,11 @@ void WindowMirror::apply(const xcb_generic_event_t &event) {
     }
 }
 
-void WindowMirror::askServerTime() const {
-    // Adding nothing to a property changes nothing, but is told with the time.
-    xcb_change_property(system_.connection().get(), XCB_PROP_MODE_APPEND, clockWindow_,
-                        system_.atoms()[WindowAtoms::ServerTime], XCB_ATOM_CARDINAL, 32, 0,
-                        nullptr);
-}
-
 xcb_timestamp_t WindowMirror::serverTime() {
     xcb_connection_t *connection = system_.connection().get();
     if (!system_.connection().isUsable())
         return XCB_CURRENT_TIME;
-    askServerTime();
+    clock_.ask();
     const Reply<xcb_get_input_focus_reply_t> done(
         xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
     processQueuedEvents();
@@ -278,7 +268,7 @@ DesktopPicture WindowMirror::read(std::shared_ptr<const ApplicationIndex> index)
     if (!system_.connection().isUsable())
         return picture;
 
-    askServerTime();
+    clock_.ask();
     std::vector<RootCookies> cookies;
     cookies.reserve(system_.connection().roots().size());
     for (const xcb_window_t root : system_.connection().roots())

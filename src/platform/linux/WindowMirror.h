@@ -10,6 +10,7 @@
 
 #include "platform/linux/ApplicationIndex.h"
 #include "platform/linux/ApplicationMatch.h"
+#include "platform/linux/ServerClock.h"
 #include "platform/linux/WindowFactsReader.h"
 #include "platform/linux/WindowSystem.h"
 
@@ -80,7 +81,6 @@ private:
     struct RootCookies;
     using Known = std::unordered_map<xcb_window_t, Record>;
 
-    void askServerTime() const;
     [[nodiscard]] RootCookies askRoot(xcb_window_t root) const;
     [[nodiscard]] Root readRoot(const RootCookies &cookies) const;
     [[nodiscard]] Known collect(std::span<const xcb_window_t> windows, std::vector<Root> &roots);
@@ -95,7 +95,7 @@ private:
 
     WindowSystem system_;
     WindowFactsReader reader_;
-    xcb_window_t clockWindow_ = XCB_NONE;
+    ServerClock clock_;
 
     std::mutex mutex_;
     Known records_;

@@ -11,6 +11,7 @@ namespace {
 /// "From the user", in the words of EWMH: pagers and their like.
 constexpr std::uint32_t kSourceUser = 2;
 // ICCCM's values of WM_STATE.
+constexpr std::uint32_t kWithdrawnState = 0;
 constexpr std::uint32_t kIconicState = 3;
 constexpr std::uint32_t kLongestStateList = 64;
 /// On every workspace, in the words of EWMH.
@@ -64,6 +65,7 @@ std::vector<WindowState> WindowSystem::readStates(std::span<const WindowAddress>
         const auto list = propertyWords(ewmh);
         const auto state = propertyWords(icccm);
         states[i].exists = true;
+        states[i].managed = !state.empty() && state[0] != kWithdrawnState;
         states[i].skipsTaskbar = contains(list, atoms_[WindowAtoms::NetWmStateSkipTaskbar]);
         states[i].minimized = windows[i].abilities.marksHiddenWindows
                                   ? contains(list, atoms_[WindowAtoms::NetWmStateHidden])

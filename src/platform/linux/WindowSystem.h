@@ -20,6 +20,8 @@ struct WindowManagerAbilities {
 
 struct WindowState {
     bool exists = false;
+    /// The window manager has it, in view or not.
+    bool managed = false;
     bool minimized = false;
     bool skipsTaskbar = false;
     /// The workspace it is on, when that is not the one in view.

@@ -6,14 +6,13 @@ namespace kestrelbay::x11 {
 
 XConnection::XConnection(const QString &displayName) {
     const QByteArray name = displayName.toLocal8Bit();
-    int defaultScreen = 0;
-    connection_.reset(xcb_connect(name.isEmpty() ? nullptr : name.constData(), &defaultScreen));
+    connection_.reset(xcb_connect(name.isEmpty() ? nullptr : name.constData(), &defaultScreen_));
     if (!isUsable())
         return;
     for (xcb_screen_iterator_t screen = xcb_setup_roots_iterator(xcb_get_setup(get()));
          screen.rem > 0; xcb_screen_next(&screen))
         roots_.push_back(screen.data->root);
-    const auto first = static_cast<std::size_t>(std::max(defaultScreen, 0));
+    const auto first = static_cast<std::size_t>(std::max(defaultScreen_, 0));
     if (first < roots_.size())
         std::swap(roots_.front(), roots_[first]);
 }

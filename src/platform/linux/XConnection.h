@@ -36,6 +36,8 @@ public:
     /// The root window of every screen, the default screen's first. Empty without
     /// a server.
     [[nodiscard]] const std::vector<xcb_window_t> &roots() const { return roots_; }
+    /// The number of the default screen, as names of selections have it.
+    [[nodiscard]] int defaultScreen() const { return defaultScreen_; }
     [[nodiscard]] xcb_window_t root() const { return roots_.empty() ? XCB_NONE : roots_.front(); }
 
 private:
@@ -45,6 +47,7 @@ private:
 
     std::unique_ptr<xcb_connection_t, Disconnect> connection_;
     std::vector<xcb_window_t> roots_;
+    int defaultScreen_ = 0;
 };
 
 /// The atoms of these names, in one round trip; XCB_ATOM_NONE for those that the

@@ -88,16 +88,25 @@ XEventTap::~XEventTap() {
 }
 
 bool XEventTap::install(Handlers handlers) {
+    problem_ = tryInstall(std::move(handlers));
+    return problem_ == TapProblem::None;
+}
+
+TapProblem XEventTap::tryInstall(Handlers handlers) {
     if (!settings_.isX11Session)
-        return false;
+        return TapProblem::WaylandSession;
     auto connection = std::make_shared<XConnection>(settings_.displayName);
     xcb_connection_t *c = connection->get();
-    if (!connection->isUsable() || !hasRawEvents(c) || !claimTapOwnership(*connection))
-        return false;
+    if (!connection->isUsable())
+        return TapProblem::NoDisplay;
+    if (!hasRawEvents(c))
+        return TapProblem::NoInputExtension;
+    if (!claimTapOwnership(*connection))
+        return TapProblem::OtherInstance;
     const std::optional<std::uint8_t> keymapChangeEvent = watchKeymap(c);
     const std::optional<KeyboardModel> keyboard = readKeyboardModel(c);
     if (!keymapChangeEvent || !keyboard)
-        return false;
+        return TapProblem::NoInputExtension;
 
     connection_ = std::move(connection);
     handlers_ = std::move(handlers);
@@ -113,7 +122,7 @@ bool XEventTap::install(Handlers handlers) {
     connect(&*notifier_, &QSocketNotifier::activated, this, &XEventTap::drain);
     reconcileModifiers();
     applyGrabs();
-    return true;
+    return TapProblem::None;
 }
 
 void XEventTap::enable() {

@@ -49,6 +49,7 @@ public:
     ~XEventTap() override;
 
     [[nodiscard]] bool install(Handlers handlers) override;
+    [[nodiscard]] TapProblem problem() const override { return problem_; }
     void enable() override;
     void remove() override;
     void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) override;
@@ -56,6 +57,7 @@ public:
     [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override;
 
 private:
+    [[nodiscard]] TapProblem tryInstall(Handlers handlers);
     void replayWaitingKeys();
     void drain();
     void drainLater();
@@ -72,6 +74,7 @@ private:
 
     Settings settings_;
     Handlers handlers_;
+    TapProblem problem_ = TapProblem::None;
     std::shared_ptr<XConnection> connection_;
     std::optional<QSocketNotifier> notifier_;
     std::optional<KeyGrabber> grabber_;

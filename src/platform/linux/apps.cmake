@@ -10,10 +10,13 @@ target_sources(kestrelbay_platform PRIVATE
     DesktopEntry.cpp
     EntryLauncher.cpp
     ExecLine.cpp
+    IconNames.cpp
+    IconThemeFiles.cpp
     LaunchedProcesses.cpp
     LinuxApplicationCatalog.cpp
     LinuxRunningApplication.cpp
     LinuxWorkspace.cpp
+    ListIconReader.cpp
     ProcessFacts.cpp
     SessionBus.cpp
     WindowEventPump.cpp

@@ -262,8 +262,10 @@ TEST_F(XEventTapTest, IsTheOnlyOneOfItsDisplay) {
     install();
     const auto second = makeTap();
     EXPECT_FALSE(second->install(handlers()));
+    EXPECT_EQ(second->problem(), TapProblem::OtherInstance);
     tap_->remove();
     EXPECT_TRUE(waitUntil([&] { return second->install(handlers()); }));
+    EXPECT_EQ(second->problem(), TapProblem::None);
 }
 
 TEST_F(XEventTapTest, DeliversModifiersThatChangedWhileItWasAway) {
@@ -387,6 +389,7 @@ TEST_F(XEventTapTest, IsAbsentInAWaylandSession) {
     settings.isX11Session = false;
     XEventTap tap(settings);
     EXPECT_FALSE(tap.install(handlers()));
+    EXPECT_EQ(tap.problem(), TapProblem::WaylandSession);
 }
 
 TEST(XEventTapWithoutServer, IsAbsent) {
@@ -395,6 +398,7 @@ TEST(XEventTapWithoutServer, IsAbsent) {
     XEventTap tap(settings);
     tap.setWantedHotkeys({kLeftCommandT});
     EXPECT_FALSE(tap.install({}));
+    EXPECT_EQ(tap.problem(), TapProblem::NoDisplay);
     EXPECT_FALSE(tap.setRecording(true));
     tap.remove();
 }

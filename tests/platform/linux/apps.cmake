@@ -7,6 +7,7 @@ kestrelbay_test(linux_apps_fast_tests LABEL fast
         linux/ApplicationMatchTest.cpp
         linux/DesktopEntryApplicationTest.cpp
         linux/ExecLaunchTest.cpp
+        linux/InstalledApplicationsTest.cpp
         linux/ProcessApplicationTest.cpp
         linux/appsFastMain.cpp
     LIBRARIES kestrelbay_platform PkgConfig::GIO_TEST)

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+
+#include <QPoint>
+#include <QRect>
+
+namespace kestrelbay {
+
+/// What the desktop can do with a window of this program that Qt has no call for.
+/// Main thread. A window that is not there, or a desktop that cannot, is not an
+/// error: then nothing happens.
+class NativeWindow {
+public:
+    /// As QWidget::winId() gives it.
+    using Id = quintptr;
+
+    virtual ~NativeWindow() = default;
+
+    /// Makes a window that was never shown one that never takes the focus, floats
+    /// over others (NSFloatingWindowLevel, 3), is on every workspace and stays in
+    /// view over full-screen windows (NSWindowCollectionBehavior canJoinAllSpaces and
+    /// fullScreenAuxiliary, 257).
+    virtual void makeFloatingPanel(Id window) = 0;
+
+    /// Can a window be seen through? When it cannot, whatever is painted with less
+    /// than full opacity comes out wrong.
+    [[nodiscard]] virtual bool isTranslucencyShown() const = 0;
+
+    /// Has what is behind the window show through blurred within a rounded rectangle
+    /// (in device-independent pixels of the window), where the desktop blurs.
+    virtual void setBehindWindowMaterial(Id window, const QRect &rectangle, int cornerRadius) = 0;
+
+    /// Gives a shown window of this program the focus and brings it before all others,
+    /// whoever has the focus now; and into view, if it is on another workspace.
+    virtual void bringProgramForward(Id window) = 0;
+
+    /// The middle of the window that has the keyboard, in device pixels of the
+    /// whole desktop. None when there is no such window.
+    [[nodiscard]] virtual std::optional<QPoint> keyWindowCenter() const = 0;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include <QString>
+
+namespace kestrelbay {
+
+/// Where the desktop shows the icons of programs that run without a window: menu
+/// bar, tray. Main thread.
+class StatusArea {
+public:
+    virtual ~StatusArea() = default;
+
+    /// Calls the handler once, at the latest from the event loop, as soon as an icon
+    /// made with QSystemTrayIcon comes into view; never when there is no such area.
+    /// To be asked before anything else asks Qt about trays: Qt remembers its first
+    /// finding until the program ends.
+    virtual void whenAvailable(std::function<void()> handler) = 0;
+
+    /// Is the area dark, so that a light icon is needed? None where the system
+    /// tints icons by itself.
+    [[nodiscard]] virtual std::optional<bool> isDark() const = 0;
+
+    /// Called whenever isDark() may have become another one.
+    virtual void setDarkHandler(std::function<void()> handler) = 0;
+
+    /// Does a click on the icon open its menu without the program's doing?
+    [[nodiscard]] virtual bool opensMenus() const = 0;
+
+    /// What it is, for a report of a problem: one line in English.
+    [[nodiscard]] virtual QString description() const = 0;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace kestrelbay {
+
+/// Work for later. Main thread.
+class Timers {
+public:
+    /// Work that is waited for; destroyed, it is no longer. Work may destroy its own.
+    class Timer {
+    public:
+        virtual ~Timer() = default;
+    };
+
+    virtual ~Timers() = default;
+
+    [[nodiscard]] virtual std::unique_ptr<Timer> once(std::chrono::milliseconds delay,
+                                                      std::function<void()> work) = 0;
+    /// The first time after one interval.
+    [[nodiscard]] virtual std::unique_ptr<Timer> every(std::chrono::milliseconds interval,
+                                                       std::function<void()> work) = 0;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "fakes/Journal.h"
+#include "platform/NativeWindow.h"
+
+namespace kestrelbay {
+
+class FakeNativeWindow final : public NativeWindow {
+public:
+    void makeFloatingPanel(Id window) override { add("makeFloatingPanel", window); }
+    [[nodiscard]] bool isTranslucencyShown() const override { return isTranslucencyShown_; }
+    void setBehindWindowMaterial(Id window, const QRect &rectangle, int cornerRadius) override {
+        add("setBehindWindowMaterial", window,
+            QStringLiteral(" %1,%2 %3x%4 radius %5")
+                .arg(rectangle.x())
+                .arg(rectangle.y())
+                .arg(rectangle.width())
+                .arg(rectangle.height())
+                .arg(cornerRadius));
+    }
+    void bringProgramForward(Id window) override { add("bringProgramForward", window); }
+    [[nodiscard]] std::optional<QPoint> keyWindowCenter() const override {
+        return keyWindowCenter_;
+    }
+
+    // For the test:
+    void setTranslucencyShown(bool shown) { isTranslucencyShown_ = shown; }
+    void setKeyWindowCenter(std::optional<QPoint> center) { keyWindowCenter_ = center; }
+    /// Calls since the last take: the name, the window, and what else was given.
+    QStringList takeCalls() { return journal_.take(); }
+
+private:
+    void add(const char *call, Id window, const QString &rest = {}) {
+        journal_.add(QStringLiteral("%1 %2").arg(QLatin1StringView(call)).arg(window) + rest);
+    }
+
+    Journal journal_;
+    bool isTranslucencyShown_ = true;
+    std::optional<QPoint> keyWindowCenter_;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <utility>
+
+#include "platform/StatusArea.h"
+
+namespace kestrelbay {
+
+/// There from the start, unless the test says otherwise.
+class FakeStatusArea final : public StatusArea {
+public:
+    void whenAvailable(std::function<void()> handler) override {
+        availableHandler_ = std::move(handler);
+        tellAvailable();
+    }
+    [[nodiscard]] std::optional<bool> isDark() const override { return isDark_; }
+    void setDarkHandler(std::function<void()> handler) override {
+        darkHandler_ = std::move(handler);
+    }
+    [[nodiscard]] bool opensMenus() const override { return opensMenus_; }
+    [[nodiscard]] QString description() const override { return description_; }
+
+    // For the test:
+    void setAvailable(bool available) {
+        isAvailable_ = available;
+        tellAvailable();
+    }
+    void setDark(std::optional<bool> dark) {
+        if (std::exchange(isDark_, dark) != dark && darkHandler_)
+            darkHandler_();
+    }
+    void setOpensMenus(bool opens) { opensMenus_ = opens; }
+    void setDescription(const QString &description) { description_ = description; }
+
+private:
+    void tellAvailable() {
+        if (isAvailable_ && availableHandler_)
+            std::exchange(availableHandler_, nullptr)();
+    }
+
+    bool isAvailable_ = true;
+    bool opensMenus_ = false;
+    std::optional<bool> isDark_ = false;
+    QString description_ = QStringLiteral("a fake");
+    std::function<void()> availableHandler_;
+    std::function<void()> darkHandler_;
+};
+
+}  // namespace kestrelbay

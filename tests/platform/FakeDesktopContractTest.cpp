@@ -1,0 +1,38 @@
+#include "fakes/FakeStatusArea.h"
+#include "fakes/FakeSystemSettings.h"
+#include "platform/StatusAreaContract.h"
+#include "platform/SystemSettingsContract.h"
+
+namespace kestrelbay::testing {
+namespace {
+
+class FakeChoice {
+public:
+    SystemSettings &settings() { return settings_; }
+    void choose(ColorScheme scheme) { settings_.setColorScheme(scheme); }
+    void settle() {}
+
+private:
+    FakeSystemSettings settings_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, SystemSettingsContract, FakeChoice);
+
+class FakePanel {
+public:
+    FakePanel() { area_.setAvailable(false); }
+
+    StatusArea &area() { return area_; }
+    void bring() { area_.setAvailable(true); }
+    void setDark(bool dark) { area_.setDark(dark); }
+    bool eventually(const std::function<bool()> &condition) { return condition(); }
+    void settle() {}
+
+private:
+    FakeStatusArea area_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, StatusAreaContract, FakePanel);
+
+}  // namespace
+}  // namespace kestrelbay::testing

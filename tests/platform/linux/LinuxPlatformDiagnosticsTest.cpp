@@ -1,0 +1,68 @@
+#include <map>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "platform/linux/LinuxPlatform.h"
+#include "support/FakeSettingsPortal.h"
+#include "support/FakeTray.h"
+#include "support/PrivateSessionBus.h"
+#include "support/PrivateXServer.h"
+
+namespace kestrelbay::testing {
+namespace {
+
+/// The environment of a session, for the time of a test.
+class LinuxPlatformDiagnostics : public ::testing::Test {
+protected:
+    ~LinuxPlatformDiagnostics() override {
+        for (const char *name : {"DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_CURRENT_DESKTOP"})
+            qunsetenv(name);
+    }
+
+    static std::map<QString, QString> read() {
+        LinuxPlatform platform;
+        std::map<QString, QString> values;
+        for (const auto &[name, value] : platform.diagnostics())
+            EXPECT_TRUE(values.emplace(name, value).second) << qPrintable(name);
+        return values;
+    }
+};
+
+TEST_F(LinuxPlatformDiagnostics, TellOfADesktop) {
+    const PrivateXServer server;
+    const PrivateSessionBus bus;
+    const FakeSettingsPortal portal(bus.address(), FakeSettingsPortal::kPreferDark);
+    const auto manager = server.startWindowManager(QStringLiteral("openbox"));
+    qputenv("DISPLAY", server.displayName().toLatin1());
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toLatin1());
+    qputenv("XDG_CURRENT_DESKTOP", "XFCE");
+    auto values = read();
+    EXPECT_EQ(values[QStringLiteral("Desktop")], QStringLiteral("XFCE"));
+    EXPECT_TRUE(values[QStringLiteral("Session")].contains(server.displayName()));
+    EXPECT_TRUE(values[QStringLiteral("X server")].endsWith(QStringLiteral("screens: 1")))
+        << qPrintable(values[QStringLiteral("X server")]);
+    EXPECT_EQ(values[QStringLiteral("Window manager")], QStringLiteral("Openbox"));
+    EXPECT_EQ(values[QStringLiteral("Compositing")], QStringLiteral("no"));
+    EXPECT_TRUE(values[QStringLiteral("XInput")].startsWith(QStringLiteral("2.")));
+    EXPECT_TRUE(values[QStringLiteral("Keyboard layout")].contains(QStringLiteral("layout us")));
+    EXPECT_EQ(values[QStringLiteral("Tray")], QStringLiteral("none"));
+    EXPECT_EQ(values[QStringLiteral("Session bus")], QStringLiteral("reachable"));
+    EXPECT_EQ(values[QStringLiteral("Portal")], QStringLiteral("present"));
+}
+
+TEST_F(LinuxPlatformDiagnostics, TellWhatIsMissing) {
+    auto values = read();
+    EXPECT_EQ(values[QStringLiteral("X server")], QStringLiteral("none (DISPLAY is not set)"));
+    EXPECT_EQ(values[QStringLiteral("Desktop")], QStringLiteral("not set"));
+    EXPECT_EQ(values[QStringLiteral("Tray")], QStringLiteral("none"));
+    EXPECT_EQ(values[QStringLiteral("Session bus")], QStringLiteral("not reachable"));
+    EXPECT_EQ(values[QStringLiteral("Portal")], QStringLiteral("not present"));
+    EXPECT_FALSE(values.contains(QStringLiteral("Window manager")));
+
+    qputenv("DISPLAY", ":99999");
+    EXPECT_EQ(read()[QStringLiteral("X server")], QStringLiteral(":99999 does not answer"));
+}
+
+}  // namespace
+}  // namespace kestrelbay::testing

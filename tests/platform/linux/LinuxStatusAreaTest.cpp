@@ -1,0 +1,197 @@
+#include "platform/linux/LinuxStatusArea.h"
+
+#include <array>
+#include <chrono>
+#include <memory>
+#include <optional>
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeSystemSettings.h"
+#include "platform/StatusAreaContract.h"
+#include "support/FakeNotifierWatcher.h"
+#include "support/FakeTray.h"
+#include "support/Poll.h"
+#include "support/PrivateSessionBus.h"
+#include "support/PrivateXServer.h"
+
+namespace kestrelbay::testing {
+namespace {
+
+constexpr const char *kAddressVariable = "DBUS_SESSION_BUS_ADDRESS";
+constexpr std::array<std::uint32_t, 3> kWhite{0xFFFF, 0xFFFF, 0xFFFF};
+constexpr std::array<std::uint32_t, 3> kBlack{0, 0, 0};
+
+/// A display and a bus, and the status area that is tested.
+class Panel {
+public:
+    Panel() { qputenv(kAddressVariable, bus_.address().toUtf8()); }
+    ~Panel() { qunsetenv(kAddressVariable); }
+
+    void start(std::chrono::milliseconds grace, const QString &desktop = {}) {
+        listener_ = std::make_unique<BusListener>();
+        LinuxStatusArea::Settings settings;
+        settings.displayName = server_.displayName();
+        settings.desktop = desktop;
+        settings.graceForNotifiers = grace;
+        area_ = std::make_unique<LinuxStatusArea>(*listener_, scheme_, settings);
+    }
+    void ask() {
+        area_->whenAvailable([this] { ++calls_; });
+        area_->setDarkHandler([this] { ++darkCalls_; });
+    }
+    bool isCalled() {
+        return waitUntil([this] { return calls_ > 0; });
+    }
+
+    PrivateXServer server_;
+    PrivateSessionBus bus_;
+    FakeSystemSettings scheme_;
+    std::unique_ptr<BusListener> listener_;
+    std::unique_ptr<LinuxStatusArea> area_;
+    std::optional<FakeTray> tray_;
+    std::optional<FakeNotifierWatcher> watcher_;
+    int calls_ = 0;
+    int darkCalls_ = 0;
+};
+
+constexpr std::chrono::milliseconds kNoGrace{0};
+constexpr std::chrono::hours kForever{1};
+
+/// Of a tray that embeds windows.
+class EmbeddingPanel {
+public:
+    EmbeddingPanel() { panel_.start(kNoGrace); }
+
+    StatusArea &area() { return *panel_.area_; }
+    void bring() { panel_.tray_.emplace(panel_.server_.displayName()); }
+    void setDark(bool dark) { panel_.tray_->setForeground(dark ? kWhite : kBlack); }
+    bool eventually(const std::function<bool()> &condition) { return waitUntil(condition); }
+    void settle() { panel_.area_->waitForAnswer(); }
+
+private:
+    Panel panel_;
+};
+
+/// Of a panel that shows notifiers, on a desktop whose panel follows the colour scheme.
+class NotifierPanel {
+public:
+    NotifierPanel() { panel_.start(kForever, QStringLiteral("KDE")); }
+
+    StatusArea &area() { return *panel_.area_; }
+    void bring() { panel_.watcher_.emplace(panel_.bus_.address(), true); }
+    void setDark(bool dark) {
+        panel_.scheme_.setColorScheme(dark ? ColorScheme::Dark : ColorScheme::Light);
+        panel_.area_->colorSchemeChanged();
+    }
+    bool eventually(const std::function<bool()> &condition) { return waitUntil(condition); }
+    void settle() { panel_.area_->waitForAnswer(); }
+
+private:
+    Panel panel_;
+};
+
+using Panels = ::testing::Types<EmbeddingPanel, NotifierPanel>;
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, StatusAreaContract, Panels);
+
+class LinuxStatusAreaTest : public ::testing::Test, protected Panel {};
+
+TEST_F(LinuxStatusAreaTest, WaitsForAPanelBesideItsWatcher) {
+    watcher_.emplace(bus_.address(), false);
+    start(kForever);
+    ask();
+    area_->waitForAnswer();
+    EXPECT_EQ(calls_, 0);
+    EXPECT_EQ(area_->description(), QStringLiteral("none"));
+    watcher_->registerHost();
+    EXPECT_TRUE(isCalled());
+    EXPECT_EQ(area_->description(), QStringLiteral("StatusNotifier host"));
+}
+
+TEST_F(LinuxStatusAreaTest, PrefersNotifiersWhileThereIsGrace) {
+    tray_.emplace(server_.displayName());
+    start(kForever);
+    ask();
+    area_->waitForAnswer();
+    EXPECT_EQ(calls_, 0);
+    watcher_.emplace(bus_.address(), true);
+    EXPECT_TRUE(isCalled());
+    EXPECT_EQ(area_->description(), QStringLiteral("StatusNotifier host"));
+}
+
+TEST_F(LinuxStatusAreaTest, MakesDoWithEmbeddingAfterwards) {
+    tray_.emplace(server_.displayName());
+    start(std::chrono::milliseconds(50));
+    ask();
+    EXPECT_TRUE(isCalled());
+    EXPECT_EQ(area_->description(), QStringLiteral("XEmbed tray"));
+    // Qt has chosen: what comes later changes nothing.
+    watcher_.emplace(bus_.address(), true);
+    area_->waitForAnswer();
+    EXPECT_EQ(area_->description(), QStringLiteral("XEmbed tray"));
+}
+
+TEST_F(LinuxStatusAreaTest, EmbedsWithoutABus) {
+    qputenv(kAddressVariable, "unix:path=/nonexistent/bus");
+    start(kNoGrace);
+    ask();
+    tray_.emplace(server_.displayName());
+    EXPECT_TRUE(isCalled());
+}
+
+TEST_F(LinuxStatusAreaTest, FollowsATrayThatComesBackInOtherColours) {
+    tray_.emplace(server_.displayName());
+    tray_->setForeground(kBlack);
+    start(kNoGrace);
+    ask();
+    ASSERT_TRUE(isCalled());
+    EXPECT_EQ(area_->isDark(), false);
+    tray_.reset();
+    EXPECT_TRUE(waitUntil([&] { return area_->description() == QStringLiteral("none"); }));
+    tray_.emplace(server_.displayName());
+    tray_->setForeground(kWhite);
+    EXPECT_TRUE(waitUntil([&] { return area_->isDark() == true; }));
+    EXPECT_GT(darkCalls_, 0);
+    EXPECT_EQ(calls_, 1);
+}
+
+TEST_F(LinuxStatusAreaTest, TakesAPanelThatSaysNothingForDark) {
+    tray_.emplace(server_.displayName());
+    start(kNoGrace);
+    ask();
+    ASSERT_TRUE(isCalled());
+    EXPECT_EQ(area_->isDark(), true);
+}
+
+TEST_F(LinuxStatusAreaTest, DoesNotFollowTheColourSchemeElsewhere) {
+    start(kForever, QStringLiteral("ubuntu:GNOME"));
+    ask();
+    area_->colorSchemeChanged();
+    EXPECT_EQ(darkCalls_, 0);
+    EXPECT_EQ(area_->isDark(), true);
+}
+
+TEST_F(LinuxStatusAreaTest, SurvivesTheEndOfTheBusAndOfTheDisplay) {
+    tray_.emplace(server_.displayName());
+    watcher_.emplace(bus_.address(), true);
+    start(kForever);
+    ask();
+    ASSERT_TRUE(isCalled());
+    bus_.process().kill();
+    server_.process().kill();
+    EXPECT_TRUE(waitUntil([&] { return area_->description() == QStringLiteral("none"); }));
+}
+
+TEST(LinuxStatusAreaWithoutDisplay, IsNone) {
+    BusListener listener;
+    const FakeSystemSettings scheme;
+    LinuxStatusArea::Settings settings;
+    settings.displayName = QStringLiteral(":99999");
+    LinuxStatusArea area(listener, scheme, settings);
+    area.whenAvailable([] { FAIL(); });
+    area.waitForAnswer();
+    EXPECT_EQ(area.description(), QStringLiteral("none"));
+}
+
+}  // namespace
+}  // namespace kestrelbay::testing

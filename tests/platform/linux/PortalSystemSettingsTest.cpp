@@ -1,0 +1,221 @@
+#include "platform/linux/PortalSystemSettings.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include "platform/SystemSettingsContract.h"
+#include "support/FakeSettingsPortal.h"
+#include "support/Poll.h"
+#include "support/PrivateSessionBus.h"
+
+namespace kestrelbay::testing {
+namespace {
+
+using Portal = FakeSettingsPortal;
+
+constexpr const char *kAddressVariable = "DBUS_SESSION_BUS_ADDRESS";
+
+/// What the user has set for all programs of a desktop with GSettings.
+void setDesktopScheme(const char *scheme) {
+    const GObjectPtr<GSettings> settings(g_settings_new("org.gnome.desktop.interface"));
+    g_settings_set_string(settings.get(), "color-scheme", scheme);
+}
+
+/// A bus, perhaps a portal on it, and the settings that are tested.
+class Choice {
+public:
+    Choice() {
+        setDesktopScheme("default");
+        qputenv(kAddressVariable, bus_.address().toUtf8());
+    }
+    ~Choice() { qunsetenv(kAddressVariable); }
+
+    void startPortal(std::uint32_t scheme, Portal::Manner manner = Portal::Manner::Current) {
+        portal_.emplace(bus_.address(), scheme, manner);
+    }
+    void start() {
+        listener_ = std::make_unique<BusListener>();
+        settings_ = std::make_unique<PortalSystemSettings>(*listener_);
+        settings_->setColorSchemeHandler([this] { ++changes_; });
+    }
+    bool becomes(ColorScheme scheme) {
+        return waitUntil([&] { return settings_->colorScheme() == scheme; });
+    }
+    /// Everything the portal has told so far was taken in: an answer to a question
+    /// comes after it.
+    void settle() const {
+        bool answered = false;
+        const auto inbox = MainThreadInbox::make();
+        BusWatch watch(*listener_, inbox,
+                       {.name = "org.freedesktop.portal.Desktop",
+                        .path = "/org/freedesktop/portal/desktop",
+                        .interface = "org.freedesktop.portal.Settings"},
+                       {.appeared = [] {}, .vanished = [] {}, .signal = [](auto &&...) {}});
+        watch.call("org.freedesktop.portal.Settings", "Nothing", g_variant_new("()"),
+                   [&](GVariant *) { answered = true; });
+        EXPECT_TRUE(waitUntil([&] { return answered; }));
+        inbox->close();
+    }
+
+    PrivateSessionBus bus_;
+    std::optional<Portal> portal_;
+    std::unique_ptr<BusListener> listener_;
+    std::unique_ptr<PortalSystemSettings> settings_;
+    int changes_ = 0;
+};
+
+class PortalChoice {
+public:
+    PortalChoice() {
+        choice_.startPortal(Portal::kPreferLight);
+        choice_.start();
+    }
+
+    SystemSettings &settings() { return *choice_.settings_; }
+    void choose(ColorScheme scheme) {
+        choice_.portal_->setColorScheme(scheme == ColorScheme::Dark ? Portal::kPreferDark
+                                                                    : Portal::kPreferLight);
+    }
+    void settle() { choice_.settle(); }
+
+private:
+    Choice choice_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Portal, SystemSettingsContract, PortalChoice);
+
+class PortalSystemSettingsTest : public ::testing::Test, protected Choice {};
+
+TEST_F(PortalSystemSettingsTest, TakesTheFirstAnswerOfAnOldPortal) {
+    startPortal(Portal::kPreferDark, Portal::Manner::Old);
+    start();
+    EXPECT_TRUE(becomes(ColorScheme::Dark));
+}
+
+TEST_F(PortalSystemSettingsTest, TakesNoPreferenceForLightWhateverElseIsSet) {
+    setDesktopScheme("prefer-dark");
+    startPortal(Portal::kNoPreference);
+    start();
+    settle();
+    EXPECT_EQ(settings_->colorScheme(), ColorScheme::Light);
+}
+
+TEST_F(PortalSystemSettingsTest, FollowsAPortalThatComesLaterAndOneThatComesBack) {
+    start();
+    EXPECT_EQ(settings_->colorScheme(), ColorScheme::Light);
+    startPortal(Portal::kPreferDark);
+    EXPECT_TRUE(becomes(ColorScheme::Dark));
+    EXPECT_TRUE(settings_->isPortalPresent());
+
+    portal_.reset();
+    EXPECT_TRUE(waitUntil([&] { return !settings_->isPortalPresent(); }));
+    EXPECT_EQ(settings_->colorScheme(), ColorScheme::Dark);
+
+    startPortal(Portal::kPreferLight);
+    EXPECT_TRUE(becomes(ColorScheme::Light));
+    EXPECT_EQ(changes_, 2);
+}
+
+TEST_F(PortalSystemSettingsTest, HasThePortalStarted) {
+    QFile service(bus_.serviceFolder() + QStringLiteral("/portal.service"));
+    ASSERT_TRUE(service.open(QIODevice::WriteOnly));
+    service.write("[D-BUS Service]\nName=org.freedesktop.portal.Desktop\nExec=" +
+                  QByteArray(KESTRELBAY_FAKE_SETTINGS_PORTAL) + " 1\n");
+    service.close();
+    start();
+    EXPECT_TRUE(becomes(ColorScheme::Dark));
+}
+
+TEST_F(PortalSystemSettingsTest, StartsInSpiteOfAPortalThatKeepsSilent) {
+    setDesktopScheme("prefer-dark");
+    startPortal(Portal::kPreferLight, Portal::Manner::KeepsSilent);
+    QElapsedTimer time;
+    time.start();
+    start();
+    EXPECT_LT(time.elapsed(), 1000);
+    // The desktop's own setting, until the portal says something.
+    EXPECT_TRUE(becomes(ColorScheme::Dark));
+    portal_->setColorScheme(Portal::kPreferLight);
+    EXPECT_TRUE(becomes(ColorScheme::Light));
+    settings_.reset();
+    listener_.reset();
+    EXPECT_LT(time.elapsed(), 5000) << "waited for the portal at the end";
+}
+
+TEST_F(PortalSystemSettingsTest, AsksTheDesktopWhenThePortalHasNoSuchSetting) {
+    setDesktopScheme("prefer-dark");
+    startPortal(Portal::kPreferLight, Portal::Manner::WithoutColorScheme);
+    start();
+    EXPECT_TRUE(becomes(ColorScheme::Dark));
+}
+
+TEST_F(PortalSystemSettingsTest, AsksTheDesktopWhenThePortalAnswersNonsense) {
+    setDesktopScheme("prefer-dark");
+    startPortal(Portal::kPreferLight, Portal::Manner::AnswersText);
+    start();
+    EXPECT_TRUE(becomes(ColorScheme::Dark));
+}
+
+TEST_F(PortalSystemSettingsTest, IgnoresSignalsOfOtherSettingsAndOtherTypes) {
+    startPortal(Portal::kPreferLight);
+    start();
+    const QString appearance = QStringLiteral("org.freedesktop.appearance");
+    portal_->tellOther(appearance, QStringLiteral("contrast"), 1U);
+    portal_->tellOther(QStringLiteral("org.example"), QStringLiteral("color-scheme"), 1U);
+    portal_->tellOther(appearance, QStringLiteral("color-scheme"), QStringLiteral("1"));
+    settle();
+    EXPECT_EQ(settings_->colorScheme(), ColorScheme::Light);
+    EXPECT_EQ(changes_, 0);
+}
+
+TEST_F(PortalSystemSettingsTest, FollowsTheDesktopWithoutAPortal) {
+    setDesktopScheme("prefer-dark");
+    start();
+    EXPECT_TRUE(becomes(ColorScheme::Dark));
+    setDesktopScheme("prefer-light");
+    EXPECT_TRUE(becomes(ColorScheme::Light));
+}
+
+TEST_F(PortalSystemSettingsTest, SurvivesTheEndOfTheBus) {
+    startPortal(Portal::kPreferDark);
+    start();
+    ASSERT_TRUE(becomes(ColorScheme::Dark));
+    bus_.process().kill();
+    EXPECT_TRUE(waitUntil([&] { return !settings_->isPortalPresent(); }));
+    EXPECT_EQ(settings_->colorScheme(), ColorScheme::Dark);
+}
+
+TEST_F(PortalSystemSettingsTest, FollowsTheDesktopWithoutABus) {
+    for (const char *address : {"", "unix:path=/nonexistent/bus"}) {
+        qputenv(kAddressVariable, address);
+        setDesktopScheme("prefer-dark");
+        start();
+        EXPECT_TRUE(becomes(ColorScheme::Dark));
+        EXPECT_FALSE(settings_->isPortalPresent());
+        EXPECT_FALSE(listener_->isConnected());
+        settings_.reset();
+        listener_.reset();
+    }
+}
+
+TEST_F(PortalSystemSettingsTest, HasNoPlaceWhereKeysAreAllowed) {
+    start();
+    EXPECT_FALSE(settings_->openAccessibilityPane());
+}
+
+TEST_F(PortalSystemSettingsTest, MayEndInItsOwnHandler) {
+    startPortal(Portal::kPreferLight);
+    start();
+    settings_->setColorSchemeHandler([this] { settings_.reset(); });
+    portal_->setColorScheme(Portal::kPreferDark);
+    EXPECT_TRUE(waitUntil([&] { return settings_ == nullptr; }));
+}
+
+}  // namespace
+}  // namespace kestrelbay::testing

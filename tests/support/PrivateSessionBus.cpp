@@ -1,0 +1,35 @@
+#include "support/PrivateSessionBus.h"
+
+#include <stdexcept>
+
+#include <QDir>
+#include <QFile>
+
+#include "support/Poll.h"
+
+namespace kestrelbay::testing {
+
+PrivateSessionBus::PrivateSessionBus() {
+    QDir().mkpath(serviceFolder());
+    QFile config(folder_.filePath(QStringLiteral("bus.conf")));
+    if (!config.open(QIODevice::WriteOnly))
+        throw std::runtime_error("cannot write");
+    // The configuration of the system would have it start whatever is installed.
+    config.write("<busconfig><type>session</type><listen>unix:dir=" + folder_.path().toUtf8() +
+                 "</listen><servicedir>" + serviceFolder().toUtf8() +
+                 "</servicedir><policy context=\"default\"><allow send_destination=\"*\"/>"
+                 "<allow own=\"*\"/></policy></busconfig>");
+    config.close();
+    process_ = std::make_unique<ChildProcess>(
+        QStringLiteral("dbus-daemon"),
+        QStringList{QStringLiteral("--config-file=") + config.fileName(),
+                    QStringLiteral("--nofork"), QStringLiteral("--print-address")});
+    if (!waitUntil([this] { return process_->output().endsWith('\n'); }))
+        throw std::runtime_error("no session bus");
+    // The bus complains on the same stream about what it does not find.
+    for (const QByteArray &line : process_->output().split('\n'))
+        if (line.startsWith("unix:"))
+            address_ = QString::fromLatin1(line);
+}
+
+}  // namespace kestrelbay::testing
