@@ -28,13 +28,18 @@ QString ruleFilePath(const QString &storageDirectory) {
 
 ShortcutManager::ShortcutManager(const QString &storageDirectory, EventTap &tap, SystemLog &log,
                                  Hooks hooks)
-    : tap_(tap), log_(log), hooks_(std::move(hooks)), file_(ruleFilePath(storageDirectory)) {
+    : tap_(tap),
+      log_(log),
+      hooks_(std::move(hooks)),
+      storageDirectory_(storageDirectory),
+      file_(ruleFilePath(storageDirectory)) {
     loadRules();
     setupEventTap();
 }
 
 ShortcutManager::~ShortcutManager() {
-    teardownEventTap();
+    // Nobody is told: whoever listens may ask, and there is nothing left to ask.
+    removeTap();
     if (sharedManager == this)
         sharedManager = nullptr;
 }
@@ -104,6 +109,23 @@ void ShortcutManager::setEnabled(bool enabled) {
 }
 
 void ShortcutManager::setupEventTap() {
+    installTap();
+    tellRefusals();
+    endRecordingWithoutTap();
+}
+
+void ShortcutManager::teardownEventTap() {
+    removeTap();
+    tellRefusals();
+    endRecordingWithoutTap();
+}
+
+void ShortcutManager::reinstallEventTap() {
+    removeTap();
+    setupEventTap();
+}
+
+void ShortcutManager::installTap() {
     if (installedTap_)
         return;
     const bool installed = tap_.install({
@@ -117,26 +139,43 @@ void ShortcutManager::setupEventTap() {
         return;
     }
     installedTap_ = &tap_;
-    if (recordingCallback_)
-        tap_.setRecording(true);
+    isTapRecording_ = recordingCallback_ && tap_.setRecording(true);
     noteRefusals();
 }
 
-void ShortcutManager::teardownEventTap() {
+void ShortcutManager::removeTap() {
     if (!installedTap_)
         return;
     installedTap_ = nullptr;
+    isTapRecording_ = false;
     tap_.remove();
 }
 
-void ShortcutManager::reinstallEventTap() {
-    teardownEventTap();
-    setupEventTap();
+bool ShortcutManager::setRecordingCallback(RecordingCallback callback, std::function<void()> lost) {
+    if (callback && recordingLost_) {
+        recordingCallback_ = nullptr;
+        const std::function<void()> previousLost = std::exchange(recordingLost_, nullptr);
+        previousLost();
+    }
+    recordingCallback_ = std::move(callback);
+    recordingLost_ = std::move(lost);
+    if (!installedTap_)
+        return false;
+    const bool wanted = recordingCallback_ != nullptr;
+    const bool done = installedTap_->setRecording(wanted);
+    isTapRecording_ = wanted && done;
+    return done;
 }
 
-bool ShortcutManager::setRecordingCallback(RecordingCallback callback) {
-    recordingCallback_ = std::move(callback);
-    return installedTap_ && installedTap_->setRecording(recordingCallback_ != nullptr);
+void ShortcutManager::endRecordingWithoutTap() {
+    if (!recordingLost_ || isTapRecording_)
+        return;
+    recordingCallback_ = nullptr;
+    // Both before the call, which may start another recording.
+    const std::function<void()> lost = std::exchange(recordingLost_, nullptr);
+    if (installedTap_)
+        installedTap_->setRecording(false);
+    lost();
 }
 
 bool ShortcutManager::isHotkeyRefused(const ShortcutRule &rule) const {
@@ -229,6 +268,13 @@ void ShortcutManager::noteRefusals() {
             logForRulesOf(hotkey, u"KestrelBay: hotkey "_s,
                           u" is no longer held by another program"_s);
     }
+    tellRefusals();
+}
+
+void ShortcutManager::tellRefusals() {
+    const std::vector<Hotkey> refused = installedTap_ ? refusedHotkeys_ : std::vector<Hotkey>();
+    if (std::exchange(toldRefusals_, refused) != refused && hooks_.refusalsChanged)
+        hooks_.refusalsChanged();
 }
 
 void ShortcutManager::logForRulesOf(const Hotkey &hotkey, const QString &prefix,

@@ -30,6 +30,8 @@ public:
         std::function<void(const ShortcutRule &)> ruleFired{};
         /// The list is now another one, as after loading it. May be empty.
         std::function<void(const Rules &)> rulesChanged{};
+        /// isHotkeyRefused() may answer otherwise now. May be empty.
+        std::function<void()> refusalsChanged{};
     };
 
     /// Loads the rules and tries to install the tap. The folder is created when it
@@ -43,6 +45,9 @@ public:
     /// is destroyed.
     [[nodiscard]] static ShortcutManager &shared();
     static void setShared(ShortcutManager &manager);
+
+    /// The folder that holds the rules, as it was given.
+    [[nodiscard]] const QString &storageDirectory() const { return storageDirectory_; }
 
     [[nodiscard]] const Rules &rules() const { return rules_; }
     void loadRules();
@@ -64,6 +69,8 @@ public:
     /// The installed tap; null while there is none.
     [[nodiscard]] EventTap *eventTap() const { return installedTap_; }
     [[nodiscard]] bool isAccessibilityGranted() const { return installedTap_ != nullptr; }
+    /// Why there is no installed tap (EventTap::problem).
+    [[nodiscard]] TapProblem tapProblem() const { return tap_.problem(); }
     void setupEventTap();
     void teardownEventTap();
     /// Teardown, then setup; how a permission that was just granted takes effect.
@@ -74,7 +81,10 @@ public:
     /// While set it gets every event, and nothing is dispatched.
     [[nodiscard]] const RecordingCallback &recordingCallback() const { return recordingCallback_; }
     /// False when the tap can't deliver all keys just now (EventTap::setRecording).
-    bool setRecordingCallback(RecordingCallback callback);
+    /// `lost` tells that recording has ended without the caller: the tap is gone, after
+    /// a reinstallation no longer delivers all keys, or another callback takes over.
+    /// Both are unset by then.
+    bool setRecordingCallback(RecordingCallback callback, std::function<void()> lost = {});
 
     /// Does another program hold the rule's hotkey, so that it can't fire?
     [[nodiscard]] bool isHotkeyRefused(const ShortcutRule &rule) const;
@@ -86,21 +96,29 @@ private:
     [[nodiscard]] bool handleKeyDown(KeyCode keyCode);
     void rulesWereChanged();
     void publishWantedHotkeys();
+    void removeTap();
+    void installTap();
     void noteRefusals();
+    void tellRefusals();
+    void endRecordingWithoutTap();
     void logForRulesOf(const Hotkey &hotkey, const QString &prefix, const QString &suffix) const;
 
     EventTap &tap_;
     SystemLog &log_;
     Hooks hooks_;
+    QString storageDirectory_;
     RuleFile file_;
     Rules rules_;
     HotkeyMatcher matcher_;
     std::vector<Hotkey> wantedHotkeys_;   // sorted
-    std::vector<Hotkey> refusedHotkeys_;  // sorted
+    std::vector<Hotkey> refusedHotkeys_;  // sorted; as the tap last said
+    std::vector<Hotkey> toldRefusals_;    // sorted; as known to the hook
     EventTap *installedTap_ = nullptr;
     bool isEnabled_ = true;
     std::set<KeyCode> heldModifierCodes_;
     RecordingCallback recordingCallback_;
+    std::function<void()> recordingLost_;
+    bool isTapRecording_ = false;
 };
 
 }  // namespace kestrelbay

@@ -5,8 +5,6 @@
 
 namespace kestrelbay {
 
-namespace {
-
 const LSystemTexts &systemTexts() {
 #ifdef Q_OS_MACOS
     return macosTexts();
@@ -14,8 +12,6 @@ const LSystemTexts &systemTexts() {
     return linuxTexts();
 #endif
 }
-
-}  // namespace
 
 QString L::resolved(QStringView english, QStringView chinese) {
     return (Language::current() == Language::en ? english : chinese).toString();
@@ -68,6 +64,11 @@ QString L::recorderGrantAccess() {
 
 QString L::recorderClear() {
     return resolved(u"×", u"×");
+}
+
+QString L::recorderKeyboardHeld() {
+    return resolved(u"Another program is using the keyboard, please try again",
+                    u"其他程序正在占用键盘，请稍后再试");
 }
 
 QString L::disableAllShortcuts() {

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <cstdint>
+
 #include <QString>
 #include <QStringView>
 
 namespace kestrelbay {
 
 struct LText;
+enum class TapProblem : std::uint8_t;
 
 /// The texts of the user interface, in the language in force at each call (see
 /// Language::current). What is on screen already stays as it is until its owner
@@ -28,6 +31,21 @@ public:
     static QString recorderNoAccess();
     static QString recorderGrantAccess();
     static QString recorderClear();
+    static QString recorderKeyboardHeld();
+    static QString recorderRecording();
+    static QString clearHotkeyOf(const QString &appName);
+    static QString hotkeyOf(const QString &appName);
+    static QString noHotkey();
+
+    // Keys as they are spoken.
+    /// What is printed on a key as a word; unchanged when it is none of the signs
+    /// that screen readers leave out.
+    static QString spokenKey(const QString &printed);
+    static QString leftKey(const QString &name);
+    static QString rightKey(const QString &name);
+    static QString keypadKey(const QString &name);
+    /// Between the keys of a hotkey.
+    static QString keySeparator();
 
     // The menu of the status item.
     static QString disableAllShortcuts();
@@ -66,6 +84,90 @@ public:
     // What the guide says when it goes.
     static QString guideFinishedToast();
     static QString guideSkippedToast();
+
+    // The preferences window.
+    static QString rulesTab();
+    static QString advancedTab();
+
+    // Its list of rules. The names are what screen readers say.
+    static QString rulesEmpty();
+    static QString rulesCount(qsizetype count);
+    static QString addRuleName();
+
+    // One rule in it.
+    static QString noAppSelected();
+    static QString advancedOptions();
+    static QString ruleAdvancedName();
+    static QString ruleDeleteName();
+    static QString ruleDragName();
+    static QString ruleEnabledName();
+    static QString ruleHotkeyName();
+    static QString enableRule(const QString &appName);
+    static QString advancedOptionsOf(const QString &appName);
+    static QString deleteRule(const QString &appName);
+    static QString hotkeyConflict();
+    static QString hotkeyRefused();
+    static QString deleteConfirmTitle();
+    static QString deleteConfirmButton();
+
+    // The panel of a rule's advanced options.
+    static QString repeatHeader();
+    static QString repeatKeepOpen();
+    static QString repeatKeepOpenText();
+    static QString repeatToggleVisibility();
+    static QString repeatToggleVisibilityText();
+    static QString repeatCycleWindows();
+    static QString repeatCycleWindowsText();
+    static QString argumentHeader();
+    static QString argumentSubtitle();
+    static QString argumentKindName();
+    static QString argumentValueName();
+    static QString argumentNone();
+    static QString argumentLaunchArgs();
+    static QString argumentUrlScheme();
+    static QString argumentFilePath();
+    static QString argumentNoneHint();
+    static QString argumentLaunchArgsHint();
+    static QString argumentUrlSchemeHint();
+    static QString argumentFilePathHint();
+    static QString argumentPasteHint();
+    static QString deepLaunchHelp();
+    static QString helpName();
+    static QString save();
+
+    // The choice of an application.
+    static QString appPickerTitle();
+    static QString appPickerSearch();
+    static QString appPickerBrowse();
+    static QString appPickerSelect();
+
+    // The settings of the whole program.
+    static QString launchAtLogin();
+    static QString launchAtLoginText();
+    static QString language();
+    static QString languageText();
+    static QString languageNameChinese();
+    static QString languageNameEnglish();
+    static QString sound();
+    static QString soundText();
+    static QString soundNone();
+    static QString launchToast();
+    static QString launchToastText();
+    static QString launchToastNone();
+    static QString launchToastShort();
+    static QString launchToastMedium();
+    static QString launchToastLong();
+    static QString configFolder();
+    static QString configFolderShow();
+    static QString accessTitle();
+    static QString accessGranted();
+    /// Why hotkeys do not work, and what to do about it.
+    static QString accessMissing(TapProblem problem);
+    static QString accessOpenSettings();
+    static QString restartTitle();
+    static QString restartText();
+    static QString restartNow();
+    static QString restartLater();
 
 private:
     static QString resolved(QStringView english, QStringView chinese);

@@ -1,8 +1,19 @@
 #include "settings/LSystemTexts.h"
 
+#include "platform/EventTap.h"
+
 namespace kestrelbay {
 
 const LSystemTexts &macosTexts() {
+    // There is only one thing that can be missing.
+    static constexpr LText kNotGranted{
+        u"⚠️ Not granted — go to System Settings › Privacy & Security › Accessibility to "
+        u"allow "
+        u"KestrelBay",
+        u"⚠️ 未授权 — 请前往系统设置 › 隐私与安全性 › "
+        u"辅助功能，允许 "
+        u"KestrelBay",
+    };
     static constexpr LSystemTexts kTexts{
         .recorderNoAccess =
             {
@@ -41,6 +52,30 @@ const LSystemTexts &macosTexts() {
                 u"点击 ⚡ 图标可随时打开设置\n"
                 u"（提示：记得前往高级设置完成辅助功能授权）",
             },
+        .argumentFilePathHint = {u"/Users/me/project", u"/Users/me/project"},
+        .launchAtLoginText =
+            {
+                u"Automatically run KestrelBay after login",
+                u"macOS 登录后自动在后台运行 KestrelBay",
+            },
+        .configFolderShow = {u"Show in Finder", u"在 Finder 中显示"},
+        .accessTitle = {u"Accessibility Permission", u"辅助功能权限"},
+        .accessGranted =
+            {
+                u"✅ Granted — global shortcuts working",
+                u"✅ 已授权 — 全局快捷键正常工作",
+            },
+        .accessOpenSettings = {u"Open System Settings...", u"打开系统设置..."},
+        .restartText =
+            {
+                u"Accessibility permission changed. KestrelBay needs to restart to take effect.",
+                u"辅助功能权限已更改，需要重启 KestrelBay 才能生效。",
+            },
+        .accessNotPermitted = kNotGranted,
+        .accessWaylandSession = kNotGranted,
+        .accessNoDisplay = kNotGranted,
+        .accessNoInputExtension = kNotGranted,
+        .accessOtherInstance = kNotGranted,
     };
     return kTexts;
 }
@@ -86,8 +121,81 @@ const LSystemTexts &linuxTexts() {
                 u"点击 ⚡ 图标可随时打开设置\n"
                 u"（提示：高级设置中说明了快捷键尚不可用的原因）",
             },
+        .argumentFilePathHint = {u"/home/me/project", u"/home/me/project"},
+        .launchAtLoginText =
+            {
+                u"Automatically run KestrelBay after login",
+                u"登录后自动在后台运行 KestrelBay",
+            },
+        .configFolderShow = {u"Show in File Manager", u"在文件管理器中显示"},
+        .accessTitle = {u"Keyboard Access", u"键盘访问权限"},
+        .accessGranted =
+            {
+                u"✓ Available — global shortcuts working",
+                u"✓ 可用 — 全局快捷键正常工作",
+            },
+        .accessOpenSettings = {u"Check Again", u"重新检查"},
+        .restartText =
+            {
+                u"Keyboard access changed. KestrelBay needs to restart to take effect.",
+                u"键盘访问权限已更改，需要重启 KestrelBay 才能生效。",
+            },
+        .accessNotPermitted =
+            {
+                u"⚠ Not available — KestrelBay is not allowed to see the keyboard",
+                u"⚠ 不可用 — KestrelBay 无法访问键盘",
+            },
+        .accessWaylandSession =
+            {
+                u"⚠ Not available — this is a Wayland session; log out and choose an X11 "
+                u"(Xorg) "
+                u"session to use KestrelBay",
+                u"⚠ 不可用 — 当前为 Wayland 会话，请注销并选择 "
+                u"X11（Xorg）会话以使用 "
+                u"KestrelBay",
+            },
+        .accessNoDisplay =
+            {
+                u"⚠ Not available — no X server can be reached; start KestrelBay within an "
+                u"X11 "
+                u"session",
+                u"⚠ 不可用 — 无法连接 X 服务器，请在 X11 会话中启动 "
+                u"KestrelBay",
+            },
+        .accessNoInputExtension =
+            {
+                u"⚠ Not available — the X server lacks XInput 2.1 or XKB, which global "
+                u"shortcuts "
+                u"need",
+                u"⚠ 不可用 — X 服务器缺少全局快捷键所需的 XInput 2.1 或 "
+                u"XKB",
+            },
+        .accessOtherInstance =
+            {
+                u"⚠ Not available — another KestrelBay has the keyboard; quit it and check "
+                u"again",
+                u"⚠ 不可用 — 另一个 KestrelBay "
+                u"正在使用键盘，请退出它后重新检查",
+            },
     };
     return kTexts;
+}
+
+const LText &accessMissing(const LSystemTexts &texts, TapProblem problem) {
+    switch (problem) {
+        case TapProblem::None:
+        case TapProblem::NotPermitted:
+            break;
+        case TapProblem::WaylandSession:
+            return texts.accessWaylandSession;
+        case TapProblem::NoDisplay:
+            return texts.accessNoDisplay;
+        case TapProblem::NoInputExtension:
+            return texts.accessNoInputExtension;
+        case TapProblem::OtherInstance:
+            return texts.accessOtherInstance;
+    }
+    return texts.accessNotPermitted;
 }
 
 }  // namespace kestrelbay

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <cstdint>
+
 #include <QStringView>
 
 namespace kestrelbay {
+
+enum class TapProblem : std::uint8_t;
 
 /// One text in both languages.
 struct LText {
@@ -22,10 +26,29 @@ struct LSystemTexts {
     LText permissionWaiting;
     LText doneBody;
     LText doneWithoutPermissionBody;
+    LText argumentFilePathHint;
+    LText launchAtLoginText;
+    LText configFolderShow;
+    LText accessTitle;
+    LText accessGranted;
+    LText accessOpenSettings;
+    LText restartText;
+    /// By what is missing. The first also stands for what is not listed.
+    LText accessNotPermitted;
+    LText accessWaylandSession;
+    LText accessNoDisplay;
+    LText accessNoInputExtension;
+    LText accessOtherInstance;
 };
 
 [[nodiscard]] const LSystemTexts &macosTexts();
 /// Where there is no permission to give, they say what hotkeys need instead.
 [[nodiscard]] const LSystemTexts &linuxTexts();
+
+/// Those of the system this program is built for.
+[[nodiscard]] const LSystemTexts &systemTexts();
+
+/// Why hotkeys do not work, and what to do about it.
+[[nodiscard]] const LText &accessMissing(const LSystemTexts &texts, TapProblem problem);
 
 }  // namespace kestrelbay

@@ -18,6 +18,8 @@ inline constexpr QLatin1StringView kOpenPreferencesToAccessibility{
     "openPreferencesToAccessibility"};
 /// Texts now come out in the chosen language, which may be the one from before.
 inline constexpr QLatin1StringView kLanguageDidChange{"languageDidChange"};
+/// Other programs hold other hotkeys of the rules than before.
+inline constexpr QLatin1StringView kRefusedHotkeysDidChange{"refusedHotkeysDidChange"};
 
 }  // namespace notifications
 

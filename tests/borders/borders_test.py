@@ -15,7 +15,7 @@ CLEAN_TREE = {
     "hotkeys/KeyCode.h": "#include <cstdint>\n",
     "hotkeys/Hotkey.h": '#include "hotkeys/KeyCode.h"\n',
     "hotkeys/HotkeyMatcher.h": '#include "model/Rule.h"\n#include "platform/EventTap.h"\n',
-    "hotkeys/HotkeyRecorderField.cpp": "#include <QWidget>\n#include <QPainter>\n",
+    "hotkeys/HotkeyRecorder.cpp": '#include <QString>\n#include "platform/EventTap.h"\n',
     "model/Rule.h": '#include <QString>\n#include "hotkeys/Hotkey.h"\n',
     "model/RuleJson.cpp": "#include <nlohmann/json.hpp>\n#include <QtCore/QFile>\n",
     "launcher/Launcher.cpp": '#include "model/Rule.h"\n#include "platform/EventTap.h"\n',

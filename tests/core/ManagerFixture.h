@@ -34,7 +34,8 @@ protected:
                     [this](const ShortcutManager::Rules &rules) {
                         ++rulesChangedCalls_;
                         lastRules_ = rules;
-                    }});
+                    },
+                .refusalsChanged = [this] { ++refusalsChangedCalls_; }});
     }
 
     static ShortcutRule rule(const QString &name, std::uint16_t keyCode = 0,
@@ -70,6 +71,7 @@ protected:
     FakeSystemLog log_;
     QStringList fired_;
     int rulesChangedCalls_ = 0;
+    int refusalsChangedCalls_ = 0;
     ShortcutManager::Rules lastRules_;
     std::unique_ptr<ShortcutManager> manager_;
 };

@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 #include <QIconEngine>
+#include <QImage>
+#include <QPainter>
 
 #include "core/QtPrinters.h"
 #include "fakes/FakeApplicationCatalog.h"
@@ -21,12 +26,38 @@ namespace kestrelbay {
 
 namespace {
 
-/// Gives an icon an identity without anything to draw on.
-class EmptyIconEngine final : public QIconEngine {
+constexpr QRgb kIconColor = qRgb(20, 140, 60);
+
+/// An icon of one colour; remembers the thread that drew it and the size asked for.
+class PlainIconEngine final : public QIconEngine {
 public:
-    void paint(QPainter *, const QRect &, QIcon::Mode, QIcon::State) override {}
-    [[nodiscard]] QIconEngine *clone() const override { return new EmptyIconEngine; }
+    struct Drawn {
+        std::atomic<int> count = 0;
+        std::thread::id thread;
+        QSize size;
+    };
+
+    explicit PlainIconEngine(Drawn &drawn) : drawn_(drawn) {}
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode, QIcon::State) override {
+        ++drawn_.count;
+        drawn_.thread = std::this_thread::get_id();
+        drawn_.size = rect.size();
+        painter->fillRect(rect, QColor(kIconColor));
+    }
+    [[nodiscard]] QIconEngine *clone() const override { return new PlainIconEngine(drawn_); }
+
+private:
+    Drawn &drawn_;
 };
+
+QRgb centerColor(const QIcon &icon) {
+    QImage image(72, 72, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    icon.paint(&painter, image.rect());
+    return image.pixel(36, 36);
+}
 
 class RuleRunnerTest : public testing::Test {
 protected:
@@ -36,7 +67,7 @@ protected:
         RuleRunner::ShowLaunchToast show;
         if (withToast)
             show = [this](const QIcon &icon, LaunchToastDuration duration) {
-                toasts_.emplace_back(icon.cacheKey(), duration);
+                toasts_.emplace_back(centerColor(icon), duration);
             };
         return RuleRunner({.launcher = launcher_,
                            .catalog = catalog_,
@@ -58,7 +89,8 @@ protected:
         workspace_.setRequestHook([this, duration] { clock_.advance(duration); });
     }
 
-    QIcon icon_{new EmptyIconEngine};
+    PlainIconEngine::Drawn drawn_;
+    QIcon icon_{new PlainIconEngine(drawn_)};
     ShortcutRule rule_{.appName = u"Notes"_s, .appPath = u"/Applications/Notes.app"_s};
     FakeWorkspace workspace_;
     FakeSystemLog log_;
@@ -69,7 +101,7 @@ protected:
     ManualDispatchQueue mainQueue_;
     ManualDispatchQueue launchQueue_;
     AppLauncher launcher_{workspace_, log_};
-    std::vector<std::pair<qint64, LaunchToastDuration>> toasts_;
+    std::vector<std::pair<QRgb, LaunchToastDuration>> toasts_;
 };
 
 TEST_F(RuleRunnerTest, FiringOnlyQueuesWork) {
@@ -152,8 +184,28 @@ TEST_F(RuleRunnerTest, ToastIsQueuedBackAfterTheLaunch) {
     launchQueue_.runAll();
     EXPECT_TRUE(toasts_.empty());
     mainQueue_.runAll();
-    EXPECT_EQ(toasts_, (std::vector{std::pair{icon_.cacheKey(), LaunchToastDuration::Medium}}));
+    EXPECT_EQ(toasts_, (std::vector{std::pair{kIconColor, LaunchToastDuration::Medium}}));
     EXPECT_EQ(catalog_.iconRequests(), QStringList{u"/Applications/Notes.app"_s});
+}
+
+TEST_F(RuleRunnerTest, IconIsDrawnWhereTheLaunchRunsAndNeverOnTheMainThread) {
+    defaults_.setString(u"launchToastDuration"_s, u"short"_s);
+    runner().ruleFired(rule_);
+    std::thread worker([this] { launchQueue_.runAll(); });
+    const std::thread::id workerId = worker.get_id();
+    worker.join();
+    EXPECT_EQ(drawn_.thread, workerId);
+    EXPECT_EQ(drawn_.size, QSize(72, 72));
+    mainQueue_.runAll();
+    EXPECT_EQ(toasts_, (std::vector{std::pair{kIconColor, LaunchToastDuration::Short}}));
+    EXPECT_EQ(drawn_.count, 1);
+}
+
+TEST_F(RuleRunnerTest, ApplicationWithoutAnyIconHasAnEmptyToast) {
+    defaults_.setString(u"launchToastDuration"_s, u"short"_s);
+    catalog_.add(rule_.appPath, u"Notes"_s);
+    fireAndRunAll();
+    EXPECT_EQ(toasts_, (std::vector{std::pair{QRgb(0), LaunchToastDuration::Short}}));
 }
 
 TEST_F(RuleRunnerTest, ToastSettingIsReadAfterTheLaunch) {

@@ -303,6 +303,47 @@ TEST_F(ShortcutManagerDispatch, RecordingTellsWhenTheKeyboardIsHeldByOthers) {
     EXPECT_FALSE(manager().setRecordingCallback([](auto...) { return kSwallow; }));
 }
 
+TEST_F(ShortcutManagerDispatch, RecorderIsToldWhenTheTapGoes) {
+    int lost = 0;
+    manager().setRecordingCallback([](auto...) { return kSwallow; }, [&lost] { ++lost; });
+    manager().reinstallEventTap();
+    EXPECT_EQ(lost, 0);
+    EXPECT_TRUE(tap_.isRecording());
+    manager().teardownEventTap();
+    EXPECT_EQ(lost, 1);
+    EXPECT_FALSE(manager().recordingCallback());
+    manager().setupEventTap();
+    EXPECT_FALSE(tap_.isRecording());
+    EXPECT_EQ(lost, 1);
+}
+
+TEST_F(ShortcutManagerDispatch, RecorderIsToldWhenAReinstallTakesTheKeyboardFromIt) {
+    int lost = 0;
+    manager().setRecordingCallback([](auto...) { return kSwallow; }, [&lost] { ++lost; });
+    tap_.setKeyboardHeldByOthers(true);
+    manager().reinstallEventTap();
+    EXPECT_EQ(lost, 1);
+    EXPECT_FALSE(manager().recordingCallback());
+}
+
+TEST_F(ShortcutManagerDispatch, RecorderIsToldWhenThePermissionGoes) {
+    int lost = 0;
+    manager().setRecordingCallback([](auto...) { return kSwallow; }, [&lost] { ++lost; });
+    tap_.setPermission(false);
+    manager().reinstallEventTap();
+    EXPECT_EQ(lost, 1);
+}
+
+TEST_F(ShortcutManagerDispatch, RecorderIsToldWhenAnotherTakesItsPlace) {
+    int lost = 0;
+    manager().setRecordingCallback([](auto...) { return kSwallow; }, [&lost] { ++lost; });
+    EXPECT_TRUE(manager().setRecordingCallback([](auto...) { return kPass; }, [] {}));
+    EXPECT_EQ(lost, 1);
+    EXPECT_EQ(press(kT), kPass);
+    manager().setRecordingCallback(nullptr);
+    EXPECT_EQ(lost, 1);
+}
+
 TEST_F(ShortcutManagerDispatch, FiredRuleIsTheWholeRule) {
     ShortcutRule expected = rule(u"Terminal"_s, 17, 0);
     expected.launchArguments = u"-x"_s;

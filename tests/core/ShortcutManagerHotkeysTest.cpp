@@ -125,6 +125,47 @@ TEST_F(ShortcutManagerHotkeys, WithoutATapNothingIsRefused) {
     EXPECT_FALSE(manager().isHotkeyRefused(manager().rules()[0]));
 }
 
+TEST_F(ShortcutManagerHotkeys, TellsWhenTheRefusedAreOthers) {
+    manager().addRule(rule(u"Terminal"_s, 17, 0x100008));
+    EXPECT_EQ(refusalsChangedCalls_, 0);
+    tap_.setHeldByOthers({kLeftCommandT});
+    EXPECT_EQ(refusalsChangedCalls_, 1);
+    manager().addRule(rule(u"Notes"_s, 18, 0x100008));
+    EXPECT_EQ(refusalsChangedCalls_, 1);
+    tap_.setHeldByOthers({});
+    EXPECT_EQ(refusalsChangedCalls_, 2);
+}
+
+TEST_F(ShortcutManagerHotkeys, TellsOfARefusalThatComesWithARule) {
+    tap_.setHeldByOthers({kLeftCommandT});
+    manager().addRule(rule(u"Terminal"_s, 17, 0x100008));
+    EXPECT_EQ(refusalsChangedCalls_, 1);
+    manager().setEnabled(false);
+    EXPECT_EQ(refusalsChangedCalls_, 2);
+}
+
+TEST_F(ShortcutManagerHotkeys, RefusalsComeAndGoWithTheTap) {
+    tap_.setHeldByOthers({kLeftCommandT});
+    manager().addRule(rule(u"Terminal"_s, 17, 0x100008));
+    manager().reinstallEventTap();
+    EXPECT_EQ(refusalsChangedCalls_, 1);
+    manager().teardownEventTap();
+    EXPECT_EQ(refusalsChangedCalls_, 2);
+    manager().setupEventTap();
+    EXPECT_EQ(refusalsChangedCalls_, 3);
+    EXPECT_TRUE(manager().isHotkeyRefused(manager().rules()[0]));
+}
+
+TEST_F(ShortcutManagerHotkeys, AFailedReinstallationTellsToo) {
+    tap_.setHeldByOthers({kLeftCommandT});
+    manager().addRule(rule(u"Terminal"_s, 17, 0x100008));
+    tap_.setPermission(false);
+    manager().reinstallEventTap();
+    EXPECT_EQ(refusalsChangedCalls_, 2);
+    manager_.reset();
+    EXPECT_EQ(refusalsChangedCalls_, 2);
+}
+
 }  // namespace
 
 }  // namespace kestrelbay

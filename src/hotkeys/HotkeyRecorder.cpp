@@ -1,0 +1,131 @@
+#include "hotkeys/HotkeyRecorder.h"
+
+#include <utility>
+
+#include "hotkeys/ShortcutManager.h"
+
+namespace kestrelbay {
+
+HotkeyRecorder::HotkeyRecorder(ShortcutManager &manager, Timers &timers, Hooks hooks)
+    : manager_(manager), timers_(timers), hooks_(std::move(hooks)) {}
+
+HotkeyRecorder::~HotkeyRecorder() {
+    hooks_ = {};
+    stop();
+}
+
+void HotkeyRecorder::setHotkey(KeyCode keyCode, ModifierFlags modifierFlags) {
+    keyCode_ = keyCode;
+    modifierFlags_ = modifierFlags;
+}
+
+QString HotkeyRecorder::hotkeyString() const {
+    return ShortcutRule{.keyCode = keyCode_, .modifierFlags = modifierFlags_}.hotkeyString();
+}
+
+ModifierFlags HotkeyRecorder::heldModifiers() const {
+    return buildDetailedFlags(heldModifierCodes_);
+}
+
+void HotkeyRecorder::start() {
+    if (state_ != State::Idle)
+        return;
+    retriesLeft_ = kKeyboardRetries;
+    tryToRecord();
+}
+
+void HotkeyRecorder::stop() {
+    const bool wasRecording = state_ == State::Recording;
+    becomeIdle();
+    if (!wasRecording)
+        return;
+    manager_.setRecordingCallback(nullptr);
+    call(hooks_.ended);
+}
+
+void HotkeyRecorder::tryToRecord() {
+    becomeIdle();
+    if (!manager_.eventTap()) {
+        call(hooks_.tapMissing);
+        return;
+    }
+    const std::weak_ptr<bool> life = life_;
+    const bool started = manager_.setRecordingCallback(
+        [this, life](EventType type, KeyCode keyCode, ModifierFlags) {
+            return life.expired() ? EventVerdict::Pass : handleRawEvent(type, keyCode);
+        },
+        [this, life] {
+            if (life.expired())
+                return;
+            becomeIdle();
+            call(hooks_.ended);
+        });
+    if (started) {
+        state_ = State::Recording;
+        call(hooks_.started);
+        return;
+    }
+    manager_.setRecordingCallback(nullptr);
+    waitForKeyboard();
+}
+
+void HotkeyRecorder::waitForKeyboard() {
+    if (retriesLeft_ == 0) {
+        call(hooks_.keyboardHeld);
+        return;
+    }
+    --retriesLeft_;
+    state_ = State::Waiting;
+    retryTimer_ = timers_.once(kKeyboardRetryInterval, [this] { tryToRecord(); });
+}
+
+EventVerdict HotkeyRecorder::handleRawEvent(EventType type, KeyCode keyCode) {
+    if (state_ != State::Recording)
+        return EventVerdict::Pass;
+    if (type != EventType::FlagsChanged) {
+        handleKeyDown(keyCode);
+        return EventVerdict::Swallow;
+    }
+    if (isModifierKeyCode(keyCode) && heldModifierCodes_.erase(keyCode) == 0)
+        heldModifierCodes_.insert(keyCode);
+    call(hooks_.modifiersChanged);
+    // Other programs have to know which modifiers are down.
+    return EventVerdict::Pass;
+}
+
+void HotkeyRecorder::handleKeyDown(KeyCode keyCode) {
+    const ModifierFlags held = heldModifiers();
+    const bool hasModifier = !(held & modifier::kGenericMask).isEmpty();
+    if (keyCode == key::kEscape) {
+        stop();
+    } else if (hasModifier) {
+        setHotkey(keyCode, held);
+        if (call([this, keyCode, held] {
+                if (const auto recorded = hooks_.recorded)
+                    recorded(keyCode, held);
+            }))
+            stop();
+    } else if (keyCode == key::kDelete) {
+        setHotkey({}, {});
+        if (call(hooks_.cleared))
+            stop();
+    } else {
+        call(hooks_.keyWithoutModifier);
+    }
+}
+
+void HotkeyRecorder::becomeIdle() {
+    state_ = State::Idle;
+    heldModifierCodes_.clear();
+    retryTimer_.reset();
+}
+
+bool HotkeyRecorder::call(const std::function<void()> &hook) {
+    const std::weak_ptr<bool> life = life_;
+    // A copy, because the hook may destroy the original.
+    if (const std::function<void()> copy = hook)
+        copy();
+    return !life.expired();
+}
+
+}  // namespace kestrelbay
