@@ -1,11 +1,25 @@
 #include "app/AppDelegate.h"
 
-#include <QDir>
+#include <QCoreApplication>
 
 #include <chrono>
+#include <utility>
 
+#include "app/AboutWindowController.h"
+#include "app/Alert.h"
+#include "app/DiagnosticReport.h"
+#include "app/LaunchToastWindow.h"
+#include "app/OnboardingWindowController.h"
+#include "app/StatusItem.h"
+#include "app/ToastWindow.h"
 #include "platform/Platform.h"
+#include "platform/SystemLog.h"
+#include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
+#include "preferences/PreferencesWindowController.h"
+#include "settings/Language.h"
+#include "settings/NotificationCenter.h"
+#include "settings/SettingsKeys.h"
 
 namespace kestrelbay {
 
@@ -26,28 +40,69 @@ QStringList applicationPaths(const ShortcutManager::Rules &rules) {
 
 }  // namespace
 
-AppDelegate::AppDelegate(Platform &platform)
+AppDelegate::AppDelegate(Platform &platform, Timers &timers)
     : platform_(platform),
+      timers_(timers),
+      appearance_(platform.systemSettings()),
+      toastServices_{platform.nativeWindow(), timers, mainQueue_},
       launcher_(platform.workspace(), platform.systemLog()),
-      ruleRunner_({.launcher = launcher_,
-                   .catalog = platform.applicationCatalog(),
-                   .defaults = platform.userDefaults(),
-                   .sounds = platform.systemSounds(),
-                   .log = platform.systemLog(),
-                   .clock = clock_,
-                   .mainQueue = mainQueue_,
-                   .launchQueue = launchQueue_,
-                   .showLaunchToast = {}}),
-      service_(this, {},
-               {{QStringLiteral("toggle-all-shortcuts"), [this] { toggleAllShortcuts(); }}}) {
-    connect(&accessibilityPoller_, &QTimer::timeout, this, [this] {
-        manager_->reinstallEventTap();
-        if (manager_->isAccessibilityGranted())
-            accessibilityPoller_.stop();
-    });
+      ruleRunner_(ruleRunnerServices()),
+      launchAtLogin_(platform.loginItem(), platform.userDefaults(),
+                     [this](const LaunchAtLogin::Failure &failure) {
+                         showAlert(preferences_ ? preferences_->window() : nullptr, failure);
+                     }),
+      menu_({.toggleAllShortcuts = [this] { toggleAllShortcuts(); },
+             .openPreferences = [this] { openPreferences(); },
+             .openOnboarding = [this] { openOnboarding(); },
+             .showAbout = [this] { showAbout(); },
+             .quit = [] { QCoreApplication::quit(); }}),
+      service_(
+          this, [this] { openPreferences(); }, serviceActions()),
+      diagnostics_(this, [this] { return diagnosticReport(platform_, manager_.get()); }) {
+    Language::setDefaults(&platform.userDefaults());
+    ToastPanel::setServices(&toastServices_);
 }
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate() {
+    ToastPanel::setServices(nullptr);
+    Language::setDefaults(nullptr);
+}
+
+RuleRunner::Services AppDelegate::ruleRunnerServices() {
+    return {.launcher = launcher_,
+            .catalog = platform_.applicationCatalog(),
+            .defaults = platform_.userDefaults(),
+            .sounds = platform_.systemSounds(),
+            .log = platform_.systemLog(),
+            .clock = clock_,
+            .mainQueue = mainQueue_,
+            .launchQueue = launchQueue_,
+            .showLaunchToast = &LaunchToastWindow::show};
+}
+
+PreferencesServices AppDelegate::preferencesServices() {
+    return {.manager = *manager_,
+            .defaults = platform_.userDefaults(),
+            .catalog = platform_.applicationCatalog(),
+            .workspace = platform_.workspace(),
+            .sounds = platform_.systemSounds(),
+            .systemSettings = platform_.systemSettings(),
+            .nativeWindow = platform_.nativeWindow(),
+            .launchAtLogin = launchAtLogin_,
+            .notificationCenter = NotificationCenter::defaultCenter(),
+            .timers = timers_,
+            .mainQueue = mainQueue_,
+            .backgroundQueue = backgroundQueue_,
+            .showToast = &ToastWindow::show};
+}
+
+ApplicationService::Actions AppDelegate::serviceActions() {
+    return {{QStringLiteral("toggle-all-shortcuts"), [this] { toggleAllShortcuts(); }},
+            {QStringLiteral("preferences"), [this] { openPreferences(); }},
+            {QStringLiteral("welcome-guide"), [this] { openOnboarding(); }},
+            {QStringLiteral("about"), [this] { showAbout(); }},
+            {QStringLiteral("quit"), [] { QCoreApplication::quit(); }}};
+}
 
 bool AppDelegate::registerOnSessionBus() {
     return service_.registerOnSessionBus();
@@ -58,27 +113,105 @@ void AppDelegate::performAction(const QString &name) {
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
+    platform_.becomeAccessory();
+    bringUpShortcuts();
+    if (!manager_->isAccessibilityGranted())
+        startAccessibilityPolling();
+    setUpStatusBar();
+    observeNotifications();
+    if (!read(platform_.userDefaults(), settings::kOnboardingCompleted))
+        showOnboarding();
+}
+
+void AppDelegate::bringUpShortcuts() {
     ShortcutManager::Hooks hooks;
     hooks.ruleFired = [this](const ShortcutRule &rule) { ruleRunner_.ruleFired(rule); };
     hooks.rulesChanged = [this](const ShortcutManager::Rules &rules) {
         platform_.workspace().prepare(applicationPaths(rules));
     };
-    const QString folder =
-        QDir(platform_.applicationSupportDirectory()).filePath(QStringLiteral("KestrelBay"));
-    manager_ = std::make_unique<ShortcutManager>(folder, platform_.eventTap(),
+    hooks.refusalsChanged = [] {
+        NotificationCenter::defaultCenter().post(notifications::kRefusedHotkeysDidChange);
+    };
+    manager_ = std::make_unique<ShortcutManager>(storageDirectory(platform_), platform_.eventTap(),
                                                  platform_.systemLog(), std::move(hooks));
     ShortcutManager::setShared(*manager_);
-    if (!manager_->isAccessibilityGranted())
-        startAccessibilityPolling();
 }
 
 void AppDelegate::startAccessibilityPolling() {
-    accessibilityPoller_.start(kAccessibilityPollInterval);
+    accessibilityPoller_ =
+        timers_.every(kAccessibilityPollInterval, [this] { pollAccessibility(); });
+}
+
+void AppDelegate::pollAccessibility() {
+    manager_->reinstallEventTap();
+    if (!manager_->isAccessibilityGranted())
+        return;
+    accessibilityPoller_.reset();
+    NotificationCenter::defaultCenter().post(notifications::kAccessibilityGranted);
+}
+
+void AppDelegate::setUpStatusBar() {
+    menu_.build(manager_->isEnabled());
+    statusItem_ = std::make_unique<StatusItem>(platform_.statusArea(), menu_);
+}
+
+void AppDelegate::observeNotifications() {
+    NotificationCenter &center = NotificationCenter::defaultCenter();
+    center.observe(notifications::kOpenPreferencesToAccessibility, this,
+                   [this] { openPreferencesToAccessibility(); });
+    center.observe(notifications::kLanguageDidChange, this,
+                   [this] { menu_.build(manager_->isEnabled()); });
 }
 
 void AppDelegate::toggleAllShortcuts() {
-    if (manager_)
-        manager_->setEnabled(!manager_->isEnabled());
+    manager_->setEnabled(!manager_->isEnabled());
+    menu_.itemWithTag(StatusMenu::kEnabledTag)
+        ->setText(StatusMenu::enabledTitle(manager_->isEnabled()));
+    statusItem_->setShortcutsEnabled(manager_->isEnabled());
+}
+
+PreferencesWindowController &AppDelegate::preferencesWindow() {
+    if (!preferences_)
+        preferences_ = std::make_unique<PreferencesWindowController>(preferencesServices());
+    return *preferences_;
+}
+
+void AppDelegate::openPreferences() {
+    preferencesWindow().showWindow();
+}
+
+void AppDelegate::openPreferencesToAccessibility() {
+    preferencesWindow().switchToAccessibilityRow();
+}
+
+void AppDelegate::showOnboarding() {
+    onboarding_ = std::make_unique<OnboardingWindowController>(OnboardingWindowController::Services{
+        .manager = *manager_,
+        .defaults = platform_.userDefaults(),
+        .systemSettings = platform_.systemSettings(),
+        .nativeWindow = platform_.nativeWindow(),
+        .timers = timers_,
+        .showToast = [](const QString &message) { ToastWindow::show(message); }});
+    onboarding_->setOnFinished([this](bool opensPreferences) {
+        // It is the guide that calls, so it may not go before it is done.
+        onboarding_.release()->deleteLater();
+        if (opensPreferences)
+            openPreferences();
+    });
+    onboarding_->showWindow();
+}
+
+void AppDelegate::openOnboarding() {
+    write(platform_.userDefaults(), settings::kOnboardingCompleted, false);
+    showOnboarding();
+}
+
+void AppDelegate::showAbout() {
+    if (!about_) {
+        about_ = std::make_unique<AboutWindowController>(AboutWindowController::Services{
+            .workspace = platform_.workspace(), .nativeWindow = platform_.nativeWindow()});
+    }
+    about_->show();
 }
 
 }  // namespace kestrelbay

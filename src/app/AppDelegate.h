@@ -1,29 +1,40 @@
 #pragma once
 
 #include <QObject>
-#include <QTimer>
 
 #include <memory>
 
+#include "app/Appearance.h"
 #include "app/ApplicationService.h"
+#include "app/DiagnosticsService.h"
 #include "app/MainQueue.h"
 #include "app/RuleRunner.h"
+#include "app/StatusMenu.h"
 #include "app/SteadyClock.h"
 #include "app/ThreadPoolQueue.h"
+#include "app/ToastPanel.h"
 #include "hotkeys/ShortcutManager.h"
 #include "launcher/AppLauncher.h"
+#include "platform/Timers.h"
+#include "preferences/PreferencesServices.h"
+#include "settings/LaunchAtLogin.h"
 
 namespace kestrelbay {
 
+class AboutWindowController;
+class OnboardingWindowController;
 class Platform;
+class PreferencesWindowController;
+class StatusItem;
 
 /// The running program: brings its parts up in order and holds them until the end.
+/// Main thread.
 class AppDelegate final : public QObject {
     Q_OBJECT
 
 public:
-    /// The platform has to outlive it.
-    explicit AppDelegate(Platform &platform);
+    /// The platform and the timers have to outlive it.
+    AppDelegate(Platform &platform, Timers &timers);
     ~AppDelegate() override;
 
     /// Makes the program reachable for others of this session. False when another
@@ -35,21 +46,55 @@ public:
     /// One of those that the session bus offers; nothing for an unknown name.
     void performAction(const QString &name);
 
+    // What the status menu and the session bus offer:
+    void toggleAllShortcuts();
+    void openPreferences();
+    /// The guide from its start, also at the next start if it is not finished then.
+    void openOnboarding();
+    void showAbout();
+
+    /// A wish of others (notifications::kOpenPreferencesToAccessibility).
+    void openPreferencesToAccessibility();
+
     [[nodiscard]] ShortcutManager &shortcutManager() { return *manager_; }
+    [[nodiscard]] const StatusMenu &statusMenu() const { return menu_; }
+    /// Null while it is not there.
+    [[nodiscard]] OnboardingWindowController *onboarding() { return onboarding_.get(); }
+    [[nodiscard]] PreferencesWindowController *preferences() { return preferences_.get(); }
+    [[nodiscard]] bool isPollingAccessibility() const { return accessibilityPoller_ != nullptr; }
 
 private:
-    void toggleAllShortcuts();
+    [[nodiscard]] RuleRunner::Services ruleRunnerServices();
+    [[nodiscard]] PreferencesServices preferencesServices();
+    [[nodiscard]] ApplicationService::Actions serviceActions();
+    void bringUpShortcuts();
     void startAccessibilityPolling();
+    void pollAccessibility();
+    void setUpStatusBar();
+    void observeNotifications();
+    void showOnboarding();
+    PreferencesWindowController &preferencesWindow();
 
     Platform &platform_;
+    Timers &timers_;
+    const Appearance appearance_;
     SteadyClock clock_;
     MainQueue mainQueue_;
     ThreadPoolQueue launchQueue_;
+    ThreadPoolQueue backgroundQueue_;
+    const ToastPanel::Services toastServices_;
     AppLauncher launcher_;
     RuleRunner ruleRunner_;
+    LaunchAtLogin launchAtLogin_;
     std::unique_ptr<ShortcutManager> manager_;
-    QTimer accessibilityPoller_;
+    std::unique_ptr<Timers::Timer> accessibilityPoller_;
+    StatusMenu menu_;
+    std::unique_ptr<StatusItem> statusItem_;
+    std::unique_ptr<PreferencesWindowController> preferences_;
+    std::unique_ptr<OnboardingWindowController> onboarding_;
+    std::unique_ptr<AboutWindowController> about_;
     ApplicationService service_;
+    DiagnosticsService diagnostics_;
 };
 
 }  // namespace kestrelbay

@@ -3,6 +3,11 @@
 #include <chrono>
 #include <utility>
 
+#include <QGuiApplication>
+#include <QtMath>
+
+#include "app/IconImage.h"
+#include "app/LaunchToastWindow.h"
 #include "launcher/AppLauncher.h"
 #include "model/ShortcutRule.h"
 #include "platform/ApplicationCatalog.h"
@@ -35,14 +40,23 @@ void handleTimed(const RuleRunner::Services &services, const ShortcutRule &rule)
                        rule.appPath);
 }
 
+/// Enough for the sharpest screen, since the toast may appear on any. In device pixels.
+int launchToastIconSide() {
+    const auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+    const qreal ratio = application ? application->devicePixelRatio() : 1;
+    return qCeil(LaunchToastWindow::kIconSide * ratio);
+}
+
 void queueLaunchToast(const std::shared_ptr<const RuleRunner::Services> &services,
-                      const ShortcutRule &rule) {
+                      const ShortcutRule &rule, int iconSide) {
     if (!services->showLaunchToast)
         return;
     const LaunchToastDuration duration = currentLaunchToastDuration(services->defaults);
     if (duration == LaunchToastDuration::None)
         return;
-    services->mainQueue.async([services, icon = services->catalog.icon(rule.appPath), duration] {
+    // Reading and drawing an icon can take longer than a key press may wait.
+    const QImage image = iconImage(services->catalog.icon(rule.appPath), iconSide);
+    services->mainQueue.async([services, icon = iconOfImage(image), duration] {
         services->showLaunchToast(icon, duration);
     });
 }
@@ -54,9 +68,9 @@ RuleRunner::RuleRunner(Services services)
 
 void RuleRunner::ruleFired(const ShortcutRule &rule) const {
     services_->mainQueue.async([services = services_] { playFeedbackSound(*services); });
-    services_->launchQueue.async([services = services_, rule] {
+    services_->launchQueue.async([services = services_, rule, iconSide = launchToastIconSide()] {
         handleTimed(*services, rule);
-        queueLaunchToast(services, rule);
+        queueLaunchToast(services, rule, iconSide);
     });
 }
 

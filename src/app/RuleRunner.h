@@ -35,7 +35,8 @@ public:
         const Clock &clock;
         DispatchQueue &mainQueue;
         DispatchQueue &launchQueue;
-        /// Called on the main queue. May be empty.
+        /// Called on the main queue, with an icon that needs no more than copying to
+        /// the screen. May be empty.
         ShowLaunchToast showLaunchToast;
     };
 

@@ -8,6 +8,7 @@
 #include <chrono>
 
 #include "app/ApplicationService.h"
+#include "app/DiagnosticsService.h"
 
 namespace kestrelbay {
 
@@ -17,23 +18,35 @@ namespace {
 // answers.
 constexpr std::chrono::milliseconds kPatience{3000};
 
-bool call(const QString &method, const QVariantList &arguments) {
-    QDBusMessage message =
-        QDBusMessage::createMethodCall(ApplicationService::kName, ApplicationService::kPath,
-                                       QStringLiteral("org.freedesktop.Application"), method);
+QDBusMessage call(QLatin1StringView interface, const QString &method,
+                  const QVariantList &arguments) {
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        ApplicationService::kName, ApplicationService::kPath, interface, method);
     message.setArguments(arguments);
     message.setAutoStartService(false);
-    const QDBusMessage reply = QDBusConnection::sessionBus().call(
-        message, QDBus::Block, static_cast<int>(kPatience.count()));
-    return reply.type() == QDBusMessage::ReplyMessage;
+    return QDBusConnection::sessionBus().call(message, QDBus::Block,
+                                              static_cast<int>(kPatience.count()));
+}
+
+bool isAnswer(const QDBusMessage &message) {
+    return message.type() == QDBusMessage::ReplyMessage;
 }
 
 }  // namespace
 
 bool RunningInstance::request(const QString &action) {
+    constexpr QLatin1StringView kInterface{"org.freedesktop.Application"};
     if (action.isEmpty())
-        return call(QStringLiteral("Activate"), {QVariantMap()});
-    return call(QStringLiteral("ActivateAction"), {action, QVariantList(), QVariantMap()});
+        return isAnswer(call(kInterface, QStringLiteral("Activate"), {QVariantMap()}));
+    return isAnswer(call(kInterface, QStringLiteral("ActivateAction"),
+                         {action, QVariantList(), QVariantMap()}));
+}
+
+std::optional<QString> RunningInstance::diagnosticReport() {
+    const QDBusMessage answer = call(DiagnosticsService::kInterface, QStringLiteral("Report"), {});
+    if (!isAnswer(answer) || answer.arguments().isEmpty())
+        return std::nullopt;
+    return answer.arguments().constFirst().toString();
 }
 
 }  // namespace kestrelbay

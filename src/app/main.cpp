@@ -1,13 +1,18 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QIcon>
 #include <QTimer>
 
 #include <cstdlib>
 #include <iostream>
+#include <memory>
+#include <optional>
 
 #include "app/AppDelegate.h"
+#include "app/DiagnosticReport.h"
 #include "app/QtMessages.h"
+#include "app/QtTimers.h"
 #include "app/RunningInstance.h"
 #include "app/TerminationSignals.h"
 #include "platform/Platform.h"
@@ -15,9 +20,15 @@
 
 namespace {
 
-/// What the command line asks for, empty for a plain start. Answers --help and
-/// --version, and refuses what it does not know. Works without a display.
-QString requestedAction(int argc, char **argv) {
+struct Request {
+    /// Empty for a plain start.
+    QString action;
+    bool diagnose = false;
+};
+
+/// What the command line asks for. Answers --help and --version, and refuses what
+/// it does not know. Works without a display.
+Request readCommandLine(int argc, char **argv) {
     const QCoreApplication application(argc, argv);
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -26,11 +37,25 @@ QString requestedAction(int argc, char **argv) {
     parser.addVersionOption();
     const QCommandLineOption action(
         QStringLiteral("action"),
-        QStringLiteral("Have the running instance carry out <name>: toggle-all-shortcuts."),
+        QStringLiteral("Have the running instance carry out <name>: toggle-all-shortcuts, "
+                       "preferences, welcome-guide, about or quit."),
         QStringLiteral("name"));
-    parser.addOption(action);
+    const QCommandLineOption diagnose(
+        QStringLiteral("diagnose"),
+        QStringLiteral("Print what a report of a problem should say, and end."));
+    parser.addOptions({action, diagnose});
     parser.process(application);
-    return parser.value(action);
+    return {.action = parser.value(action), .diagnose = parser.isSet(diagnose)};
+}
+
+/// The running instance's view, or our own when there is none. Works without a
+/// display.
+int diagnose(int argc, char **argv, kestrelbay::Platform &platform) {
+    const QCoreApplication application(argc, argv);
+    const std::optional<QString> running = kestrelbay::RunningInstance::diagnosticReport();
+    std::cout << qUtf8Printable(running ? *running
+                                        : kestrelbay::diagnosticReport(platform, nullptr));
+    return EXIT_SUCCESS;
 }
 
 }  // namespace
@@ -39,9 +64,11 @@ int main(int argc, char **argv) {
     QCoreApplication::setApplicationName(QStringLiteral("KestrelBay"));
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTRELBAY_VERSION));
     QGuiApplication::setDesktopFileName(kestrelbay::ApplicationService::kName);
-    const QString action = argc > 1 ? requestedAction(argc, argv) : QString();
+    const Request request = argc > 1 ? readCommandLine(argc, argv) : Request();
 
     const std::unique_ptr<kestrelbay::Platform> platform = kestrelbay::makePlatform();
+    if (request.diagnose)
+        return diagnose(argc, argv, *platform);
     if (const QString problem = platform->startupProblem(); !problem.isEmpty()) {
         std::cerr << "KestrelBay: " << qPrintable(problem) << '\n';
         return EXIT_FAILURE;
@@ -53,6 +80,7 @@ int main(int argc, char **argv) {
 
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/org.kestrelbay.KestrelBay.svg")));
     const kestrelbay::QtMessages messages(platform->systemLog());
     const kestrelbay::TerminationSignals signals([] { QCoreApplication::exit(EXIT_SUCCESS); });
     platform->setSessionEndedHandler([&platform] {
@@ -61,12 +89,13 @@ int main(int argc, char **argv) {
         QCoreApplication::exit(EXIT_FAILURE);
     });
 
-    kestrelbay::AppDelegate delegate(*platform);
-    if (!delegate.registerOnSessionBus() && kestrelbay::RunningInstance::request(action))
+    kestrelbay::QtTimers timers;
+    kestrelbay::AppDelegate delegate(*platform, timers);
+    if (!delegate.registerOnSessionBus() && kestrelbay::RunningInstance::request(request.action))
         return EXIT_SUCCESS;
-    QTimer::singleShot(0, &delegate, [&delegate, action] {
-        delegate.applicationDidFinishLaunching();
-        delegate.performAction(action);
-    });
+    // Before any request of others is heard.
+    delegate.applicationDidFinishLaunching();
+    QTimer::singleShot(0, &delegate,
+                       [&delegate, action = request.action] { delegate.performAction(action); });
     return QApplication::exec();
 }

@@ -1,0 +1,30 @@
+#include "app/AboutWindowController.h"
+
+#include "app/AboutViewController.h"
+#include "app/FixedWindow.h"
+#include "app/KeyScreen.h"
+#include "platform/NativeWindow.h"
+#include "settings/L.h"
+
+namespace kestrelbay {
+
+AboutWindowController::AboutWindowController(Services services) : services_(services) {}
+
+AboutWindowController::~AboutWindowController() = default;
+
+void AboutWindowController::show() {
+    if (!window_) {
+        window_ = std::make_unique<FixedWindow>(AboutViewController::kSize, L::aboutKestrelBay());
+        viewController_ = std::make_unique<AboutViewController>(*window_, services_.workspace);
+    }
+    window_->centerOn(keyScreen(services_.nativeWindow));
+    window_->show();
+    window_->raise();
+    services_.nativeWindow.bringProgramForward(window_->winId());
+}
+
+QWidget *AboutWindowController::window() const {
+    return window_.get();
+}
+
+}  // namespace kestrelbay

@@ -1,0 +1,156 @@
+#include "app/DiagnosticReport.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QStringList>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "hotkeys/ShortcutManager.h"
+#include "model/RuleFile.h"
+#include "platform/LoginItem.h"
+#include "platform/Platform.h"
+#include "settings/Language.h"
+#include "settings/SettingsKeys.h"
+
+namespace kestrelbay {
+
+namespace {
+
+using Lines = std::vector<std::pair<QString, QString>>;
+
+QString yesOrNo(bool yes) {
+    return yes ? QStringLiteral("yes") : QStringLiteral("no");
+}
+
+QString withoutHome(const QString &path) {
+    const QString home = QDir::homePath();
+    return path == home || path.startsWith(home + u'/') ? u'~' + path.mid(home.size()) : path;
+}
+
+QString explained(TapProblem problem) {
+    switch (problem) {
+        case TapProblem::None:
+            return QStringLiteral("yes");
+        case TapProblem::NotPermitted:
+            return QStringLiteral("no, the user has not permitted it");
+        case TapProblem::WaylandSession:
+            return QStringLiteral("no, this is a Wayland session");
+        case TapProblem::NoDisplay:
+            return QStringLiteral("no, the X server does not answer");
+        case TapProblem::NoInputExtension:
+            return QStringLiteral("no, the X server lacks XInput 2.1 or XKB");
+        case TapProblem::OtherInstance:
+            return QStringLiteral("no, another instance has it");
+    }
+    return {};
+}
+
+QString status(const RuleFile::LoadResult &loaded) {
+    switch (loaded.status) {
+        case RuleFile::LoadStatus::Ok:
+            return QStringLiteral("in order");
+        case RuleFile::LoadStatus::Missing:
+            return QStringLiteral("not there yet");
+        case RuleFile::LoadStatus::Unusable:
+            return QStringLiteral("unusable, ") + loaded.problem;
+    }
+    return {};
+}
+
+QString counted(const ShortcutManager::Rules &rules) {
+    const auto enabled = std::ranges::count_if(rules, &ShortcutRule::isEnabled);
+    const auto bound = std::ranges::count_if(
+        rules, [](const ShortcutRule &rule) { return !rule.hotkeyString().isEmpty(); });
+    return QStringLiteral("%1, %2 enabled, %3 with a hotkey")
+        .arg(rules.size())
+        .arg(enabled)
+        .arg(bound);
+}
+
+/// The tap of a program that does not run: what it would find.
+QString triedTap(EventTap &tap) {
+    const bool installed = tap.install({});
+    const QString result = explained(tap.problem());
+    if (installed)
+        tap.remove();
+    return result;
+}
+
+QString refusedHotkeys(const ShortcutManager &manager) {
+    QStringList names;
+    for (const ShortcutRule &rule : manager.rules()) {
+        if (manager.isHotkeyRefused(rule))
+            names.append(rule.hotkeyString());
+    }
+    names.removeDuplicates();
+    return names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", "));
+}
+
+void addTap(Lines &lines, Platform &platform, const ShortcutManager *manager) {
+    if (!platform.startupProblem().isEmpty()) {
+        lines.emplace_back(QStringLiteral("Sees keys"), platform.startupProblem());
+        return;
+    }
+    if (!manager) {
+        lines.emplace_back(QStringLiteral("Sees keys"), triedTap(platform.eventTap()));
+        return;
+    }
+    lines.emplace_back(QStringLiteral("Sees keys"), explained(platform.eventTap().problem()));
+    lines.emplace_back(QStringLiteral("Shortcuts enabled"), yesOrNo(manager->isEnabled()));
+    lines.emplace_back(QStringLiteral("Hotkeys held by other programs"), refusedHotkeys(*manager));
+}
+
+void addRules(Lines &lines, const QString &folder, const ShortcutManager *manager) {
+    const QString path = QDir(folder).filePath(QStringLiteral("rules.json"));
+    const RuleFile::LoadResult onDisk = RuleFile(path).load();
+    lines.emplace_back(QStringLiteral("Rules"), counted(manager ? manager->rules() : onDisk.rules));
+    lines.emplace_back(QStringLiteral("Rule file"),
+                       QStringLiteral("%1, %2").arg(withoutHome(path), status(onDisk)));
+    if (manager && manager->rules() != onDisk.rules)
+        lines.emplace_back(QStringLiteral("Rule file in use"),
+                           QStringLiteral("no, other rules are"));
+}
+
+void addSettings(Lines &lines, Platform &platform) {
+    const UserDefaults &defaults = platform.userDefaults();
+    const QString sound = read(defaults, settings::kSoundFeedbackName);
+    lines.emplace_back(QStringLiteral("Language"), Language::current(defaults).rawValue());
+    lines.emplace_back(QStringLiteral("Feedback sound"),
+                       sound.isEmpty() ? QStringLiteral("none") : sound);
+    lines.emplace_back(QStringLiteral("Launch toast"),
+                       read(defaults, settings::kLaunchToastDuration));
+    lines.emplace_back(QStringLiteral("Starts at login"),
+                       yesOrNo(platform.loginItem().isEnabled()));
+}
+
+QString formatted(const Lines &lines) {
+    QString text;
+    for (const auto &[name, value] : lines)
+        text += QStringLiteral("%1: %2\n").arg(name, value);
+    return text;
+}
+
+}  // namespace
+
+QString storageDirectory(const Platform &platform) {
+    return QDir(platform.applicationSupportDirectory()).filePath(QStringLiteral("KestrelBay"));
+}
+
+QString diagnosticReport(Platform &platform, const ShortcutManager *manager) {
+    Lines lines{
+        {QStringLiteral("KestrelBay"), QCoreApplication::applicationVersion()},
+        {QStringLiteral("Qt"), QString::fromLatin1(qVersion())},
+        {QStringLiteral("Running"), yesOrNo(manager)},
+    };
+    for (auto &line : platform.diagnostics())
+        lines.push_back(std::move(line));
+    addTap(lines, platform, manager);
+    addRules(lines, storageDirectory(platform), manager);
+    addSettings(lines, platform);
+    return formatted(lines);
+}
+
+}  // namespace kestrelbay

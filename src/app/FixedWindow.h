@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+
+#include <QWidget>
+
+class QScreen;
+
+namespace kestrelbay {
+
+/// A window of one size, with a title bar and a close button only. Escape and the
+/// desktop's key for closing windows close it as that button does; Return presses the
+/// button that has the focus.
+class FixedWindow final : public QWidget {
+    Q_OBJECT
+
+public:
+    FixedWindow(QSize size, const QString &title);
+
+    /// The user closes the window; not called when the program hides it. It may
+    /// call deleteLater() on the window, but not delete it.
+    void setCloseHandler(std::function<void()> handler);
+
+    /// Lets the user drag the window by what is not a control.
+    void setMovableByBackground(bool movable);
+
+    /// In the middle of the part of the screen that no panel of the desktop takes.
+    /// Without a screen it stays where it is.
+    void centerOn(const QScreen *screen);
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+
+private:
+    std::function<void()> closeHandler_;
+    bool isMovableByBackground_ = false;
+};
+
+}  // namespace kestrelbay

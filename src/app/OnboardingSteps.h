@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QWidget>
+
+class QPushButton;
+
+namespace kestrelbay {
+
+class LinkButton;
+class TextLabel;
+
+/// One step of the first-run guide: a picture, what it says, and two buttons. Its
+/// texts are in the language in force when it is built.
+class OnboardingStep final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Of every step, in device-independent pixels.
+    static constexpr QSize kSize{468, 468};
+
+    /// The program lives in the status bar.
+    static OnboardingStep *welcome(QWidget *parent);
+    /// The program needs to see keys. The only step with a status label.
+    static OnboardingStep *permission(QWidget *parent);
+    static OnboardingStep *done(bool permissionGranted, QWidget *parent);
+
+    /// Return presses it wherever the focus is in the step.
+    [[nodiscard]] QPushButton &primaryButton() const { return *primaryButton_; }
+    [[nodiscard]] LinkButton &link() const { return *link_; }
+    /// Hidden until somebody shows it; null where the step has none.
+    [[nodiscard]] TextLabel *statusLabel() const { return statusLabel_; }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    struct Contents {
+        QString hero;
+        QString title;
+        QString body;
+        QString tip{};
+        QString status{};
+        QString primary;
+        QString link;
+    };
+    OnboardingStep(const Contents &contents, QWidget *parent);
+
+    QPushButton *primaryButton_;
+    LinkButton *link_;
+    TextLabel *statusLabel_ = nullptr;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,64 @@
+#include "preferences/ArgsBadgeView.h"
+
+#include <QFontDatabase>
+#include <QPainter>
+
+#include <cmath>
+
+#include "app/SystemColors.h"
+#include "app/TextLabel.h"
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr int kFontSize = 9;
+constexpr int kPadding = 4;
+constexpr int kHeight = 15;
+constexpr qreal kRadius = 3;
+constexpr float kGroundAlpha = 0.18F;
+
+QFont badgeFont() {
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPixelSize(kFontSize);
+    font.setWeight(QFont::Normal);
+    return font;
+}
+
+}  // namespace
+
+ArgsBadgeView::ArgsBadgeView(QWidget *parent)
+    : QWidget(parent), label_(new TextLabel(QString(), badgeFont(), colors::link, this)) {
+    label_->setAlignment(Qt::AlignCenter);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void ArgsBadgeView::setText(const QString &text) {
+    label_->setText(text);
+    updateGeometry();
+}
+
+QString ArgsBadgeView::text() const {
+    return label_->text();
+}
+
+QSize ArgsBadgeView::sizeHint() const {
+    const qreal width = QFontMetricsF(label_->font()).horizontalAdvance(label_->text());
+    return {static_cast<int>(std::ceil(width)) + 2 * kPadding, kHeight};
+}
+
+void ArgsBadgeView::paintEvent(QPaintEvent * /*event*/) {
+    QColor ground = colors::controlAccent();
+    ground.setAlphaF(kGroundAlpha);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ground);
+    painter.drawRoundedRect(rect(), kRadius, kRadius);
+}
+
+void ArgsBadgeView::resizeEvent(QResizeEvent * /*event*/) {
+    label_->setGeometry(rect().adjusted(kPadding, 0, -kPadding, 0));
+}
+
+}  // namespace kestrelbay

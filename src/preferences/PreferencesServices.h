@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+
+#include <QString>
+
+namespace kestrelbay {
+
+class ApplicationCatalog;
+class DispatchQueue;
+class LaunchAtLogin;
+class NativeWindow;
+class NotificationCenter;
+class ShortcutManager;
+class SystemSettings;
+class SystemSounds;
+class Timers;
+class UserDefaults;
+class Workspace;
+
+/// What the preferences window and its views work with. All of it outlives them.
+struct PreferencesServices {
+    ShortcutManager &manager;
+    UserDefaults &defaults;
+    ApplicationCatalog &catalog;
+    Workspace &workspace;
+    SystemSounds &sounds;
+    SystemSettings &systemSettings;
+    NativeWindow &nativeWindow;
+    LaunchAtLogin &launchAtLogin;
+    NotificationCenter &notificationCenter;
+    Timers &timers;
+    DispatchQueue &mainQueue;
+    /// For what takes long and must not keep the main thread.
+    DispatchQueue &backgroundQueue;
+    /// A message toast: its text, and a button where title and action are given.
+    std::function<void(const QString &, const QString &, std::function<void()>)> showToast;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QRect>
+
+namespace kestrelbay {
+
+/// Where things lie in a rule row, in device-independent pixels.
+struct RuleRowLayout {
+    /// The row's content as far as it takes part in the layout.
+    struct Content {
+        /// Width of the name when nothing is cut off.
+        int nameWidth = 0;
+        /// Empty when there is no badge.
+        QSize badge;
+        bool isRefused = false;
+    };
+
+    QRect icon;
+    QRect name;
+    QRect badge;
+    QRect path;
+    QRect refusedSign;
+    QRect recorder;
+    QRect toggle;
+    QRect advanced;
+    QRect remove;
+    QRect dragHandle;
+
+    [[nodiscard]] static RuleRowLayout in(QSize row, const Content &content);
+};
+
+}  // namespace kestrelbay

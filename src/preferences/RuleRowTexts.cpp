@@ -1,0 +1,59 @@
+#include "preferences/RuleRowTexts.h"
+
+#include <QTextBoundaryFinder>
+
+#include <vector>
+
+#include "model/ShortcutRule.h"
+#include "settings/L.h"
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr qsizetype kShortestCut = 10;
+constexpr qsizetype kShownEnd = 9;
+
+QStringView withoutBlanks(QStringView text) {
+    const auto isBlank = [](QChar character) { return character == u' ' || character == u'\t'; };
+    while (!text.isEmpty() && isBlank(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isBlank(text.back()))
+        text.chop(1);
+    return text;
+}
+
+/// Where the characters begin.
+std::vector<qsizetype> characterStarts(QStringView text) {
+    std::vector<qsizetype> starts;
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    for (qsizetype start = 0; start >= 0 && start < text.size(); start = finder.toNextBoundary())
+        starts.push_back(start);
+    return starts;
+}
+
+}  // namespace
+
+QString shownAppName(const ShortcutRule &rule) {
+    return rule.appName.isEmpty() ? L::noAppSelected() : rule.appName;
+}
+
+QString abbreviatedPath(const QString &path, const QString &homeFolder) {
+    if (homeFolder.size() < 2 || !path.startsWith(homeFolder))
+        return path;
+    const QString rest = path.sliced(homeFolder.size());
+    return rest.isEmpty() || rest.startsWith(u'/') ? u'~' + rest : path;
+}
+
+QString argsBadgeText(const ShortcutRule &rule) {
+    if (rule.argumentKind == ArgumentKind::None)
+        return {};
+    const QStringView text = withoutBlanks(rule.launchArguments);
+    const std::vector<qsizetype> starts = characterStarts(text);
+    const auto count = static_cast<qsizetype>(starts.size());
+    if (count < kShortestCut)
+        return text.toString();
+    return u'…' + text.sliced(starts[static_cast<std::size_t>(count - kShownEnd)]).toString();
+}
+
+}  // namespace kestrelbay

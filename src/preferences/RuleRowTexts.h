@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+namespace kestrelbay {
+
+struct ShortcutRule;
+
+/// The application's name, or words for that there is none.
+[[nodiscard]] QString shownAppName(const ShortcutRule &rule);
+
+/// The path with "~" for the home folder at its beginning. No path stays none.
+[[nodiscard]] QString abbreviatedPath(const QString &path, const QString &homeFolder);
+
+/// What the badge says of a rule's argument: its end, up to nine characters behind "…"
+/// where there are ten or more. Empty when there is no badge. A character is what the
+/// reader takes for one.
+[[nodiscard]] QString argsBadgeText(const ShortcutRule &rule);
+
+}  // namespace kestrelbay

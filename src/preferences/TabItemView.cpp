@@ -1,0 +1,118 @@
+#include "preferences/TabItemView.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QEvent>
+#include <QPainter>
+#include <QStyleOption>
+
+#include "app/Fonts.h"
+#include "app/SystemColors.h"
+#include "preferences/TabBarView.h"
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr int kFontSize = 13;
+constexpr qreal kRadius = 6;
+constexpr qreal kRingWidth = 2;
+
+QFont fontOf(bool selected) {
+    return systemFont(kFontSize, selected ? QFont::Medium : QFont::Normal);
+}
+
+class AccessibleTab final : public QAccessibleWidget {
+public:
+    explicit AccessibleTab(TabItemView *item) : QAccessibleWidget(item, QAccessible::PageTab) {}
+
+    [[nodiscard]] QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.selectable = true;
+        state.selected = item()->isSelected();
+        return state;
+    }
+    [[nodiscard]] QStringList actionNames() const override {
+        return QStringList{pressAction()} + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString &name) override {
+        if (name == pressAction())
+            item()->click();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    [[nodiscard]] TabItemView *item() const { return static_cast<TabItemView *>(widget()); }
+};
+
+QAccessibleInterface *makeAccessible(const QString & /*className*/, QObject *object) {
+    auto *const item = qobject_cast<TabItemView *>(object);
+    return item ? new AccessibleTab(item) : nullptr;
+}
+
+void installAccessibility() {
+    static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
+    Q_UNUSED(isInstalled)
+}
+
+}  // namespace
+
+TabItemView::TabItemView(const QString &title, TabBarView *bar)
+    : QWidget(bar), bar_(*bar), title_(title) {
+    installAccessibility();
+    setAccessibleName(title);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFont(fontOf(false));
+}
+
+void TabItemView::setSelected(bool selected) {
+    isSelected_ = selected;
+    setFont(fontOf(selected));
+    setFocusPolicy(selected ? Qt::TabFocus : Qt::NoFocus);
+    update();
+    QAccessible::State changed;
+    changed.selected = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
+}
+
+void TabItemView::setFrame(const QRectF &frame) {
+    frame_ = frame;
+    setGeometry(frame.toAlignedRect());
+}
+
+void TabItemView::click() {
+    bar_.clicked(frame_.center());
+}
+
+void TabItemView::paintEvent(QPaintEvent * /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF bounds = frame_.translated(-pos());
+    if (isSelected_) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(colors::controlAccent());
+        painter.drawRoundedRect(bounds, kRadius, kRadius);
+    }
+    painter.setPen(isSelected_ ? QColor(Qt::white) : colors::label());
+    painter.drawText(bounds, Qt::AlignCenter | Qt::TextSingleLine, title_);
+
+    QStyleOption option;
+    option.initFrom(this);
+    if (hasFocus() && option.state.testFlag(QStyle::State_KeyboardFocusChange)) {
+        constexpr qreal kInset = kRingWidth / 2 + 1.5;
+        painter.setPen(QPen(isSelected_ ? QColor(Qt::white) : colors::label(), kRingWidth));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(bounds.adjusted(kInset, kInset, -kInset, -kInset), kRadius - kInset,
+                                kRadius - kInset);
+    }
+}
+
+void TabItemView::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        update();
+}
+
+}  // namespace kestrelbay

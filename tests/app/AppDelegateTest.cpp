@@ -1,0 +1,176 @@
+#include "app/AppDelegate.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryDir>
+#include <QWidget>
+
+#include <chrono>
+#include <memory>
+#include <optional>
+
+#include <gtest/gtest.h>
+
+#include "app/OnboardingWindowController.h"
+#include "core/QtPrinters.h"
+#include "fakes/FakePlatform.h"
+#include "fakes/FakeTimers.h"
+#include "preferences/PreferencesWindowController.h"
+#include "settings/NotificationCenter.h"
+#include "settings/SettingsKeys.h"
+
+namespace kestrelbay {
+namespace {
+
+using std::chrono_literals::operator""ms;
+
+class AppDelegateTest : public testing::Test {
+protected:
+    AppDelegateTest() {
+        platform_.setApplicationSupportDirectory(folder_.path());
+        NotificationCenter::defaultCenter().observe(notifications::kAccessibilityGranted, &context_,
+                                                    [this] { ++grantedPosts_; });
+    }
+
+    void completeOnboarding() {
+        write(platform_.userDefaults(), settings::kOnboardingCompleted, true);
+    }
+    AppDelegate &launch() {
+        delegate_.emplace(platform_, timers_);
+        delegate_->applicationDidFinishLaunching();
+        return *delegate_;
+    }
+    QString firstTitle() const { return delegate_->statusMenu().actions().constFirst()->text(); }
+    bool onboardingCompleted() {
+        return read(platform_.userDefaults(), settings::kOnboardingCompleted);
+    }
+
+    QTemporaryDir folder_;
+    FakePlatform platform_;
+    FakeTimers timers_;
+    QObject context_;
+    int grantedPosts_ = 0;
+    std::optional<AppDelegate> delegate_;
+};
+
+TEST_F(AppDelegateTest, AFirstStartOpensTheGuide) {
+    AppDelegate &delegate = launch();
+    EXPECT_TRUE(platform_.isAccessory());
+    EXPECT_TRUE(platform_.eventTap().isInstalled());
+    EXPECT_FALSE(delegate.isPollingAccessibility());
+    ASSERT_NE(delegate.onboarding(), nullptr);
+    EXPECT_TRUE(delegate.onboarding()->window()->isVisible());
+    EXPECT_EQ(grantedPosts_, 0) << "nothing was granted that was not there";
+}
+
+TEST_F(AppDelegateTest, ALaterStartOpensNothing) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    EXPECT_EQ(delegate.onboarding(), nullptr);
+    EXPECT_EQ(delegate.preferences(), nullptr);
+}
+
+TEST_F(AppDelegateTest, AsksForThePermissionEverySecondAndTellsOfItOnce) {
+    platform_.eventTap().setPermission(false);
+    AppDelegate &delegate = launch();
+    EXPECT_TRUE(delegate.isPollingAccessibility());
+    ASSERT_NE(delegate.onboarding(), nullptr);
+    platform_.eventTap().takeCalls();
+
+    timers_.advance(999ms);
+    EXPECT_EQ(platform_.eventTap().takeCalls(), QStringList());
+    timers_.advance(1ms);
+    EXPECT_EQ(platform_.eventTap().takeCalls(), QStringList(QStringLiteral("install")));
+    timers_.advance(2000ms);
+    EXPECT_EQ(platform_.eventTap().takeCalls().size(), 2);
+    EXPECT_EQ(grantedPosts_, 0);
+
+    platform_.eventTap().setPermission(true);
+    timers_.advance(1000ms);
+    EXPECT_TRUE(platform_.eventTap().isInstalled());
+    EXPECT_FALSE(delegate.isPollingAccessibility());
+    EXPECT_EQ(grantedPosts_, 1);
+    platform_.eventTap().takeCalls();
+    timers_.advance(5000ms);
+    EXPECT_EQ(platform_.eventTap().takeCalls(), QStringList());
+    EXPECT_EQ(grantedPosts_, 1);
+}
+
+TEST_F(AppDelegateTest, TheSwitchTurnsTheEntryAndKeepsTheTap) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    EXPECT_EQ(firstTitle(), QStringLiteral("Disable All Shortcuts"));
+    delegate.performAction(QStringLiteral("toggle-all-shortcuts"));
+    EXPECT_FALSE(delegate.shortcutManager().isEnabled());
+    EXPECT_TRUE(platform_.eventTap().isInstalled());
+    EXPECT_EQ(firstTitle(), QStringLiteral("Enable All Shortcuts"));
+    delegate.toggleAllShortcuts();
+    EXPECT_TRUE(delegate.shortcutManager().isEnabled());
+    EXPECT_EQ(firstTitle(), QStringLiteral("Disable All Shortcuts"));
+}
+
+TEST_F(AppDelegateTest, AnotherLanguageRebuildsTheMenuAsTheSwitchStands) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    delegate.toggleAllShortcuts();
+    write(platform_.userDefaults(), settings::kAppLanguage, QStringLiteral("zh"));
+    EXPECT_EQ(firstTitle(), QStringLiteral("Enable All Shortcuts"));
+    NotificationCenter::defaultCenter().post(notifications::kLanguageDidChange);
+    EXPECT_EQ(firstTitle(), QStringLiteral("启用全部快捷键"));
+}
+
+TEST_F(AppDelegateTest, TheGuideOpensAgainAndCountsAsNotCompleted) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    delegate.openOnboarding();
+    EXPECT_FALSE(onboardingCompleted());
+    ASSERT_NE(delegate.onboarding(), nullptr);
+    OnboardingWindowController *first = delegate.onboarding();
+    delegate.openOnboarding();
+    EXPECT_NE(delegate.onboarding(), nullptr);
+    EXPECT_NE(delegate.onboarding(), first) << "a new one, from its first step";
+}
+
+TEST_F(AppDelegateTest, AClosedGuideIsLetGo) {
+    AppDelegate &delegate = launch();
+    ASSERT_NE(delegate.onboarding(), nullptr);
+    delegate.onboarding()->window()->close();
+    EXPECT_EQ(delegate.onboarding(), nullptr);
+    EXPECT_TRUE(onboardingCompleted());
+    EXPECT_EQ(delegate.preferences(), nullptr);
+}
+
+TEST_F(AppDelegateTest, ThePreferencesAreMadeOnceAndClosingThemEndsNothing) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    delegate.performAction(QStringLiteral("preferences"));
+    ASSERT_NE(delegate.preferences(), nullptr);
+    QWidget *window = delegate.preferences()->window();
+    EXPECT_TRUE(window->isVisible());
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(platform_.eventTap().isInstalled());
+    delegate.openPreferences();
+    EXPECT_EQ(delegate.preferences()->window(), window);
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(AppDelegateTest, AWishForThePermissionRowOpensThePreferences) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    NotificationCenter::defaultCenter().post(notifications::kOpenPreferencesToAccessibility);
+    ASSERT_NE(delegate.preferences(), nullptr);
+    EXPECT_TRUE(delegate.preferences()->window()->isVisible());
+}
+
+TEST_F(AppDelegateTest, UnknownActionsDoNothing) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    delegate.performAction(QStringLiteral("fly"));
+    delegate.performAction({});
+    EXPECT_EQ(delegate.preferences(), nullptr);
+    EXPECT_TRUE(delegate.shortcutManager().isEnabled());
+}
+
+}  // namespace
+}  // namespace kestrelbay

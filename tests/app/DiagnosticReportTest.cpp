@@ -1,0 +1,129 @@
+#include "app/DiagnosticReport.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+#include "fakes/FakePlatform.h"
+#include "hotkeys/ShortcutManager.h"
+#include "model/RuleFile.h"
+
+namespace kestrelbay {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+class DiagnosticReportTest : public testing::Test {
+protected:
+    DiagnosticReportTest() {
+        QCoreApplication::setApplicationVersion(QStringLiteral("1.2.3"));
+        platform_.setApplicationSupportDirectory(folder_.path());
+        QDir(folder_.path()).mkpath(QStringLiteral("KestrelBay"));
+    }
+    ~DiagnosticReportTest() override { QCoreApplication::setApplicationVersion({}); }
+
+    QString rulesPath() const { return folder_.filePath(QStringLiteral("KestrelBay/rules.json")); }
+    void writeRules(const ShortcutManager::Rules &rules) const {
+        ASSERT_TRUE(RuleFile(rulesPath()).save(rules));
+    }
+    std::string report(const ShortcutManager *manager = nullptr) {
+        return diagnosticReport(platform_, manager).toStdString();
+    }
+    std::unique_ptr<ShortcutManager> start() {
+        return std::make_unique<ShortcutManager>(storageDirectory(platform_), platform_.eventTap(),
+                                                 platform_.systemLog(), ShortcutManager::Hooks{});
+    }
+
+    static ShortcutRule rule(std::uint16_t keyCode) {
+        return {.appName = QStringLiteral("Editor"),
+                .appPath = QStringLiteral("/apps/editor"),
+                .keyCode = KeyCode{keyCode},
+                .modifierFlags = modifier::kCommand};
+    }
+
+    QTemporaryDir folder_;
+    FakePlatform platform_;
+};
+
+TEST_F(DiagnosticReportTest, NamesTheVersionAndWhatTheSystemSays) {
+    platform_.setDiagnostics({{QStringLiteral("Window manager"), QStringLiteral("Glass")}});
+    EXPECT_THAT(report(), HasSubstr("KestrelBay: 1.2.3\n"));
+    EXPECT_THAT(report(), HasSubstr("Window manager: Glass\n"));
+    EXPECT_THAT(report(), HasSubstr(std::string("Qt: ") + qVersion()));
+}
+
+TEST_F(DiagnosticReportTest, WithoutAnInstanceTriesTheTapAndGivesItBack) {
+    EXPECT_THAT(report(), HasSubstr("Running: no\n"));
+    EXPECT_THAT(report(), HasSubstr("Sees keys: yes\n"));
+    EXPECT_FALSE(platform_.eventTap().isInstalled());
+    platform_.eventTap().setPermission(false);
+    EXPECT_THAT(report(), HasSubstr("Sees keys: no, the user has not permitted it\n"));
+}
+
+TEST_F(DiagnosticReportTest, WithoutADisplaySaysSoAndLeavesTheTapAlone) {
+    platform_.setStartupProblem(QStringLiteral("no screen"));
+    EXPECT_THAT(report(), HasSubstr("Sees keys: no screen\n"));
+    EXPECT_TRUE(platform_.eventTap().takeCalls().isEmpty());
+}
+
+TEST_F(DiagnosticReportTest, OfAnInstanceNamesTheHotkeysOfOthersOnce) {
+    writeRules({rule(17), rule(17), rule(3)});
+    const auto manager = start();
+    EXPECT_THAT(report(manager.get()), HasSubstr("Hotkeys held by other programs: none\n"));
+    platform_.eventTap().setHeldByOthers(
+        {Hotkey{.keyCode = KeyCode{17}, .modifierFlags = modifier::kCommand}});
+    const std::string text = report(manager.get());
+    EXPECT_THAT(text, HasSubstr("Running: yes\n"));
+    EXPECT_THAT(text, HasSubstr("Hotkeys held by other programs: " +
+                                rule(17).hotkeyString().toStdString() + "\n"));
+    EXPECT_THAT(text, HasSubstr("Shortcuts enabled: yes\n"));
+    manager->setEnabled(false);
+    EXPECT_THAT(report(manager.get()), HasSubstr("Shortcuts enabled: no\n"));
+}
+
+TEST_F(DiagnosticReportTest, CountsRulesButDoesNotNameThem) {
+    ShortcutRule disabled = rule(3);
+    disabled.isEnabled = false;
+    writeRules({rule(17), disabled, {.appName = QStringLiteral("Editor")}});
+    EXPECT_THAT(report(), HasSubstr("Rules: 3, 2 enabled, 2 with a hotkey\n"));
+    EXPECT_THAT(report(), Not(HasSubstr("Editor")));
+    EXPECT_THAT(report(), HasSubstr("rules.json, in order\n"));
+}
+
+TEST_F(DiagnosticReportTest, TellsWhatIsWrongWithTheRuleFileAndLeavesIt) {
+    EXPECT_THAT(report(), HasSubstr("rules.json, not there yet\n"));
+    QFile file(rulesPath());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("{broken");
+    file.close();
+    EXPECT_THAT(report(), HasSubstr("rules.json, unusable, "));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "{broken");
+}
+
+TEST_F(DiagnosticReportTest, TellsOfRulesThatAreNotThoseInUse) {
+    const auto manager = start();
+    EXPECT_THAT(report(manager.get()), Not(HasSubstr("Rule file in use")));
+    writeRules({rule(17)});
+    EXPECT_THAT(report(manager.get()), HasSubstr("Rule file in use: no, other rules are\n"));
+}
+
+TEST_F(DiagnosticReportTest, SparesTheNameOfTheHomeFolder) {
+    platform_.setApplicationSupportDirectory(QDir::homePath() + QStringLiteral("/.config"));
+    EXPECT_THAT(report(), HasSubstr("Rule file: ~/.config/KestrelBay/rules.json"));
+}
+
+TEST_F(DiagnosticReportTest, TellsTheSettings) {
+    EXPECT_THAT(report(), HasSubstr("Language: en\nFeedback sound: none\nLaunch toast: none\n"
+                                    "Starts at login: no\n"));
+    platform_.userDefaults().setString(QStringLiteral("appLanguage"), QStringLiteral("zh"));
+    platform_.userDefaults().setString(QStringLiteral("soundFeedbackName"), QStringLiteral("Pop"));
+    EXPECT_THAT(report(), HasSubstr("Language: zh\nFeedback sound: Pop\n"));
+}
+
+}  // namespace
+}  // namespace kestrelbay

@@ -1,0 +1,266 @@
+#include "preferences/PreferencesWindowController.h"
+
+#include <memory>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QPointer>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include "app/TextLabel.h"
+#include "preferences/AdvancedSettingsViewController.h"
+#include "preferences/ContainerViewController.h"
+#include "preferences/RulesViewController.h"
+#include "preferences/ServicesFixture.h"
+#include "preferences/SettingRow.h"
+#include "preferences/TabBarView.h"
+#include "preferences/TabItemView.h"
+
+using namespace Qt::StringLiterals;
+
+namespace kestrelbay {
+
+namespace {
+
+class PreferencesWindow : public ServicesFixture {
+protected:
+    PreferencesWindowController &controller() {
+        if (!controller_)
+            controller_ = std::make_unique<PreferencesWindowController>(services());
+        return *controller_;
+    }
+    QWidget &window() { return *controller().window(); }
+    /// The only one that is not about to go.
+    template <typename View>
+    View *view() {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        const QList<View *> views = window().findChildren<View *>();
+        EXPECT_LE(views.size(), 1);
+        return views.isEmpty() ? nullptr : views.first();
+    }
+    void clickTab(int index) {
+        QTest::mouseClick(view<TabBarView>(), Qt::LeftButton, {}, {index == 0 ? 80 : 240, 16});
+    }
+    void expectTab(int index) {
+        EXPECT_EQ(view<TabBarView>()->selectedIndex(), index);
+        EXPECT_EQ(view<RulesViewController>() != nullptr, index == 0);
+        EXPECT_EQ(view<AdvancedSettingsViewController>() != nullptr, index == 1);
+    }
+    QString secondTitle() { return view<TabBarView>()->itemViews().at(1)->title(); }
+
+private:
+    std::unique_ptr<PreferencesWindowController> controller_;
+};
+
+TEST_F(PreferencesWindow, IsAHiddenWindowWithTheRulesAtFirst) {
+    EXPECT_TRUE(window().isWindow());
+    EXPECT_TRUE(window().isHidden());
+    EXPECT_EQ(window().size(), QSize(704, 598));
+    EXPECT_EQ(window().minimumSize(), QSize(616, 483));
+    EXPECT_EQ(window().windowTitle(), u"KestrelBay Preferences"_s);
+    expectTab(0);
+}
+
+TEST_F(PreferencesWindow, HasItsTitleInChinese) {
+    choose(Language::zh);
+    EXPECT_EQ(window().windowTitle(), u"KestrelBay 偏好设置"_s);
+    EXPECT_EQ(secondTitle(), u"高级设置"_s);
+}
+
+TEST_F(PreferencesWindow, ShowWindowBringsItForward) {
+    controller().showWindow();
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(nativeWindow_.takeCalls(),
+              QStringList{u"bringProgramForward %1"_s.arg(window().winId())});
+}
+
+TEST_F(PreferencesWindow, ItComesUpInTheMiddleOfTheScreenAndStaysWhereItIsPut) {
+    controller().showWindow();
+    const QPoint middle = window().screen()->availableGeometry().center();
+    // How wide its frame is shows only when it is there.
+    EXPECT_LE((window().geometry().center() - middle).manhattanLength(), 4);
+    window().move(30, 40);
+    const QPoint put = window().pos();
+    window().close();
+    controller().showWindow();
+    EXPECT_EQ(window().pos(), put);
+}
+
+TEST_F(PreferencesWindow, TheBarIsCenteredAboveTheContent) {
+    controller().showWindow();
+    for (const QSize size : {QSize(704, 598), QSize(616, 483), QSize(900, 700)}) {
+        window().resize(size);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(view<TabBarView>()->geometry(), QRect((window().width() - 330) / 2, 12, 330, 32));
+        const QWidget *const content = view<ContainerViewController>()->contentArea();
+        EXPECT_EQ(content->geometry(), QRect(0, 52, window().width(), window().height() - 52));
+        EXPECT_EQ(view<RulesViewController>()->geometry(), content->rect());
+    }
+}
+
+TEST_F(PreferencesWindow, AClickOnATabShowsItsView) {
+    controller().showWindow();
+    clickTab(1);
+    expectTab(1);
+    EXPECT_TRUE(view<AdvancedSettingsViewController>()->isVisible());
+    clickTab(0);
+    expectTab(0);
+}
+
+TEST_F(PreferencesWindow, EveryVisitReadsTheRulesAgain) {
+    controller().showWindow();
+    const QPointer<RulesViewController> first = view<RulesViewController>();
+    clickTab(1);
+    manager().addRule({.appName = u"Mail"_s});
+    clickTab(0);
+    const RulesViewController *const second = view<RulesViewController>();
+    EXPECT_TRUE(first.isNull());
+    ASSERT_NE(second, nullptr);
+    EXPECT_TRUE(second->emptyLabel()->isHidden());
+}
+
+TEST_F(PreferencesWindow, ClosedItComesBackWithItsTab) {
+    controller().showWindow();
+    clickTab(1);
+    QWidget *const before = controller().window();
+    window().close();
+    EXPECT_FALSE(window().isVisible());
+    controller().showWindow();
+    EXPECT_EQ(controller().window(), before);
+    EXPECT_TRUE(window().isVisible());
+    expectTab(1);
+}
+
+TEST_F(PreferencesWindow, MinimizedItComesBack) {
+    controller().showWindow();
+    window().setWindowState(Qt::WindowMinimized);
+    controller().showWindow();
+    EXPECT_FALSE(window().isMinimized());
+    EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(PreferencesWindow, AnotherLanguageRebuildsItInPlace) {
+    controller().showWindow();
+    clickTab(1);
+    const QPointer<ContainerViewController> before = view<ContainerViewController>();
+    changeLanguage(Language::zh);
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(window().windowTitle(), u"KestrelBay 偏好设置"_s);
+    EXPECT_EQ(secondTitle(), u"高级设置"_s);
+    expectTab(1);
+    EXPECT_TRUE(before.isNull());
+    EXPECT_TRUE(view<AdvancedSettingsViewController>()->isVisible());
+    EXPECT_EQ(view<ContainerViewController>()->size(), window().size());
+    clickTab(0);
+    expectTab(0);
+}
+
+TEST_F(PreferencesWindow, AHiddenWindowIsRebuiltHidden) {
+    EXPECT_EQ(secondTitle(), u"Advanced"_s);
+    changeLanguage(Language::zh);
+    EXPECT_FALSE(window().isVisible());
+    EXPECT_EQ(window().windowTitle(), u"KestrelBay 偏好设置"_s);
+    EXPECT_EQ(secondTitle(), u"高级设置"_s);
+    expectTab(0);
+}
+
+TEST_F(PreferencesWindow, TheSameLanguageRebuildsItToo) {
+    controller().showWindow();
+    const QPointer<ContainerViewController> before = view<ContainerViewController>();
+    changeLanguage(Language::en);
+    expectTab(0);
+    EXPECT_TRUE(before.isNull());
+}
+
+TEST_F(PreferencesWindow, ThePopupThatChangesTheLanguageKeepsTheFocus) {
+    controller().showWindow();
+    QApplication::setActiveWindow(&window());
+    clickTab(1);
+    auto *const popup = window().findChild<QComboBox *>(u"language"_s);
+    popup->setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return popup->hasFocus(); }));
+    const QPointer<QComboBox> before = popup;
+    QTest::keyClick(popup, Qt::Key_Up);
+    expectTab(1);
+    EXPECT_TRUE(before.isNull());
+    EXPECT_EQ(defaults_.string(u"appLanguage"_s), u"zh"_s);
+    EXPECT_EQ(window().windowTitle(), u"KestrelBay 偏好设置"_s);
+    QComboBox *const after = window().findChild<QComboBox *>(u"language"_s);
+    EXPECT_EQ(QApplication::focusWidget(), after);
+    EXPECT_EQ(after->currentText(), u"中文"_s);
+}
+
+TEST_F(PreferencesWindow, LeadsToTheAccessibilityRow) {
+    tap_.setPermission(false);
+    controller().switchToAccessibilityRow();
+    EXPECT_TRUE(window().isVisible());
+    expectTab(1);
+    SettingRow *const row = view<AdvancedSettingsViewController>()->accessibilityRow();
+    ASSERT_NE(row, nullptr);
+    EXPECT_EQ(timers_.waitingCount(), 0U);
+    mainQueue_.runAll();
+    EXPECT_EQ(timers_.waitingCount(), 4U);
+}
+
+TEST_F(PreferencesWindow, LeadsThereAgainWithAFreshView) {
+    controller().switchToAccessibilityRow();
+    mainQueue_.runAll();
+    const QPointer<AdvancedSettingsViewController> before = view<AdvancedSettingsViewController>();
+    controller().switchToAccessibilityRow();
+    expectTab(1);
+    EXPECT_TRUE(before.isNull());
+}
+
+TEST_F(PreferencesWindow, NothingIsHighlightedOnceItIsTooLate) {
+    controller().switchToAccessibilityRow();
+    clickTab(0);
+    mainQueue_.runAll();
+    EXPECT_EQ(timers_.waitingCount(), 0U);
+    auto other = std::make_unique<PreferencesWindowController>(services());
+    other->switchToAccessibilityRow();
+    other.reset();
+    mainQueue_.runAll();
+    EXPECT_EQ(timers_.waitingCount(), 0U);
+}
+
+TEST_F(PreferencesWindow, ControlWClosesIt) {
+    controller().showWindow();
+    QApplication::setActiveWindow(&window());
+    QTest::keyClick(&window(), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(PreferencesWindow, ControlQEndsTheProgram) {
+    controller().showWindow();
+    QApplication::setActiveWindow(&window());
+    const QSignalSpy quits(qApp, &QCoreApplication::aboutToQuit);
+    QTimer::singleShot(0, qApp,
+                       [this] { QTest::keyClick(&window(), Qt::Key_Q, Qt::ControlModifier); });
+    QApplication::exec();
+    EXPECT_EQ(quits.count(), 1);
+}
+
+TEST_F(PreferencesWindow, TabsAndControlsAreReachedByTheTabKey) {
+    tap_.setPermission(false);
+    controller().showWindow();
+    QApplication::setActiveWindow(&window());
+    clickTab(1);
+    view<TabBarView>()->itemViews().at(1)->setFocus();
+    QStringList reached;
+    for (int i = 0; i < 7; ++i) {
+        reached.append(QApplication::focusWidget()->objectName());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(reached, (QStringList{u"tab1"_s, u"launchAtLogin"_s, u"language"_s, u"sound"_s,
+                                    u"toast"_s, u"configFolder"_s, u"accessibility"_s}));
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"tab1"_s);
+}
+
+}  // namespace
+
+}  // namespace kestrelbay

@@ -1,0 +1,287 @@
+#include "preferences/RulesViewController.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QScrollBar>
+#include <QTest>
+
+#include <array>
+#include <memory>
+
+#include "app/TextLabel.h"
+#include "preferences/HotkeyRecorderField.h"
+#include "preferences/RowTableView.h"
+#include "preferences/RuleRowView.h"
+#include "preferences/RulesListFixture.h"
+#include "preferences/SymbolButton.h"
+
+namespace kestrelbay {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class RulesViewTest : public RulesListFixture {
+protected:
+    RulesViewController &list() {
+        if (!list_) {
+            list_ = std::make_unique<RulesViewController>(services(), sheets());
+            list_->show();
+            list_->activateWindow();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(list_.get()));
+        }
+        return *list_;
+    }
+    RowTableView &table() { return *list().tableView(); }
+    [[nodiscard]] RuleRowView *row(int index) {
+        return qobject_cast<RuleRowView *>(table().rowWidget(index));
+    }
+    [[nodiscard]] bool acceptDrop(const QString &text, int gap) {
+        return source().acceptDrop(text, gap);
+    }
+    RowTableSource &source() { return const_cast<RowTableSource &>(table().source()); }
+    [[nodiscard]] const ShortcutRule &rule(int index) const {
+        return manager_.rules().at(static_cast<std::size_t>(index));
+    }
+
+    std::unique_ptr<RulesViewController> list_;
+};
+
+TEST_F(RulesViewTest, showsTheHintAsLongAsThereIsNoRule) {
+    EXPECT_TRUE(list().emptyLabel()->isVisible());
+    EXPECT_EQ(list().emptyLabel()->text(), u"Click the \uff0b button to add your first shortcut"_s);
+    EXPECT_EQ(list().countLabel()->text(), u"0 configured"_s);
+    list().addRule();
+    pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
+    EXPECT_FALSE(list().emptyLabel()->isVisible());
+    EXPECT_EQ(list().countLabel()->text(), u"1 configured"_s);
+}
+
+TEST_F(RulesViewTest, speaksChinese) {
+    write(defaults_, settings::kAppLanguage, u"zh"_s);
+    addRules(1);
+    EXPECT_EQ(list().emptyLabel()->text(), u"点击左下角 ＋ 按钮，添加第一个快捷键配置"_s);
+    EXPECT_EQ(list().countLabel()->text(), u"已配置 1 个"_s);
+}
+
+TEST_F(RulesViewTest, countsWithoutLimit) {
+    addRules(1000);
+    EXPECT_EQ(list().countLabel()->text(), u"1000 configured"_s);
+    EXPECT_EQ(table().rows().count, 1000);
+}
+
+TEST_F(RulesViewTest, liesWhereTheWindowHasRoomForIt) {
+    addRules(1);
+    list().resize(704, 598);
+    EXPECT_EQ(table().geometry(), QRect(16, 8, 672, 546));
+    EXPECT_EQ(list().addButton()->geometry(), QRect(20, 564, 24, 24));
+    EXPECT_EQ(list().countLabel()->geometry().right() + 1, 684);
+    EXPECT_EQ(list().countLabel()->geometry().center().y(),
+              list().addButton()->geometry().center().y());
+    EXPECT_EQ(table().rows().rowHeight, 52);
+    EXPECT_EQ(table().rows().spacing, 4);
+}
+
+TEST_F(RulesViewTest, appendsARuleThatWaitsForItsHotkey) {
+    addRules(30);
+    table().selectRow(2);
+    list().addRule();
+    pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
+
+    ASSERT_EQ(manager_.rules().size(), 31U);
+    const ShortcutRule &added = rule(30);
+    EXPECT_EQ(added, (ShortcutRule{.id = added.id,
+                                   .appName = u"Safari"_s,
+                                   .appPath = u"/Applications/Safari.app"_s}));
+    EXPECT_FALSE(added.id.isNull());
+    EXPECT_NE(added.id, rule(29).id);
+    EXPECT_EQ(table().selectedRow(), 30);
+    EXPECT_EQ(table().offset(), table().verticalScrollBar()->maximum());
+    ASSERT_NE(row(30), nullptr);
+    mainQueue_.runAll();
+    EXPECT_TRUE(row(30)->hotkeyRecorder()->isRecording());
+}
+
+TEST_F(RulesViewTest, savesWhatIsAdded) {
+    list().addRule();
+    pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
+    const ShortcutManager again(folder_.path(), tap_, log_, {});
+    EXPECT_EQ(again.rules(), manager_.rules());
+}
+
+TEST_F(RulesViewTest, addsNothingUntilAnApplicationIsChosen) {
+    QTest::mouseClick(list().addButton(), Qt::LeftButton);
+    EXPECT_TRUE(pick_);
+    EXPECT_TRUE(manager_.rules().empty());
+}
+
+TEST_F(RulesViewTest, opensTheOptionsOfTheSelectedRule) {
+    addRules(3);
+    list().editRule();
+    EXPECT_TRUE(editedRules_.isEmpty());
+    table().selectRow(1);
+    QTest::mouseDClick(table().viewport(), Qt::LeftButton, {}, QPoint(200, 300));
+    EXPECT_EQ(editedRules_, QStringList{u"1"_s});
+}
+
+TEST_F(RulesViewTest, storesAnEditedRule) {
+    addRules(3);
+    table().selectRow(1);
+    list().editRule();
+    ShortcutRule edited = rule(1);
+    edited.repeatAction = RepeatAction::CycleWindows;
+    edit_(edited);
+    EXPECT_EQ(rule(1), edited);
+    EXPECT_EQ(row(1)->rule(), edited);
+    EXPECT_EQ(table().selectedRow(), 1);
+}
+
+TEST_F(RulesViewTest, findsTheRuleOfARowByItsIdentifier) {
+    addRules(3);
+    const ShortcutRule last = rule(2);
+    (void)list();
+    manager_.moveRule(2, 0);
+    list().ruleRowViewDidOpenAdvanced(row(2), last);
+    EXPECT_EQ(editedRules_, QStringList{u"2"_s});
+    list().ruleRowViewDidDelete(row(2), last);
+    EXPECT_EQ(order(), u"01"_s);
+    EXPECT_EQ(list().countLabel()->text(), u"2 configured"_s);
+}
+
+TEST_F(RulesViewTest, ignoresARuleThatIsGone) {
+    addRules(2);
+    const ShortcutRule stranger{.appName = u"x"_s};
+    list().ruleRowViewDidOpenAdvanced(row(0), stranger);
+    list().ruleRowViewDidDelete(row(0), stranger);
+    EXPECT_TRUE(editedRules_.isEmpty());
+    EXPECT_EQ(order(), u"01"_s);
+}
+
+TEST_F(RulesViewTest, showsTheHintAgainWhenTheOnlyRuleIsDeleted) {
+    addRules(1);
+    EXPECT_FALSE(list().emptyLabel()->isVisible());
+    list().ruleRowViewDidDelete(row(0), rule(0));
+    EXPECT_TRUE(list().emptyLabel()->isVisible());
+    EXPECT_EQ(list().countLabel()->text(), u"0 configured"_s);
+    EXPECT_EQ(row(0), nullptr);
+}
+
+TEST_F(RulesViewTest, keepsTheSelectionOnItsRuleWhenAnotherIsDeleted) {
+    addRules(5);
+    table().selectRow(3);
+    list().ruleRowViewDidDelete(row(1), rule(1));
+    EXPECT_EQ(table().selectedRow(), 2);
+    list().ruleRowViewDidDelete(row(2), rule(2));
+    EXPECT_EQ(table().selectedRow(), 2);
+    list().ruleRowViewDidDelete(row(2), rule(2));
+    EXPECT_EQ(table().selectedRow(), 1);
+}
+
+TEST_F(RulesViewTest, movesWhatIsDropped) {
+    struct Case {
+        const char16_t *text;
+        int gap;
+        const char16_t *order;
+        int selected;
+    };
+    for (const auto &[text, gap, expected, selected] : std::array{
+             Case{u"1", 4, u"02314", 3},
+             Case{u"3", 0, u"30124", 0},
+             Case{u"2", 3, u"01234", 2},
+             Case{u"4", 5, u"01234", 4},
+             Case{u"+0", 5, u"12340", 4},
+         }) {
+        while (!manager_.rules().empty())
+            manager_.removeRule(0);
+        addRules(5);
+        list_.reset();
+        EXPECT_TRUE(acceptDrop(QString::fromUtf16(text), gap));
+        EXPECT_EQ(order(), QString::fromUtf16(expected));
+        EXPECT_EQ(table().selectedRow(), selected);
+        EXPECT_EQ(row(selected)->rule(), rule(selected));
+    }
+}
+
+TEST_F(RulesViewTest, refusesADropThatIsNoRow) {
+    addRules(5);
+    for (const QString &text : {QString(), u"x"_s, u"1.5"_s, u" 1"_s})
+        EXPECT_FALSE(acceptDrop(text, 4));
+    EXPECT_EQ(order(), u"01234"_s);
+}
+
+TEST_F(RulesViewTest, ignoresADropOfARowThatDoesNotExist) {
+    addRules(5);
+    table().selectRow(2);
+    for (const QString &text : {u"7"_s, u"-1"_s, u"9223372036854775807"_s})
+        EXPECT_TRUE(acceptDrop(text, 4));
+    EXPECT_EQ(order(), u"01234"_s);
+    EXPECT_EQ(table().selectedRow(), 2);
+}
+
+TEST_F(RulesViewTest, movesTheSelectedRuleByKey) {
+    addRules(3);
+    table().setFocus();
+    table().selectRow(0);
+    QTest::keyClick(&table(), Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(order(), u"102"_s);
+    EXPECT_EQ(table().selectedRow(), 1);
+}
+
+TEST_F(RulesViewTest, keepsTheScrollPositionThroughEveryChange) {
+    addRules(100);
+    table().verticalScrollBar()->setValue(1000);
+    table().selectRow(20);
+    EXPECT_TRUE(acceptDrop(u"20"_s, 24));
+    EXPECT_EQ(table().offset(), 1000);
+    list().ruleRowViewDidDelete(row(21), rule(21));
+    EXPECT_EQ(table().offset(), 1000);
+    list().editRule();
+    edit_(rule(20));
+    EXPECT_EQ(table().offset(), 1000);
+}
+
+TEST_F(RulesViewTest, keepsRecordingWhileTheRowIsScrolledAway) {
+    addRules(100);
+    row(1)->hotkeyRecorder()->startRecordingByUser();
+    mainQueue_.runAll();
+    ASSERT_TRUE(row(1)->hotkeyRecorder()->isRecording());
+    table().verticalScrollBar()->setValue(3000);
+    ASSERT_NE(row(1), nullptr);
+    EXPECT_TRUE(row(1)->hotkeyRecorder()->isRecording());
+}
+
+TEST_F(RulesViewTest, endsARecordingWhenItReloads) {
+    addRules(100);
+    row(1)->hotkeyRecorder()->startRecordingByUser();
+    mainQueue_.runAll();
+    table().reload();
+    EXPECT_FALSE(row(1)->hotkeyRecorder()->isRecording());
+    EXPECT_FALSE(tap_.isRecording());
+}
+
+TEST_F(RulesViewTest, ignoresSheetsThatOutliveIt) {
+    addRules(2);
+    table().selectRow(0);
+    list().addRule();
+    list().editRule();
+    ShortcutRule edited = rule(0);
+    edited.appName = u"x"_s;
+    list_.reset();
+    pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
+    edit_(edited);
+    EXPECT_EQ(order(), u"01"_s);
+}
+
+TEST_F(RulesViewTest, tellsAScreenReaderApplicationAndHotkey) {
+    manager_.addRule({.appName = u"Safari"_s,
+                      .keyCode = KeyCode{0x11},
+                      .modifierFlags = ModifierFlags(0x100000)});
+    manager_.addRule({});
+    EXPECT_EQ(source().rowName(0), u"Safari, "_s + rule(0).hotkeyString());
+    EXPECT_TRUE(source().rowName(1).startsWith(u"No app selected, "_s));
+    EXPECT_TRUE(source().rowName(2).isEmpty());
+    EXPECT_FALSE(table().accessibleName().isEmpty());
+    EXPECT_FALSE(list().addButton()->accessibleName().isEmpty());
+}
+
+}  // namespace
+}  // namespace kestrelbay
