@@ -39,6 +39,11 @@ public:
     /// application icon when it has none of its own.
     [[nodiscard]] virtual QIcon icon(const QString &applicationPath) const = 0;
 
+    /// The icons of several applications for a list, read already: a square for each
+    /// path, in their order, the same as icon() shows. Reads every file afresh.
+    [[nodiscard]] virtual std::vector<QImage> listIcons(const QStringList &applicationPaths,
+                                                        const ListIcons &icons) const = 0;
+
     /// Its name in the user's language; empty when there is no application at
     /// this path.
     [[nodiscard]] virtual QString displayName(const QString &applicationPath) const = 0;

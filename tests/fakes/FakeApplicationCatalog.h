@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include <QPainter>
+
 #include "fakes/Journal.h"
 #include "platform/ApplicationCatalog.h"
 
@@ -15,6 +17,23 @@ public:
         iconRequests_.add(applicationPath);
         const auto found = applications_.find(applicationPath);
         return found == applications_.end() ? genericIcon_ : found->second.icon;
+    }
+    /// Empty squares where icon() gives a null icon.
+    [[nodiscard]] std::vector<QImage> listIcons(const QStringList &applicationPaths,
+                                                const ListIcons &icons) const override {
+        listIconRequests_.add(applicationPaths.join(u' '));
+        std::vector<QImage> images;
+        for (const QString &path : applicationPaths) {
+            const auto found = applications_.find(path);
+            const QIcon &icon = found == applications_.end() ? genericIcon_ : found->second.icon;
+            QImage image(icons.pixels, icons.pixels, QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::transparent);
+            QPainter painter(&image);
+            icon.paint(&painter, image.rect());
+            painter.end();
+            images.push_back(image);
+        }
+        return images;
     }
     [[nodiscard]] QString displayName(const QString &applicationPath) const override {
         const auto found = applications_.find(applicationPath);
@@ -41,6 +60,8 @@ public:
         installed_ = std::move(applications);
     }
     [[nodiscard]] QStringList listRequests() const { return listRequests_.lines(); }
+    /// A line for each list: its paths.
+    [[nodiscard]] QStringList listIconRequests() const { return listIconRequests_.lines(); }
     [[nodiscard]] QStringList iconRequests() const { return iconRequests_.lines(); }
 
 private:
@@ -55,6 +76,7 @@ private:
     std::vector<InstalledApplication> installed_;
     mutable Journal iconRequests_;
     mutable Journal listRequests_;
+    mutable Journal listIconRequests_;
 };
 
 }  // namespace kestrelbay

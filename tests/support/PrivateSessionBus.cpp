@@ -18,12 +18,18 @@ PrivateSessionBus::PrivateSessionBus() {
     config.write("<busconfig><type>session</type><listen>unix:dir=" + folder_.path().toUtf8() +
                  "</listen><servicedir>" + serviceFolder().toUtf8() +
                  "</servicedir><policy context=\"default\"><allow send_destination=\"*\"/>"
+                 "<allow receive_sender=\"*\"/>"
                  "<allow own=\"*\"/></policy></busconfig>");
     config.close();
+    // What it starts is to keep nothing in the home folder.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"})
+        environment.insert(QLatin1String(name), folder_.path());
     process_ = std::make_unique<ChildProcess>(
         QStringLiteral("dbus-daemon"),
         QStringList{QStringLiteral("--config-file=") + config.fileName(),
-                    QStringLiteral("--nofork"), QStringLiteral("--print-address")});
+                    QStringLiteral("--nofork"), QStringLiteral("--print-address")},
+        environment);
     if (!waitUntil([this] { return process_->output().endsWith('\n'); }))
         throw std::runtime_error("no session bus");
     // The bus complains on the same stream about what it does not find.

@@ -10,9 +10,13 @@ void FloatingPanels::add(xcb_window_t window) {
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window,
                         system_.atoms()[WindowAtoms::NetWmWindowType], XCB_ATOM_ATOM, 32, 1, &type);
     const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &events);
-    system_.flush();
-    panels_[window] = {};
+    // Waited for: the window is shown over another connection, and that must not be missed.
+    const Reply<xcb_generic_error_t> failure(xcb_request_check(
+        connection,
+        xcb_change_window_attributes_checked(connection, window, XCB_CW_EVENT_MASK, &events)));
+    if (failure)
+        return;
+    panels_.try_emplace(window);
 }
 
 void FloatingPanels::handle(const xcb_generic_event_t &event) {

@@ -33,6 +33,16 @@ QIcon LinuxApplicationCatalog::icon(const QString &applicationPath) const {
         new ApplicationIconEngine(entryValue(applicationPath, G_KEY_FILE_DESKTOP_KEY_ICON)));
 }
 
+std::vector<QImage> LinuxApplicationCatalog::listIcons(const QStringList &applicationPaths,
+                                                       const ListIcons &icons) const {
+    ListIconReader reader(icons);
+    std::vector<QImage> images;
+    images.reserve(static_cast<std::size_t>(applicationPaths.size()));
+    for (const QString &path : applicationPaths)
+        images.push_back(reader.read(entryValue(path, G_KEY_FILE_DESKTOP_KEY_ICON)));
+    return images;
+}
+
 QString LinuxApplicationCatalog::displayName(const QString &applicationPath) const {
     return entryValue(applicationPath, G_KEY_FILE_DESKTOP_KEY_NAME);
 }

@@ -42,7 +42,7 @@ QRegion roundedRegion(const QRect &rectangle, int cornerRadius, qreal ratio) {
                         rectangle.height() * ratio);
     QPainterPath path;
     path.addRoundedRect(scaled, cornerRadius * ratio, cornerRadius * ratio);
-    return QRegion(path.toFillPolygon().toPolygon());
+    return {path.toFillPolygon().toPolygon()};
 }
 
 xcb_window_t xWindow(NativeWindow::Id window) {
@@ -88,6 +88,7 @@ void X11NativeWindow::makeFloatingPanel(Id window) {
         return;
     finishRequestsOfQt();
     panels_.add(xWindow(window));
+    drainLater();
 }
 
 bool X11NativeWindow::isTranslucencyShown() const {

@@ -16,8 +16,10 @@ namespace kestrelbay::x11 {
 /// On a connection of its own, which the main loop reads. To be made with a
 /// QCoreApplication. Without a server nothing happens.
 ///
-/// Panels are windows that Qt makes for Qt::ToolTip: the window manager leaves them
-/// alone, so they are in view on every workspace and never get the focus.
+/// Panels are windows with Qt::BypassWindowManagerHint: the window manager leaves them
+/// alone, so they are in view on every workspace and never get the focus. Not with
+/// Qt::ToolTip: those get another native window when they are first shown, which is
+/// then no panel.
 class X11NativeWindow final : public NativeWindow {
 public:
     explicit X11NativeWindow(const QString &displayName);

@@ -215,6 +215,25 @@ TEST_F(InstalledApplications, IconsComeFromTheChosenThemeThenFromWhatItInherits)
     EXPECT_EQ(onlyIcon("x").pixelColor(12, 12), QColor(Qt::white));
 }
 
+TEST_F(InstalledApplications, IconsOfSingleOnesComeInTheOrderOfTheirPaths) {
+    writeIcon(QStringLiteral("user/pixmaps/red.png"), Qt::red, {48, 48});
+    writeIcon(QStringLiteral("user/pixmaps/blue.png"), Qt::blue, {16, 16});
+    const QString red = writeEntry(QStringLiteral("user/red.desktop"), "Icon=red");
+    // One that has no place in a menu may have a rule.
+    const QString blue =
+        writeEntry(QStringLiteral("user/blue.desktop"), "NoDisplay=true\nIcon=blue");
+    const std::vector<QImage> icons =
+        catalog_.listIcons({blue, QStringLiteral("/gone.desktop"), red}, {.pixels = 28, .themes = {}});
+    ASSERT_EQ(icons.size(), 3U);
+    for (const QImage &icon : icons)
+        EXPECT_EQ(icon.size(), QSize(28, 28));
+    EXPECT_EQ(icons[0].pixelColor(14, 14), QColor(Qt::blue));
+    EXPECT_EQ(icons[2].pixelColor(14, 14), QColor(Qt::red));
+    QImage nothing(28, 28, QImage::Format_ARGB32_Premultiplied);
+    nothing.fill(Qt::transparent);
+    EXPECT_NE(icons[1], nothing);
+}
+
 TEST_F(InstalledApplications, FilesOfApplications) {
     EXPECT_TRUE(QDir::match(catalog_.applicationFilePattern(), QStringLiteral("a.b.desktop")));
     EXPECT_FALSE(QDir::match(catalog_.applicationFilePattern(), QStringLiteral("a.txt")));

@@ -6,12 +6,14 @@
 #include <string>
 #include <vector>
 
+#include <QFile>
 #include <QRegion>
 
 #include <gtest/gtest.h>
 
 #include "appsDesktop.h"
 #include "support/Poll.h"
+#include "support/PrivateSessionBus.h"
 #include "support/PrivateXServer.h"
 
 namespace kestrelbay::testing {
@@ -27,7 +29,7 @@ protected:
           other_(server_.displayName()),
           native_(std::make_unique<X11NativeWindow>(server_.displayName())) {}
 
-    /// A window as Qt makes it for a tool tip, not shown yet.
+    /// A window that no window manager manages, not shown yet.
     static xcb_window_t makeUnmanaged(WindowMaker &maker, const QRect &at) {
         xcb_connection_t *const c = maker.connection().get();
         const xcb_window_t window = xcb_generate_id(c);
@@ -63,12 +65,12 @@ protected:
     }
 
     /// Of two windows that overlap; the other may stand in a frame.
-    [[nodiscard]] bool isAbove(xcb_window_t window, xcb_window_t below) const {
+    [[nodiscard]] bool isAbove(xcb_window_t upper, xcb_window_t lower) const {
         xcb_connection_t *const c = other_.connection().get();
         const xcb_window_t root = other_.connection().root();
-        xcb_window_t frame = below;
+        xcb_window_t frame = lower;
         x11::Reply<xcb_query_tree_reply_t> tree;
-        for (xcb_window_t parent = below; parent != root && parent != XCB_NONE;
+        for (xcb_window_t parent = lower; parent != root && parent != XCB_NONE;
              parent = tree ? tree->parent : xcb_window_t{XCB_NONE}) {
             frame = parent;
             tree.reset(xcb_query_tree_reply(c, xcb_query_tree(c, parent), nullptr));
@@ -79,7 +81,7 @@ protected:
         const std::vector<xcb_window_t> stack(
             xcb_query_tree_children(tree.get()),
             xcb_query_tree_children(tree.get()) + tree->children_len);
-        return std::ranges::find(stack, window) > std::ranges::find(stack, frame);
+        return std::ranges::find(stack, upper) > std::ranges::find(stack, frame);
     }
 
     PrivateXServer server_;
@@ -111,6 +113,38 @@ TEST_F(X11NativeWindowTest, KeepsAPanelAboveAWindowThatIsRaised) {
         raise(other_, fullScreen);
         EXPECT_TRUE(waitUntil([&] { return isOnTop(panel); }));
     }
+}
+
+TEST_F(X11NativeWindowTest, KeepsAPanelAboveUnderACompositingManager) {
+    const ChildProcess compositor(QStringLiteral("picom"),
+                                  {QStringLiteral("--backend"), QStringLiteral("xrender"),
+                                   QStringLiteral("--config"), QProcess::nullDevice()},
+                                  server_.environment(), QProcess::nullDevice());
+    ASSERT_TRUE(waitUntil([&] { return native_->isTranslucencyShown(); }));
+    const xcb_window_t panel = makeUnmanaged(own_, kPanel);
+    native_->makeFloatingPanel(panel);
+    map(own_, panel);
+    const xcb_window_t fullScreen = makeUnmanaged(other_, kScreen);
+    map(other_, fullScreen);
+    EXPECT_TRUE(waitUntil([&] { return isAbove(panel, fullScreen); }));
+    for (int i = 0; i < 3; ++i) {
+        raise(other_, fullScreen);
+        EXPECT_TRUE(waitUntil([&] { return isAbove(panel, fullScreen); }));
+    }
+}
+
+TEST_F(X11NativeWindowTest, LeavesAPanelAloneThatNothingCovers) {
+    const xcb_window_t panel = makeUnmanaged(own_, kPanel);
+    native_->makeFloatingPanel(panel);
+    map(own_, panel);
+    const xcb_window_t beside = makeUnmanaged(other_, QRect(0, 0, 100, 100));
+    map(other_, beside);
+    // More often than a panel is raised over one that covers it.
+    for (int i = 0; i < 20; ++i)
+        raise(other_, beside);
+    const xcb_window_t fullScreen = makeUnmanaged(other_, kScreen);
+    map(other_, fullScreen);
+    EXPECT_TRUE(waitUntil([&] { return isAbove(panel, fullScreen); }));
 }
 
 TEST_F(X11NativeWindowTest, DoesNotFightWithoutEndButBeginsAfreshWhenShownAgain) {
@@ -204,8 +238,15 @@ class X11NativeWindowManaged : public X11NativeWindowTest,
                                public ::testing::WithParamInterface<const char *> {
 protected:
     void SetUp() override {
+        // xfwm4 has its settings from a service.
+        const QString settings = QStringLiteral("org.xfce.Xfconf.service");
+        QFile::link(QStringLiteral("/usr/share/dbus-1/services/") + settings,
+                    bus_.serviceFolder() + u'/' + settings);
+        qputenv("DBUS_SESSION_BUS_ADDRESS", bus_.address().toUtf8());
         manager_ = startReadyWindowManager(server_, QString::fromLatin1(GetParam()));
     }
+
+    void TearDown() override { qunsetenv("DBUS_SESSION_BUS_ADDRESS"); }
 
     xcb_window_t makeManaged(WindowMaker &maker) {
         const xcb_window_t window = maker.make({});
@@ -213,10 +254,10 @@ protected:
         return window;
     }
     void use(xcb_window_t window) {
-        EXPECT_TRUE(waitUntil([&] {
-            other_.activate(window);
-            return other_.active() == window;
-        }));
+        // Without a time, metacity takes that at which it gets to it, which may be later
+        // than what comes next here.
+        other_.activate(window, serverTime());
+        EXPECT_TRUE(waitUntil([&] { return other_.active() == window; }));
         // What a click or a key press in it leaves behind.
         const std::uint32_t time = serverTime();
         other_.setRaw(window, "_NET_WM_USER_TIME", "CARDINAL", 32,
@@ -265,6 +306,7 @@ protected:
         }));
     }
 
+    PrivateSessionBus bus_;
     std::unique_ptr<ChildProcess> manager_;
 };
 

@@ -133,13 +133,14 @@ void WindowMaker::destroy(xcb_window_t window) {
     sync();
 }
 
-void WindowMaker::activate(xcb_window_t window) {
+void WindowMaker::activate(xcb_window_t window, xcb_timestamp_t time) {
     xcb_client_message_event_t event{};
     event.response_type = XCB_CLIENT_MESSAGE;
     event.format = 32;
     event.window = window;
     event.type = atom("_NET_ACTIVE_WINDOW");
     event.data.data32[0] = 2;
+    event.data.data32[1] = time;
     xcb_send_event(connection_.get(), 0, connection_.root(),
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char *>(&event));
@@ -161,7 +162,10 @@ xcb_window_t WindowMaker::active() {
 }
 
 bool WindowMaker::managed(const std::vector<xcb_window_t> &windows) {
-    const auto list = words(connection_.root(), "_NET_CLIENT_LIST_STACKING");
+    auto list = words(connection_.root(), "_NET_CLIENT_LIST_STACKING");
+    // xfwm4 tells no order while there is one window only.
+    if (list.empty())
+        list = words(connection_.root(), "_NET_CLIENT_LIST");
     return std::all_of(windows.begin(), windows.end(), [&](xcb_window_t window) {
         return std::find(list.begin(), list.end(), window) != list.end();
     });

@@ -68,7 +68,7 @@ public:
                 const QByteArray &bytes);
     void destroy(xcb_window_t window);
     /// Asks for the focus as a pager would.
-    void activate(xcb_window_t window);
+    void activate(xcb_window_t window, xcb_timestamp_t time = XCB_CURRENT_TIME);
 
     [[nodiscard]] std::vector<std::uint32_t> words(xcb_window_t window, const char *property);
     [[nodiscard]] xcb_window_t active();
