@@ -9,6 +9,7 @@
 #include "launcher/FilePath.h"
 #include "launcher/TargetApplication.h"
 #include "model/ShortcutRule.h"
+#include "model/TrimmedText.h"
 #include "platform/SystemLog.h"
 #include "platform/Workspace.h"
 
@@ -24,27 +25,9 @@ struct AppLauncher::Press {
     RepeatAction repeatAction;
 };
 
-namespace {
-
-/// Line breaks are part of the text.
-bool isHorizontalSpace(QChar c) {
-    return c == u'\t' || c.category() == QChar::Separator_Space;
-}
-
-QString trimmedHorizontally(const QString &text) {
-    QStringView view(text);
-    while (!view.isEmpty() && isHorizontalSpace(view.front()))
-        view = view.sliced(1);
-    while (!view.isEmpty() && isHorizontalSpace(view.back()))
-        view.chop(1);
-    return view.toString();
-}
-
-}  // namespace
-
 AppLauncher::Press::Press(const ShortcutRule &rule)
     : appUrl(fileUrl(rule.appPath)),
-      text(trimmedHorizontally(rule.launchArguments)),
+      text(trimmedHorizontalSpace(rule.launchArguments)),
       kind(text.isEmpty() ? ArgumentKind::None : rule.argumentKind),
       repeatAction(rule.repeatAction) {}
 

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "hotkeys/KeyNames.h"
+#include "model/TrimmedText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -47,15 +48,6 @@ std::optional<Case> caseOf(const std::array<RawText<Case>, N> &table, QStringVie
     return std::nullopt;
 }
 
-QStringView trimmedSpacesAndTabs(QStringView text) {
-    const auto isBlank = [](QChar c) { return c == u' ' || c == u'\t'; };
-    while (!text.isEmpty() && isBlank(text.front()))
-        text = text.sliced(1);
-    while (!text.isEmpty() && isBlank(text.back()))
-        text.chop(1);
-    return text;
-}
-
 }  // namespace
 
 QString rawValue(RepeatAction action) {
@@ -85,7 +77,7 @@ QString ShortcutRule::keyCodeString(KeyCode keyCode) {
 }
 
 ArgumentKind ShortcutRule::inferKind(QStringView launchArguments) {
-    const QStringView text = trimmedSpacesAndTabs(launchArguments);
+    const QString text = trimmedSpacesAndTabs(launchArguments);
     if (text.isEmpty())
         return ArgumentKind::None;
     if (text.contains("://"_L1))
