@@ -7,6 +7,7 @@
 
 #include "app/AboutWindowController.h"
 #include "app/Alert.h"
+#include "app/ApplicationActions.h"
 #include "app/DiagnosticReport.h"
 #include "app/LaunchToastWindow.h"
 #include "app/OnboardingWindowController.h"
@@ -38,6 +39,12 @@ QStringList applicationPaths(const ShortcutManager::Rules &rules) {
     return paths;
 }
 
+/// Not QCoreApplication::quit(), which closes all windows first, as if the user did:
+/// the guide would count as completed, and an open sheet could refuse.
+void quit() {
+    QCoreApplication::exit();
+}
+
 }  // namespace
 
 AppDelegate::AppDelegate(Platform &platform, Timers &timers)
@@ -55,7 +62,7 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers)
              .openPreferences = [this] { openPreferences(); },
              .openOnboarding = [this] { openOnboarding(); },
              .showAbout = [this] { showAbout(); },
-             .quit = [] { QCoreApplication::quit(); }}),
+             .quit = quit}),
       service_(
           this, [this] { openPreferences(); }, serviceActions()),
       diagnostics_(this, [this] { return diagnosticReport(platform_, manager_.get()); }) {
@@ -97,11 +104,11 @@ PreferencesServices AppDelegate::preferencesServices() {
 }
 
 ApplicationService::Actions AppDelegate::serviceActions() {
-    return {{QStringLiteral("toggle-all-shortcuts"), [this] { toggleAllShortcuts(); }},
-            {QStringLiteral("preferences"), [this] { openPreferences(); }},
-            {QStringLiteral("welcome-guide"), [this] { openOnboarding(); }},
-            {QStringLiteral("about"), [this] { showAbout(); }},
-            {QStringLiteral("quit"), [] { QCoreApplication::quit(); }}};
+    return {{actions::kToggleAllShortcuts, [this] { toggleAllShortcuts(); }},
+            {actions::kPreferences, [this] { openPreferences(); }},
+            {actions::kWelcomeGuide, [this] { openOnboarding(); }},
+            {actions::kAbout, [this] { showAbout(); }},
+            {actions::kQuit, quit}};
 }
 
 bool AppDelegate::registerOnSessionBus() {
@@ -194,7 +201,8 @@ void AppDelegate::showOnboarding() {
         .showToast = [](const QString &message) { ToastWindow::show(message); }});
     onboarding_->setOnFinished([this](bool opensPreferences) {
         // It is the guide that calls, so it may not go before it is done.
-        onboarding_.release()->deleteLater();
+        if (OnboardingWindowController *guide = onboarding_.release())
+            guide->deleteLater();
         if (opensPreferences)
             openPreferences();
     });

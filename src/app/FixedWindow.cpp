@@ -27,9 +27,11 @@ void FixedWindow::setMovableByBackground(bool movable) {
     isMovableByBackground_ = movable;
 }
 
-void FixedWindow::centerOn(const QScreen *screen) {
+void FixedWindow::centerOn(QScreen *screen) {
     if (!screen)
         return;
+    // Its pixels may be of another size than those of the screen before.
+    setScreen(screen);
     QRect frame({}, frameGeometry().size());
     frame.moveCenter(screen->availableGeometry().center());
     move(frame.topLeft());
@@ -45,7 +47,8 @@ void FixedWindow::keyPressEvent(QKeyEvent *event) {
     if (event->matches(QKeySequence::Cancel) || event->matches(QKeySequence::Close))
         close();
     else if (auto *button = qobject_cast<QAbstractButton *>(focusWidget());
-             button && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+             button && !event->isAutoRepeat() &&
+             (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
         button->click();
     else
         QWidget::keyPressEvent(event);

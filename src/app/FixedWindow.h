@@ -26,7 +26,7 @@ public:
 
     /// In the middle of the part of the screen that no panel of the desktop takes.
     /// Without a screen it stays where it is.
-    void centerOn(const QScreen *screen);
+    void centerOn(QScreen *screen);
 
 protected:
     void closeEvent(QCloseEvent *event) override;

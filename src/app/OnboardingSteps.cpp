@@ -45,6 +45,10 @@ TextLabel *wrappedText(const QString &text) {
     return label;
 }
 
+bool isReturn(const QKeyEvent &event) {
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
 }  // namespace
 
 OnboardingStep *OnboardingStep::welcome(QWidget *parent) {
@@ -84,6 +88,9 @@ OnboardingStep::OnboardingStep(const Contents &contents, QWidget *parent)
     primaryButton_->setFont(systemFont(kPrimaryFont, QFont::Medium));
     primaryButton_->setDefault(true);
     primaryButton_->setMinimumWidth(kPrimaryMinimumWidth);
+    for (QWidget *control : {static_cast<QWidget *>(this), static_cast<QWidget *>(primaryButton_),
+                             static_cast<QWidget *>(link_)})
+        control->installEventFilter(this);
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, kBottom);
@@ -119,10 +126,19 @@ OnboardingStep::OnboardingStep(const Contents &contents, QWidget *parent)
 }
 
 void OnboardingStep::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    if (isReturn(*event))
         primaryButton_->click();
     else
         QWidget::keyPressEvent(event);
+}
+
+bool OnboardingStep::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto &key = *static_cast<QKeyEvent *>(event);
+        if (isReturn(key) && key.isAutoRepeat())
+            return true;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace kestrelbay

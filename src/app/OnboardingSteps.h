@@ -32,6 +32,8 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    /// A Return that is held for long would run through all steps.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     struct Contents {

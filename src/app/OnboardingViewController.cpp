@@ -108,6 +108,12 @@ OnboardingStep *OnboardingViewController::makeStep(int index) {
 }
 
 void OnboardingViewController::fade(QWidget *from, QWidget *to) {
+    // A second click of a double click is not meant for what comes into view, nor is
+    // what goes to be used once more.
+    from->setAttribute(Qt::WA_TransparentForMouseEvents);
+    to->setAttribute(Qt::WA_TransparentForMouseEvents);
+    for (auto *button : from->findChildren<QAbstractButton *>())
+        button->setFocusPolicy(Qt::NoFocus);
     auto *group = new QParallelAnimationGroup(contentContainer_);
     group->addAnimation(opacityAnimation(from, 1, 0));
     group->addAnimation(opacityAnimation(to, 0, 1));
@@ -115,6 +121,7 @@ void OnboardingViewController::fade(QWidget *from, QWidget *to) {
         discard(from);
         // Text is drawn more crisply without an effect.
         to->setGraphicsEffect(nullptr);
+        to->setAttribute(Qt::WA_TransparentForMouseEvents, false);
     });
     fade_ = group;
     group->start(QAbstractAnimation::DeleteWhenStopped);

@@ -67,7 +67,7 @@ void OnboardingWindowController::windowShouldClose() {
 void OnboardingWindowController::finish(bool openPreferences) {
     const QPointer<OnboardingWindowController> self(this);
     isFinishing_ = true;
-    if (const auto onFinished = onFinished_)
+    if (const auto onFinished = std::exchange(onFinished_, nullptr))
         onFinished(openPreferences);
     if (self)
         isFinishing_ = false;

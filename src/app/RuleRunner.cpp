@@ -2,12 +2,11 @@
 
 #include <chrono>
 #include <utility>
-
-#include <QGuiApplication>
-#include <QtMath>
+#include <vector>
 
 #include "app/IconImage.h"
 #include "app/LaunchToastWindow.h"
+#include "app/ListIconsForScreens.h"
 #include "launcher/AppLauncher.h"
 #include "model/ShortcutRule.h"
 #include "platform/ApplicationCatalog.h"
@@ -40,24 +39,17 @@ void handleTimed(const RuleRunner::Services &services, const ShortcutRule &rule)
                        rule.appPath);
 }
 
-/// Enough for the sharpest screen, since the toast may appear on any. In device pixels.
-int launchToastIconSide() {
-    const auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
-    const qreal ratio = application ? application->devicePixelRatio() : 1;
-    return qCeil(LaunchToastWindow::kIconSide * ratio);
-}
-
 void queueLaunchToast(const std::shared_ptr<const RuleRunner::Services> &services,
-                      const ShortcutRule &rule, int iconSide) {
+                      const ShortcutRule &rule, const ListIcons &icons) {
     if (!services->showLaunchToast)
         return;
     const LaunchToastDuration duration = currentLaunchToastDuration(services->defaults);
     if (duration == LaunchToastDuration::None)
         return;
-    // Reading and drawing an icon can take longer than a key press may wait.
-    const QImage image = iconImage(services->catalog.icon(rule.appPath), iconSide);
-    services->mainQueue.async([services, icon = iconOfImage(image), duration] {
-        services->showLaunchToast(icon, duration);
+    // Reading an icon can take longer than a key press may wait.
+    std::vector<QImage> images = services->catalog.listIcons({rule.appPath}, icons);
+    services->mainQueue.async([services, image = std::move(images.front()), duration] {
+        services->showLaunchToast(iconOfImage(image), duration);
     });
 }
 
@@ -68,10 +60,11 @@ RuleRunner::RuleRunner(Services services)
 
 void RuleRunner::ruleFired(const ShortcutRule &rule) const {
     services_->mainQueue.async([services = services_] { playFeedbackSound(*services); });
-    services_->launchQueue.async([services = services_, rule, iconSide = launchToastIconSide()] {
-        handleTimed(*services, rule);
-        queueLaunchToast(services, rule, iconSide);
-    });
+    services_->launchQueue.async(
+        [services = services_, rule, icons = listIconsForScreens(LaunchToastWindow::kIconSide)] {
+            handleTimed(*services, rule);
+            queueLaunchToast(services, rule, icons);
+        });
 }
 
 }  // namespace kestrelbay

@@ -1,6 +1,7 @@
 #include "app/RunningInstance.h"
 
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QVariantList>
 #include <QVariantMap>
@@ -32,14 +33,23 @@ bool isAnswer(const QDBusMessage &message) {
     return message.type() == QDBusMessage::ReplyMessage;
 }
 
+bool isTimeout(const QDBusMessage &message) {
+    const QDBusError::ErrorType error = QDBusError(message).type();
+    return error == QDBusError::NoReply || error == QDBusError::Timeout ||
+           error == QDBusError::TimedOut;
+}
+
 }  // namespace
 
-bool RunningInstance::request(const QString &action) {
+RunningInstance::Answer RunningInstance::request(const QString &action) {
     constexpr QLatin1StringView kInterface{"org.freedesktop.Application"};
-    if (action.isEmpty())
-        return isAnswer(call(kInterface, QStringLiteral("Activate"), {QVariantMap()}));
-    return isAnswer(call(kInterface, QStringLiteral("ActivateAction"),
-                         {action, QVariantList(), QVariantMap()}));
+    const QDBusMessage message = action.isEmpty()
+                                     ? call(kInterface, QStringLiteral("Activate"), {QVariantMap()})
+                                     : call(kInterface, QStringLiteral("ActivateAction"),
+                                            {action, QVariantList(), QVariantMap()});
+    if (isAnswer(message))
+        return Answer::Done;
+    return isTimeout(message) ? Answer::NoAnswer : Answer::Nobody;
 }
 
 std::optional<QString> RunningInstance::diagnosticReport() {

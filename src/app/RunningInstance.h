@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
 #include <QString>
@@ -10,9 +11,15 @@ namespace kestrelbay {
 /// knows it. Calls wait for its answer, a few seconds at most.
 class RunningInstance {
 public:
+    enum class Answer : std::uint8_t {
+        Done,
+        Nobody,    ///< there is no such instance, or no session bus
+        NoAnswer,  ///< there is one, but it hangs
+    };
+
     /// Has it carry out an action; an empty name is what starting the program once
-    /// more means. False when there is no such instance or it does not answer.
-    [[nodiscard]] static bool request(const QString &action);
+    /// more means.
+    [[nodiscard]] static Answer request(const QString &action);
 
     /// What it has to say for a report of a problem. None when there is no such
     /// instance or it does not answer.

@@ -1,4 +1,4 @@
-#include "preferences/Sheet.h"
+#include "app/Sheet.h"
 
 #include <QPushButton>
 
@@ -12,19 +12,19 @@ constexpr int kButtonFont = 12;
 
 }  // namespace
 
-Sheet::Sheet(QSize size, const QString &title, QWidget *parent)
-    : QDialog(parent, Qt::Sheet | Qt::Dialog) {
+Sheet::Sheet(const QString &title, QWidget *parent)
+    // Window managers offer to minimise and maximise what does not say what it can.
+    : QDialog(parent, Qt::Sheet | Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                          Qt::WindowCloseButtonHint) {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowModality(Qt::WindowModal);
     setWindowTitle(title);
-    setFixedSize(size);
 }
 
 QPushButton *Sheet::makeButton(const QString &text, bool primary) {
     auto *button = new QPushButton(text, this);
     button->setFont(systemFont(kButtonFont));
-    // Else Return would press whichever button has the focus.
-    button->setAutoDefault(false);
+    button->setAutoDefault(true);
     button->setDefault(primary);
     return button;
 }

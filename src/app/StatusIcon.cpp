@@ -14,7 +14,7 @@ namespace {
 
 // Of a menu bar or tray slot of 22 points, the symbol gets 16.
 constexpr qreal kSymbolShare = 16.0 / 22.0;
-constexpr float kEdgeOpacity = 0.35F;
+constexpr float kEdgeOpacity = 0.8F;
 
 class StatusIconEngine final : public QIconEngine {
 public:

@@ -4,12 +4,12 @@
 #include <cmath>
 #include <utility>
 
-#include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPropertyAnimation>
 #include <QRegion>
 #include <QSet>
+#include <QWindow>
 
 #include "app/SystemColors.h"
 #include "platform/NativeWindow.h"
@@ -53,9 +53,10 @@ const ToastPanel::Services *ToastPanel::services() {
 }
 
 ToastPanel::ToastPanel(int cornerRadius, Input input)
-    // Window managers and Qt leave windows of the type of tool tips alone.
-    : QWidget(nullptr, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus |
-                           Qt::NoDropShadowWindowHint |
+    // Not a tool tip, though that is left alone by window managers too: Qt 6.4 makes its
+    // window anew when it is shown, and lets no input through the new one.
+    : QWidget(nullptr, Qt::Tool | Qt::BypassWindowManagerHint | Qt::FramelessWindowHint |
+                           Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint |
                            (input == Input::PassesThrough ? Qt::WindowTransparentForInput
                                                           : Qt::WindowFlags())),
       services_(*services()),
@@ -65,8 +66,13 @@ ToastPanel::ToastPanel(int cornerRadius, Input input)
     panels().insert(this);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_QuitOnClose, false);
+    // Otherwise it goes when another program comes to the front.
+    setAttribute(Qt::WA_MacAlwaysShowToolWindow);
     setAttribute(Qt::WA_TranslucentBackground, isTranslucent_);
     opacityAnimation_->setEasingCurve(QEasingCurve::InOutQuad);
+    // Qt sends a new opacity to the X server only along with something painted.
+    connect(opacityAnimation_, &QPropertyAnimation::valueChanged, this,
+            [this] { update(QRect(rect().center(), QSize(1, 1))); });
 }
 
 ToastPanel::~ToastPanel() {
@@ -83,9 +89,11 @@ void ToastPanel::orderFront(QScreen *screen, const QPoint &topLeft) {
     if (screen)
         setScreen(screen);
     move(topLeft);
-    services_.nativeWindow.makeFloatingPanel(winId());
+    create();
+    const NativeWindow::Id id = windowHandle()->winId();
+    services_.nativeWindow.makeFloatingPanel(id);
     if (isTranslucent_)
-        services_.nativeWindow.setBehindWindowMaterial(winId(), rect(), cornerRadius_);
+        services_.nativeWindow.setBehindWindowMaterial(id, rect(), cornerRadius_);
     show();
 }
 
@@ -100,6 +108,7 @@ void ToastPanel::fade(qreal opacity, std::chrono::milliseconds duration,
     fadeEnd_ = later(duration, [this, opacity, done = std::move(done)] {
         opacityAnimation_->stop();
         setWindowOpacity(opacity);
+        update();
         if (done)
             done();
     });
@@ -135,12 +144,6 @@ void ToastPanel::paintEvent(QPaintEvent *) {
     painter.fillRect(rect(), colors::hud(false));
     painter.fillRect(rect(), colors::separator());
     fill(1, colors::hud(false));
-}
-
-void ToastPanel::changeEvent(QEvent *event) {
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange)
-        update();
 }
 
 }  // namespace kestrelbay

@@ -59,7 +59,6 @@ protected:
     void closePanel();
 
     void paintEvent(QPaintEvent *event) override;
-    void changeEvent(QEvent *event) override;
 
 private:
     const Services &services_;

@@ -104,8 +104,11 @@ ToastWindow::ToastWindow(const QString &message, const QString &actionTitle,
 
     auto *label = new TextLabel(inTwoLines(message, font, textWidth), font, colors::label, this);
     label->setGeometry(kTextLeft, (height - textHeight) / 2, textWidth, textHeight);
-    if (button)
+    if (button) {
         button->move(kWidth - button->width() - kButtonMargin, (height - button->height()) / 2);
+        // Screen readers go by this order.
+        label->stackUnder(button);
+    }
     setAccessibleName(message);
 }
 

@@ -2,14 +2,17 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QIcon>
+#include <QSessionManager>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <optional>
 
 #include "app/AppDelegate.h"
+#include "app/ApplicationActions.h"
 #include "app/DiagnosticReport.h"
 #include "app/QtMessages.h"
 #include "app/QtTimers.h"
@@ -26,6 +29,13 @@ struct Request {
     bool diagnose = false;
 };
 
+QString actionNames() {
+    QStringList names;
+    for (const QLatin1StringView name : kestrelbay::actions::kAll)
+        names.append(name);
+    return names.join(QStringLiteral(", "));
+}
+
 /// What the command line asks for. Answers --help and --version, and refuses what
 /// it does not know. Works without a display.
 Request readCommandLine(int argc, char **argv) {
@@ -37,15 +47,25 @@ Request readCommandLine(int argc, char **argv) {
     parser.addVersionOption();
     const QCommandLineOption action(
         QStringLiteral("action"),
-        QStringLiteral("Have the running instance carry out <name>: toggle-all-shortcuts, "
-                       "preferences, welcome-guide, about or quit."),
+        QStringLiteral("Have the running instance carry out <name>: %1.").arg(actionNames()),
         QStringLiteral("name"));
     const QCommandLineOption diagnose(
         QStringLiteral("diagnose"),
         QStringLiteral("Print what a report of a problem should say, and end."));
-    parser.addOptions({action, diagnose});
+    // What a session manager starts programs with that were running at log-out.
+    QCommandLineOption session(QStringLiteral("session"), {}, QStringLiteral("id"));
+    session.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    parser.addOptions({action, diagnose, session});
     parser.process(application);
-    return {.action = parser.value(action), .diagnose = parser.isSet(diagnose)};
+    const QString name = parser.value(action);
+    if (parser.isSet(action) &&
+        std::ranges::find(kestrelbay::actions::kAll, name) == kestrelbay::actions::kAll.end()) {
+        std::cerr << "KestrelBay: there is no action \"" << qPrintable(name) << "\", only "
+                  << qPrintable(actionNames()) << '\n';
+        std::exit(EXIT_FAILURE);
+    }
+    return {.action = name, .diagnose = parser.isSet(diagnose)};
 }
 
 /// The running instance's view, or our own when there is none. Works without a
@@ -79,6 +99,10 @@ int main(int argc, char **argv) {
     QDir::setCurrent(QDir::homePath());
 
     QApplication application(argc, argv);
+    // Launch at login is the user's choice; session managers need not restore it.
+    QObject::connect(
+        &application, &QGuiApplication::saveStateRequest, &application,
+        [](QSessionManager &manager) { manager.setRestartHint(QSessionManager::RestartNever); });
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/org.kestrelbay.KestrelBay.svg")));
     const kestrelbay::QtMessages messages(platform->systemLog());
@@ -91,7 +115,18 @@ int main(int argc, char **argv) {
 
     kestrelbay::QtTimers timers;
     kestrelbay::AppDelegate delegate(*platform, timers);
-    if (!delegate.registerOnSessionBus() && kestrelbay::RunningInstance::request(request.action))
+    if (!delegate.registerOnSessionBus()) {
+        switch (kestrelbay::RunningInstance::request(request.action)) {
+            case kestrelbay::RunningInstance::Answer::Done:
+                return EXIT_SUCCESS;
+            case kestrelbay::RunningInstance::Answer::NoAnswer:
+                std::cerr << "KestrelBay: the running instance does not answer\n";
+                return EXIT_FAILURE;
+            case kestrelbay::RunningInstance::Answer::Nobody:
+                break;
+        }
+    }
+    if (request.action == kestrelbay::actions::kQuit)
         return EXIT_SUCCESS;
     // Before any request of others is heard.
     delegate.applicationDidFinishLaunching();

@@ -1,8 +1,9 @@
 #include "app/AppDelegate.h"
 
-#include <QCoreApplication>
-#include <QDir>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QWidget>
 
 #include <chrono>
@@ -11,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/LaunchToastWindow.h"
 #include "app/OnboardingWindowController.h"
 #include "core/QtPrinters.h"
 #include "fakes/FakePlatform.h"
@@ -161,6 +163,62 @@ TEST_F(AppDelegateTest, AWishForThePermissionRowOpensThePreferences) {
     NotificationCenter::defaultCenter().post(notifications::kOpenPreferencesToAccessibility);
     ASSERT_NE(delegate.preferences(), nullptr);
     EXPECT_TRUE(delegate.preferences()->window()->isVisible());
+}
+
+TEST_F(AppDelegateTest, QuittingIsNotFinishingTheGuide) {
+    AppDelegate &delegate = launch();
+    ASSERT_NE(delegate.onboarding(), nullptr);
+    QTimer::singleShot(0, &context_, [&] { delegate.performAction(QStringLiteral("quit")); });
+    EXPECT_EQ(QCoreApplication::exec(), 0);
+    EXPECT_TRUE(delegate.onboarding()->window()->isVisible());
+    delegate_.reset();
+    EXPECT_FALSE(onboardingCompleted());
+}
+
+TEST_F(AppDelegateTest, TheLastStepOfTheGuideLeadsToThePreferences) {
+    AppDelegate &delegate = launch();
+    const auto press = [&delegate] {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+        QWidget *window = delegate.onboarding()->window();
+        QCoreApplication::sendEvent(window->focusWidget() ? window->focusWidget() : window, &event);
+    };
+    press();
+    press();
+    timers_.advance(800ms);
+    timers_.advance(800ms);
+    press();
+    EXPECT_EQ(delegate.onboarding(), nullptr);
+    EXPECT_TRUE(onboardingCompleted());
+    ASSERT_NE(delegate.preferences(), nullptr);
+    EXPECT_TRUE(delegate.preferences()->window()->isVisible());
+}
+
+TEST_F(AppDelegateTest, GoesWithAToastAndTheGuideOnScreen) {
+    write(platform_.userDefaults(), settings::kLaunchToastDuration, QStringLiteral("long"));
+    launch();
+    LaunchToastWindow::show({}, LaunchToastDuration::Long);
+    EXPECT_GT(timers_.waitingCount(), 0U);
+    delegate_.reset();
+    EXPECT_EQ(timers_.waitingCount(), 0U);
+    for (const QWidget *widget : QApplication::topLevelWidgets())
+        EXPECT_FALSE(widget->isVisible()) << widget->metaObject()->className();
+}
+
+TEST_F(AppDelegateTest, AboutIsShownAgainAsTheSameWindow) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    const auto visible = [] {
+        QList<QWidget *> windows = QApplication::topLevelWidgets();
+        windows.removeIf([](const QWidget *widget) { return !widget->isVisible(); });
+        return windows;
+    };
+    delegate.performAction(QStringLiteral("about"));
+    ASSERT_EQ(visible().size(), 1);
+    QWidget *about = visible().constFirst();
+    EXPECT_EQ(about->windowTitle(), QStringLiteral("About KestrelBay"));
+    about->close();
+    delegate.showAbout();
+    EXPECT_EQ(visible(), QList<QWidget *>{about});
 }
 
 TEST_F(AppDelegateTest, UnknownActionsDoNothing) {

@@ -47,8 +47,6 @@ protected:
         deleteWhatIsDueLater();
         Language::setDefaults(nullptr);
     }
-    OnboardingFixture(const OnboardingFixture &) = delete;
-    OnboardingFixture &operator=(const OnboardingFixture &) = delete;
 
     void open() {
         guide_ = std::make_unique<OnboardingWindowController>(OnboardingWindowController::Services{

@@ -81,6 +81,35 @@ TEST_F(OnboardingFlowTest, TheStepsFadeIntoEachOther) {
     EXPECT_EQ(permission->geometry(), guide_->window()->rect());
 }
 
+TEST_F(OnboardingFlowTest, WhileTheStepsFadeNeitherTakesClicksNorTheOldOneTheFocus) {
+    OnboardingStep *const welcome = &step();
+    primary().click();
+    OnboardingStep *const permission = &step();
+    EXPECT_TRUE(welcome->testAttribute(Qt::WA_TransparentForMouseEvents));
+    EXPECT_TRUE(permission->testAttribute(Qt::WA_TransparentForMouseEvents));
+    for (int tab = 0; tab < 3; ++tab) {
+        EXPECT_TRUE(permission->isAncestorOf(guide_->window()->focusWidget()));
+        press(Qt::Key_Tab);
+    }
+    finishFade();
+    EXPECT_FALSE(permission->testAttribute(Qt::WA_TransparentForMouseEvents));
+}
+
+TEST_F(OnboardingFlowTest, AReturnThatIsHeldPressesOnce) {
+    const auto repeat = [this] {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
+        QApplication::sendEvent(guide_->window()->focusWidget(), &event);
+    };
+    press(Qt::Key_Return);
+    finishFade();
+    repeat();
+    EXPECT_EQ(systemSettings_.accessibilityPaneCalls(), 0);
+    press(Qt::Key_Tab);
+    repeat();
+    EXPECT_EQ(systemSettings_.accessibilityPaneCalls(), 0);
+    EXPECT_EQ(primary().text(), L::permissionOpenSettings());
+}
+
 TEST_F(OnboardingFlowTest, AStepChangeWithinAFadeEndsThatFade) {
     primary().click();
     OnboardingStep *const permission = &step();

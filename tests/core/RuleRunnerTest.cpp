@@ -185,7 +185,7 @@ TEST_F(RuleRunnerTest, ToastIsQueuedBackAfterTheLaunch) {
     EXPECT_TRUE(toasts_.empty());
     mainQueue_.runAll();
     EXPECT_EQ(toasts_, (std::vector{std::pair{kIconColor, LaunchToastDuration::Medium}}));
-    EXPECT_EQ(catalog_.iconRequests(), QStringList{u"/Applications/Notes.app"_s});
+    EXPECT_EQ(catalog_.listIconRequests(), QStringList{u"/Applications/Notes.app"_s});
 }
 
 TEST_F(RuleRunnerTest, IconIsDrawnWhereTheLaunchRunsAndNeverOnTheMainThread) {
@@ -224,7 +224,7 @@ TEST_F(RuleRunnerTest, NoOrUnknownDurationShowsNoToast) {
         fireAndRunAll();
     }
     EXPECT_TRUE(toasts_.empty());
-    EXPECT_EQ(catalog_.iconRequests(), QStringList());
+    EXPECT_EQ(catalog_.listIconRequests(), QStringList());
 }
 
 TEST_F(RuleRunnerTest, WithoutAToastWindowNothingIsShown) {

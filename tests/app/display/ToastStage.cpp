@@ -71,15 +71,15 @@ xcb_window_t ToastStage::focusedWindow() {
     return reply ? reply->focus : XCB_NONE;
 }
 
-bool ToastStage::isMapped(xcb_window_t window) {
-    xcb_connection_t *c = view_.client().get();
+bool ToastStage::isMapped(desktop::WindowManagerView &view, xcb_window_t window) {
+    xcb_connection_t *c = view.client().get();
     const desktop::Reply<xcb_get_window_attributes_reply_t> reply(
         xcb_get_window_attributes_reply(c, xcb_get_window_attributes(c, window), nullptr));
     return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
-double ToastStage::opacity(xcb_window_t window) {
-    const auto values = view_.client().numbers(window, "_NET_WM_WINDOW_OPACITY");
+double ToastStage::opacity(desktop::WindowManagerView &view, xcb_window_t window) {
+    const auto values = view.client().numbers(window, "_NET_WM_WINDOW_OPACITY");
     return values.empty() ? 1.0
                           : double(values.front()) / std::numeric_limits<std::uint32_t>::max();
 }

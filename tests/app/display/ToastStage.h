@@ -33,10 +33,10 @@ public:
 
     [[nodiscard]] desktop::WindowManagerView &view() { return view_; }
     [[nodiscard]] xcb_window_t focusedWindow();
-    /// What the other client sees of a toast's window now.
-    [[nodiscard]] bool isMapped(xcb_window_t window);
+    /// What another client sees of a toast's window now.
+    [[nodiscard]] static bool isMapped(desktop::WindowManagerView &view, xcb_window_t window);
     /// 0 to 1; 1 for a window that has none.
-    [[nodiscard]] double opacity(xcb_window_t window);
+    [[nodiscard]] static double opacity(desktop::WindowManagerView &view, xcb_window_t window);
 
     /// The picture on the screen.
     [[nodiscard]] static QImage screen();
