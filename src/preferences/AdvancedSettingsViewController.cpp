@@ -42,7 +42,8 @@ AdvancedSettingsViewController::AdvancedSettingsViewController(const Preferences
     resize(kSize);
     mainStack_->setContentsMargins(kInsets);
     mainStack_->setSpacing(kRowSpacing);
-    mainStack_->setAlignment(Qt::AlignTop);
+    // Below the rows. An alignment would have every text be as high as in one line.
+    mainStack_->addStretch(1);
     auto *const column = new QWidget;
     column->setLayout(mainStack_);
 
@@ -73,7 +74,7 @@ void AdvancedSettingsViewController::setRestart(std::function<void()> restart) {
 }
 
 void AdvancedSettingsViewController::addRow(SettingRow *row) {
-    mainStack_->addWidget(row);
+    mainStack_->insertWidget(mainStack_->count() - 1, row);
 }
 
 SettingRow *AdvancedSettingsViewController::makeLaunchAtLoginRow() {
@@ -132,7 +133,8 @@ void AdvancedSettingsViewController::highlightAccessibilityRow() {
     scrollArea_->ensureWidgetVisible(accessibilityRow_, 0, kInsets.bottom());
     if (QWidget *const control = accessibilityRow_->control())
         control->setFocus(Qt::OtherFocusReason);
-    new RowFlash(accessibilityRow_, services_.timers);  // the row owns it
+    delete flash_;
+    flash_ = new RowFlash(accessibilityRow_, services_.timers);
 }
 
 void AdvancedSettingsViewController::openAccessibility() {
@@ -159,7 +161,7 @@ void AdvancedSettingsViewController::appDidBecomeActive() {
     if (services_.manager.isAccessibilityGranted())
         services_.manager.reinstallEventTap();
     else
-        openRestartSheet(window(), restart_);
+        openRestartSheet(this, restart_);
 }
 
 void AdvancedSettingsViewController::showConfigInFinder() {

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include <QPointer>
 #include <QWidget>
 
 #include "preferences/PreferencesServices.h"
@@ -11,6 +12,7 @@ class QVBoxLayout;
 
 namespace kestrelbay {
 
+class RowFlash;
 class SettingRow;
 
 /// The settings of the whole program, each a row, and last of all whether hotkeys
@@ -56,6 +58,8 @@ private:
     QScrollArea *scrollArea_;
     QVBoxLayout *mainStack_;
     SettingRow *accessibilityRow_ = nullptr;
+    /// Belongs to the row.
+    QPointer<RowFlash> flash_;
 };
 
 }  // namespace kestrelbay

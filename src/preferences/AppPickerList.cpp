@@ -6,7 +6,7 @@
 
 #include <QCollator>
 
-#include "preferences/TrimmedText.h"
+#include "model/TrimmedText.h"
 
 namespace kestrelbay {
 
@@ -51,7 +51,7 @@ AppPickerList::AppPickerList(std::vector<InstalledApplication> applications, con
 }
 
 std::vector<int> AppPickerList::matching(const QString &searchText) const {
-    const QString wanted = folded(trimmedText(searchText), locale_);
+    const QString wanted = folded(trimmedHorizontalSpace(searchText), locale_);
     std::vector<int> result;
     for (std::size_t i = 0; i < folded_.size(); ++i)
         if (folded_[i].name.contains(wanted) || folded_[i].fileName.contains(wanted))

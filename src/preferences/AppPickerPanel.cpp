@@ -1,7 +1,6 @@
 #include "preferences/AppPickerPanel.h"
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -9,17 +8,16 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QPointer>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include "app/Fonts.h"
+#include "app/ListIconsForScreens.h"
 #include "app/SystemColors.h"
 #include "app/TextLabel.h"
 #include "platform/ApplicationCatalog.h"
@@ -39,15 +37,6 @@ constexpr int kGap = 10;
 constexpr int kTitleFont = 15;
 constexpr int kTextFont = 13;
 
-/// For the screen with the finest pixels, so that the sheet may be moved to it.
-ListIcons listIcons() {
-    qreal ratio = 1;
-    for (const QScreen *screen : QGuiApplication::screens())
-        ratio = std::max(ratio, screen->devicePixelRatio());
-    return {.pixels = static_cast<int>(std::ceil(AppPickerRow::kIconSize * ratio)),
-            .themes = {QIcon::themeName(), QIcon::fallbackThemeName()}};
-}
-
 QString nameWithoutExtension(const QString &path) {
     const QFileInfo info(path);
     const QString name = info.completeBaseName();
@@ -64,10 +53,11 @@ QString firstExistingFolder(const QStringList &folders) {
 
 AppPickerPanel::AppPickerPanel(const PreferencesServices &services, Completion completion,
                                QWidget *parent)
-    : Sheet(kSize, L::appPickerTitle(), parent),
+    : Sheet(L::appPickerTitle(), parent),
       catalog_(services.catalog),
       completion_(std::move(completion)),
       model_(new AppPickerModel(this)) {
+    setFixedSize(kSize);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kGap);
@@ -101,8 +91,16 @@ void AppPickerPanel::addList(QVBoxLayout &column) {
     listView_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     listView_->setItemDelegate(new AppPickerRow(listView_));
     listView_->setModel(model_);
+    listView_->installEventFilter(this);
     connect(listView_, &QListView::doubleClicked, this, &AppPickerPanel::selectApp);
     column.addWidget(listView_, 1);
+
+    emptyLabel_ = new TextLabel({}, systemFont(kTextFont), &colors::tertiaryLabel);
+    emptyLabel_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    auto *middle = new QVBoxLayout(listView_->viewport());
+    middle->addWidget(emptyLabel_, 0, Qt::AlignCenter);
+    connect(model_, &AppPickerModel::modelReset, this, &AppPickerPanel::updateEmptyLabel);
+    updateEmptyLabel();
 }
 
 void AppPickerPanel::addButtons(QVBoxLayout &column) {
@@ -133,21 +131,38 @@ bool AppPickerPanel::eventFilter(QObject *watched, QEvent *event) {
                 break;
         }
     }
+    if (watched == listView_ && event->type() == QEvent::FocusIn) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        // It would show its focus on a row that is not selected.
+        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason) {
+            const QModelIndex current = listView_->currentIndex();
+            listView_->setCurrentIndex(current.isValid() ? current : model_->index(0));
+        }
+    }
     return Sheet::eventFilter(watched, event);
+}
+
+void AppPickerPanel::updateEmptyLabel() {
+    emptyLabel_->setText(isLoading_ ? L::appPickerLoading() : L::appPickerNothingFound());
+    emptyLabel_->setVisible(model_->rowCount() == 0);
+    // It has nothing else to say.
+    listView_->setAccessibleDescription(model_->rowCount() == 0 ? emptyLabel_->text() : QString());
 }
 
 void AppPickerPanel::loadApps(const PreferencesServices &services) {
     // The services outlive the work, this sheet may not: the main thread has the last word.
-    services.backgroundQueue.async([panel = QPointer(this), icons = listIcons(),
-                                    locale = QLocale::system(), &catalog = services.catalog,
-                                    &mainQueue = services.mainQueue] {
-        auto list =
-            std::make_shared<const AppPickerList>(catalog.installedApplications(icons), locale);
-        mainQueue.async([panel, list = std::move(list)] {
-            if (panel)
+    services.backgroundQueue.async(
+        [panel = QPointer(this), icons = listIconsForScreens(AppPickerRow::kIconSize),
+         locale = QLocale::system(), &catalog = services.catalog, &mainQueue = services.mainQueue] {
+            auto list =
+                std::make_shared<const AppPickerList>(catalog.installedApplications(icons), locale);
+            mainQueue.async([panel, list = std::move(list)] {
+                if (!panel)
+                    return;
+                panel->isLoading_ = false;
                 panel->model_->setList(list);
+            });
         });
-    });
 }
 
 void AppPickerPanel::selectApp() {
@@ -162,7 +177,7 @@ void AppPickerPanel::browseFile() {
     auto *dialog = new QFileDialog(this, L::appPickerTitle());
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFile);
-    dialog->setNameFilter(catalog_.applicationFilePattern());
+    dialog->setNameFilter(L::appPickerFilter(catalog_.applicationFilePattern()));
     dialog->setDirectory(firstExistingFolder(catalog_.applicationDirectories()));
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) {
         // A name that was typed need not fit the pattern, nor a file its name.

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "preferences/Sheet.h"
+#include "app/Sheet.h"
 
 class QLineEdit;
 class QListView;
@@ -12,6 +12,7 @@ namespace kestrelbay {
 
 class AppPickerModel;
 class ApplicationCatalog;
+class TextLabel;
 struct PreferencesServices;
 
 /// The sheet in which the user chooses the application of a new rule, from those that
@@ -34,6 +35,7 @@ private:
     void addList(QVBoxLayout &column);
     void addButtons(QVBoxLayout &column);
     void loadApps(const PreferencesServices &services);
+    void updateEmptyLabel();
     void selectApp();
     void browseFile();
     void finish(const QString &name, const QString &path);
@@ -43,6 +45,8 @@ private:
     AppPickerModel *model_;
     QLineEdit *searchField_ = nullptr;
     QListView *listView_ = nullptr;
+    TextLabel *emptyLabel_ = nullptr;
+    bool isLoading_ = true;
 };
 
 }  // namespace kestrelbay

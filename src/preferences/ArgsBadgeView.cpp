@@ -33,8 +33,9 @@ ArgsBadgeView::ArgsBadgeView(QWidget *parent)
     setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
-void ArgsBadgeView::setText(const QString &text) {
+void ArgsBadgeView::setText(const QString &text, const QString &argument) {
     label_->setText(text);
+    label_->setAccessibleName(argument);
     updateGeometry();
 }
 

@@ -14,7 +14,8 @@ class ArgsBadgeView : public QWidget {
 public:
     explicit ArgsBadgeView(QWidget *parent = nullptr);
 
-    void setText(const QString &text);
+    /// The argument is what the text stands for, for those who hear it.
+    void setText(const QString &text, const QString &argument);
     [[nodiscard]] QString text() const;
     [[nodiscard]] QSize sizeHint() const override;
 

@@ -2,23 +2,22 @@
 
 #include <functional>
 
-#include <QDialog>
+#include "app/AlertSheet.h"
 
 namespace kestrelbay {
 
-/// Asks whether the rule of an application shall go. The focus is on Cancel, so that
-/// a key pressed too often deletes nothing.
-class DeleteConfirmationSheet : public QDialog {
+/// Asks whether the rule of an application shall go.
+class DeleteConfirmationSheet final : public AlertSheet {
     Q_OBJECT
 
 public:
-    /// Shows it as a sheet of the window, or before the whole program without one.
-    /// Destroys itself when it closes. `confirmed` is called for Delete only.
+    /// Shows it as a sheet of the window. Destroys itself when it closes. `confirmed` is
+    /// called for Delete only.
     static DeleteConfirmationSheet *open(QWidget *window, const QString &appName,
                                          std::function<void()> confirmed);
 
 private:
-    DeleteConfirmationSheet(QWidget *window, const QString &appName);
+    using AlertSheet::AlertSheet;
 };
 
 }  // namespace kestrelbay

@@ -232,6 +232,8 @@ void HotkeyRecorderField::updateAccessibleName() {
     } else {
         state = hotkeyInWords(currentKeyCode(), currentModifierFlags());
     }
+    // What the label shows are signs that nobody can speak.
+    label_->setAccessibleName(state);
     setAccessibleName(L::hotkeyOf(subject_) + L::keySeparator() + state);
 }
 

@@ -1,5 +1,7 @@
 #include "preferences/PreferencesWindowController.h"
 
+#include <algorithm>
+#include <memory>
 #include <utility>
 
 #include <QCoreApplication>
@@ -9,9 +11,11 @@
 #include <QVBoxLayout>
 
 #include "app/KeyScreen.h"
+#include "app/Sheet.h"
 #include "platform/DispatchQueue.h"
 #include "platform/NativeWindow.h"
 #include "preferences/AdvancedSettingsViewController.h"
+#include "preferences/ApplicationIconCache.h"
 #include "preferences/ContainerViewController.h"
 #include "preferences/RulesViewController.h"
 #include "preferences/TabBarView.h"
@@ -54,8 +58,9 @@ void centerOn(const QScreen *screen, QWidget &window) {
 }  // namespace
 
 PreferencesWindowController::PreferencesWindowController(const PreferencesServices &services)
-    : PreferencesWindowController(services, [](const PreferencesServices &given) {
-          return new RulesViewController(given);
+    : PreferencesWindowController(services, [icons = std::make_shared<ApplicationIconCache>(
+                                                 services)](const PreferencesServices &given) {
+          return new RulesViewController(given, *icons);
       }) {}
 
 PreferencesWindowController::PreferencesWindowController(const PreferencesServices &services,
@@ -88,6 +93,14 @@ void PreferencesWindowController::showWindow() {
 
 void PreferencesWindowController::switchToAccessibilityRow() {
     showWindow();
+    if (Sheet *const sheet = openSheet()) {
+        // What is typed there must not go with the tab.
+        connect(sheet, &QDialog::finished, this, &PreferencesWindowController::sheetFinished,
+                Qt::UniqueConnection);
+        sheet->raise();
+        sheet->activateWindow();
+        return;
+    }
     container_->tabBarView()->select(kAdvancedTab);
     showTab(kAdvancedTab);
     // Its place is known only when the view that was just made is laid out.
@@ -95,6 +108,25 @@ void PreferencesWindowController::switchToAccessibilityRow() {
         if (self && self->advanced_)
             self->advanced_->highlightAccessibilityRow();
     });
+}
+
+Sheet *PreferencesWindowController::openSheet() const {
+    const QList<Sheet *> sheets = window_->findChildren<Sheet *>();
+    const auto open = std::ranges::find_if(sheets, &QWidget::isVisible);
+    return open == sheets.end() ? nullptr : *open;
+}
+
+void PreferencesWindowController::sheetFinished() {
+    // What it was opened for is carried out first, in the tab that it belongs to.
+    services_.mainQueue.async([self = QPointer(this)] {
+        if (self)
+            self->switchToAccessibilityRow();
+    });
+}
+
+void PreferencesWindowController::rejectSheets() {
+    for (Sheet *const sheet : window_->findChildren<Sheet *>())
+        sheet->reject();
 }
 
 void PreferencesWindowController::buildContainer() {
@@ -107,6 +139,7 @@ void PreferencesWindowController::buildContainer() {
 void PreferencesWindowController::closeCurrentChild() {
     if (!currentChild_)
         return;
+    rejectSheets();
     currentChild_->hide();
     // One of its controls may be what leads here.
     currentChild_->deleteLater();

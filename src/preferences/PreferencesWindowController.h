@@ -13,6 +13,7 @@ namespace kestrelbay {
 
 class AdvancedSettingsViewController;
 class ContainerViewController;
+class Sheet;
 
 /// The preferences window: a tab bar, and below it the view of the tab that is
 /// chosen. In another language it is built anew, in place. Main thread.
@@ -20,7 +21,7 @@ class PreferencesWindowController final : public QObject {
     Q_OBJECT
 
 public:
-    /// Makes the view of the first tab, as a child of nobody.
+    /// Makes the view of the first tab, as a child of nobody. Outlives the window.
     using RulesViewFactory = std::function<QWidget *(const PreferencesServices &)>;
 
     explicit PreferencesWindowController(const PreferencesServices &services);
@@ -32,7 +33,8 @@ public:
     /// last.
     void showWindow();
 
-    /// Shows the window at the row that tells whether hotkeys can work.
+    /// Shows the window at the row that tells whether hotkeys can work; while a sheet is
+    /// open, only that, and the row when it has been closed.
     void switchToAccessibilityRow();
 
     [[nodiscard]] QWidget *window() const;
@@ -40,6 +42,9 @@ public:
 private:
     void buildContainer();
     void showTab(int index);
+    [[nodiscard]] Sheet *openSheet() const;
+    void sheetFinished();
+    void rejectSheets();
     void closeCurrentChild();
     void languageChanged();
     void rebuildUI();

@@ -5,25 +5,29 @@
 #include <QString>
 #include <QStringList>
 
-class QDialog;
 class QWidget;
 
 namespace kestrelbay {
+
+class AlertSheet;
 
 struct Command {
     QString program;
     QStringList arguments;
 };
 
-/// What starts the program of that file anew: that of an application bundle is
-/// opened as such.
-[[nodiscard]] Command restartCommand(const QString &executablePath);
+/// What opens the application bundle that the file belongs to, the innermost one.
+[[nodiscard]] Command openCommand(const QString &executablePath);
 
-/// Starts this program anew and ends the running one, also where the former fails.
+/// The same, but only once the process has ended.
+[[nodiscard]] Command afterProcess(qint64 processIdentifier, const Command &command);
+
+/// Ends this program and has it opened anew after that. Ends it also where nothing can
+/// open it.
 void restartProgram();
 
-/// Tells that a restart is needed, as a sheet of the window. Destroys itself when it
-/// closes. `confirmed` is called for a restart now only.
-QDialog *openRestartSheet(QWidget *window, std::function<void()> confirmed);
+/// Tells that a restart is needed, as a sheet over the widget's window. Destroys itself
+/// when it closes. `confirmed` is called for a restart now only.
+AlertSheet *openRestartSheet(QWidget *parent, std::function<void()> confirmed);
 
 }  // namespace kestrelbay

@@ -16,9 +16,11 @@
 #include "app/SystemColors.h"
 #include "app/TextLabel.h"
 #include "platform/Workspace.h"
+#include "preferences/ControlGroup.h"
 #include "preferences/HelpLinkButton.h"
 #include "preferences/PreferencesServices.h"
 #include "preferences/RuleAdvancedResult.h"
+#include "preferences/RuleRowTexts.h"
 #include "settings/Addresses.h"
 #include "settings/L.h"
 
@@ -78,9 +80,11 @@ QString hintOf(ArgumentKind kind) {
     return L::argumentNoneHint();
 }
 
-void addHeader(QVBoxLayout &column, const QString &text, QWidget *parent) {
-    column.addWidget(
-        new TextLabel(text, systemFont(kHeaderFont, QFont::DemiBold), &colors::label, parent));
+TextLabel *addHeader(QVBoxLayout &column, const QString &text, QWidget *parent) {
+    auto *header =
+        new TextLabel(text, systemFont(kHeaderFont, QFont::DemiBold), &colors::label, parent);
+    column.addWidget(header);
+    return header;
 }
 
 TextLabel *makeSmallText(const QString &text, QWidget *parent) {
@@ -91,11 +95,12 @@ TextLabel *makeSmallText(const QString &text, QWidget *parent) {
 
 RuleAdvancedPanel::RuleAdvancedPanel(const PreferencesServices &services, const ShortcutRule &rule,
                                      Completion completion, QWidget *parent)
-    : Sheet(kSize, L::advancedPanelTitle(rule.appName), parent),
+    : Sheet(L::advancedPanelTitle(shownAppName(rule)), parent),
       workspace_(services.workspace),
       rule_(rule),
       completion_(std::move(completion)),
       radioButtons_(new QButtonGroup(this)) {
+    setFixedSize(kSize);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(kMargins);
     column->setSpacing(0);
@@ -111,27 +116,36 @@ RuleAdvancedPanel::RuleAdvancedPanel(const PreferencesServices &services, const 
     buildArgsSection(*column);
     column->addStretch(1);
     buildButtons(*column);
+
+    // The only control that could have the focus without showing it.
+    setAttribute(Qt::WA_KeyboardFocusChange);
+    radioButtons_->checkedButton()->setFocus(Qt::TabFocusReason);
 }
 
 void RuleAdvancedPanel::buildRadioGroup(QVBoxLayout &column) {
     addHeader(column, L::repeatHeader(), this);
+    auto *group = new ControlGroup(L::repeatHeader(), this);
+    auto *lines = new QVBoxLayout(group);
+    lines->setContentsMargins({});
+    lines->setSpacing(0);
+    column.addWidget(group);
     for (const RepeatChoice &choice : kRepeatChoices) {
-        auto *button = new QRadioButton(choice.title(), this);
+        auto *button = new QRadioButton(choice.title(), group);
         button->setFont(systemFont(kControlFont));
         button->setAccessibleDescription(choice.description());
         button->setChecked(choice.action == rule_.repeatAction);
         radioButtons_->addButton(button, static_cast<int>(choice.action));
-        column.addWidget(button);
-        TextLabel *description = makeSmallText(choice.description(), this);
+        lines->addWidget(button);
+        TextLabel *description = makeSmallText(choice.description(), group);
         const int indent = style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) +
                            style()->pixelMetric(QStyle::PM_RadioButtonLabelSpacing);
         description->setIndent(indent);
-        column.addWidget(description);
+        lines->addWidget(description);
     }
 }
 
 void RuleAdvancedPanel::buildArgsSection(QVBoxLayout &column) {
-    addHeader(column, L::argumentHeader(), this);
+    TextLabel *header = addHeader(column, L::argumentHeader(), this);
     column.addWidget(makeSmallText(L::argumentSubtitle(), this));
     column.addSpacing(kLineGap);
 
@@ -139,6 +153,8 @@ void RuleAdvancedPanel::buildArgsSection(QVBoxLayout &column) {
     kindPopup_->setFont(systemFont(kControlFont));
     kindPopup_->setFixedWidth(kPopupWidth);
     kindPopup_->setAccessibleName(L::argumentKindName());
+    // On some systems the name of a popup is what is chosen in it.
+    header->setBuddy(kindPopup_);
     for (const ArgumentKind kind : kArgumentKindOrder)
         kindPopup_->addItem(nameOf(kind));
     kindPopup_->setCurrentIndex(indexOfArgumentKind(rule_.argumentKind));

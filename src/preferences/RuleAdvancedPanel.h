@@ -2,8 +2,8 @@
 
 #include <functional>
 
+#include "app/Sheet.h"
 #include "model/ShortcutRule.h"
-#include "preferences/Sheet.h"
 
 class QButtonGroup;
 class QComboBox;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "preferences/TrimmedText.h"
+#include "model/TrimmedText.h"
 
 namespace kestrelbay {
 
@@ -37,7 +37,7 @@ ShortcutRule ruleWith(ShortcutRule rule, const RuleAdvancedInput &input) {
     rule.repeatAction = repeatActionOf(input.repeatTag);
     rule.argumentKind = argumentKindAt(input.kindIndex);
     rule.launchArguments =
-        rule.argumentKind == ArgumentKind::None ? QString() : trimmedText(input.argument);
+        rule.argumentKind == ArgumentKind::None ? QString() : trimmedSpacesAndTabs(input.argument);
     return rule;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "model/ShortcutRule.h"
+#include "model/TrimmedText.h"
 #include "settings/L.h"
 
 namespace kestrelbay {
@@ -13,15 +14,6 @@ namespace {
 
 constexpr qsizetype kShortestCut = 10;
 constexpr qsizetype kShownEnd = 9;
-
-QStringView withoutBlanks(QStringView text) {
-    const auto isBlank = [](QChar character) { return character == u' ' || character == u'\t'; };
-    while (!text.isEmpty() && isBlank(text.front()))
-        text = text.sliced(1);
-    while (!text.isEmpty() && isBlank(text.back()))
-        text.chop(1);
-    return text;
-}
 
 /// Where the characters begin.
 std::vector<qsizetype> characterStarts(QStringView text) {
@@ -48,12 +40,12 @@ QString abbreviatedPath(const QString &path, const QString &homeFolder) {
 QString argsBadgeText(const ShortcutRule &rule) {
     if (rule.argumentKind == ArgumentKind::None)
         return {};
-    const QStringView text = withoutBlanks(rule.launchArguments);
+    const QString text = trimmedSpacesAndTabs(rule.launchArguments);
     const std::vector<qsizetype> starts = characterStarts(text);
     const auto count = static_cast<qsizetype>(starts.size());
     if (count < kShortestCut)
-        return text.toString();
-    return u'…' + text.sliced(starts[static_cast<std::size_t>(count - kShownEnd)]).toString();
+        return text;
+    return u'…' + text.sliced(starts[static_cast<std::size_t>(count - kShownEnd)]);
 }
 
 }  // namespace kestrelbay

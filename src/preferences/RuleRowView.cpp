@@ -10,8 +10,8 @@
 #include "app/Fonts.h"
 #include "app/SystemColors.h"
 #include "hotkeys/ShortcutManager.h"
-#include "platform/ApplicationCatalog.h"
 #include "platform/DispatchQueue.h"
+#include "preferences/ApplicationIconCache.h"
 #include "preferences/ArgsBadgeView.h"
 #include "preferences/DeleteConfirmationSheet.h"
 #include "preferences/ElidedLabel.h"
@@ -34,9 +34,11 @@ constexpr float kSelectionAlpha = 0.14F;
 
 }  // namespace
 
-RuleRowView::RuleRowView(const PreferencesServices &services, QWidget *parent)
+RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCache &icons,
+                         QWidget *parent)
     : QWidget(parent),
       services_(services),
+      icons_(icons),
       iconView_(new SymbolView(this)),
       nameLabel_(
           new ElidedLabel(systemFont(13, QFont::Medium), colors::label, Qt::ElideRight, this)),
@@ -65,6 +67,7 @@ RuleRowView::RuleRowView(const PreferencesServices &services, QWidget *parent)
     connect(enableToggle_, &QAbstractButton::toggled, this, &RuleRowView::toggleChanged);
     connect(advancedButton_, &QAbstractButton::clicked, this, &RuleRowView::openAdvanced);
     connect(deleteButton_, &QAbstractButton::clicked, this, &RuleRowView::deleteRule);
+    connect(&icons_, &ApplicationIconCache::iconsArrived, this, &RuleRowView::showIcon);
     services_.notificationCenter.observe(notifications::kRefusedHotkeysDidChange, this,
                                          [this] { refreshRefusal(); });
 }
@@ -81,7 +84,7 @@ void RuleRowView::configure(const ShortcutRule &rule, int index, RuleRowViewDele
     showIcon();
     nameLabel_->setFullText(shownAppName(rule));
     pathLabel_->setFullText(abbreviatedPath(rule.appPath, QDir::homePath()));
-    argsBadge_->setText(argsBadgeText(rule));
+    argsBadge_->setText(argsBadgeText(rule), rule.launchArguments);
     argsBadge_->setVisible(!argsBadge_->text().isEmpty());
     argsBadge_->setToolTip(argsBadge_->isHidden() ? QString() : rule.launchArguments);
     hotkeyRecorder_->configure(rule.keyCode, rule.modifierFlags);
@@ -92,16 +95,15 @@ void RuleRowView::configure(const ShortcutRule &rule, int index, RuleRowViewDele
 }
 
 void RuleRowView::showIcon() {
-    const QIcon icon = rule_->appPath.isEmpty() ? QIcon() : services_.catalog.icon(rule_->appPath);
+    const QImage icon = rule_ ? icons_.icon(rule_->appPath) : QImage();
     if (icon.isNull())
         iconView_->setSymbol(QStringLiteral("app.dashed"), colors::secondaryLabel);
     else
-        iconView_->setIcon(icon);
+        iconView_->setImage(icon);
 }
 
 void RuleRowView::nameControls() {
     const QString name = shownAppName(*rule_);
-    setAccessibleName(name);
     hotkeyRecorder_->setSubject(name);
     enableToggle_->setAccessibleName(L::enableRule(name));
     advancedButton_->setAccessibleName(L::advancedOptionsOf(name));

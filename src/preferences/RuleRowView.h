@@ -12,6 +12,7 @@
 
 namespace kestrelbay {
 
+class ApplicationIconCache;
 class ArgsBadgeView;
 class ElidedLabel;
 class Switch;
@@ -31,7 +32,9 @@ class RuleRowView : public QWidget, private HotkeyRecorderDelegate {
 public:
     static constexpr int kHeight = 52;
 
-    explicit RuleRowView(const PreferencesServices &services, QWidget *parent = nullptr);
+    /// The icons have to outlive the row.
+    RuleRowView(const PreferencesServices &services, ApplicationIconCache &icons,
+                QWidget *parent = nullptr);
     ~RuleRowView() override;
 
     /// Ends a recording that goes on in the row. Held weakly, a null delegate included:
@@ -73,6 +76,7 @@ private:
     void layout();
 
     PreferencesServices services_;
+    ApplicationIconCache &icons_;
     std::optional<ShortcutRule> rule_;
     int rowIndex_ = -1;
     std::weak_ptr<RuleRowViewDelegate> delegate_;

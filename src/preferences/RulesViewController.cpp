@@ -1,6 +1,7 @@
 #include "preferences/RulesViewController.h"
 
 #include <QPointer>
+#include <QShowEvent>
 
 #include <algorithm>
 #include <utility>
@@ -9,8 +10,11 @@
 #include "app/SystemColors.h"
 #include "app/TextLabel.h"
 #include "hotkeys/ShortcutManager.h"
+#include "preferences/ApplicationIconCache.h"
+#include "preferences/HotkeyWords.h"
 #include "preferences/RowDrop.h"
 #include "preferences/RowTableView.h"
+#include "preferences/RuleRowTexts.h"
 #include "preferences/RuleRowView.h"
 #include "preferences/SymbolButton.h"
 #include "settings/L.h"
@@ -32,13 +36,16 @@ constexpr QSize kAddSymbol{13, 13};
 
 }  // namespace
 
-RulesViewController::RulesViewController(const PreferencesServices &services, QWidget *parent)
-    : RulesViewController(services, ruleSheets(services), parent) {}
+RulesViewController::RulesViewController(const PreferencesServices &services,
+                                         ApplicationIconCache &icons, QWidget *parent)
+    : RulesViewController(services, icons, ruleSheets(services), parent) {}
 
-RulesViewController::RulesViewController(const PreferencesServices &services, RuleSheets sheets,
+RulesViewController::RulesViewController(const PreferencesServices &services,
+                                         ApplicationIconCache &icons, RuleSheets sheets,
                                          QWidget *parent)
     : QWidget(parent),
       services_(services),
+      icons_(icons),
       sheets_(std::move(sheets)),
       tableView_(new RowTableView(*this, services.timers, RuleRowView::kHeight, kRowSpacing, this)),
       addButton_(new SymbolButton(QStringLiteral("plus"), kAddSymbol, colors::label, this)),
@@ -143,10 +150,27 @@ void RulesViewController::updateCountLabel() {
     countLabel_->setText(L::rulesCount(std::ssize(rules)));
     emptyLabel_->setVisible(rules.empty());
     layout();
+    leaveEmptyTable();
+}
+
+/// Without rows there is nothing on which the table could show that it has the focus.
+void RulesViewController::leaveEmptyTable() {
+    const bool isEmpty = services_.manager.rules().empty();
+    // The window's, as it may be behind the sheet that led here.
+    const QWidget *const focus = window()->focusWidget();
+    if (isEmpty && focus && (focus == tableView_ || tableView_->isAncestorOf(focus)))
+        addButton_->setFocus(Qt::OtherFocusReason);
+    tableView_->setFocusPolicy(isEmpty ? Qt::NoFocus : Qt::StrongFocus);
 }
 
 void RulesViewController::resizeEvent(QResizeEvent *) {
     layout();
+}
+
+void RulesViewController::showEvent(QShowEvent *event) {
+    QWidget::showEvent(event);
+    if (!event->spontaneous())
+        icons_.refresh();
 }
 
 void RulesViewController::layout() {
@@ -168,7 +192,7 @@ int RulesViewController::rowCount() const {
 }
 
 QWidget *RulesViewController::makeRow(QWidget *parent) {
-    return new RuleRowView(services_, parent);
+    return new RuleRowView(services_, icons_, parent);
 }
 
 void RulesViewController::configureRow(QWidget *widget, int row) {
@@ -189,9 +213,7 @@ QString RulesViewController::rowName(int row) const {
     if (row < 0 || row >= rowCount())
         return {};
     const ShortcutRule &rule = services_.manager.rules()[static_cast<std::size_t>(row)];
-    const QString name = rule.appName.isEmpty() ? L::noAppSelected() : rule.appName;
-    const QString hotkey = rule.hotkeyString();
-    return QStringLiteral("%1, %2").arg(name, hotkey.isEmpty() ? L::recorderEmpty() : hotkey);
+    return shownAppName(rule) + L::keySeparator() + hotkeyInWords(rule.keyCode, rule.modifierFlags);
 }
 
 std::optional<int> RulesViewController::rowOfRule(const QUuid &id) const {

@@ -14,6 +14,7 @@
 
 namespace kestrelbay {
 
+class ApplicationIconCache;
 class RowTableView;
 class SymbolButton;
 class TextLabel;
@@ -27,9 +28,11 @@ class RulesViewController final : public QWidget,
     Q_OBJECT
 
 public:
-    explicit RulesViewController(const PreferencesServices &services, QWidget *parent = nullptr);
-    RulesViewController(const PreferencesServices &services, RuleSheets sheets,
+    /// The icons have to outlive the view.
+    RulesViewController(const PreferencesServices &services, ApplicationIconCache &icons,
                         QWidget *parent = nullptr);
+    RulesViewController(const PreferencesServices &services, ApplicationIconCache &icons,
+                        RuleSheets sheets, QWidget *parent = nullptr);
     ~RulesViewController() override;
 
     /// Asks for an application and appends a rule for it, which then waits for its hotkey.
@@ -47,6 +50,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     [[nodiscard]] int rowCount() const override;
@@ -63,10 +67,12 @@ private:
     void changeRules(const std::function<void()> &change);
     void moveRule(std::ptrdiff_t source, std::ptrdiff_t destination);
     void updateCountLabel();
+    void leaveEmptyTable();
     void layout();
     [[nodiscard]] std::optional<int> rowOfRule(const QUuid &id) const;
 
     PreferencesServices services_;
+    ApplicationIconCache &icons_;
     RuleSheets sheets_;
     RowTableView *tableView_;
     SymbolButton *addButton_;

@@ -1,26 +1,43 @@
 #include "preferences/SymbolView.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QPainter>
 
 #include <algorithm>
 
-#include "app/IconImage.h"
 #include "app/Symbols.h"
 #include "app/SystemColors.h"
 
 namespace kestrelbay {
 
-SymbolView::SymbolView(QWidget *parent) : QWidget(parent), color_(colors::label) {}
+namespace {
+
+QAccessibleInterface *makeAccessible(const QString & /*className*/, QObject *object) {
+    auto *const view = qobject_cast<SymbolView *>(object);
+    return view ? new QAccessibleWidget(view, QAccessible::Graphic) : nullptr;
+}
+
+void installAccessibility() {
+    static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
+    Q_UNUSED(isInstalled)
+}
+
+}  // namespace
+
+SymbolView::SymbolView(QWidget *parent) : QWidget(parent), color_(colors::label) {
+    installAccessibility();
+}
 
 void SymbolView::setSymbol(const QString &name, Color color) {
-    icon_ = {};
+    image_ = {};
     symbol_ = name;
     color_ = color;
     update();
 }
 
-void SymbolView::setIcon(const QIcon &icon) {
-    icon_ = icon;
+void SymbolView::setImage(const QImage &image) {
+    image_ = image;
     update();
 }
 
@@ -28,11 +45,12 @@ void SymbolView::paintEvent(QPaintEvent * /*event*/) {
     const int side = std::min(width(), height());
     const QRect place(QPoint((width() - side) / 2, (height() - side) / 2), QSize(side, side));
     QPainter painter(this);
-    if (icon_.isNull())
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    if (image_.isNull())
         painter.drawPixmap(place,
                            symbolPixmap(symbol_, place.size(), color_(), devicePixelRatioF()));
     else
-        painter.drawImage(place, iconImage(icon_, qRound(side * devicePixelRatioF())));
+        painter.drawImage(place, image_);
 }
 
 }  // namespace kestrelbay

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <QColor>
-#include <QIcon>
+#include <QImage>
 #include <QWidget>
 
 namespace kestrelbay {
 
 /// A picture fitted into its place in proportion: a symbol in one of the colours of
-/// the user interface, which it follows, or an icon as it is.
+/// the user interface, which it follows, or an image as it is.
 class SymbolView : public QWidget {
     Q_OBJECT
 
@@ -18,7 +18,8 @@ public:
     explicit SymbolView(QWidget *parent = nullptr);
 
     void setSymbol(const QString &name, Color color);
-    void setIcon(const QIcon &icon);
+    /// A square of at least as many pixels as the place has.
+    void setImage(const QImage &image);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -26,7 +27,7 @@ protected:
 private:
     QString symbol_;
     Color color_;
-    QIcon icon_;
+    QImage image_;
 };
 
 }  // namespace kestrelbay

@@ -97,11 +97,8 @@ public:
     // One rule in it.
     static QString noAppSelected();
     static QString advancedOptions();
-    static QString ruleAdvancedName();
     static QString ruleDeleteName();
     static QString ruleDragName();
-    static QString ruleEnabledName();
-    static QString ruleHotkeyName();
     static QString enableRule(const QString &appName);
     static QString advancedOptionsOf(const QString &appName);
     static QString deleteRule(const QString &appName);
@@ -140,6 +137,10 @@ public:
     static QString appPickerSearch();
     static QString appPickerBrowse();
     static QString appPickerSelect();
+    static QString appPickerLoading();
+    static QString appPickerNothingFound();
+    /// What files to choose from, by the pattern of their names.
+    static QString appPickerFilter(const QString &pattern);
 
     // The settings of the whole program.
     static QString launchAtLogin();

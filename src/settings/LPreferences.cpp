@@ -32,24 +32,12 @@ QString L::advancedOptions() {
     return resolved(u"Advanced Options", u"高级选项");
 }
 
-QString L::ruleAdvancedName() {
-    return resolved(u"Advanced", u"高级");
-}
-
 QString L::ruleDeleteName() {
     return resolved(u"Delete", u"删除");
 }
 
 QString L::ruleDragName() {
     return resolved(u"Drag to reorder", u"拖拽以重新排序");
-}
-
-QString L::ruleEnabledName() {
-    return resolved(u"Enabled", u"启用");
-}
-
-QString L::ruleHotkeyName() {
-    return resolved(u"Hotkey", u"快捷键");
 }
 
 QString L::enableRule(const QString &appName) {
@@ -196,6 +184,18 @@ QString L::appPickerSelect() {
     return resolved(u"Select", u"选择");
 }
 
+QString L::appPickerLoading() {
+    return resolved(u"Looking for apps...", u"正在查找应用...");
+}
+
+QString L::appPickerNothingFound() {
+    return resolved(u"No apps found", u"未找到应用");
+}
+
+QString L::appPickerFilter(const QString &pattern) {
+    return resolved(u"Applications", u"应用程序") + u" (" + pattern + u')';
+}
+
 QString L::launchAtLogin() {
     return resolved(u"Launch at Login", u"登录时自动启动");
 }
@@ -286,7 +286,9 @@ QString L::restartTitle() {
 }
 
 QString L::restartText() {
-    return resolved(systemTexts().restartText);
+    return resolved(
+        u"Accessibility permission changed. KestrelBay needs to restart to take effect.",
+        u"辅助功能权限已更改，需要重启 KestrelBay 才能生效。");
 }
 
 QString L::restartNow() {

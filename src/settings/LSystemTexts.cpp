@@ -66,11 +66,6 @@ const LSystemTexts &macosTexts() {
                 u"✅ 已授权 — 全局快捷键正常工作",
             },
         .accessOpenSettings = {u"Open System Settings...", u"打开系统设置..."},
-        .restartText =
-            {
-                u"Accessibility permission changed. KestrelBay needs to restart to take effect.",
-                u"辅助功能权限已更改，需要重启 KestrelBay 才能生效。",
-            },
         .accessNotPermitted = kNotGranted,
         .accessWaylandSession = kNotGranted,
         .accessNoDisplay = kNotGranted,
@@ -135,11 +130,6 @@ const LSystemTexts &linuxTexts() {
                 u"✓ 可用 — 全局快捷键正常工作",
             },
         .accessOpenSettings = {u"Check Again", u"重新检查"},
-        .restartText =
-            {
-                u"Keyboard access changed. KestrelBay needs to restart to take effect.",
-                u"键盘访问权限已更改，需要重启 KestrelBay 才能生效。",
-            },
         .accessNotPermitted =
             {
                 u"⚠ Not available — KestrelBay is not allowed to see the keyboard",

@@ -32,7 +32,6 @@ struct LSystemTexts {
     LText accessTitle;
     LText accessGranted;
     LText accessOpenSettings;
-    LText restartText;
     /// By what is missing. The first also stands for what is not listed.
     LText accessNotPermitted;
     LText accessWaylandSession;

@@ -43,11 +43,8 @@ const std::vector<Member> &members() {
         {L::addRuleName, u"Add"_s, u"添加"_s},
         {L::noAppSelected, u"No app selected"_s, u"未选择应用"_s},
         {L::advancedOptions, u"Advanced Options"_s, u"高级选项"_s},
-        {L::ruleAdvancedName, u"Advanced"_s, u"高级"_s},
         {L::ruleDeleteName, u"Delete"_s, u"删除"_s},
         {L::ruleDragName, u"Drag to reorder"_s, u"拖拽以重新排序"_s},
-        {L::ruleEnabledName, u"Enabled"_s, u"启用"_s},
-        {L::ruleHotkeyName, u"Hotkey"_s, u"快捷键"_s},
         {L::hotkeyConflict, u"Hotkey conflict: already used by another rule, please re-enter"_s,
          u"快捷键冲突：已被其他规则使用，请重新录入"_s},
         {L::deleteConfirmTitle, u"Delete Shortcut"_s, u"删除快捷键"_s},
@@ -151,9 +148,6 @@ const std::vector<SystemMember> &systemMembers() {
          u"\u2705 已授权 \u2014 全局快捷键正常工作"_s},
         {L::accessOpenSettings, &LSystemTexts::accessOpenSettings, u"Open System Settings..."_s,
          u"打开系统设置..."_s},
-        {L::restartText, &LSystemTexts::restartText,
-         u"Accessibility permission changed. KestrelBay needs to restart to take effect."_s,
-         u"辅助功能权限已更改，需要重启 KestrelBay 才能生效。"_s},
     };
     return all;
 }

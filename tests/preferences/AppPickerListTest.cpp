@@ -18,6 +18,7 @@ InstalledApplication application(const QString &name, const QString &fileName = 
 
 AppPickerList listOf(const QStringList &names, const QLocale &locale = QLocale::English) {
     std::vector<InstalledApplication> applications;
+    applications.reserve(static_cast<std::size_t>(names.size()));
     for (const QString &name : names)
         applications.push_back(application(name, QStringLiteral("#")));
     return {std::move(applications), locale};
@@ -103,6 +104,7 @@ TEST(AppPickerListTest, MatchesStayInOrder) {
 
 TEST(AppPickerListTest, ManyApplications) {
     std::vector<InstalledApplication> many;
+    many.reserve(2000);
     for (int i = 0; i < 2000; ++i)
         many.push_back(application(QStringLiteral("Application %1").arg((i * 7919) % 2000),
                                    QStringLiteral("org.example.app%1").arg(i)));

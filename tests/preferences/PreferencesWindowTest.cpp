@@ -15,9 +15,11 @@
 #include "app/TextLabel.h"
 #include "preferences/AdvancedSettingsViewController.h"
 #include "preferences/ContainerViewController.h"
+#include "preferences/RuleRowView.h"
 #include "preferences/RulesViewController.h"
 #include "preferences/ServicesFixture.h"
 #include "preferences/SettingRow.h"
+#include "preferences/SymbolView.h"
 #include "preferences/TabBarView.h"
 #include "preferences/TabItemView.h"
 
@@ -122,6 +124,39 @@ TEST_F(PreferencesWindow, EveryVisitReadsTheRulesAgain) {
     EXPECT_TRUE(first.isNull());
     ASSERT_NE(second, nullptr);
     EXPECT_TRUE(second->emptyLabel()->isHidden());
+}
+
+TEST_F(PreferencesWindow, IconsAreKeptFromTabToTabAndReadAgainAtEveryVisit) {
+    manager().addRule({.appName = u"Mail"_s, .appPath = u"/mail"_s});
+    const auto readIcons = [this] {
+        mainQueue_.runAll();
+        backgroundQueue_.runAll();
+        mainQueue_.runAll();
+    };
+    const auto shownIcon = [this] {
+        return view<RuleRowView>()->findChild<SymbolView *>()->grab().toImage().pixelColor(14, 14);
+    };
+    const auto install = [this](const QColor &color) {
+        QPixmap pixmap(28, 28);
+        pixmap.fill(color);
+        catalog_.add(u"/mail"_s, u"Mail"_s, QIcon(pixmap));
+    };
+    install(Qt::red);
+    controller().showWindow();
+    readIcons();
+    EXPECT_EQ(shownIcon(), QColor(Qt::red));
+    clickTab(1);
+    install(Qt::green);
+    clickTab(0);
+    EXPECT_EQ(shownIcon(), QColor(Qt::red));
+    readIcons();
+    EXPECT_EQ(shownIcon(), QColor(Qt::green));
+    install(Qt::blue);
+    window().close();
+    controller().showWindow();
+    readIcons();
+    EXPECT_EQ(shownIcon(), QColor(Qt::blue));
+    EXPECT_EQ(catalog_.listIconRequests().size(), 3);
 }
 
 TEST_F(PreferencesWindow, ClosedItComesBackWithItsTab) {

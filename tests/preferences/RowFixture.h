@@ -18,6 +18,7 @@
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualDispatchQueue.h"
+#include "preferences/ApplicationIconCache.h"
 #include "preferences/PreferencesServices.h"
 #include "settings/Language.h"
 #include "settings/LaunchAtLogin.h"
@@ -55,6 +56,7 @@ protected:
                                                     std::function<void()> action) {
                                     toasts_.push_back({message, title, std::move(action)});
                                 }});
+        icons_ = std::make_unique<ApplicationIconCache>(*services_);
     }
     void TearDown() override {
         window_.reset();
@@ -82,6 +84,7 @@ protected:
     ManualDispatchQueue backgroundQueue_;
     std::vector<Toast> toasts_;
     std::unique_ptr<PreferencesServices> services_;
+    std::unique_ptr<ApplicationIconCache> icons_;
     std::unique_ptr<QWidget> window_;
 };
 

@@ -39,7 +39,7 @@ protected:
     void SetUp() override {
         RowFixture::SetUp();
         list_ = std::make_unique<ListOfRows>();
-        row_ = new RuleRowView(*services_, window_.get());
+        row_ = new RuleRowView(*services_, *icons_, window_.get());
         row_->setGeometry(0, 0, 600, RuleRowView::kHeight);
         showWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));

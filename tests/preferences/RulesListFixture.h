@@ -22,6 +22,7 @@
 #include "fakes/ManualDispatchQueue.h"
 #include "hotkeys/ShortcutManager.h"
 #include "model/RuleFile.h"
+#include "preferences/ApplicationIconCache.h"
 #include "preferences/RuleSheets.h"
 #include "settings/Language.h"
 #include "settings/LaunchAtLogin.h"
@@ -102,6 +103,8 @@ protected:
     ManualDispatchQueue mainQueue_;
     ManualDispatchQueue backgroundQueue_;
     QStringList toasts_;
+
+    ApplicationIconCache icons_{services()};
 
     /// The completions of the sheets opened last.
     RuleSheets::Picked pick_;

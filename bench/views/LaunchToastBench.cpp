@@ -1,0 +1,42 @@
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QPixmap>
+
+#include "app/LaunchToastWindow.h"
+#include "fakes/FakeNativeWindow.h"
+#include "fakes/FakeTimers.h"
+#include "fakes/ManualDispatchQueue.h"
+#include "views/Frame.h"
+
+namespace kestrelbay {
+
+namespace {
+
+/// From the order to the first frame, the one before being taken away.
+void showLaunchToast(benchmark::State &state) {
+    FakeNativeWindow nativeWindow;
+    FakeTimers timers;
+    ManualDispatchQueue mainQueue;
+    const ToastPanel::Services services{nativeWindow, timers, mainQueue};
+    ToastPanel::setServices(&services);
+    QPixmap pixmap(256, 256);
+    pixmap.fill(Qt::darkCyan);
+    const QIcon icon(pixmap);
+    for ([[maybe_unused]] auto _ : state) {
+        LaunchToastWindow::show(icon, LaunchToastDuration::Short);
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            if (window->isVisible())
+                paintFrame(*window);
+        }
+        // FakeNativeWindow notes every call.
+        nativeWindow.takeCalls();
+    }
+    ToastPanel::setServices(nullptr);
+}
+
+BENCHMARK(showLaunchToast)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+}  // namespace kestrelbay
