@@ -12,10 +12,12 @@ using testing::waitUntil;
 namespace {
 constexpr std::uint32_t kWantedDesktops = 4;
 constexpr std::chrono::milliseconds kOneQuestion{200};
+constexpr char kCompositorSelection[] = "_NET_WM_CM_S0";
 }  // namespace
 
-Desktop::Desktop(QString windowManager)
+Desktop::Desktop(QString windowManager, const QStringList &serverArguments)
     : processes_(home_.path()),
+      server_(serverArguments),
       environment_(server_.environment()),
       windowManager_(std::move(windowManager)) {
     home_.addTo(environment_);
@@ -46,6 +48,7 @@ Desktop::Desktop(QString windowManager)
 
 Desktop::~Desktop() {
     programs_.clear();
+    compositor_.reset();
     manager_.reset();
     earlierManager_.reset();
     bus_.reset();
@@ -83,6 +86,22 @@ void Desktop::replaceWindowManager() {
     // It announces itself before it listens, and what is asked until then is lost.
     if (!waitUntil([&] { return view_->answers(kOneQuestion); }))
         throw std::runtime_error("the second window manager does not answer");
+}
+
+void Desktop::startCompositor() {
+    compositor_ = std::make_unique<ChildProcess>(
+        QStringLiteral("picom"),
+        QStringList{QStringLiteral("--backend"), QStringLiteral("xrender"),
+                    QStringLiteral("--config"), QProcess::nullDevice()},
+        environment_, QProcess::nullDevice());
+    if (!waitUntil([&] { return view_->client().ownerOf(kCompositorSelection) != XCB_NONE; }))
+        throw std::runtime_error("the compositor did not start");
+}
+
+void Desktop::stopCompositor() {
+    compositor_.reset();
+    if (!waitUntil([&] { return view_->client().ownerOf(kCompositorSelection) == XCB_NONE; }))
+        throw std::runtime_error("the compositor did not end");
 }
 
 void Desktop::killServer() {

@@ -20,9 +20,10 @@ namespace kestrelbay::desktop {
 /// started by hotkeys included.
 class Desktop {
 public:
-    /// `windowManager` is openbox, xfwm4 or metacity. Throws std::runtime_error
-    /// when a part of the session does not come up.
-    explicit Desktop(QString windowManager);
+    /// `windowManager` is openbox, xfwm4 or metacity; the server's arguments are
+    /// those beyond the usual ones. Throws std::runtime_error when a part of the
+    /// session does not come up.
+    explicit Desktop(QString windowManager, const QStringList &serverArguments = {});
     ~Desktop();
 
     [[nodiscard]] const QString &displayName() const { return server_.displayName(); }
@@ -35,6 +36,9 @@ public:
     void start(const QString &program, const QStringList &arguments = {});
     /// A second window manager takes over from the running one.
     void replaceWindowManager();
+    /// From now on windows can be seen through. Throws std::runtime_error.
+    void startCompositor();
+    void stopCompositor();
     void killServer();
     /// A picture of the whole screen.
     void screenshot(const QString &path);
@@ -50,6 +54,7 @@ private:
     std::unique_ptr<testing::ChildProcess> bus_;
     std::unique_ptr<testing::ChildProcess> manager_;
     std::unique_ptr<testing::ChildProcess> earlierManager_;
+    std::unique_ptr<testing::ChildProcess> compositor_;
     std::vector<std::unique_ptr<testing::ChildProcess>> programs_;
     std::optional<WindowManagerView> view_;
 };

@@ -10,7 +10,7 @@
 namespace kestrelbay::desktop {
 
 /// A plain program with one window: it stands for whatever the user is working
-/// with, and remembers every key event that reached it.
+/// with, and remembers every key event and click that reached it.
 class FrontWindow {
 public:
     struct Key {
@@ -25,7 +25,10 @@ public:
     [[nodiscard]] xcb_window_t id() const { return window_; }
     /// Presses of this key that reached the window since forget(), repeats included.
     [[nodiscard]] int pressesOf(std::uint8_t keycode);
+    /// Clicks that reached the window since forget().
+    [[nodiscard]] int clicks();
     void forget();
+    void setFullScreen(bool fullScreen);
 
 private:
     void readEvents();
@@ -33,6 +36,7 @@ private:
     XClient client_;
     xcb_window_t window_;
     std::vector<Key> keys_;
+    int clicks_ = 0;
 };
 
 }  // namespace kestrelbay::desktop

@@ -48,7 +48,7 @@ HomeFolder::HomeFolder() {
 
     write(openboxConfig(), kOpenboxConfig);
     write(config(QStringLiteral("mimeapps.list")), kDefaultApplications);
-    write(config(QStringLiteral("KestrelBay/settings.json")), R"({"onboardingCompleted":true})");
+    write(settingsPath(), R"({"onboardingCompleted":true})");
     write(applicationPath(QStringLiteral("kestrel-arguments.desktop")),
           desktopEntry("Arguments Recorder", kArgumentsRecorder));
     write(applicationPath(QStringLiteral("kestrel-url.desktop")),
@@ -76,6 +76,10 @@ QString HomeFolder::applicationPath(const QString &entry) const {
 
 QString HomeFolder::rulesPath() const {
     return config(QStringLiteral("KestrelBay/rules.json"));
+}
+
+QString HomeFolder::settingsPath() const {
+    return config(QStringLiteral("KestrelBay/settings.json"));
 }
 
 QString HomeFolder::openboxConfig() const {

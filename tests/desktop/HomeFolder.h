@@ -21,6 +21,7 @@ public:
     /// Of a desktop entry in this home folder.
     [[nodiscard]] QString applicationPath(const QString &entry) const;
     [[nodiscard]] QString rulesPath() const;
+    [[nodiscard]] QString settingsPath() const;
     [[nodiscard]] QString openboxConfig() const;
 
     /// HOME and the XDG folders.

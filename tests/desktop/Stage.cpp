@@ -1,9 +1,11 @@
 #include "desktop/Stage.h"
 
 #include <algorithm>
+#include <csignal>
 
 #include <QDir>
 
+#include "desktop/Typing.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::desktop {
@@ -11,11 +13,15 @@ namespace kestrelbay::desktop {
 namespace {
 /// For a request that may have been lost, before it is made again.
 constexpr std::chrono::milliseconds kPatience{500};
+
+bool isOnCommand(const RuleSpec &rule) {
+    return (rule.modifierFlags & flags::kCommand) != 0;
+}
 }  // namespace
 
 Stage::Stage(StageOptions options)
     : options_(std::move(options)),
-      desktop_(options_.windowManager),
+      desktop_(options_.windowManager, options_.serverArguments),
       front_(desktop_.displayName()),
       keyboard_(desktop_.displayName()),
       rules_(scenarioRules(desktop_.home())),
@@ -36,9 +42,26 @@ PtyProcess &Stage::program() {
     return *program_;
 }
 
-void Stage::startProgram() {
+void Stage::startProgram(const QStringList &arguments) {
     program_.reset();
-    program_.emplace(options_.program, QStringList(), desktop_.environment());
+    QProcessEnvironment environment = desktop_.environment();
+    environment.insert(programVariables_);
+    program_.emplace(options_.program, arguments, environment);
+}
+
+void Stage::setProgramVariable(const QString &name, const QString &value) {
+    if (value.isEmpty())
+        programVariables_.remove(name);
+    else
+        programVariables_.insert(name, value);
+}
+
+void Stage::endProgram() {
+    if (!program_)
+        return;
+    prepare(
+        QStringLiteral("KestrelBay ended"), [&] { program_->sendSignal(SIGTERM); },
+        [&] { return !program_->isRunning(); });
 }
 
 bool Stage::isGrabbed(const Key &key) {
@@ -47,7 +70,16 @@ bool Stage::isGrabbed(const Key &key) {
 
 int Stage::grabbedCount() {
     return static_cast<int>(std::ranges::count_if(
-        rules_, [this](const RuleSpec &rule) { return isGrabbed(rule.key); }));
+        rules_, [this](const RuleSpec &rule) { return isOnCommand(rule) && isGrabbed(rule.key); }));
+}
+
+int Stage::ruleCount() const {
+    return static_cast<int>(std::ranges::count_if(rules_, &isOnCommand));
+}
+
+void Stage::useRules(std::vector<RuleSpec> rules) {
+    rules_ = std::move(rules);
+    rulesBytes_ = rulesJson(rules_);
 }
 
 void Stage::hold(const Chord &chord) {
@@ -63,6 +95,17 @@ void Stage::letGo(const Chord &chord) {
 void Stage::press(const Chord &chord) {
     hold(chord);
     letGo(chord);
+}
+
+void Stage::type(const QString &text) {
+    for (const QChar character : text) {
+        const auto position = positionOf(view().client(), character);
+        if (!position)
+            throw NotPrepared(QStringLiteral("no key for ") + character);
+        const std::vector<std::uint8_t> plainly{position->keycode};
+        const std::vector<std::uint8_t> shifted{testing::xkey::kLeftShift, position->keycode};
+        press({.text = character, .keycodes = position->isShifted ? shifted : plainly});
+    }
 }
 
 void Stage::press(const Chord &chord, Step step) {

@@ -19,6 +19,8 @@ struct StageOptions {
     QString program;
     QString windowManager = QStringLiteral("openbox");
     QString artifacts;  ///< empty: no screenshots
+    QStringList serverArguments = {};
+    QString only;  ///< a part of the names of the scenes to play; empty: all
 };
 
 /// Everything that a scene plays with: the desktop, KestrelBay running in it, a
@@ -36,17 +38,26 @@ public:
 
     /// KestrelBay. Throws NotPrepared when it is not running.
     [[nodiscard]] PtyProcess &program();
-    void startProgram();
+    void startProgram(const QStringList &arguments = {});
+    /// Of its environment at the starts to come; not there when the value is empty.
+    void setProgramVariable(const QString &name, const QString &value);
+    /// Asks it to end and waits until it has; nothing when it does not run.
+    void endProgram();
     /// Does KestrelBay, or anyone else, hold L⌘ with this key?
     [[nodiscard]] bool isGrabbed(const Key &key);
-    /// How many of the rules have their key grabbed.
+    /// How many of the rules on the Command key have it grabbed.
     [[nodiscard]] int grabbedCount();
-    [[nodiscard]] int ruleCount() const { return static_cast<int>(rules_.size()); }
+    /// How many rules there are on the Command key.
+    [[nodiscard]] int ruleCount() const;
+    /// At the starts to come.
+    void useRules(std::vector<RuleSpec> rules);
     [[nodiscard]] const QByteArray &rulesBytes() const { return rulesBytes_; }
 
     void hold(const Chord &chord);
     void letGo(const Chord &chord);
     void press(const Chord &chord);
+    /// Key by key; throws NotPrepared when the keyboard lacks one.
+    void type(const QString &text);
     /// A step that begins with a press.
     void press(const Chord &chord, Step step);
     /// As "pressed L⌘T (X 133 28)".
@@ -76,6 +87,9 @@ public:
     /// Keeps what KestrelBay has said beside the screenshots.
     void keepLog(const QString &name);
 
+protected:
+    [[nodiscard]] const StageOptions &options() const { return options_; }
+
 private:
     StageOptions options_;
     Desktop desktop_;
@@ -83,6 +97,7 @@ private:
     testing::KeyPresser keyboard_;
     std::vector<RuleSpec> rules_;
     QByteArray rulesBytes_;
+    QProcessEnvironment programVariables_;
     std::optional<PtyProcess> program_;
     Story story_;
 };

@@ -40,6 +40,7 @@ public:
     void scene(const QString &name, const std::function<void()> &body);
     void step(const Step &step);
 
+    [[nodiscard]] bool hasFailures() const { return !failures_.empty(); }
     /// Prints how it ended. True when everything was seen.
     [[nodiscard]] bool conclude(const QString &title);
 

@@ -115,9 +115,14 @@ bool WindowManagerView::isInFront(Window window) {
         return false;
     // A window of another workspace may be higher up in the list.
     const auto windows = stacking();
-    const auto first =
-        std::ranges::find_if(windows, [this](Window other) { return isShown(other); });
+    const auto first = std::ranges::find_if(
+        windows, [this](Window other) { return isShown(other) && !isPanel(other); });
     return first != windows.end() && *first == window;
+}
+
+bool WindowManagerView::isPanel(Window window) {
+    const auto types = client_.numbers(window, "_NET_WM_WINDOW_TYPE");
+    return std::ranges::count(types, client_.atom("_NET_WM_WINDOW_TYPE_DOCK")) != 0;
 }
 
 QString WindowManagerView::describe(Window window) {

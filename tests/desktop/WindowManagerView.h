@@ -43,7 +43,9 @@ public:
     [[nodiscard]] bool answers(std::chrono::milliseconds timeout);
     /// On the current workspace and not minimised.
     [[nodiscard]] bool isShown(Window window);
-    /// Active, shown, and in front of all others that are.
+    /// Of the desktop, above all windows of programs.
+    [[nodiscard]] bool isPanel(Window window);
+    /// Active, shown, and in front of all others that are, panels apart.
     [[nodiscard]] bool isInFront(Window window);
 
     /// As "XTerm “title” 0x40000d".

@@ -1,12 +1,14 @@
 #include "desktop/XClient.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace kestrelbay::desktop {
 
 namespace {
 constexpr std::uint32_t kLongestProperty = 1U << 16U;  // in 32-bit units
-}
+constexpr int kSmallestPopup = 20;
+}  // namespace
 
 XClient::XClient(const QString &displayName)
     : connection_(xcb_connect(displayName.toLatin1().constData(), nullptr)) {
@@ -57,6 +59,52 @@ QByteArray XClient::text(xcb_window_t window, const std::string &name) {
             xcb_get_property_value_length(reply.get())};
 }
 
+QRect XClient::area(xcb_window_t window) {
+    const auto asked = xcb_get_geometry(get(), window);
+    const auto askedPlace = xcb_translate_coordinates(get(), window, root_, 0, 0);
+    const Reply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(get(), asked, nullptr));
+    const Reply<xcb_translate_coordinates_reply_t> place(
+        xcb_translate_coordinates_reply(get(), askedPlace, nullptr));
+    return size && place ? QRect(place->dst_x, place->dst_y, size->width, size->height) : QRect();
+}
+
+bool XClient::isMapped(xcb_window_t window) {
+    const Reply<xcb_get_window_attributes_reply_t> reply(
+        xcb_get_window_attributes_reply(get(), xcb_get_window_attributes(get(), window), nullptr));
+    return reply && reply->map_state != XCB_MAP_STATE_UNMAPPED;
+}
+
+std::vector<xcb_window_t> XClient::children(xcb_window_t window) {
+    const Reply<xcb_query_tree_reply_t> reply(
+        xcb_query_tree_reply(get(), xcb_query_tree(get(), window), nullptr));
+    if (!reply)
+        return {};
+    const xcb_window_t *first = xcb_query_tree_children(reply.get());
+    return {first, first + xcb_query_tree_children_length(reply.get())};
+}
+
+std::vector<xcb_window_t> XClient::popups() {
+    const QSize screen = area(root_).size();
+    std::vector<xcb_window_t> found = children(root_);
+    std::erase_if(found, [&](xcb_window_t window) {
+        const Reply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
+            get(), xcb_get_window_attributes(get(), window), nullptr));
+        if (!reply || reply->override_redirect == 0 || reply->map_state == XCB_MAP_STATE_UNMAPPED ||
+            reply->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT)
+            return true;
+        // Neither helper windows nor the one in which a compositor draws.
+        const QSize size = area(window).size();
+        return size == screen || std::min(size.width(), size.height()) < kSmallestPopup;
+    });
+    return found;
+}
+
+xcb_window_t XClient::ownerOf(const std::string &selection) {
+    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        get(), xcb_get_selection_owner(get(), atom(selection)), nullptr));
+    return reply ? reply->owner : xcb_window_t{XCB_NONE};
+}
+
 void XClient::setNumbers(xcb_window_t window, const std::string &name, xcb_atom_t type,
                          const std::vector<std::uint32_t> &values) {
     xcb_change_property(get(), XCB_PROP_MODE_REPLACE, window, atom(name), type, 32,
@@ -104,6 +152,16 @@ bool XClient::grabIsTaken(std::uint16_t modifiers, std::uint8_t keycode) {
     xcb_ungrab_key(get(), keycode, root_, modifiers);
     xcb_ungrab_server(get());
     return Reply<xcb_generic_error_t>(xcb_request_check(get(), grab)) != nullptr && alive();
+}
+
+bool XClient::keyboardIsTaken() {
+    xcb_grab_server(get());
+    const auto asked = xcb_grab_keyboard(get(), 0, root_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                                         XCB_GRAB_MODE_ASYNC);
+    xcb_ungrab_keyboard(get(), XCB_CURRENT_TIME);
+    xcb_ungrab_server(get());
+    const Reply<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(get(), asked, nullptr));
+    return reply && reply->status != XCB_GRAB_STATUS_SUCCESS;
 }
 
 void XClient::sync() {

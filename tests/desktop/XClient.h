@@ -10,6 +10,7 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QRect>
 #include <QString>
 
 #include <xcb/xcb.h>
@@ -37,6 +38,17 @@ public:
     /// The property's 32-bit items; empty when it is absent.
     [[nodiscard]] std::vector<std::uint32_t> numbers(xcb_window_t window, const std::string &name);
     [[nodiscard]] QByteArray text(xcb_window_t window, const std::string &name);
+    /// Without its border, on the screen; empty when there is no such window.
+    [[nodiscard]] QRect area(xcb_window_t window);
+    /// Itself, whatever becomes of its parents.
+    [[nodiscard]] bool isMapped(xcb_window_t window);
+    /// Bottom-most first.
+    [[nodiscard]] std::vector<xcb_window_t> children(xcb_window_t window);
+    /// Mapped windows that no window manager looks after, of programs that show
+    /// something in them: menus and toasts.
+    [[nodiscard]] std::vector<xcb_window_t> popups();
+    /// None when nobody owns the selection.
+    [[nodiscard]] xcb_window_t ownerOf(const std::string &selection);
 
     void setNumbers(xcb_window_t window, const std::string &name, xcb_atom_t type,
                     const std::vector<std::uint32_t> &values);
@@ -52,6 +64,9 @@ public:
     /// Does another client hold this key combination? Asking leaves no trace: no
     /// other request is carried out between our own grab and its release.
     [[nodiscard]] bool grabIsTaken(std::uint16_t modifiers, std::uint8_t keycode);
+
+    /// Does another client hold the whole keyboard? Asked in the same way.
+    [[nodiscard]] bool keyboardIsTaken();
 
     /// Everything sent so far has been processed by the server.
     void sync();
