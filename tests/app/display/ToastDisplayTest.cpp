@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QIcon>
 #include <QPainter>
 #include <QPixmap>
@@ -11,9 +10,9 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <iostream>
-#include <optional>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -113,8 +112,8 @@ struct Seen {
     double opaque = 0;
     double fades = 0;
     double gone = 0;
-    int stepsIn = 0;
-    int stepsOut = 0;
+    double stepsIn = 0;
+    double stepsOut = 0;
 };
 
 /// Follows a window that was just shown until it is gone, from a thread and a
@@ -124,8 +123,9 @@ Seen watch(xcb_window_t window) {
     std::atomic<bool> isGone = false;
     std::thread watcher([&] {
         desktop::WindowManagerView view(qEnvironmentVariable("DISPLAY"));
-        while (!ToastStage::isMapped(view, window)) {
-        }
+        const auto asked = Clock::now();
+        while (!ToastStage::isMapped(view, window) && Clock::now() - asked < 5s)
+            std::this_thread::yield();
         const auto start = Clock::now();
         double last = ToastStage::opacity(view, window);
         while (ToastStage::isMapped(view, window)) {
@@ -149,27 +149,33 @@ Seen watch(xcb_window_t window) {
     return seen;
 }
 
+/// Of the runs; what another process on the machine does to one of them leaves it alone.
+template <typename Member>
+double median(std::vector<Seen> runs, Member member) {
+    const auto middle = runs.begin() + static_cast<std::ptrdiff_t>(runs.size() / 2);
+    std::ranges::nth_element(runs, middle, {}, member);
+    return (*middle).*member;
+}
+
 TEST_F(ToastDisplayTest, LaunchToastKeepsItsTimesWithinAFrame) {
     constexpr double kFrame = 16;
+    constexpr int kRuns = 7;
     for (const Times &times : kTimes) {
-        // Another process can keep the processor for longer than a frame, so that a
-        // run is late; one that is in time shows that the program itself is.
-        std::optional<Seen> inTime;
-        Seen seen;
-        for (int run = 0; run < 6 && !inTime; ++run) {
+        std::vector<Seen> runs;
+        for (int run = 0; run < kRuns; ++run) {
             LaunchToastWindow::show(plainIcon(), times.duration);
-            seen = watch(windowOf(*current<LaunchToastWindow>()));
-            const auto near = [](double is, std::chrono::milliseconds due, double frames) {
-                return std::abs(is - double(due.count())) <= frames * kFrame;
-            };
-            // The fade begins so slowly that its second frame is the first to be seen.
-            if (near(seen.opaque, times.opaque, 1) && near(seen.fades, times.fades, 2) &&
-                near(seen.gone, times.gone, 1) && seen.stepsIn >= 3 && seen.stepsOut >= 3)
-                inTime = seen;
+            runs.push_back(watch(windowOf(*current<LaunchToastWindow>())));
         }
-        std::cout << "opaque " << seen.opaque << ", fades " << seen.fades << ", gone " << seen.gone
-                  << " ms, steps " << seen.stepsIn << " and " << seen.stepsOut << '\n';
-        EXPECT_TRUE(inTime);
+        const double opaque = median(runs, &Seen::opaque);
+        const double fades = median(runs, &Seen::fades);
+        const double gone = median(runs, &Seen::gone);
+        std::cout << "opaque " << opaque << ", fades " << fades << ", gone " << gone << " ms\n";
+        EXPECT_NEAR(opaque, double(times.opaque.count()), kFrame);
+        // The fade begins so slowly that its second frame is the first to be seen.
+        EXPECT_NEAR(fades, double(times.fades.count()), 2 * kFrame);
+        EXPECT_NEAR(gone, double(times.gone.count()), kFrame);
+        EXPECT_GE(median(runs, &Seen::stepsIn), 3);
+        EXPECT_GE(median(runs, &Seen::stepsOut), 3);
     }
 }
 
@@ -254,56 +260,6 @@ TEST_F(ToastDisplayTest, WithCompositingTheBackgroundShowsThrough) {
                std::abs(color.green() - mixed(panel.green(), qGreen(kBackgroundColor))) <= 3;
     }));
     EXPECT_EQ(ToastStage::screen().pixel(corner), kBackgroundColor);
-}
-
-TEST_F(ToastDisplayTest, ShowingIsCheap) {
-    std::vector<double> milliseconds;
-    for (int run = 0; run < 21; ++run) {
-        QElapsedTimer timer;
-        timer.start();
-        LaunchToastWindow::show(plainIcon(), LaunchToastDuration::Short);
-        milliseconds.push_back(double(timer.nsecsElapsed()) / 1e6);
-        (void)shownWindow<LaunchToastWindow>();
-    }
-    std::ranges::sort(milliseconds);
-    RecordProperty("median_us", static_cast<int>(milliseconds[10] * 1000));
-    std::cout << "showing takes " << milliseconds[10] << " ms (median), " << milliseconds.back()
-              << " ms at most\n";
-    EXPECT_NE(current<LaunchToastWindow>(), nullptr);
-}
-
-/// Pictures for the eye, where the environment names a folder for them.
-TEST_F(ToastDisplayTest, Pictures) {
-    const QString folder = qEnvironmentVariable("KESTRELBAY_PICTURES");
-    if (folder.isEmpty())
-        GTEST_SKIP() << "KESTRELBAY_PICTURES names no folder";
-    const QString texts[][2] = {
-        {u"Accessibility permission required to record hotkeys"_s, u"Grant Access"_s},
-        {u"需要辅助功能权限才能录入快捷键"_s, u"前往授权"_s},
-        {u"Hotkey conflict: already used by another rule, please re-enter"_s, QString()},
-        {u"点击状态栏的⚡️图标 → 偏好设置 进行快捷键配置"_s, QString()}};
-    for (const bool composited : {false, true}) {
-        if (composited)
-            stage_.startCompositing();
-        for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {
-            QApplication::setPalette(systemPalette(scheme));
-            background_.showFullScreen();
-            for (int index = 0; index < 4; ++index) {
-                LaunchToastWindow::show(plainIcon(), LaunchToastDuration::Long);
-                ToastWindow::show(texts[index][0], texts[index][1], [] {});
-                (void)shownWindow<ToastWindow>();
-                const auto *launch = current<LaunchToastWindow>();
-                ASSERT_TRUE(ToastStage::waitUntil([&] { return launch->windowOpacity() == 1.0; }));
-                QElapsedTimer settle;
-                settle.start();
-                ASSERT_TRUE(ToastStage::waitUntil([&] { return settle.elapsed() > 200; }));
-                EXPECT_TRUE(ToastStage::screen().save(
-                    folder + u"/toast-%1-%2-%3.png"_s.arg(composited ? u"composited"_s : u"plain"_s)
-                                 .arg(scheme == ColorScheme::Dark ? u"dark"_s : u"light"_s)
-                                 .arg(index)));
-            }
-        }
-    }
 }
 
 }  // namespace
