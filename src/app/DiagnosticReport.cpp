@@ -73,7 +73,7 @@ QString counted(const ShortcutManager::Rules &rules) {
 /// The tap of a program that does not run: what it would find.
 QString triedTap(EventTap &tap) {
     const bool installed = tap.install({});
-    const QString result = explained(tap.problem());
+    QString result = explained(tap.problem());
     if (installed)
         tap.remove();
     return result;

@@ -50,6 +50,8 @@ void HotkeyRecorder::tryToRecord() {
         return;
     }
     const std::weak_ptr<bool> life = life_;
+    // Before the tap is told: it may deliver a modifier that goes down just then.
+    state_ = State::Recording;
     const bool started = manager_.setRecordingCallback(
         [this, life](EventType type, KeyCode keyCode, ModifierFlags) {
             return life.expired() ? EventVerdict::Pass : handleRawEvent(type, keyCode);
@@ -60,13 +62,16 @@ void HotkeyRecorder::tryToRecord() {
             becomeIdle();
             call(hooks_.ended);
         });
-    if (started) {
-        state_ = State::Recording;
-        call(hooks_.started);
+    if (life.expired())
         return;
+    if (!started) {
+        becomeIdle();
+        manager_.setRecordingCallback(nullptr);
+        waitForKeyboard();
+    } else if (isRecording() && call(hooks_.started) && isRecording() &&
+               !heldModifierCodes_.empty()) {
+        call(hooks_.modifiersChanged);
     }
-    manager_.setRecordingCallback(nullptr);
-    waitForKeyboard();
 }
 
 void HotkeyRecorder::waitForKeyboard() {

@@ -68,8 +68,8 @@ void ShortcutManager::saveRules() {
 
 void ShortcutManager::addRule(const ShortcutRule &rule) {
     rules_.push_back(rule);
-    saveRules();
     rulesWereChanged();
+    saveRules();
 }
 
 void ShortcutManager::updateRule(const ShortcutRule &rule) {
@@ -77,16 +77,16 @@ void ShortcutManager::updateRule(const ShortcutRule &rule) {
     if (found == rules_.end())
         return;
     *found = rule;
-    saveRules();
     rulesWereChanged();
+    saveRules();
 }
 
 void ShortcutManager::removeRule(std::ptrdiff_t index) {
     if (index < 0 || index >= std::ssize(rules_))
         return;
     rules_.erase(rules_.begin() + index);
-    saveRules();
     rulesWereChanged();
+    saveRules();
 }
 
 void ShortcutManager::moveRule(std::ptrdiff_t source, std::ptrdiff_t destination) {
@@ -99,8 +99,8 @@ void ShortcutManager::moveRule(std::ptrdiff_t source, std::ptrdiff_t destination
         std::rotate(first + source, first + source + 1, first + destination + 1);
     else
         std::rotate(first + destination, first + source, first + source + 1);
-    saveRules();
     rulesWereChanged();
+    saveRules();
 }
 
 void ShortcutManager::setEnabled(bool enabled) {

@@ -51,8 +51,8 @@ public:
 
     [[nodiscard]] const Rules &rules() const { return rules_; }
     void loadRules();
-    /// Every change below saves the list; a failure keeps the list in memory and
-    /// the old file on disk, without a word.
+    /// Every change below is in force before it is saved, as that waits for the disk; a
+    /// failure keeps the list in memory and the old file on disk, without a word.
     void saveRules();
     void addRule(const ShortcutRule &rule);
     /// Replaces the first rule that has the same id; nothing happens if none has.

@@ -66,6 +66,22 @@ protected:
     std::optional<HotkeyRecorder> recorder_;
 };
 
+TEST_F(HotkeyRecorderTest, AModifierPressedJustWhenItBeginsCounts) {
+    tap_.pressAtRecording(key::kLeftCommand);
+    recorder().start();
+    EXPECT_EQ(takeTold(), QStringList({u"modifiers"_s, u"started"_s, u"modifiers"_s}));
+    EXPECT_EQ(recorder().heldModifiers(), kLeftCommandFlags);
+    EXPECT_EQ(tap_.press(kT), kSwallow);
+    EXPECT_EQ(recorder().modifierFlags(), kLeftCommandFlags);
+}
+
+TEST_F(HotkeyRecorderTest, AnEscapePressedJustWhenItBeginsEndsIt) {
+    tap_.pressAtRecording(key::kEscape);
+    recorder().start();
+    EXPECT_EQ(takeTold(), QStringList{u"ended"_s});
+    expectKeyboardGivenBack();
+}
+
 TEST_F(HotkeyRecorderTest, GrabsTheKeyboardWhileItRecords) {
     EXPECT_FALSE(recorder().isRecording());
     startRecording();

@@ -5,11 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/QtPrinters.h"
-#include "fakes/FakeUserDefaults.h"
+#include "core/LFixture.h"
 #include "platform/EventTap.h"
-#include "settings/LSystemTexts.h"
-#include "settings/Language.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,25 +14,11 @@ namespace kestrelbay {
 
 namespace {
 
-class LPreferencesTest : public ::testing::Test {
-protected:
-    void SetUp() override { Language::setDefaults(&defaults_); }
-    void TearDown() override { Language::setDefaults(nullptr); }
-
-    void choose(Language language) { defaults_.setString(u"appLanguage"_s, language.rawValue()); }
-
-    FakeUserDefaults defaults_;
-};
-
-struct Member {
-    QString (*text)();
-    QString english;
-    QString chinese;
-};
+class LPreferencesTest : public LFixture {};
 
 // Texts that are the same on every system.
-const std::vector<Member> &members() {
-    static const std::vector<Member> all{
+const std::vector<LMember> &members() {
+    static const std::vector<LMember> all{
         {L::rulesTab, u"Shortcut Rules"_s, u"快捷键规则"_s},
         {L::advancedTab, u"Advanced"_s, u"高级设置"_s},
         {L::rulesEmpty, u"Click the ＋ button to add your first shortcut"_s,
@@ -84,6 +67,8 @@ const std::vector<Member> &members() {
         {L::appPickerSearch, u"Search apps..."_s, u"搜索应用..."_s},
         {L::appPickerBrowse, u"Browse..."_s, u"从文件系统选择..."_s},
         {L::appPickerSelect, u"Select"_s, u"选择"_s},
+        {L::appPickerLoading, u"Looking for apps..."_s, u"正在查找应用..."_s},
+        {L::appPickerNothingFound, u"No apps found"_s, u"未找到应用"_s},
         {L::launchAtLogin, u"Launch at Login"_s, u"登录时自动启动"_s},
         {L::language, u"Language"_s, u"语言"_s},
         {L::languageText, u"Interface language for KestrelBay"_s, u"KestrelBay 界面语言"_s},
@@ -102,6 +87,9 @@ const std::vector<Member> &members() {
         {L::launchToastLong, u"Long"_s, u"较长显示"_s},
         {L::configFolder, u"Config File Location"_s, u"配置文件位置"_s},
         {L::restartTitle, u"Restart KestrelBay"_s, u"需要重启 KestrelBay"_s},
+        {L::restartText,
+         u"Accessibility permission changed. KestrelBay needs to restart to take effect."_s,
+         u"辅助功能权限已更改，需要重启 KestrelBay 才能生效。"_s},
         {L::restartNow, u"Restart Now"_s, u"立即重启"_s},
         {L::restartLater, u"Later"_s, u"稍后"_s},
     };
@@ -109,12 +97,10 @@ const std::vector<Member> &members() {
 }
 
 TEST_F(LPreferencesTest, EveryTextInBothLanguages) {
-    for (const Member &member : members()) {
-        choose(Language::en);
-        EXPECT_EQ(member.text(), member.english);
-        choose(Language::zh);
-        EXPECT_EQ(member.text(), member.chinese);
-    }
+    choose(Language::en);
+    expectEnglish(members());
+    choose(Language::zh);
+    expectChinese(members());
 }
 
 TEST_F(LPreferencesTest, AnyNumberOfRulesIsCounted) {
@@ -125,16 +111,9 @@ TEST_F(LPreferencesTest, AnyNumberOfRulesIsCounted) {
     EXPECT_EQ(L::rulesCount(1234), u"已配置 1234 个"_s);
 }
 
-struct SystemMember {
-    QString (*text)();
-    LText LSystemTexts::*pair;
-    QString english;
-    QString chinese;
-};
-
 // As they read on macOS.
-const std::vector<SystemMember> &systemMembers() {
-    static const std::vector<SystemMember> all{
+const std::vector<LSystemMember> &systemMembers() {
+    static const std::vector<LSystemMember> all{
         {L::argumentFilePathHint, &LSystemTexts::argumentFilePathHint, u"/Users/me/project"_s,
          u"/Users/me/project"_s},
         {L::launchAtLoginText, &LSystemTexts::launchAtLoginText,
@@ -156,24 +135,11 @@ constexpr TapProblem kProblems[]{TapProblem::NotPermitted, TapProblem::WaylandSe
                                  TapProblem::NoDisplay, TapProblem::NoInputExtension,
                                  TapProblem::OtherInstance};
 
-void expectNothingOfMacos(const LText &text) {
-    for (const QString &word : {u"accessibility"_s, u"System Settings"_s, u"macOS"_s, u"Finder"_s,
-                                u"/Users"_s, u"辅助功能"_s, u"系统设置"_s}) {
-        EXPECT_FALSE(text.english.contains(word, Qt::CaseInsensitive)) << word.toStdString();
-        EXPECT_FALSE(text.chinese.contains(word, Qt::CaseInsensitive)) << word.toStdString();
-    }
-    EXPECT_FALSE(text.english.isEmpty());
-    EXPECT_FALSE(text.chinese.isEmpty());
+TEST_F(LPreferencesTest, TextsOfMacosAreTheGivenOnes) {
+    expectTextsOfMacos(systemMembers());
 }
 
-TEST(LPreferencesSystemTexts, ThoseOfMacosAreTheGivenOnes) {
-    for (const SystemMember &member : systemMembers()) {
-        EXPECT_EQ((macosTexts().*member.pair).english.toString(), member.english);
-        EXPECT_EQ((macosTexts().*member.pair).chinese.toString(), member.chinese);
-    }
-}
-
-TEST(LPreferencesSystemTexts, MacosAlwaysPointsToTheSettings) {
+TEST_F(LPreferencesTest, MacosAlwaysPointsToTheSettings) {
     for (const TapProblem problem : kProblems) {
         const LText &text = accessMissing(macosTexts(), problem);
         EXPECT_EQ(
@@ -185,14 +151,16 @@ TEST(LPreferencesSystemTexts, MacosAlwaysPointsToTheSettings) {
     }
 }
 
-TEST(LPreferencesSystemTexts, ThoseOfLinuxNameNothingThatIsNotThere) {
-    for (const SystemMember &member : systemMembers())
-        expectNothingOfMacos(linuxTexts().*member.pair);
+TEST_F(LPreferencesTest, TextsOfLinuxNameNothingThatIsNotThere) {
+    const QStringList words{u"accessibility"_s, u"System Settings"_s, u"macOS"_s,   u"Finder"_s,
+                            u"/Users"_s,        u"辅助功能"_s,        u"系统设置"_s};
+    for (const LSystemMember &member : systemMembers())
+        expectNoneOf(words, linuxTexts().*member.pair);
     for (const TapProblem problem : kProblems)
-        expectNothingOfMacos(accessMissing(linuxTexts(), problem));
+        expectNoneOf(words, accessMissing(linuxTexts(), problem));
 }
 
-TEST(LPreferencesSystemTexts, LinuxNamesWhatIsMissing) {
+TEST_F(LPreferencesTest, LinuxNamesWhatIsMissing) {
     const auto english = [](TapProblem problem) {
         return accessMissing(linuxTexts(), problem).english;
     };
@@ -212,12 +180,7 @@ TEST(LPreferencesSystemTexts, LinuxNamesWhatIsMissing) {
 }
 
 TEST_F(LPreferencesTest, TextsOfTheSystemAreThoseOfThisOne) {
-    for (const SystemMember &member : systemMembers()) {
-        choose(Language::en);
-        EXPECT_EQ(member.text(), (systemTexts().*member.pair).english.toString());
-        choose(Language::zh);
-        EXPECT_EQ(member.text(), (systemTexts().*member.pair).chinese.toString());
-    }
+    expectTextsOfThisSystem(systemMembers());
     for (const TapProblem problem : kProblems) {
         choose(Language::en);
         EXPECT_EQ(L::accessMissing(problem),

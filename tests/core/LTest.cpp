@@ -4,10 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/QtPrinters.h"
-#include "fakes/FakeUserDefaults.h"
-#include "settings/LSystemTexts.h"
-#include "settings/Language.h"
+#include "core/LFixture.h"
 
 using namespace Qt::StringLiterals;
 
@@ -15,25 +12,11 @@ namespace kestrelbay {
 
 namespace {
 
-class LTest : public ::testing::Test {
-protected:
-    void SetUp() override { Language::setDefaults(&defaults_); }
-    void TearDown() override { Language::setDefaults(nullptr); }
-
-    void choose(Language language) { defaults_.setString(u"appLanguage"_s, language.rawValue()); }
-
-    FakeUserDefaults defaults_;
-};
-
-struct Member {
-    QString (*text)();
-    QString english;
-    QString chinese;
-};
+class LTest : public LFixture {};
 
 // Texts that are the same on every system.
-const std::vector<Member> &members() {
-    static const std::vector<Member> all{
+const std::vector<LMember> &members() {
+    static const std::vector<LMember> all{
         {L::programName, u"KestrelBay"_s, u"KestrelBay"_s},
         {L::cancel, u"Cancel"_s, u"取消"_s},
         {L::aboutKestrelBay, u"About KestrelBay"_s, u"关于 KestrelBay"_s},
@@ -71,19 +54,16 @@ const std::vector<Member> &members() {
 
 TEST_F(LTest, EveryTextInEnglish) {
     choose(Language::en);
-    for (const Member &member : members())
-        EXPECT_EQ(member.text(), member.english);
+    expectEnglish(members());
 }
 
 TEST_F(LTest, EveryTextInChinese) {
     choose(Language::zh);
-    for (const Member &member : members())
-        EXPECT_EQ(member.text(), member.chinese);
+    expectChinese(members());
 }
 
 TEST_F(LTest, AFreshUserReadsEnglish) {
-    for (const Member &member : members())
-        EXPECT_EQ(member.text(), member.english);
+    expectEnglish(members());
 }
 
 TEST_F(LTest, OnlyTheExactRawValueIsChinese) {
@@ -152,16 +132,9 @@ TEST_F(LTest, TheVersionIsNotTranslated) {
     EXPECT_EQ(L::aboutVersion(u"\u2014"_s), u"Version \u2014"_s);
 }
 
-struct SystemMember {
-    QString (*text)();
-    LText LSystemTexts::*pair;
-    QString english;
-    QString chinese;
-};
-
 // As they read on macOS.
-const std::vector<SystemMember> &systemMembers() {
-    static const std::vector<SystemMember> all{
+const std::vector<LSystemMember> &systemMembers() {
+    static const std::vector<LSystemMember> all{
         {L::recorderNoAccess, &LSystemTexts::recorderNoAccess,
          u"Accessibility permission required to record hotkeys"_s,
          u"需要辅助功能权限才能录入快捷键"_s},
@@ -189,41 +162,28 @@ const std::vector<SystemMember> &systemMembers() {
     return all;
 }
 
-TEST(LSystemTexts, ThoseOfMacosAreTheGivenOnes) {
-    for (const SystemMember &member : systemMembers()) {
-        EXPECT_EQ((macosTexts().*member.pair).english.toString(), member.english);
-        EXPECT_EQ((macosTexts().*member.pair).chinese.toString(), member.chinese);
-    }
+TEST_F(LTest, TextsOfMacosAreTheGivenOnes) {
+    expectTextsOfMacos(systemMembers());
 }
 
-TEST(LSystemTexts, ThoseOfLinuxNameNothingThatIsNotThere) {
-    for (const SystemMember &member : systemMembers()) {
+TEST_F(LTest, TextsOfLinuxNameNothingThatIsNotThere) {
+    for (const LSystemMember &member : systemMembers()) {
         const LText &text = linuxTexts().*member.pair;
         EXPECT_NE(text.english.toString(), member.english);
         EXPECT_NE(text.chinese.toString(), member.chinese);
-        EXPECT_FALSE(text.english.isEmpty());
-        EXPECT_FALSE(text.chinese.isEmpty());
-        for (const QString &word :
-             {u"accessibility"_s, u"menu bar"_s, u"System Settings"_s, u"macOS"_s, u"Finder"_s,
-              u"Command"_s, u"辅助功能"_s, u"菜单栏"_s, u"系统设置"_s}) {
-            EXPECT_FALSE(text.english.contains(word, Qt::CaseInsensitive)) << word.toStdString();
-            EXPECT_FALSE(text.chinese.contains(word, Qt::CaseInsensitive)) << word.toStdString();
-        }
+        expectNoneOf({u"accessibility"_s, u"menu bar"_s, u"System Settings"_s, u"macOS"_s,
+                      u"Finder"_s, u"Command"_s, u"辅助功能"_s, u"菜单栏"_s, u"系统设置"_s},
+                     text);
     }
 }
 
 TEST_F(LTest, TextsOfTheSystemAreThoseOfThisOne) {
 #ifdef Q_OS_MACOS
-    const LSystemTexts &texts = macosTexts();
+    EXPECT_EQ(&systemTexts(), &macosTexts());
 #else
-    const LSystemTexts &texts = linuxTexts();
+    EXPECT_EQ(&systemTexts(), &linuxTexts());
 #endif
-    for (const SystemMember &member : systemMembers()) {
-        choose(Language::en);
-        EXPECT_EQ(member.text(), (texts.*member.pair).english.toString());
-        choose(Language::zh);
-        EXPECT_EQ(member.text(), (texts.*member.pair).chinese.toString());
-    }
+    expectTextsOfThisSystem(systemMembers());
 }
 
 }  // namespace

@@ -209,6 +209,31 @@ TEST_F(ShortcutManagerRules, ChangesAreToldWithTheNewList) {
     EXPECT_EQ(lastRules_, manager().rules());
 }
 
+TEST_F(ShortcutManagerRules, ChangesAreInForceBeforeTheyAreSaved) {
+    int changes = 0;
+    ShortcutManager manager(folder_.path(), tap_, log_,
+                            {.rulesChanged = [&](const ShortcutManager::Rules &) {
+                                ++changes;
+                                EXPECT_FALSE(fileExists());
+                            }});
+    const auto expectSaved = [&] {
+        EXPECT_TRUE(fileExists());
+        removeFile();
+    };
+    manager.addRule(rule(u"a"_s, 17, 0x100000));
+    EXPECT_EQ(tap_.wantedHotkeys().size(), 1U);
+    expectSaved();
+    manager.addRule(rule(u"b"_s));
+    expectSaved();
+    manager.updateRule(manager.rules().front());
+    expectSaved();
+    manager.moveRule(0, 1);
+    expectSaved();
+    manager.removeRule(0);
+    expectSaved();
+    EXPECT_EQ(changes, 6);
+}
+
 }  // namespace
 
 }  // namespace kestrelbay

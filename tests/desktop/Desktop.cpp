@@ -12,7 +12,7 @@ using testing::waitUntil;
 namespace {
 constexpr std::uint32_t kWantedDesktops = 4;
 constexpr std::chrono::milliseconds kOneQuestion{200};
-constexpr char kCompositorSelection[] = "_NET_WM_CM_S0";
+constexpr const char *kCompositorSelection = "_NET_WM_CM_S0";
 }  // namespace
 
 Desktop::Desktop(QString windowManager, const QStringList &serverArguments)

@@ -18,7 +18,7 @@ public:
         std::uint16_t state;
         bool pressed;
     };
-    static constexpr char kClass[] = "KestrelFront";
+    static constexpr const char *kClass = "KestrelFront";
 
     explicit FrontWindow(const QString &displayName);
 

@@ -10,21 +10,21 @@ namespace kestrelbay::desktop {
 
 namespace {
 
-constexpr char kDesktopEntry[] = R"([Desktop Entry]
+constexpr const char *kDesktopEntry = R"([Desktop Entry]
 Type=Application
 Name=%1
 Exec=sh -c "sleep 900; :" %2
 NoDisplay=true
 %3)";
 
-constexpr char kOpenboxConfig[] = R"(<?xml version="1.0" encoding="UTF-8"?>
+constexpr const char *kOpenboxConfig = R"(<?xml version="1.0" encoding="UTF-8"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
   <focus><focusNew>yes</focusNew></focus>
   <desktops><number>4</number><popupTime>0</popupTime></desktops>
 </openbox_config>
 )";
 
-constexpr char kDefaultApplications[] = R"([Default Applications]
+constexpr const char *kDefaultApplications = R"([Default Applications]
 inode/directory=thunar.desktop
 text/plain=org.xfce.mousepad.desktop
 x-scheme-handler/kestreltest=kestrel-url.desktop

@@ -37,7 +37,7 @@ private:
 
 /// These programs run until they are killed; what they were started with stands
 /// behind this word in their command line.
-inline constexpr char kArgumentsRecorder[] = "kestrel-arguments";
-inline constexpr char kUrlRecorder[] = "kestrel-url";
+inline constexpr const char *kArgumentsRecorder = "kestrel-arguments";
+inline constexpr const char *kUrlRecorder = "kestrel-url";
 
 }  // namespace kestrelbay::desktop

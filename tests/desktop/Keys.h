@@ -25,7 +25,9 @@ inline constexpr Key kA{0, 38, u'A'}, kC{8, 54, u'C'}, kD{2, 40, u'D'}, kE{14, 2
 /// Modifier bits as rules store them.
 namespace flags {
 inline constexpr std::uint64_t kCommand = 0x100000, kLeftCommand = 0x100008;
-}
+/// Shift, Control, Option and Command.
+inline constexpr std::uint64_t kAllModifiers = 0x1E0000;
+}  // namespace flags
 
 /// Keys that are held down in this order and let go in the reverse one.
 struct Chord {

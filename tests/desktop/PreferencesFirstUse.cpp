@@ -113,9 +113,11 @@ void sceneHotkeyOfAnother(PreferencesStage &stage) {
     RuleSpec rule = markerRule(stage.desktop().home(), {});
     rule.modifierFlags = 0;
     stage.begin({rule});
-    const QColor blank = stage.colorAtPlace(places::inRow(0, RowPart::RefusedSign));
+    // Between the mark and the edge of the triangle.
+    const QPoint sign = places::inRow(0, RowPart::RefusedSign) + QPoint(-4, 5);
     const auto hasSign = [&] {
-        return stage.colorAtPlace(places::inRow(0, RowPart::RefusedSign)) != blank;
+        const QColor color = stage.colorAtPlace(sign);
+        return color.red() > color.blue() + 100;
     };
     stage.startRecording(0);
     stage.seesRules(QStringLiteral("recorded L⌘H, which another program has"),

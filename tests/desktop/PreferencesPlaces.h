@@ -4,11 +4,9 @@
 #include <QRect>
 #include <QSize>
 
-namespace kestrelbay::desktop {
-
 /// Where things are in the preferences window at its first size. In points, from the
 /// upper left corner of what the frame surrounds.
-namespace places {
+namespace kestrelbay::desktop::places {
 
 inline constexpr QSize kPreferences{704, 598};
 inline constexpr QSize kAppPicker{380, 460};
@@ -53,6 +51,4 @@ enum class Setting { LaunchAtLogin, Language, Sound, Toast, ConfigFolder, Access
     return {704 - 28 - 20, 93 + 51 * static_cast<int>(setting)};
 }
 
-}  // namespace places
-
-}  // namespace kestrelbay::desktop
+}  // namespace kestrelbay::desktop::places

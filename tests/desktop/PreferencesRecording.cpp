@@ -19,7 +19,6 @@ void begin(PreferencesStage &stage) {
 /// the keyboard again.
 void endsRecording(PreferencesStage &stage, const QString &done, const std::function<void()> &act) {
     const QStringList before = stage.rules();
-if (done.startsWith(u"closed")) { for(int i=0;i<6;++i) { std::fprintf(stderr,"%s %s\n",qPrintable(stage.windowsInWords()),qPrintable(stage.frontInWords())); (void)testing::waitUntil([]{return false;},std::chrono::milliseconds(100)); stage.screenshot(QStringLiteral("DBGM%1").arg(i));}}
     stage.startRecording(1);
     stage.sees(
         done, QStringLiteral("the keyboard is free, nothing is recorded"), act,

@@ -116,13 +116,15 @@ void sceneConflict(PreferencesStage &stage) {
 }
 
 void sceneSwitch(PreferencesStage &stage) {
-    beginWithThree(stage);
+    const QString second = QStringLiteral("Marker 5 100008 launchArgs “--marker”");
+    stage.begin({markerRule(stage.desktop().home(), keys::kK),
+                 markerRule(stage.desktop().home(), keys::kG)});
     stage.seesRules(QStringLiteral("switched the first rule off"),
-                    {kMarker + QStringLiteral(" off"), kTerminal, kEditor},
+                    {kMarker + QStringLiteral(" off"), second},
                     [&] { stage.click(0, RowPart::Switch); });
-    stage.passesToFront(QStringLiteral("pressed L⌘K"), leftCommand(keys::kK));
+    stage.isHeldBack(QStringLiteral("pressed L⌘K"), leftCommand(keys::kK), leftCommand(keys::kG));
     stage.openPreferences();
-    stage.seesRules(QStringLiteral("switched it on"), {kMarker, kTerminal, kEditor},
+    stage.seesRules(QStringLiteral("switched it on"), {kMarker, second},
                     [&] { stage.click(0, RowPart::Switch); });
     stage.startsMarker(QStringLiteral("pressed L⌘K"), leftCommand(keys::kK));
 }
@@ -153,10 +155,13 @@ void sceneOrder(PreferencesStage &stage) {
                     });
     stage.prepare(
         QStringLiteral("nothing under the pointer"), [] {}, [&] { return dragged().isEmpty(); });
-    stage.seesRules(QStringLiteral("chose the last rule, pressed Alt+Up twice"),
+    const QPoint ground = places::inRow(2, RowPart::RefusedSign);
+    const QColor notChosen = stage.colorAtPlace(ground);
+    stage.prepare(
+        QStringLiteral("the last rule chosen"), [&] { stage.click(2, RowPart::Name); },
+        [&] { return stage.colorAtPlace(ground) != notChosen; });
+    stage.seesRules(QStringLiteral("pressed Alt+Up twice on the last rule"),
                     {kEditor, kTerminal, kMarker}, [&] {
-                        stage.click(2, RowPart::Name);
-(void)testing::waitUntil([]{return false;},std::chrono::milliseconds(300)); stage.screenshot(QStringLiteral("DBG"));
                         for (int i = 0; i < 2; ++i)
                             stage.press({QStringLiteral("Alt+Up"), {testing::xkey::kLeftAlt, kUp}});
                     });
@@ -225,9 +230,7 @@ void sceneManyRules(PreferencesStage &stage) {
     const QStringList before = stage.rules();
     QStringList after = before;
     after.last() = QStringLiteral("Marker 5 100008 launchArgs “--marker”");
-    stage.prepare(
-        QStringLiteral("recording"), [&] { stage.click(places::inLastRow(RowPart::Recorder)); },
-        [&] { return stage.isRecording(); });
+    stage.startRecording(places::inLastRow(RowPart::Recorder));
     stage.sees(
         QStringLiteral("recorded L⌘G in the last row"), QStringLiteral("it is the last rule's"),
         [&] { stage.press(leftCommand(keys::kG)); }, [&] { return stage.rules() == after; });

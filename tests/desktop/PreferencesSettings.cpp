@@ -185,8 +185,8 @@ void sceneAsItWasLeft(PreferencesStage &stage) {
                        : QStringLiteral("a file has changed");
         });
     stage.screenshot(QStringLiteral("as-it-was-left"));
-    stage.passesToFront(QStringLiteral("pressed the key of the rule that is off"),
-                        leftCommand(keys::kG));
+    stage.isHeldBack(QStringLiteral("pressed the key of the rule that is off"),
+                     leftCommand(keys::kG), leftCommand(keys::kK));
     stage.startsMarker(QStringLiteral("pressed the key of the last rule"), leftCommand(keys::kK));
 }
 

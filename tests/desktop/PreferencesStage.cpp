@@ -38,6 +38,8 @@ void PreferencesStage::openPreferences() {
     askFor(QStringLiteral("preferences"));
     prepare(
         QStringLiteral("the preferences"), [] {}, [&] { return isInFront(kPreferencesSize); });
+    // Nobody clicks before there is something to be seen.
+    settle();
 }
 
 Stage::Window PreferencesStage::preferences() {
@@ -62,17 +64,23 @@ void PreferencesStage::showAdvancedTab() {
         [&] { return colorAtPlace(places::kAdvancedTabGround) != before; });
 }
 
-void PreferencesStage::startRecording(int row) {
+void PreferencesStage::startRecording(const QPoint &recorder) {
     prepare(
-        QStringLiteral("recording"), [&] { click(row, places::RowPart::Recorder); },
-        [&] { return isRecording(); });
+        QStringLiteral("recording"), [&] { click(recorder); }, [&] { return isRecording(); });
+    // Nobody presses a key before the field says so.
+    settle();
+}
+
+void PreferencesStage::settle() {
+    (void)settledPictureOf(view().client(), view().client().area(preferences()));
 }
 
 QStringList PreferencesStage::rules() {
     const QJsonDocument document =
         QJsonDocument::fromJson(HomeFolder::read(desktop().home().rulesPath()));
     QStringList all;
-    for (const QJsonValue &rule : document.array())
+    const QJsonArray array = document.array();
+    for (const auto &rule : array)
         all += inWords(rule.toObject());
     return all;
 }
@@ -138,6 +146,29 @@ void PreferencesStage::passesToFront(const QString &done, const Chord &chord) {
         .objection =
             [&] {
                 return markers() == before ? QString() : QStringLiteral("it started something");
+            },
+    });
+}
+
+void PreferencesStage::isHeldBack(const QString &done, const Chord &chord,
+                                  const Chord &markerChord) {
+    bringFrontProgram();
+    const int before = markers();
+    story().step({
+        .done = done,
+        .expected = QStringLiteral("nobody gets %1, nothing starts").arg(chord.text),
+        .act =
+            [&] {
+                press(chord);
+                press(markerChord);
+            },
+        .seen = [&] { return markers() == before + 1; },
+        .saw = [&] { return QStringLiteral("%1 started").arg(markers() - before); },
+        .objection =
+            [&] {
+                return front().pressesOf(chord.keycodes.back()) == 0
+                           ? QString()
+                           : QStringLiteral("the program in front got it");
             },
     });
 }

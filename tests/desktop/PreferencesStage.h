@@ -28,10 +28,13 @@ public:
     void click(const QPoint &place) { pointer().click(onScreen(place)); }
     void click(int row, places::RowPart part) { click(places::inRow(row, part)); }
     void showAdvancedTab();
+    /// Waits until nothing moves in them.
+    void settle();
     [[nodiscard]] QColor colorAtPlace(const QPoint &place);
 
     /// Clicks the recorder and waits until it has the keyboard; throws NotPrepared.
-    void startRecording(int row);
+    void startRecording(const QPoint &recorder);
+    void startRecording(int row) { startRecording(places::inRow(row, places::RowPart::Recorder)); }
     [[nodiscard]] bool isRecording() { return view().client().keyboardIsTaken(); }
 
     /// On disk at this moment, each as "Marker 40 100008 toggleVisibility urlScheme
@@ -49,6 +52,8 @@ public:
     void startsMarker(const QString &done, const Chord &chord);
     /// The chord reaches the program in front, and starts nothing.
     void passesToFront(const QString &done, const Chord &chord);
+    /// The chord does nothing at all, which is known when the marker's key has worked.
+    void isHeldBack(const QString &done, const Chord &chord, const Chord &markerChord);
 };
 
 /// A rule that starts something that can be counted, on L⌘ with this key.

@@ -17,15 +17,15 @@ inline constexpr Key kTerminal = keys::kT, kTerminalEitherSide = keys::kG,
                      kFiles = keys::kF, kFilesFolder = keys::kO, kUrl = keys::kU,
                      kArguments = keys::kA, kDisabled = keys::kX, kMarker = keys::kK;
 
-inline constexpr char kTerminalClass[] = "XTerm";
-inline constexpr char kEditorClass[] = "Mousepad";
-inline constexpr char kFilesClass[] = "Thunar";
-inline constexpr char kUrlText[] = "kestreltest://hello/there?x=1&y=a%20b";
-inline constexpr char kMarkerArgument[] = "--marker";
-inline constexpr char kDisabledArgument[] = "--disabled";
-inline constexpr char kMarkerName[] = "Marker";
-inline constexpr char kFileName[] = "first-note.txt";
-inline constexpr char kFolderName[] = "pictures";
+inline constexpr const char *kTerminalClass = "XTerm";
+inline constexpr const char *kEditorClass = "Mousepad";
+inline constexpr const char *kFilesClass = "Thunar";
+inline constexpr const char *kUrlText = "kestreltest://hello/there?x=1&y=a%20b";
+inline constexpr const char *kMarkerArgument = "--marker";
+inline constexpr const char *kDisabledArgument = "--disabled";
+inline constexpr const char *kMarkerName = "Marker";
+inline constexpr const char *kFileName = "first-note.txt";
+inline constexpr const char *kFolderName = "pictures";
 }  // namespace scenario
 
 /// Rules of every repeat action and every argument kind.

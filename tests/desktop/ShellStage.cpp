@@ -45,7 +45,11 @@ void ShellStage::restartProgram(const QJsonObject &settings, Keys keys) {
     HomeFolder::write(desktop().home().rulesPath(), rulesBytes());
     prepare(
         QStringLiteral("KestrelBay started"), [&] { startProgram(); },
-        [&] { return keys == Keys::AreTaken || (hasKeys() && grabbedCount() == ruleCount()); });
+        [&] {
+            if (keys == Keys::AreTaken)
+                return program().line({QStringLiteral("Failed to create event tap")}).has_value();
+            return hasKeys() && grabbedCount() == ruleCount();
+        });
 }
 
 bool ShellStage::hasKeys() {

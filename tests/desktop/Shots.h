@@ -3,6 +3,7 @@
 #include <array>
 #include <vector>
 
+#include <QImage>
 #include <QString>
 
 #include "desktop/ShellStage.h"
@@ -31,6 +32,9 @@ public:
     void wear(const Look &look);
     /// KestrelBay anew in its look, with these settings besides.
     void begin(QJsonObject settings = {}, Keys keys = Keys::AreFree);
+    /// With other rules than the usual ones.
+    void beginWith(std::vector<RuleSpec> rules, QJsonObject settings = {},
+                   Keys keys = Keys::AreFree);
     /// In device pixels.
     [[nodiscard]] QSize scaled(const QSize &points) const;
     [[nodiscard]] QPoint scaled(const QPoint &points) const;
@@ -40,10 +44,15 @@ public:
     void shootWindow(const QString &name, const QSize &points);
     /// A part of the screen, at rest; throws NotPrepared.
     void shoot(const QString &name, const QRect &area);
+    /// As it is just now, at rest or not; throws NotPrepared.
+    void shootAtOnce(const QString &name, const QRect &area);
+    [[nodiscard]] QRect withFrame(Window window);
     /// The toast of that width that is there by now, and what is around it.
     void shootToast(const QString &name, const std::vector<ToastWatch::Toast> &toasts);
 
 private:
+    void keep(const QString &name, const QImage &picture) const;
+
     Look look_;
 };
 
@@ -53,7 +62,11 @@ struct Shot {
     void (*take)(ShotStage &stage);
 };
 
-/// All there are. What is added here is in every look.
-[[nodiscard]] const std::vector<Shot> &allShots();
+// All there are. What is added to them is in every look.
+
+/// ShotsShell.cpp: the guide, About, toasts, icons and menus.
+[[nodiscard]] const std::vector<Shot> &shellShots();
+/// ShotsPreferences.cpp
+[[nodiscard]] const std::vector<Shot> &preferencesShots();
 
 }  // namespace kestrelbay::desktop

@@ -15,7 +15,7 @@ namespace {
 constexpr std::chrono::milliseconds kPatience{500};
 
 bool isOnCommand(const RuleSpec &rule) {
-    return (rule.modifierFlags & flags::kCommand) != 0;
+    return (rule.modifierFlags & flags::kAllModifiers) == flags::kCommand;
 }
 }  // namespace
 

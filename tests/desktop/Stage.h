@@ -45,9 +45,9 @@ public:
     void endProgram();
     /// Does KestrelBay, or anyone else, hold L⌘ with this key?
     [[nodiscard]] bool isGrabbed(const Key &key);
-    /// How many of the rules on the Command key have it grabbed.
+    /// How many of the rules on Command alone have it grabbed.
     [[nodiscard]] int grabbedCount();
-    /// How many rules there are on the Command key.
+    /// How many rules there are on Command alone.
     [[nodiscard]] int ruleCount() const;
     /// At the starts to come.
     void useRules(std::vector<RuleSpec> rules);

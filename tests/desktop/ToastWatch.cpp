@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kLaunchToastSide = 192;
 constexpr int kMessageToastWidth = 420;
-constexpr char kOpacity[] = "_NET_WM_WINDOW_OPACITY";
+constexpr const char *kOpacity = "_NET_WM_WINDOW_OPACITY";
 constexpr std::uint32_t kOpaque = 0xFFFFFFFF;
 
 }  // namespace

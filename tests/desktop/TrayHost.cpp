@@ -12,13 +12,13 @@ using testing::waitUntil;
 
 namespace {
 
-constexpr char kPanelClass[] = "Xfce4-panel";
-constexpr char kTrayerClass[] = "trayer";
-constexpr char kTraySelection[] = "_NET_SYSTEM_TRAY_S0";
+constexpr const char *kPanelClass = "Xfce4-panel";
+constexpr const char *kTrayerClass = "trayer";
+constexpr const char *kTraySelection = "_NET_SYSTEM_TRAY_S0";
 /// Of a panel's edge, where it draws lines and not icons.
 constexpr int kEdge = 3;
 
-constexpr char kPanelConfig[] = R"(<?xml version="1.0" encoding="UTF-8"?>
+constexpr const char *kPanelConfig = R"(<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
   <property name="configver" type="int" value="2"/>
   <property name="panels" type="array">

@@ -36,12 +36,14 @@ int main(int argc, char *argv[]) {
     options->serverArguments = {QStringLiteral("-screen"), QStringLiteral("0"),
                                 QStringLiteral("2560x1600x24")};
     try {
+        std::vector<Shot> shots = shellShots();
+        shots.insert(shots.end(), preferencesShots().begin(), preferencesShots().end());
         ShotStage stage(*options);
         FakeSettingsPortal portal(stage.busAddress(), FakeSettingsPortal::kPreferLight);
         for (const Look &look : kLooks) {
             portal.setColorScheme(look.isDark ? FakeSettingsPortal::kPreferDark
                                               : FakeSettingsPortal::kPreferLight);
-            for (const Shot &shot : allShots()) {
+            for (const Shot &shot : shots) {
                 const QString name = QString::fromUtf8(shot.name);
                 if (!name.contains(options->only))
                     continue;

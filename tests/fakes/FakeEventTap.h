@@ -18,7 +18,7 @@ class FakeEventTap final : public EventTap {
 public:
     [[nodiscard]] bool install(Handlers handlers) override {
         journal_.add(QStringLiteral("install"));
-        problem_ = permission_ ? TapProblem::None : TapProblem::NotPermitted;
+        problem_ = permission_ ? TapProblem::None : refusal_;
         if (!permission_)
             return false;
         handlers_ = std::move(handlers);
@@ -46,6 +46,8 @@ public:
         journal_.add(recording ? QStringLiteral("setRecording true")
                                : QStringLiteral("setRecording false"));
         isRecording_ = recording && isInstalled_ && !keyboardIsHeld_;
+        if (const auto key = std::exchange(pressedAtRecording_, {}); key && isRecording_)
+            press(*key);
         return isRecording_ == recording;
     }
     [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override {
@@ -59,6 +61,8 @@ public:
 
     // For the test:
     void setPermission(bool granted) { permission_ = granted; }
+    /// What it then says is missing.
+    void setRefusal(TapProblem problem) { refusal_ = problem; }
     [[nodiscard]] bool isInstalled() const { return isInstalled_; }
     [[nodiscard]] bool isDelivering() const { return isDelivering_; }
     [[nodiscard]] bool isRecording() const { return isRecording_; }
@@ -67,6 +71,8 @@ public:
     /// install, enable, remove and setRecording calls since the last take.
     QStringList takeCalls() { return journal_.take(); }
 
+    /// A key that is pressed just when recording is asked for the next time.
+    void pressAtRecording(KeyCode keyCode) { pressedAtRecording_ = keyCode; }
     /// Another program holds the keyboard, so that recording can't begin.
     void setKeyboardHeldByOthers(bool held) { keyboardIsHeld_ = held; }
     /// Other programs hold these hotkeys, and no others, from now on.
@@ -125,8 +131,10 @@ private:
     std::vector<Hotkey> wanted_;
     std::set<Hotkey> heldByOthers_;
     std::set<KeyCode> down_;
+    std::optional<KeyCode> pressedAtRecording_;
     int wantedHotkeysCalls_ = 0;
     TapProblem problem_ = TapProblem::None;
+    TapProblem refusal_ = TapProblem::NotPermitted;
     bool permission_ = true;
     bool keyboardIsHeld_ = false;
     bool isInstalled_ = false;
