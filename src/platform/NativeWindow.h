@@ -35,8 +35,9 @@ public:
     /// whoever has the focus now; and into view, if it is on another workspace.
     virtual void bringProgramForward(Id window) = 0;
 
-    /// The middle of the window that has the keyboard, in device pixels of the
-    /// whole desktop. None when there is no such window.
+    /// The middle of the window that has the keyboard, or of its screen, in what the
+    /// system lays the whole desktop out in: device pixels on X11, points on macOS. None
+    /// when there is no such window.
     [[nodiscard]] virtual std::optional<QPoint> keyWindowCenter() const = 0;
 };
 

@@ -17,6 +17,7 @@ class StatusArea;
 class SystemLog;
 class SystemSettings;
 class SystemSounds;
+class SystemSymbols;
 class UserDefaults;
 class Workspace;
 
@@ -36,6 +37,9 @@ public:
     [[nodiscard]] virtual SystemSettings &systemSettings() = 0;
     [[nodiscard]] virtual NativeWindow &nativeWindow() = 0;
     [[nodiscard]] virtual StatusArea &statusArea() = 0;
+
+    /// Null where the system has none, so that the program's own are used.
+    [[nodiscard]] virtual const SystemSymbols *systemSymbols() = 0;
 
     /// The folder that holds one folder of files for each of the user's programs.
     [[nodiscard]] virtual QString applicationSupportDirectory() const = 0;

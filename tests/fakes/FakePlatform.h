@@ -12,6 +12,7 @@
 #include "fakes/FakeSystemLog.h"
 #include "fakes/FakeSystemSettings.h"
 #include "fakes/FakeSystemSounds.h"
+#include "fakes/FakeSystemSymbols.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWorkspace.h"
 #include "platform/Platform.h"
@@ -31,6 +32,7 @@ public:
     [[nodiscard]] FakeSystemSettings &systemSettings() override { return systemSettings_; }
     [[nodiscard]] FakeNativeWindow &nativeWindow() override { return nativeWindow_; }
     [[nodiscard]] FakeStatusArea &statusArea() override { return statusArea_; }
+    [[nodiscard]] FakeSystemSymbols *systemSymbols() override { return &systemSymbols_; }
     [[nodiscard]] QString applicationSupportDirectory() const override { return supportDirectory_; }
     void becomeAccessory() override { isAccessory_ = true; }
     [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override {
@@ -62,6 +64,7 @@ private:
     FakeSystemLog log_;
     FakeLoginItem loginItem_;
     FakeSystemSettings systemSettings_;
+    FakeSystemSymbols systemSymbols_;
     FakeNativeWindow nativeWindow_;
     FakeStatusArea statusArea_;
     bool isAccessory_ = false;

@@ -13,7 +13,6 @@ namespace x11 {
 class GrabFocusFilter;
 }
 
-
 class AutostartLoginItem;
 class BusListener;
 class LinuxStatusArea;
@@ -36,6 +35,8 @@ public:
     [[nodiscard]] SystemSettings &systemSettings() override;
     [[nodiscard]] NativeWindow &nativeWindow() override;
     [[nodiscard]] StatusArea &statusArea() override;
+    /// None: icon themes have other names and shapes.
+    [[nodiscard]] const SystemSymbols *systemSymbols() override { return nullptr; }
     /// $XDG_CONFIG_HOME.
     [[nodiscard]] QString applicationSupportDirectory() const override;
     /// Nothing to do: a task bar shows windows, not programs, and no menu bar is shared.

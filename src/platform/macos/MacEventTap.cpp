@@ -1,0 +1,130 @@
+#include "platform/macos/MacEventTap.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr CGEventMask kEvents =
+    (CGEventMask{1} << kCGEventKeyDown) | (CGEventMask{1} << kCGEventFlagsChanged);
+
+// What the program calls events by are the system's numbers.
+static_assert(kCGEventKeyDown == static_cast<CGEventType>(EventType::KeyDown));
+static_assert(kCGEventFlagsChanged == static_cast<CGEventType>(EventType::FlagsChanged));
+static_assert(kCGEventTapDisabledByTimeout ==
+              static_cast<CGEventType>(EventType::TapDisabledByTimeout));
+static_assert(kCGEventTapDisabledByUserInput ==
+              static_cast<CGEventType>(EventType::TapDisabledByUserInput));
+static_assert(kEvents == 0x1400);
+static_assert(kCGKeyboardEventKeycode == 9);
+
+KeyCode keyCodeOf(CGEventRef event) {
+    const std::int64_t code = CGEventGetIntegerValueField(event, kCGKeyboardEventKeycode);
+    if (code < 0 || code > std::numeric_limits<std::uint16_t>::max())
+        qFatal("KestrelBay: a key event with key code %lld", static_cast<long long>(code));
+    return KeyCode(static_cast<std::uint16_t>(code));
+}
+
+/// The system's flags also tell of keys that are no modifiers here.
+ModifierFlags flagsOf(CGEventRef event) {
+    return ModifierFlags(CGEventGetFlags(event)) & (modifier::kGenericMask | modifier::kSideMask);
+}
+
+}  // namespace
+
+MacEventTap::~MacEventTap() {
+    remove();
+}
+
+bool MacEventTap::install(Handlers handlers) {
+    CFOwner<CFMachPortRef> tap(CGEventTapCreate(kCGSessionEventTap, kCGHeadInsertEventTap,
+                                                kCGEventTapOptionDefault, kEvents, &callback,
+                                                this));
+    if (!tap) {
+        problem_ = TapProblem::NotPermitted;
+        return false;
+    }
+    CFOwner<CFRunLoopSourceRef> source(
+        CFMachPortCreateRunLoopSource(kCFAllocatorDefault, tap.get(), 0));
+    if (!source) {
+        problem_ = TapProblem::NotPermitted;
+        return false;
+    }
+    problem_ = TapProblem::None;
+    tap_ = std::move(tap);
+    source_ = std::move(source);
+    handlers_ = std::move(handlers);
+    CFRunLoopAddSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
+    CGEventTapEnable(tap_.get(), true);
+    return true;
+}
+
+void MacEventTap::enable() {
+    if (tap_)
+        CGEventTapEnable(tap_.get(), true);
+}
+
+void MacEventTap::remove() {
+    if (tap_)
+        CGEventTapEnable(tap_.get(), false);
+    if (source_)
+        CFRunLoopRemoveSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
+    tap_ = {};
+    source_ = {};
+    handlers_ = {};
+    isRecording_ = false;
+}
+
+bool MacEventTap::setRecording(bool recording) {
+    isRecording_ = recording && tap_;
+    return isRecording_ == recording;
+}
+
+CGEventRef MacEventTap::callback(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef event,
+                                 void *userInfo) {
+    if (!userInfo)
+        return event;
+    const EventVerdict verdict = static_cast<MacEventTap *>(userInfo)->handle(type, event);
+    return verdict == EventVerdict::Swallow ? nullptr : event;
+}
+
+EventVerdict MacEventTap::handle(CGEventType type, CGEventRef event) {
+    switch (type) {
+        case kCGEventTapDisabledByTimeout:
+        case kCGEventTapDisabledByUserInput:
+            // There is no key in such an event, and the verdict is not asked for.
+            static_cast<void>(deliver(EventType(type), {}, {}));
+            return EventVerdict::Pass;
+        case kCGEventFlagsChanged: {
+            const KeyCode keyCode = keyCodeOf(event);
+            if (isModifierKeyCode(keyCode) && held_.erase(keyCode) == 0)
+                held_.insert(keyCode);
+            return deliver(EventType::FlagsChanged, keyCode, flagsOf(event));
+        }
+        case kCGEventKeyDown: {
+            const KeyCode keyCode = keyCodeOf(event);
+            if (!isRecording_ && !isWanted(keyCode))
+                return EventVerdict::Pass;
+            return deliver(EventType::KeyDown, keyCode, flagsOf(event));
+        }
+        default:
+            return EventVerdict::Pass;
+    }
+}
+
+EventVerdict MacEventTap::deliver(EventType type, KeyCode keyCode, ModifierFlags flags) const {
+    const auto handler = handlers_.event;  // it may remove the tap
+    return handler ? handler(type, keyCode, flags) : EventVerdict::Pass;
+}
+
+bool MacEventTap::isWanted(KeyCode keyCode) const {
+    const ModifierFlags held = buildDetailedFlags(held_) & modifier::kGenericMask;
+    return std::ranges::any_of(wanted_, [&](const Hotkey &hotkey) {
+        return hotkey.keyCode == keyCode && (hotkey.modifierFlags & modifier::kGenericMask) == held;
+    });
+}
+
+}  // namespace kestrelbay

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/NativeWindow.h"
+
+namespace kestrelbay {
+
+/// Windows are named by their content views, which is what Qt names them by.
+class MacNativeWindow final : public NativeWindow {
+public:
+    void makeFloatingPanel(Id window) override;
+    [[nodiscard]] bool isTranslucencyShown() const override { return true; }
+    /// Puts the system's material for heads-up displays behind the content. A second
+    /// call changes the first one's.
+    void setBehindWindowMaterial(Id window, const QRect &rectangle, int cornerRadius) override;
+    void bringProgramForward(Id window) override;
+    /// The middle of the screen with that window: where the windows of other programs
+    /// are is told only to those with permission.
+    [[nodiscard]] std::optional<QPoint> keyWindowCenter() const override;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "platform/Workspace.h"
+
+namespace kestrelbay {
+
+class MacWorkspace final : public Workspace {
+public:
+    [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications() override;
+    bool open(const QUrl &url) override;
+    void openApplication(const QUrl &application, const QStringList &arguments,
+                         Completion completion) override;
+    /// False when there is no application at that URL; what becomes of the files is not
+    /// waited for.
+    bool openFiles(const QList<QUrl> &files, const QUrl &application) override;
+    bool showFolder(const QString &path) override;
+    [[nodiscard]] QString fileManagerIdentifier() const override;
+    /// The system knows to which application a process belongs.
+    void prepare(const QStringList & /*applicationPaths*/) override {}
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/LoginItem.h"
+
+namespace kestrelbay {
+
+/// The system's service for login items, for macOS 13 and later. Users also find the
+/// item in the system settings.
+class ServiceLoginItem final : public LoginItem {
+public:
+    /// Exactly while the status is "enabled": an item that waits for the user's
+    /// approval does not count.
+    [[nodiscard]] bool isEnabled() const override;
+    /// The reason is the system's, in its language.
+    [[nodiscard]] std::optional<QString> setEnabled(bool enabled) override;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,249 @@
+#include <optional>
+
+#include <gtest/gtest.h>
+
+#include "core/QtPrinters.h"
+#include "fakes/EventTaps.h"
+#include "fakes/LiveObjects.h"
+#include "fakes/MacJournal.h"
+#include "platform/EventTapContract.h"
+#include "platform/macos/MacEventTap.h"
+
+namespace kestrelbay::macos {
+namespace {
+
+using Fate = EventTaps::Fate;
+
+/// The bit that the system sets in the flags of every key event, and that of Fn.
+constexpr CGEventFlags kNonCoalesced = 0x100;
+constexpr CGEventFlags kSecondaryFn = 0x800000;
+
+/// Keys that are pressed on a Mac: modifiers as changes of the flags, all others as
+/// presses and releases.
+class MacKeyboard {
+public:
+    EventTap &tap() { return *tap_; }
+    EventTaps &taps() { return taps_; }
+    void hold(KeyCode code) {
+        if (isModifierKeyCode(code)) {
+            down_.insert(code);
+            post(kCGEventFlagsChanged, code);
+        } else {
+            post(kCGEventKeyDown, code);
+        }
+    }
+    void letGo(KeyCode code) {
+        if (isModifierKeyCode(code)) {
+            down_.erase(code);
+            post(kCGEventFlagsChanged, code);
+        } else {
+            post(kCGEventKeyUp, code);
+        }
+    }
+    void settle() {}
+    void setHeldByOthers(const Hotkey & /*hotkey*/, bool /*held*/) {}
+    void setKeyboardHeldByOthers(bool /*held*/) {}
+
+    Fate post(CGEventType type, KeyCode code) {
+        return taps_.post(type, toNumber(code),
+                          buildDetailedFlags(down_).bits() | kNonCoalesced | kSecondaryFn);
+    }
+    void destroyTap() { tap_.reset(); }
+
+private:
+    EventTaps taps_;
+    std::optional<MacEventTap> tap_{std::in_place};
+    std::set<KeyCode> down_;
+};
+
+}  // namespace
+}  // namespace kestrelbay::macos
+
+template <>
+inline constexpr bool kestrelbay::testing::kOthersCanHoldKeys<kestrelbay::macos::MacKeyboard> =
+    false;
+
+namespace kestrelbay::testing {
+using macos::MacKeyboard;
+INSTANTIATE_TYPED_TEST_SUITE_P(Mac, EventTapContract, MacKeyboard);
+}  // namespace kestrelbay::testing
+
+namespace kestrelbay::macos {
+namespace {
+
+class MacEventTapTest : public ::testing::Test {
+protected:
+    ~MacEventTapTest() override {
+        keyboard_.destroyTap();
+        EXPECT_EQ(liveObjects(), objectsBefore_);
+    }
+
+    [[nodiscard]] bool install() {
+        return keyboard_.tap().install(
+            {.event =
+                 [this](EventType type, KeyCode code, ModifierFlags flags) {
+                     types_.push_back(type);
+                     codes_.push_back(code);
+                     flags_.push_back(flags);
+                     if (within_)
+                         within_();
+                     return verdict_;
+                 },
+             .refusalsChanged = [] { FAIL(); }});
+    }
+
+    int objectsBefore_ = liveObjects();
+    MacKeyboard keyboard_;
+    EventVerdict verdict_ = EventVerdict::Pass;
+    std::function<void()> within_;
+    std::vector<EventType> types_;
+    std::vector<KeyCode> codes_;
+    std::vector<ModifierFlags> flags_;
+};
+
+const QStringList kInstallCalls{
+    QStringLiteral("CGEventTapCreate 1 0 0 0x1400"),
+    QStringLiteral("CFMachPortCreateRunLoopSource 0"),
+    QStringLiteral("CFRunLoopAddSource main common"),
+    QStringLiteral("CGEventTapEnable true"),
+};
+const QStringList kRemoveCalls{
+    QStringLiteral("CGEventTapEnable false"),
+    QStringLiteral("CFRunLoopRemoveSource main common"),
+};
+
+TEST_F(MacEventTapTest, IsAnActiveTapAtTheHeadOfTheSession) {
+    ASSERT_TRUE(install());
+    EXPECT_EQ(takeCalls(), kInstallCalls);
+    EXPECT_EQ(keyboard_.tap().problem(), TapProblem::None);
+}
+
+TEST_F(MacEventTapTest, IsDisabledBeforeItsSourceIsTakenAway) {
+    ASSERT_TRUE(install());
+    static_cast<void>(takeCalls());
+    keyboard_.tap().remove();
+    EXPECT_EQ(takeCalls(), kRemoveCalls);
+    EXPECT_EQ(liveObjects(), objectsBefore_);
+    keyboard_.tap().remove();
+    EXPECT_EQ(takeCalls(), QStringList());
+}
+
+TEST_F(MacEventTapTest, IsRemovedWithTheObject) {
+    ASSERT_TRUE(install());
+    static_cast<void>(takeCalls());
+    keyboard_.destroyTap();
+    EXPECT_EQ(takeCalls(), kRemoveCalls);
+}
+
+TEST_F(MacEventTapTest, WithoutPermissionThereIsNone) {
+    keyboard_.taps().refuseTaps(true);
+    EXPECT_FALSE(install());
+    EXPECT_EQ(takeCalls(), QStringList(kInstallCalls.first()));
+    EXPECT_EQ(keyboard_.tap().problem(), TapProblem::NotPermitted);
+    keyboard_.tap().enable();
+    keyboard_.tap().remove();
+    EXPECT_EQ(takeCalls(), QStringList());
+    EXPECT_FALSE(keyboard_.tap().setRecording(true));
+    EXPECT_TRUE(keyboard_.tap().setRecording(false));
+}
+
+TEST_F(MacEventTapTest, WithoutASourceThereIsNone) {
+    keyboard_.taps().refuseSources(true);
+    EXPECT_FALSE(install());
+    EXPECT_EQ(takeCalls(), kInstallCalls.mid(0, 2));
+    EXPECT_EQ(keyboard_.tap().problem(), TapProblem::NotPermitted);
+    EXPECT_EQ(liveObjects(), objectsBefore_);
+}
+
+TEST_F(MacEventTapTest, PermissionMayComeLater) {
+    keyboard_.taps().refuseTaps(true);
+    EXPECT_FALSE(install());
+    keyboard_.taps().refuseTaps(false);
+    EXPECT_TRUE(install());
+    EXPECT_EQ(keyboard_.tap().problem(), TapProblem::None);
+}
+
+TEST_F(MacEventTapTest, TheVerdictDecides) {
+    keyboard_.tap().setWantedHotkeys({{KeyCode{17}, ModifierFlags()}});
+    ASSERT_TRUE(install());
+    EXPECT_EQ(keyboard_.post(kCGEventKeyDown, KeyCode{17}), Fate::Passed);
+    EXPECT_EQ(keyboard_.post(kCGEventFlagsChanged, key::kLeftShift), Fate::Passed);
+    EXPECT_EQ(keyboard_.post(kCGEventFlagsChanged, key::kLeftShift), Fate::Passed);
+    verdict_ = EventVerdict::Swallow;
+    EXPECT_EQ(keyboard_.post(kCGEventKeyDown, KeyCode{17}), Fate::Swallowed);
+    EXPECT_EQ(keyboard_.post(kCGEventFlagsChanged, key::kLeftShift), Fate::Swallowed);
+    // Those are not asked about.
+    EXPECT_EQ(keyboard_.post(kCGEventKeyDown, KeyCode{18}), Fate::Passed);
+    EXPECT_EQ(keyboard_.post(kCGEventKeyUp, KeyCode{17}), Fate::Unseen);
+    EXPECT_EQ(codes_.size(), 5U);
+}
+
+TEST_F(MacEventTapTest, OtherFlagsThanThoseOfModifiersAreLeftOut) {
+    ASSERT_TRUE(install());
+    keyboard_.hold(key::kRightControl);
+    keyboard_.hold(key::kLeftOption);
+    EXPECT_EQ(flags_, (std::vector{ModifierFlags(0x42000), ModifierFlags(0x42000 | 0x80020)}));
+}
+
+TEST_F(MacEventTapTest, CapsLockAndFnAreTold) {
+    ASSERT_TRUE(install());
+    keyboard_.post(kCGEventFlagsChanged, KeyCode{57});
+    keyboard_.post(kCGEventFlagsChanged, KeyCode{63});
+    EXPECT_EQ(codes_, (std::vector{KeyCode{57}, KeyCode{63}}));
+    EXPECT_EQ(types_, (std::vector{EventType::FlagsChanged, EventType::FlagsChanged}));
+}
+
+TEST_F(MacEventTapTest, TellsThatItWasDisabledAndCanBeEnabledWithin) {
+    ASSERT_TRUE(install());
+    static_cast<void>(takeCalls());
+    verdict_ = EventVerdict::Swallow;
+    within_ = [this] { keyboard_.tap().enable(); };
+    keyboard_.tap().setWantedHotkeys({{KeyCode{17}, ModifierFlags()}});
+    for (const auto reason : {kCGEventTapDisabledByTimeout, kCGEventTapDisabledByUserInput}) {
+        EXPECT_EQ(keyboard_.post(reason, KeyCode{0}), Fate::Passed);
+        EXPECT_EQ(takeCalls(), QStringList(QStringLiteral("CGEventTapEnable true")));
+        EXPECT_EQ(static_cast<std::uint32_t>(types_.back()), static_cast<std::uint32_t>(reason));
+        EXPECT_EQ(keyboard_.post(kCGEventKeyDown, KeyCode{17}), Fate::Swallowed);
+        EXPECT_EQ(takeCalls(), QStringList(QStringLiteral("CGEventTapEnable true")));
+    }
+    within_ = nullptr;
+    EXPECT_EQ(keyboard_.post(kCGEventTapDisabledByTimeout, KeyCode{0}), Fate::Passed);
+    EXPECT_EQ(keyboard_.post(kCGEventKeyDown, KeyCode{17}), Fate::Unseen);
+}
+
+TEST_F(MacEventTapTest, AHandlerMayRemoveIt) {
+    ASSERT_TRUE(install());
+    within_ = [this] { keyboard_.tap().remove(); };
+    EXPECT_EQ(keyboard_.post(kCGEventFlagsChanged, key::kLeftShift), Fate::Passed);
+    EXPECT_EQ(keyboard_.post(kCGEventFlagsChanged, key::kLeftShift), Fate::Unseen);
+    EXPECT_EQ(codes_.size(), 1U);
+}
+
+TEST_F(MacEventTapTest, AModifierReleasedWhileThereWasNoTapStaysHeld) {
+    keyboard_.tap().setWantedHotkeys({{KeyCode{17}, modifier::kShift}});
+    ASSERT_TRUE(install());
+    keyboard_.hold(key::kLeftShift);
+    keyboard_.tap().remove();
+    keyboard_.letGo(key::kLeftShift);
+    ASSERT_TRUE(install());
+    keyboard_.hold(KeyCode{17});
+    EXPECT_EQ(codes_, (std::vector{key::kLeftShift, KeyCode{17}}));
+}
+
+TEST_F(MacEventTapTest, EventsWithoutUserDataPass) {
+    ASSERT_TRUE(install());
+    EXPECT_EQ(keyboard_.taps().postTo(nullptr, kCGEventKeyDown, 17), Fate::Passed);
+    EXPECT_TRUE(codes_.empty());
+}
+
+TEST_F(MacEventTapTest, KeyCodesHave16Bits) {
+    ASSERT_TRUE(install());
+    ASSERT_TRUE(keyboard_.tap().setRecording(true));
+    EXPECT_EQ(keyboard_.taps().post(kCGEventKeyDown, 65535, 0), Fate::Passed);
+    EXPECT_EQ(codes_, std::vector{KeyCode{65535}});
+    EXPECT_DEATH(keyboard_.taps().post(kCGEventKeyDown, 65536, 0), "key code 65536");
+    EXPECT_DEATH(keyboard_.taps().post(kCGEventKeyDown, -1, 0), "key code -1");
+}
+
+}  // namespace
+}  // namespace kestrelbay::macos

@@ -1,0 +1,94 @@
+#include "platform/macos/MacPlatform.h"
+
+#include <sys/utsname.h>
+
+#include <gtest/gtest.h>
+
+#import <Foundation/Foundation.h>
+
+#include "core/QtPrinters.h"
+#include "fakes/FakeServices.h"
+#include "fakes/MacJournal.h"
+#include "platform/macos/MacApplicationCatalog.h"
+#include "platform/macos/MacEventTap.h"
+#include "platform/macos/MacNativeWindow.h"
+#include "platform/macos/MacStatusArea.h"
+#include "platform/macos/MacSystemSettings.h"
+#include "platform/macos/MacSystemSounds.h"
+#include "platform/macos/MacSystemSymbols.h"
+#include "platform/macos/MacUserDefaults.h"
+#include "platform/macos/MacWorkspace.h"
+#include "platform/macos/NSStrings.h"
+#include "platform/macos/ServiceLoginItem.h"
+#include "platform/macos/UnifiedLog.h"
+
+using namespace Qt::StringLiterals;
+
+namespace kestrelbay::macos {
+namespace {
+
+class MacPlatformTest : public ::testing::Test {
+protected:
+    ~MacPlatformTest() override { setProcessTrusted(false); }
+
+    const std::unique_ptr<Platform> platform_ = makePlatform();
+};
+
+template <typename Service, typename Interface>
+bool is(Interface &service) {
+    return dynamic_cast<Service *>(&service) != nullptr;
+}
+
+TEST_F(MacPlatformTest, HandsOutTheServicesOfMacOS) {
+    EXPECT_TRUE(is<MacEventTap>(platform_->eventTap()));
+    EXPECT_TRUE(is<MacWorkspace>(platform_->workspace()));
+    EXPECT_TRUE(is<MacApplicationCatalog>(platform_->applicationCatalog()));
+    EXPECT_TRUE(is<MacUserDefaults>(platform_->userDefaults()));
+    EXPECT_TRUE(is<MacSystemSounds>(platform_->systemSounds()));
+    EXPECT_TRUE(is<UnifiedLog>(platform_->systemLog()));
+    EXPECT_TRUE(is<ServiceLoginItem>(platform_->loginItem()));
+    EXPECT_TRUE(is<MacSystemSettings>(platform_->systemSettings()));
+    EXPECT_TRUE(is<MacNativeWindow>(platform_->nativeWindow()));
+    EXPECT_TRUE(is<MacStatusArea>(platform_->statusArea()));
+    EXPECT_NE(dynamic_cast<const MacSystemSymbols *>(platform_->systemSymbols()), nullptr);
+}
+
+TEST_F(MacPlatformTest, HandsOutTheSameServiceEveryTime) {
+    EXPECT_EQ(&platform_->eventTap(), &platform_->eventTap());
+    EXPECT_EQ(&platform_->loginItem(), &platform_->loginItem());
+    EXPECT_EQ(platform_->systemSymbols(), platform_->systemSymbols());
+}
+
+TEST_F(MacPlatformTest, AsksForNothingBeforeItIsAsked) {
+    platform_->setSessionEndedHandler([] { ADD_FAILURE(); });
+    EXPECT_EQ(platform_->startupProblem(), QString());
+    EXPECT_EQ(takeCalls(), QStringList());
+}
+
+TEST_F(MacPlatformTest, AnAccessoryHasNoIconInTheDock) {
+    platform_->becomeAccessory();
+    EXPECT_EQ(takeCalls(), QStringList{u"activation policy 1"_s});
+}
+
+TEST_F(MacPlatformTest, FilesGoToTheUsersApplicationSupport) {
+    EXPECT_EQ(platform_->applicationSupportDirectory(),
+              toQString(static_cast<NSString *>(
+                  [NSSearchPathForDirectoriesInDomains(14, 1, YES) objectAtIndex:0])));
+    EXPECT_TRUE(platform_->applicationSupportDirectory().startsWith(toQString(NSHomeDirectory())));
+}
+
+TEST_F(MacPlatformTest, AReportTellsOfTheSystemAndThePermission) {
+    utsname names{};
+    ASSERT_EQ(::uname(&names), 0);
+    const std::vector<std::pair<QString, QString>> expected{
+        {u"System"_s, toQString([[NSProcessInfo processInfo] operatingSystemVersionString])},
+        {u"Machine"_s, QString::fromLatin1(names.machine)},
+        {u"Bundle"_s, toQString([[NSBundle mainBundle] bundlePath])},
+        {u"Accessibility permission"_s, u"not given"_s}};
+    EXPECT_EQ(platform_->diagnostics(), expected);
+    setProcessTrusted(true);
+    EXPECT_EQ(platform_->diagnostics().back().second, u"given"_s);
+}
+
+}  // namespace
+}  // namespace kestrelbay::macos

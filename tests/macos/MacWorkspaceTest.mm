@@ -1,0 +1,166 @@
+#include <atomic>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+
+#include "core/QtPrinters.h"
+#include "fakes/FakeDesktop.h"
+#include "fakes/LiveObjects.h"
+#include "fakes/MacJournal.h"
+#include "platform/WorkspaceContract.h"
+#include "platform/macos/MacWorkspace.h"
+
+namespace kestrelbay::macos {
+namespace {
+
+/// Until it holds; the completion handlers run on threads of their own.
+bool holdsSoon(const std::function<bool()> &condition) {
+    QElapsedTimer time;
+    time.start();
+    while (!condition()) {
+        if (time.hasExpired(10000))
+            return false;
+        std::this_thread::yield();
+    }
+    return true;
+}
+
+class MacStage final : public testing::WorkspaceStage {
+public:
+    MacStage() = default;
+
+    Workspace &workspace() override { return workspace_; }
+    QString install(const QString &name) override {
+        const QString path = folder_.filePath(name + QStringLiteral(".app"));
+        EXPECT_TRUE(QDir().mkpath(path));
+        return path;
+    }
+    void start(const QString &path, int windows) override {
+        @autoreleasepool {
+            EXPECT_TRUE(workspace_.open(QUrl::fromLocalFile(path)));
+            for (int i = 1; i < windows; ++i)
+                desktop_.addWindow(*desktop_.processes().back(), QString::number(i));
+        }
+    }
+    void quit(const QString &path) override { desktop_.quit(path); }
+    bool eventually(const std::function<bool()> &condition) override {
+        return holdsSoon(condition);
+    }
+
+private:
+    const QTemporaryDir folder_;
+    FakeDesktop desktop_;
+    MacWorkspace workspace_;
+};
+
+class MacWorkspaceTest : public ::testing::Test {
+protected:
+    ~MacWorkspaceTest() override {
+        desktop_.reset();
+        EXPECT_EQ(liveObjects(), objectsBefore_);
+    }
+
+    const int objectsBefore_ = liveObjects();
+    const QTemporaryDir folder_;
+    std::optional<FakeDesktop> desktop_{std::in_place};
+    MacWorkspace workspace_;
+    /// A folder stands for every application.
+    const QString one_ = folder_.path();
+    const QUrl oneUrl_ = QUrl::fromLocalFile(one_);
+};
+
+TEST_F(MacWorkspaceTest, OpensOneURL) {
+    EXPECT_TRUE(workspace_.open(QUrl(QStringLiteral("mailto:a@b.c?subject=a%20b"))));
+    EXPECT_TRUE(workspace_.open(oneUrl_));
+    EXPECT_EQ(takeCalls(), (QStringList{QStringLiteral("openURL mailto:a@b.c?subject=a%20b"),
+                                        QStringLiteral("openURL file://") + one_ + u'/'}));
+    desktop_->refuseRequests(QStringLiteral("no"));
+    EXPECT_FALSE(workspace_.open(oneUrl_));
+}
+
+TEST_F(MacWorkspaceTest, AnInvalidURLIsNotAskedFor) {
+    EXPECT_FALSE(workspace_.open(QUrl()));
+    EXPECT_EQ(takeCalls(), QStringList());
+}
+
+TEST_F(MacWorkspaceTest, ANewInstanceGetsTheArguments) {
+    std::atomic<bool> isDone = false;
+    workspace_.openApplication(oneUrl_, {QStringLiteral("-v"), QStringLiteral("a b"), QString()},
+                               [&](const QString &error) {
+                                   EXPECT_EQ(error, QString());
+                                   isDone = true;
+                               });
+    EXPECT_EQ(takeCalls(), QStringList(QStringLiteral("openApplicationAtURL ") + one_ +
+                                       QStringLiteral(" new|-v|a b|")));
+    EXPECT_TRUE(holdsSoon([&] { return isDone.load(); }));
+}
+
+TEST_F(MacWorkspaceTest, AFailedLaunchTellsWhy) {
+    desktop_->refuseRequests(QStringLiteral("The application “x” can’t be opened."));
+    std::atomic<bool> isDone = false;
+    std::thread::id thread;
+    workspace_.openApplication(oneUrl_, {QStringLiteral("x")}, [&](const QString &error) {
+        EXPECT_EQ(error, QStringLiteral("The application “x” can’t be opened."));
+        thread = std::this_thread::get_id();
+        isDone = true;
+    });
+    ASSERT_TRUE(holdsSoon([&] { return isDone.load(); }));
+    EXPECT_NE(thread, std::this_thread::get_id());
+}
+
+TEST_F(MacWorkspaceTest, TheCompletionOutlivesTheCall) {
+    const auto token = std::make_shared<int>(1);
+    std::atomic<bool> isDone = false;
+    {
+        const auto copy = token;
+        Workspace::Completion completion = [copy, &isDone](const QString &) {
+            EXPECT_EQ(*copy, 1);
+            isDone = true;
+        };
+        workspace_.openApplication(oneUrl_, {QStringLiteral("x")}, std::move(completion));
+    }
+    ASSERT_TRUE(holdsSoon([&] { return isDone.load(); }));
+    desktop_.reset();
+    EXPECT_EQ(token.use_count(), 1);
+}
+
+TEST_F(MacWorkspaceTest, FilesAreOpenedWithTheDefaultConfiguration) {
+    EXPECT_TRUE(workspace_.openFiles({QUrl::fromLocalFile(QStringLiteral("/tmp/a b")),
+                                      QUrl::fromLocalFile(QStringLiteral("/no/such file"))},
+                                     oneUrl_));
+    EXPECT_EQ(takeCalls(), QStringList(QStringLiteral("openURLs /tmp/a b|/no/such file with ") +
+                                       one_ + QStringLiteral(" default")));
+}
+
+TEST_F(MacWorkspaceTest, FilesThatAreRefusedAreNobodysBusiness) {
+    desktop_->refuseRequests(QStringLiteral("no"));
+    EXPECT_TRUE(workspace_.openFiles({QUrl::fromLocalFile(QStringLiteral("/tmp"))}, oneUrl_));
+    EXPECT_EQ(takeCalls().size(), 1);
+}
+
+TEST_F(MacWorkspaceTest, AFolderIsShownInAViewerRootedThere) {
+    EXPECT_TRUE(workspace_.showFolder(QStringLiteral("/tmp/a b")));
+    EXPECT_EQ(takeCalls(), QStringList(QStringLiteral("selectFile nil rootedAt /tmp/a b")));
+    desktop_->refuseRequests(QStringLiteral("no"));
+    EXPECT_FALSE(workspace_.showFolder(QStringLiteral("/tmp")));
+}
+
+TEST_F(MacWorkspaceTest, TheFinderIsTheFileManager) {
+    EXPECT_EQ(workspace_.fileManagerIdentifier(), QStringLiteral("com.apple.finder"));
+}
+
+}  // namespace
+}  // namespace kestrelbay::macos
+
+namespace kestrelbay::testing {
+
+INSTANTIATE_TEST_SUITE_P(Mac, WorkspaceContract, ::testing::Values([] {
+                             return std::unique_ptr<WorkspaceStage>(
+                                 std::make_unique<macos::MacStage>());
+                         }));
+
+}  // namespace kestrelbay::testing

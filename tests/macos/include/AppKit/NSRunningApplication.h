@@ -1,0 +1,19 @@
+#pragma once
+
+// Stands for <AppKit/NSRunningApplication.h>.
+
+#import <Foundation/Foundation.h>
+#include <sys/types.h>
+
+typedef NSUInteger NSApplicationActivationOptions;
+
+@interface NSRunningApplication : NSObject {
+    pid_t pid_;
+}
+@property(readonly, copy) NSURL *bundleURL;
+@property(readonly, copy) NSString *bundleIdentifier;
+@property(readonly) pid_t processIdentifier;
+@property(readonly, getter=isActive) BOOL active;
+- (BOOL)hide;
+- (BOOL)activateWithOptions:(NSApplicationActivationOptions)options;
+@end

@@ -1,0 +1,38 @@
+#pragma once
+
+// Stands for <AppKit/NSWindow.h>.
+
+#import <AppKit/NSView.h>
+
+typedef NSInteger NSWindowLevel;
+/// kCGFloatingWindowLevel of <CoreGraphics/CGWindowLevel.h>.
+static const NSWindowLevel NSFloatingWindowLevel = 3;
+
+typedef NSUInteger NSWindowStyleMask;
+enum : NSWindowStyleMask {
+    NSWindowStyleMaskBorderless = 0,
+    NSWindowStyleMaskUtilityWindow = 1 << 4,
+    NSWindowStyleMaskNonactivatingPanel = 1 << 7,
+};
+
+typedef NSUInteger NSWindowCollectionBehavior;
+enum : NSWindowCollectionBehavior {
+    NSWindowCollectionBehaviorCanJoinAllSpaces = 1 << 0,
+    NSWindowCollectionBehaviorFullScreenAuxiliary = 1 << 8,
+};
+
+@interface NSWindow : NSObject {
+    NSView *frameView_;
+    NSView *contentView_;
+    NSWindowLevel level_;
+    NSWindowStyleMask styleMask_;
+    NSWindowCollectionBehavior collectionBehavior_;
+    BOOL hidesOnDeactivate_;
+}
+@property NSWindowLevel level;
+@property NSWindowStyleMask styleMask;
+@property NSWindowCollectionBehavior collectionBehavior;
+@property BOOL hidesOnDeactivate;
+@property(readonly, assign) NSView *contentView;
+- (void)makeKeyAndOrderFront:(id)sender;
+@end

@@ -1,0 +1,19 @@
+#pragma once
+
+// Stands for <CoreFoundation/CFArray.h>.
+
+#include <CoreFoundation/CFBase.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef const struct OpaqueCFArray *CFArrayRef;
+
+CFTypeID CFArrayGetTypeID(void);
+CFIndex CFArrayGetCount(CFArrayRef array);
+const void *CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index);
+
+#ifdef __cplusplus
+}
+#endif

@@ -1,0 +1,17 @@
+#pragma once
+
+// Stands for <CoreFoundation/CFBundle.h>.
+
+#include <CoreFoundation/CFBase.h>
+#include <CoreFoundation/CFDictionary.h>
+#include <CoreFoundation/CFURL.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+CFDictionaryRef CFBundleCopyInfoDictionaryInDirectory(CFURLRef bundleURL);
+
+#ifdef __cplusplus
+}
+#endif

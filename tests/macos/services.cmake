@@ -1,0 +1,18 @@
+target_sources(macos_tests PRIVATE
+    LaunchAgentTest.cpp
+    MacLoginItemTest.mm
+    MacNativeWindowTest.mm
+    MacPlatformTest.mm
+    MacServicesTest.mm
+    MacSystemSettingsTest.mm
+    MacUserDefaultsTest.mm
+    NSImagesTest.mm
+    fakes/Images.mm
+    fakes/Services.mm
+    fakes/Windows.mm
+)
+
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+add_test(NAME macos_bundle_test
+    COMMAND Python3::Interpreter ${CMAKE_CURRENT_SOURCE_DIR}/bundle/bundle_test.py ${CMAKE_COMMAND})
+set_tests_properties(macos_bundle_test PROPERTIES LABELS fast TIMEOUT 120)
