@@ -65,8 +65,7 @@ AlertSheet::AlertSheet(const Content &content, QWidget *parent) : Sheet(content.
     }
     auto *texts = new QVBoxLayout;
     texts->setSpacing(kTitleToText);
-    texts->addWidget(
-        makeText(content.title, systemFont(kTitleFont, QFont::Bold), textWidth, this));
+    texts->addWidget(makeText(content.title, systemFont(kTitleFont, QFont::Bold), textWidth, this));
     texts->addWidget(makeText(content.text, systemFont(kTextFont), textWidth, this));
     texts->addStretch();
     top->addLayout(texts);

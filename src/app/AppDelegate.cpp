@@ -12,6 +12,7 @@
 #include "app/LaunchToastWindow.h"
 #include "app/OnboardingWindowController.h"
 #include "app/StatusItem.h"
+#include "app/Symbols.h"
 #include "app/ToastWindow.h"
 #include "platform/Platform.h"
 #include "platform/SystemLog.h"
@@ -68,9 +69,13 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers)
       diagnostics_(this, [this] { return diagnosticReport(platform_, manager_.get()); }) {
     Language::setDefaults(&platform.userDefaults());
     ToastPanel::setServices(&toastServices_);
+    setSystemSymbols(platform.systemSymbols());
+    // Not before the language is known.
+    qtTexts_.emplace(NotificationCenter::defaultCenter());
 }
 
 AppDelegate::~AppDelegate() {
+    setSystemSymbols(nullptr);
     ToastPanel::setServices(nullptr);
     Language::setDefaults(nullptr);
 }

@@ -3,11 +3,13 @@
 #include <QObject>
 
 #include <memory>
+#include <optional>
 
 #include "app/Appearance.h"
 #include "app/ApplicationService.h"
 #include "app/DiagnosticsService.h"
 #include "app/MainQueue.h"
+#include "app/QtTexts.h"
 #include "app/RuleRunner.h"
 #include "app/StatusMenu.h"
 #include "app/SteadyClock.h"
@@ -88,6 +90,7 @@ private:
     LaunchAtLogin launchAtLogin_;
     std::unique_ptr<ShortcutManager> manager_;
     std::unique_ptr<Timers::Timer> accessibilityPoller_;
+    std::optional<QtTexts> qtTexts_;
     StatusMenu menu_;
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<PreferencesWindowController> preferences_;

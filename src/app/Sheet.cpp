@@ -14,7 +14,7 @@ constexpr int kButtonFont = 12;
 
 Sheet::Sheet(const QString &title, QWidget *parent)
     // Window managers offer to minimise and maximise what does not say what it can.
-    : QDialog(parent, Qt::Sheet | Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+    : QDialog(parent, Qt::Sheet | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                           Qt::WindowCloseButtonHint) {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowModality(Qt::WindowModal);

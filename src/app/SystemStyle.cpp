@@ -291,7 +291,6 @@ int SystemStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWi
     switch (hint) {
         // A list below the control, as long as it needs, not a menu over it.
         case SH_ComboBox_Popup:
-            return 0;
         case SH_DialogButtonBox_ButtonsHaveIcons:
             return 0;
         default:

@@ -32,10 +32,10 @@ constexpr int kRowSpacing = 20;
 
 }  // namespace
 
-AdvancedSettingsViewController::AdvancedSettingsViewController(const PreferencesServices &services,
+AdvancedSettingsViewController::AdvancedSettingsViewController(PreferencesServices services,
                                                                QWidget *parent)
     : QWidget(parent),
-      services_(services),
+      services_(std::move(services)),
       restart_(&restartProgram),
       scrollArea_(new QScrollArea),
       mainStack_(new QVBoxLayout) {
@@ -90,7 +90,7 @@ SettingRow *AdvancedSettingsViewController::makeLaunchAtLoginRow() {
     return new SettingRow(L::launchAtLogin(), L::launchAtLoginText(), button);
 }
 
-SettingRow *AdvancedSettingsViewController::makeConfigRow() {
+SettingRow *AdvancedSettingsViewController::makeConfigRow() const {
     QPushButton *const button = makeSettingButton(L::configFolderShow());
     button->setObjectName(QStringLiteral("configFolder"));
     connect(button, &QPushButton::clicked, this,
@@ -98,7 +98,7 @@ SettingRow *AdvancedSettingsViewController::makeConfigRow() {
     return new SettingRow(L::configFolder(), services_.manager.storageDirectory(), button);
 }
 
-SettingRow *AdvancedSettingsViewController::makeAccessibilityRow() {
+SettingRow *AdvancedSettingsViewController::makeAccessibilityRow() const {
     if (services_.manager.isAccessibilityGranted())
         return new SettingRow(L::accessTitle(), L::accessGranted(), nullptr);
     QPushButton *const button = makeSettingButton(L::accessOpenSettings());

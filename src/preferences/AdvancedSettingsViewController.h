@@ -21,7 +21,7 @@ class AdvancedSettingsViewController final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit AdvancedSettingsViewController(const PreferencesServices &services,
+    explicit AdvancedSettingsViewController(PreferencesServices services,
                                             QWidget *parent = nullptr);
 
     /// Null until the view was shown.
@@ -48,8 +48,8 @@ protected:
 private:
     void addRow(SettingRow *row);
     [[nodiscard]] SettingRow *makeLaunchAtLoginRow();
-    [[nodiscard]] SettingRow *makeConfigRow();
-    [[nodiscard]] SettingRow *makeAccessibilityRow();
+    [[nodiscard]] SettingRow *makeConfigRow() const;
+    [[nodiscard]] SettingRow *makeAccessibilityRow() const;
     void applicationStateChanged(Qt::ApplicationState state);
     void appDidBecomeActive();
 

@@ -95,7 +95,9 @@ void AppPickerPanel::addList(QVBoxLayout &column) {
     connect(listView_, &QListView::doubleClicked, this, &AppPickerPanel::selectApp);
     column.addWidget(listView_, 1);
 
-    emptyLabel_ = new TextLabel({}, systemFont(kTextFont), &colors::tertiaryLabel);
+    // Which of the colours of a text is shown depends on the ground.
+    emptyLabel_ =
+        new TextLabel({}, systemFont(kTextFont), &colors::tertiaryLabel, listView_->viewport());
     emptyLabel_->setAttribute(Qt::WA_TransparentForMouseEvents);
     auto *middle = new QVBoxLayout(listView_->viewport());
     middle->addWidget(emptyLabel_, 0, Qt::AlignCenter);

@@ -49,6 +49,10 @@ QColor recordingBackground() {
     return color;
 }
 
+bool isDelete(const QKeyEvent &event) {
+    return event.key() == Qt::Key_Delete || event.key() == Qt::Key_Backspace;
+}
+
 bool isReturn(const QKeyEvent &event) {
     return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
@@ -223,6 +227,13 @@ void HotkeyRecorderField::shakeAnimation() {
     });
 }
 
+void HotkeyRecorderField::stopShaking() {
+    shake_.end();
+    borderTimer_.reset();
+    if (!isRecording())
+        updateAppearance();
+}
+
 void HotkeyRecorderField::updateAccessibleName() {
     QString state;
     if (isRecording()) {
@@ -280,11 +291,16 @@ void HotkeyRecorderField::mousePressEvent(QMouseEvent *event) {
 void HotkeyRecorderField::mouseMoveEvent(QMouseEvent * /*event*/) {}
 void HotkeyRecorderField::mouseReleaseEvent(QMouseEvent * /*event*/) {}
 
+// Its first half has started recording, or was for the clear button, which is gone by now.
+void HotkeyRecorderField::mouseDoubleClickEvent(QMouseEvent * /*event*/) {}
+
 void HotkeyRecorderField::keyPressEvent(QKeyEvent *event) {
     if (isRecording())
         return;
     if (isReturn(*event))
         isReturnDown_ = true;
+    else if (isDelete(*event) && !recorder_.hotkeyString().isEmpty())
+        clearHotkey();
     else
         QAbstractButton::keyPressEvent(event);
 }

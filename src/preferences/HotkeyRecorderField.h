@@ -26,9 +26,11 @@ public:
 
 /// Shows a hotkey and records a new one. A click starts recording and a second one
 /// ends it. With Tab the field only gets the focus, since recording takes all keys,
-/// Tab included; Space or Return then starts it. Losing the focus in whatever way
-/// ends recording. A recording that was started with the mouse gives the focus
-/// away at its end, so that no key pressed next starts another one.
+/// Tab included; Space or Return then starts it, and Delete or Backspace takes the
+/// hotkey away, for which no tap is needed. Losing the focus in whatever way ends
+/// recording. A recording that was started with the mouse gives the focus away at its
+/// end, so that no key pressed next starts another one. The second half of a
+/// double-click does nothing.
 ///
 /// Without a tap it never records: a toast says what is missing. While another
 /// program holds the keyboard it tries again for a second as long as it keeps the
@@ -61,6 +63,8 @@ public:
     /// To the left and right for 0.35 s, with a red border for 0.5 s. Whatever border
     /// was there before, the idle one follows.
     void shakeAnimation();
+    /// Ends it at once, the red border too.
+    void stopShaking();
     /// For after a change of what lies behind; nothing happens while it records.
     void refreshDisplayColors();
 
@@ -70,6 +74,7 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;

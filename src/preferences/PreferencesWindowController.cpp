@@ -1,6 +1,5 @@
 #include "preferences/PreferencesWindowController.h"
 
-#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -33,6 +32,7 @@ constexpr int kAdvancedTab = 1;
 
 std::unique_ptr<QWidget> makeWindow() {
     auto window = std::make_unique<QWidget>(nullptr, Qt::Window);
+    window->setLayoutDirection(Qt::LeftToRight);  // as both languages are
     window->setMinimumSize(kMinimumSize);
     window->resize(kSize);
     auto *const layout = new QVBoxLayout(window.get());
@@ -63,9 +63,11 @@ PreferencesWindowController::PreferencesWindowController(const PreferencesServic
           return new RulesViewController(given, *icons);
       }) {}
 
-PreferencesWindowController::PreferencesWindowController(const PreferencesServices &services,
+PreferencesWindowController::PreferencesWindowController(PreferencesServices services,
                                                          RulesViewFactory makeRulesView)
-    : services_(services), makeRulesView_(std::move(makeRulesView)), window_(makeWindow()) {
+    : services_(std::move(services)),
+      makeRulesView_(std::move(makeRulesView)),
+      window_(makeWindow()) {
     window_->setWindowTitle(L::preferencesTitle());
     buildContainer();
     showTab(kRulesTab);
@@ -111,9 +113,11 @@ void PreferencesWindowController::switchToAccessibilityRow() {
 }
 
 Sheet *PreferencesWindowController::openSheet() const {
-    const QList<Sheet *> sheets = window_->findChildren<Sheet *>();
-    const auto open = std::ranges::find_if(sheets, &QWidget::isVisible);
-    return open == sheets.end() ? nullptr : *open;
+    for (Sheet *const sheet : window_->findChildren<Sheet *>()) {
+        if (sheet->isVisible())
+            return sheet;
+    }
+    return nullptr;
 }
 
 void PreferencesWindowController::sheetFinished() {
@@ -125,7 +129,7 @@ void PreferencesWindowController::sheetFinished() {
 }
 
 void PreferencesWindowController::rejectSheets() {
-    for (Sheet *const sheet : window_->findChildren<Sheet *>())
+    while (Sheet *const sheet = openSheet())
         sheet->reject();
 }
 

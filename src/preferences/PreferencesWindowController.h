@@ -25,8 +25,7 @@ public:
     using RulesViewFactory = std::function<QWidget *(const PreferencesServices &)>;
 
     explicit PreferencesWindowController(const PreferencesServices &services);
-    PreferencesWindowController(const PreferencesServices &services,
-                                RulesViewFactory makeRulesView);
+    PreferencesWindowController(PreferencesServices services, RulesViewFactory makeRulesView);
     ~PreferencesWindowController() override;
 
     /// Closed by the user, the same window comes back, at the tab that was shown

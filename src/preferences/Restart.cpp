@@ -20,8 +20,7 @@ Command openCommand(const QString &executablePath) {
 }
 
 Command afterProcess(qint64 processIdentifier, const Command &command) {
-    const QString wait =
-        u"while kill -0 \"$0\" 2>/dev/null; do sleep 0.1; done; exec \"$@\""_s;
+    const QString wait = u"while kill -0 \"$0\" 2>/dev/null; do sleep 0.1; done; exec \"$@\""_s;
     return {u"/bin/sh"_s,
             QStringList{u"-c"_s, wait, QString::number(processIdentifier), command.program} +
                 command.arguments};

@@ -1,5 +1,6 @@
 #include "preferences/RowFlash.h"
 
+#include <array>
 #include <chrono>
 
 #include "app/SystemColors.h"
@@ -18,7 +19,7 @@ struct Step {
     std::chrono::milliseconds start;
     float alpha;
 };
-constexpr Step kSteps[]{{0ms, kAlpha}, {250ms, 0}, {500ms, kAlpha}, {850ms, 0}};
+constexpr std::array kSteps{Step{0ms, kAlpha}, Step{250ms, 0}, Step{500ms, kAlpha}, Step{850ms, 0}};
 
 QColor orange(float alpha) {
     QColor color = colors::systemOrange();

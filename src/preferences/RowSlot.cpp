@@ -1,7 +1,7 @@
 #include "preferences/RowSlot.h"
 
-#include <QApplication>
 #include <QPainter>
+#include <QPixmap>
 
 #include "app/SystemColors.h"
 
@@ -11,6 +11,7 @@ namespace {
 
 constexpr qreal kRingRadius = 8;
 constexpr qreal kRingWidth = 2;
+constexpr qreal kDragOpacity = 0.6;
 
 }  // namespace
 
@@ -37,7 +38,7 @@ QWidget *RowSlot::usableControl(qsizetype index) const {
 }
 
 qsizetype RowSlot::focusedControl() const {
-    const QWidget *focus = QApplication::focusWidget();
+    const QWidget *focus = window()->focusWidget();
     for (; focus && focus != this; focus = focus->parentWidget()) {
         for (qsizetype i = 0; i < controls_.size(); ++i) {
             if (controls_[i] == focus)
@@ -48,8 +49,19 @@ qsizetype RowSlot::focusedControl() const {
 }
 
 bool RowSlot::hasFocusInside() const {
-    const QWidget *const focus = QApplication::focusWidget();
+    const QWidget *const focus = window()->focusWidget();
     return focus && isAncestorOf(focus);
+}
+
+QPixmap RowSlot::dragPicture() const {
+    const QPixmap row = content_->grab();
+    QPixmap picture(row.size());
+    picture.setDevicePixelRatio(row.devicePixelRatio());
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setOpacity(kDragOpacity);
+    painter.drawPixmap(0, 0, row);
+    return picture;
 }
 
 void RowSlot::setFocusRing(bool shown) {

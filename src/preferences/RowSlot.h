@@ -28,9 +28,14 @@ public:
     [[nodiscard]] const QList<QWidget *> &controls() const { return controls_; }
     /// The n-th of them; null when there is none, or it cannot be used now.
     [[nodiscard]] QWidget *usableControl(qsizetype index) const;
-    /// Which of them has the focus, or something in it; -1 for none.
+    /// Which of them has the focus of the window, or something in it; -1 for none. The
+    /// window keeps it while a sheet has the keyboard.
     [[nodiscard]] qsizetype focusedControl() const;
     [[nodiscard]] bool hasFocusInside() const;
+
+    /// What is seen of the row while it is dragged: without the ring, and translucent, so
+    /// that it does not hide where it would be dropped.
+    [[nodiscard]] QPixmap dragPicture() const;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -64,6 +64,10 @@ RowSlot *RowSlots::focusedSlot() const {
 }
 
 void RowSlots::release(RowGeometry::Range rows) {
+    for (const auto &[row, slot] : shown_) {
+        if (!rows.contains(row))
+            source_.rowLeftView(slot->content());
+    }
     std::erase_if(shown_, [&](const auto &entry) {
         if (rows.contains(entry.first) || entry.second->hasFocusInside())
             return false;

@@ -15,7 +15,7 @@ class RowTableSource;
 
 /// The slots of the rows on screen, used again for others as the list scrolls, so that
 /// a list costs what a screenful costs. The row that has the keyboard keeps its slot out
-/// of sight too, and with it the focus and whatever it is recording.
+/// of sight too, and with it the focus.
 class RowSlots {
 public:
     /// `made` is told of each new slot.

@@ -22,6 +22,9 @@ public:
     virtual void setRowSelected(QWidget *widget, bool selected) = 0;
     /// Does the widget want every key just now, the arrows included?
     [[nodiscard]] virtual bool rowTakesAllKeys(QWidget *widget) const = 0;
+    /// Nobody sees the row any more, though its widget may be kept for its focus. What
+    /// goes on in it has to end. May be called again for the same row.
+    virtual void rowLeftView(QWidget *widget) = 0;
     /// What a screen reader says of the row.
     [[nodiscard]] virtual QString rowName(int row) const = 0;
 

@@ -102,6 +102,10 @@ QSize RowTableView::sizeHint() const {
     return {600, 8 * rows_.pitch()};
 }
 
+bool RowTableView::isInSight(int row) const {
+    return rows_.rowsBetween(offset(), offset() + viewport()->height()).contains(row);
+}
+
 void RowTableView::layoutRows() {
     slots_.show(rows_.rowsBetween(offset(), offset() + viewport()->height()));
     const auto [left, width] = rowSpan();
@@ -135,9 +139,14 @@ bool RowTableView::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::KeyPress) {
         auto *const key = static_cast<QKeyEvent *>(event);
         const RowSlot *const slot = slots_.focusedSlot();
-        if (slot && isArrow(*key) && !source_.rowTakesAllKeys(slot->content())) {
-            keyPressEvent(key);
-            return key->isAccepted();
+        if (slot && !source_.rowTakesAllKeys(slot->content())) {
+            if (isArrow(*key)) {
+                keyPressEvent(key);
+                return key->isAccepted();
+            }
+            // Nobody would see what the key does.
+            if (!isInSight(slot->row()))
+                scrollToRow(slot->row());
         }
     }
     return QAbstractScrollArea::eventFilter(watched, event);
@@ -302,7 +311,8 @@ void RowTableView::mouseMoveEvent(QMouseEvent *event) {
     RowSlot *const slot = slots_.slot(selectedRow_);
     if (way.manhattanLength() < QApplication::startDragDistance() || !slot || drag_)
         return;
-    drag_ = RowDrag::start(textOfDraggedRow(selectedRow_), slot->grab(), *pressed_ - slot->pos());
+    drag_ = RowDrag::start(textOfDraggedRow(selectedRow_), slot->dragPicture(),
+                           *pressed_ - slot->pos());
     pressed_.reset();
 }
 

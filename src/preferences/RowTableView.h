@@ -84,6 +84,8 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
 
 private:
+    /// Is at least a part of the row seen?
+    [[nodiscard]] bool isInSight(int row) const;
     void layoutRows();
     void updateScrollBar();
     void watchControlsOf(RowSlot *slot);

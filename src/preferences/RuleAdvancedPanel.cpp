@@ -116,10 +116,13 @@ RuleAdvancedPanel::RuleAdvancedPanel(const PreferencesServices &services, const 
     buildArgsSection(*column);
     column->addStretch(1);
     buildButtons(*column);
-
-    // The only control that could have the focus without showing it.
-    setAttribute(Qt::WA_KeyboardFocusChange);
     radioButtons_->checkedButton()->setFocus(Qt::TabFocusReason);
+}
+
+void RuleAdvancedPanel::showEvent(QShowEvent *event) {
+    Sheet::showEvent(event);
+    // A window that is shown forgets it, and the focus would be out of sight.
+    setAttribute(Qt::WA_KeyboardFocusChange);
 }
 
 void RuleAdvancedPanel::buildRadioGroup(QVBoxLayout &column) {

@@ -28,6 +28,9 @@ public:
     RuleAdvancedPanel(const PreferencesServices &services, const ShortcutRule &rule,
                       Completion completion, QWidget *parent);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     void buildRadioGroup(QVBoxLayout &column);
     void buildArgsSection(QVBoxLayout &column);

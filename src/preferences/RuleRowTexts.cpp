@@ -40,7 +40,7 @@ QString abbreviatedPath(const QString &path, const QString &homeFolder) {
 QString argsBadgeText(const ShortcutRule &rule) {
     if (rule.argumentKind == ArgumentKind::None)
         return {};
-    const QString text = trimmedSpacesAndTabs(rule.launchArguments);
+    QString text = trimmedSpacesAndTabs(rule.launchArguments);
     const std::vector<qsizetype> starts = characterStarts(text);
     const auto count = static_cast<qsizetype>(starts.size());
     if (count < kShortestCut)

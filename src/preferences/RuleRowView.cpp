@@ -76,6 +76,7 @@ RuleRowView::~RuleRowView() = default;
 
 void RuleRowView::configure(const ShortcutRule &rule, int index, RuleRowViewDelegate *delegate) {
     hotkeyRecorder_->stopRecording();
+    hotkeyRecorder_->stopShaking();
     const QScopedValueRollback configuring(isConfiguring_, true);
     rule_ = rule;
     rowIndex_ = index;

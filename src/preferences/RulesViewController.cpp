@@ -209,6 +209,10 @@ bool RulesViewController::rowTakesAllKeys(QWidget *widget) const {
     return static_cast<RuleRowView *>(widget)->hotkeyRecorder()->isRecording();
 }
 
+void RulesViewController::rowLeftView(QWidget *widget) {
+    static_cast<RuleRowView *>(widget)->hotkeyRecorder()->stopRecording();
+}
+
 QString RulesViewController::rowName(int row) const {
     if (row < 0 || row >= rowCount())
         return {};

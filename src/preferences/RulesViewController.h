@@ -58,6 +58,7 @@ private:
     void configureRow(QWidget *widget, int row) override;
     void setRowSelected(QWidget *widget, bool selected) override;
     [[nodiscard]] bool rowTakesAllKeys(QWidget *widget) const override;
+    void rowLeftView(QWidget *widget) override;
     [[nodiscard]] QString rowName(int row) const override;
     [[nodiscard]] bool acceptDrop(const QString &text, int gap) override;
     void moveRow(int source, int destination) override;

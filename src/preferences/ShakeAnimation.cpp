@@ -27,6 +27,11 @@ void ShakeAnimation::restart() {
     start();
 }
 
+void ShakeAnimation::end() {
+    stop();
+    updateCurrentValue(0.0);
+}
+
 void ShakeAnimation::updateCurrentValue(const QVariant &value) {
     const int offset = qRound(value.toReal());
     const QScopedValueRollback moving(isMoving_, true);

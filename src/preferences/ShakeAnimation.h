@@ -17,6 +17,8 @@ public:
     explicit ShakeAnimation(QWidget &widget);
 
     void restart();
+    /// Puts the widget back where it belongs.
+    void end();
 
 protected:
     void updateCurrentValue(const QVariant &value) override;

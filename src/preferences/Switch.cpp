@@ -153,8 +153,7 @@ void Switch::paintEvent(QPaintEvent * /*event*/) {
 
 void Switch::changeEvent(QEvent *event) {
     QAbstractButton::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange ||
-        event->type() == QEvent::LayoutDirectionChange)
+    if (event->type() == QEvent::LayoutDirectionChange)
         update();
 }
 

@@ -1,5 +1,7 @@
 #include "preferences/SymbolButton.h"
 
+#include <utility>
+
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>
@@ -19,8 +21,8 @@ constexpr float kDisabledAlpha = 0.4F;
 
 }  // namespace
 
-SymbolButton::SymbolButton(const QString &symbol, QSize symbolSize, Color color, QWidget *parent)
-    : QAbstractButton(parent), symbol_(symbol), symbolSize_(symbolSize), color_(color) {
+SymbolButton::SymbolButton(QString symbol, QSize symbolSize, Color color, QWidget *parent)
+    : QAbstractButton(parent), symbol_(std::move(symbol)), symbolSize_(symbolSize), color_(color) {
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::TabFocus);
 }

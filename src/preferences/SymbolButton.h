@@ -14,7 +14,7 @@ public:
     /// One of the functions of `colors`.
     using Color = QColor (*)();
 
-    SymbolButton(const QString &symbol, QSize symbolSize, Color color, QWidget *parent = nullptr);
+    SymbolButton(QString symbol, QSize symbolSize, Color color, QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
 

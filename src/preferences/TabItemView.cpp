@@ -2,7 +2,6 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
-#include <QEvent>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -107,12 +106,6 @@ void TabItemView::paintEvent(QPaintEvent * /*event*/) {
         painter.drawRoundedRect(bounds.adjusted(kInset, kInset, -kInset, -kInset), kRadius - kInset,
                                 kRadius - kInset);
     }
-}
-
-void TabItemView::changeEvent(QEvent *event) {
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange)
-        update();
 }
 
 }  // namespace kestrelbay

@@ -193,7 +193,7 @@ QString L::appPickerNothingFound() {
 }
 
 QString L::appPickerFilter(const QString &pattern) {
-    return resolved(u"Applications", u"应用程序") + u" (" + pattern + u')';
+    return resolved(u"Applications (", u"应用程序 (") + pattern + u')';
 }
 
 QString L::launchAtLogin() {

@@ -179,6 +179,7 @@ TEST_F(Accessibility, AdvancedSheet) {
         advancedSheet(manager().rules()[1]),
         {u"Dialog: Advanced · Files"_s, u"StaticText: Advanced · Files"_s,
          u"StaticText: When shortcut is pressed repeatedly"_s,
+         u"Grouping: When shortcut is pressed repeatedly"_s,
          u"RadioButton: Keep app open (checked, focusable)"_s,
          u"StaticText: No extra effect when app is already in front (default)"_s,
          u"RadioButton: Toggle show/hide (focusable)"_s,
@@ -198,14 +199,14 @@ TEST_F(Accessibility, DeleteConfirmation) {
     expectTree(*DeleteConfirmationSheet::open(&window(), u"Mail"_s, [] {}),
                {u"Dialog: Delete Shortcut"_s, u"StaticText: Delete Shortcut"_s,
                 u"StaticText: Are you sure you want to delete the shortcut for \"Mail\"?"_s,
-                u"Button: Delete (focusable)"_s, u"Button: Cancel (focusable)"_s});
+                u"Button: Cancel (focusable)"_s, u"Button: Delete (focusable)"_s});
 }
 
 TEST_F(Accessibility, RestartSheet) {
     expectTree(
         *openRestartSheet(&window(), [] {}),
         {u"Dialog: Restart KestrelBay"_s, u"StaticText: Restart KestrelBay"_s,
-         u"StaticText: Keyboard access changed. KestrelBay needs to restart to take effect."_s,
+         u"StaticText: Accessibility permission changed. KestrelBay needs to restart to take effect."_s,
          u"Button: Later (focusable)"_s, u"Button: Restart Now (focusable)"_s});
 }
 
@@ -313,37 +314,37 @@ TEST_F(Accessibility, PickerInChinese) {
 TEST_F(Accessibility, AdvancedSheetInChinese) {
     choose(Language::zh);
     addRules();
-    expectTree(
-        advancedSheet(manager().rules()[1]),
-        {u"Dialog: 高级选项 · Files"_s, u"StaticText: 高级选项 · Files"_s,
-         u"StaticText: 连续重复按下快捷键时"_s, u"RadioButton: 保持应用打开 (checked, focusable)"_s,
-         u"StaticText: 应用已在前台时，快捷键不产生额外效果（默认）"_s,
-         u"RadioButton: 打开和隐藏窗口切换 (focusable)"_s,
-         u"StaticText: 应用已在前台时再次按下，则隐藏该应用"_s,
-         u"RadioButton: 同应用多窗口轮询 (focusable)"_s,
-         u"StaticText: 应用已在前台且有多个窗口时，轮流切换窗口"_s,
-         u"StaticText: 启动参数 / URL Scheme / 文件路径"_s,
-         u"StaticText: 先选择类型，再在右侧输入对应内容"_s,
-         u"ComboBox: 启动参数 (focusable, of 启动参数 / URL Scheme / 文件路径)"_s,
-         u"EditableText: 内容 (focusable)"_s,
-         u"StaticText: 如需粘贴文本到输入框，使用鼠标右键而非快捷键。"_s,
-         u"Button: 进一步了解深度启动 (focusable)"_s, u"Button: 取消 (focusable)"_s,
-         u"Button: 保存 (focusable)"_s});
+    expectTree(advancedSheet(manager().rules()[1]),
+               {u"Dialog: 高级选项 · Files"_s, u"StaticText: 高级选项 · Files"_s,
+                u"StaticText: 连续重复按下快捷键时"_s, u"Grouping: 连续重复按下快捷键时"_s,
+                u"RadioButton: 保持应用打开 (checked, focusable)"_s,
+                u"StaticText: 应用已在前台时，快捷键不产生额外效果（默认）"_s,
+                u"RadioButton: 打开和隐藏窗口切换 (focusable)"_s,
+                u"StaticText: 应用已在前台时再次按下，则隐藏该应用"_s,
+                u"RadioButton: 同应用多窗口轮询 (focusable)"_s,
+                u"StaticText: 应用已在前台且有多个窗口时，轮流切换窗口"_s,
+                u"StaticText: 启动参数 / URL Scheme / 文件路径"_s,
+                u"StaticText: 先选择类型，再在右侧输入对应内容"_s,
+                u"ComboBox: 启动参数 (focusable, of 启动参数 / URL Scheme / 文件路径)"_s,
+                u"EditableText: 内容 (focusable)"_s,
+                u"StaticText: 如需粘贴文本到输入框，使用鼠标右键而非快捷键。"_s,
+                u"Button: 进一步了解深度启动 (focusable)"_s, u"Button: 取消 (focusable)"_s,
+                u"Button: 保存 (focusable)"_s});
 }
 
 TEST_F(Accessibility, DeleteConfirmationInChinese) {
     choose(Language::zh);
     expectTree(*DeleteConfirmationSheet::open(&window(), u"Mail"_s, [] {}),
                {u"Dialog: 删除快捷键"_s, u"StaticText: 删除快捷键"_s,
-                u"StaticText: 确定要删除「Mail」的快捷键配置吗？"_s, u"Button: 删除 (focusable)"_s,
-                u"Button: 取消 (focusable)"_s});
+                u"StaticText: 确定要删除「Mail」的快捷键配置吗？"_s, u"Button: 取消 (focusable)"_s,
+                u"Button: 删除 (focusable)"_s});
 }
 
 TEST_F(Accessibility, RestartSheetInChinese) {
     choose(Language::zh);
     expectTree(*openRestartSheet(&window(), [] {}),
                {u"Dialog: 需要重启 KestrelBay"_s, u"StaticText: 需要重启 KestrelBay"_s,
-                u"StaticText: 键盘访问权限已更改，需要重启 KestrelBay 才能生效。"_s,
+                u"StaticText: 辅助功能权限已更改，需要重启 KestrelBay 才能生效。"_s,
                 u"Button: 稍后 (focusable)"_s, u"Button: 立即重启 (focusable)"_s});
 }
 

@@ -357,6 +357,14 @@ TEST_F(AdvancedSettings, TheHighlightedRowIsScrolledIntoViewAndFocused) {
     EXPECT_TRUE(accessibilityButton()->hasFocus());
 }
 
+TEST_F(AdvancedSettings, AnotherHighlightReplacesTheFirst) {
+    show();
+    tab().highlightAccessibilityRow();
+    timers_.advance(300ms);
+    tab().highlightAccessibilityRow();
+    EXPECT_EQ(timers_.waitingCount(), 4U);
+}
+
 TEST_F(AdvancedSettings, AHighlightEndsWithItsRow) {
     show();
     tab().highlightAccessibilityRow();
@@ -364,6 +372,49 @@ TEST_F(AdvancedSettings, AHighlightEndsWithItsRow) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(timers_.waitingCount(), 0U);
     EXPECT_EQ(tab().accessibilityRow()->background().alpha(), 0);
+}
+
+TEST_F(AdvancedSettings, EveryTextIsSeenWhole) {
+    const QString longPath = storageDirectory() + u'/' + QString(200, u'x');
+    ShortcutManager elsewhere(longPath, tap_, log_, {});
+    tap_.setPermission(false);
+    tap_.setRefusal(TapProblem::WaylandSession);
+    elsewhere.reinstallEventTap();
+    const PreferencesServices usual = services();
+    const PreferencesServices given{.manager = elsewhere,
+                                    .defaults = usual.defaults,
+                                    .catalog = usual.catalog,
+                                    .workspace = usual.workspace,
+                                    .sounds = usual.sounds,
+                                    .systemSettings = usual.systemSettings,
+                                    .nativeWindow = usual.nativeWindow,
+                                    .launchAtLogin = usual.launchAtLogin,
+                                    .notificationCenter = usual.notificationCenter,
+                                    .timers = usual.timers,
+                                    .mainQueue = usual.mainQueue,
+                                    .backgroundQueue = usual.backgroundQueue,
+                                    .showToast = usual.showToast};
+    for (const Language language : {Language::en, Language::zh}) {
+        choose(language);
+        AdvancedSettingsViewController view(given);
+        view.resize(616, 431);
+        view.show();
+        QCoreApplication::processEvents();
+        const QList<SettingRow *> all = view.findChildren<SettingRow *>();
+        ASSERT_EQ(all.size(), 6);
+        int wrapped = 0;
+        for (const SettingRow *row : all) {
+            const QLabel *const text = row->findChildren<QLabel *>().at(1);
+            EXPECT_GE(text->height(), text->heightForWidth(text->width()))
+                << text->text().toStdString();
+            EXPECT_TRUE(row->rect().contains(text->geometry()));
+            if (text->heightForWidth(text->width()) > text->sizeHint().height())
+                ++wrapped;
+        }
+        EXPECT_GE(wrapped, 1);
+        EXPECT_EQ(view.accessibilityRow()->findChildren<QLabel *>().at(1)->text(),
+                  L::accessMissing(TapProblem::WaylandSession));
+    }
 }
 
 TEST_F(AdvancedSettings, ALongPathIsBrokenIntoLines) {

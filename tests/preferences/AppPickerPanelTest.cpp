@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFontMetrics>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPointer>
@@ -80,6 +81,11 @@ protected:
         return selected.isEmpty() ? -1 : selected.front().row();
     }
     void press(Qt::Key key) const { QTest::keyClick(QApplication::focusWidget(), key); }
+    /// What is said in place of applications; empty when nothing is.
+    [[nodiscard]] QString remark() const {
+        const auto *label = list().findChild<QLabel *>();
+        return label->isVisible() ? label->text() : QString();
+    }
     [[nodiscard]] bool goes() const {
         return QTest::qWaitFor([this] { return panel_.isNull(); });
     }
@@ -162,6 +168,55 @@ TEST_F(AppPickerPanelTest, ReturnWithoutASelectionDoesNothing) {
     EXPECT_FALSE(choice_);
 }
 
+TEST_F(AppPickerPanelTest, AnEmptyListSaysWhy) {
+    open();
+    EXPECT_EQ(remark(), QStringLiteral("Looking for apps..."));
+    EXPECT_EQ(list().accessibleDescription(), remark());
+    QTest::keyClicks(&field(), QStringLiteral("zzz"));
+    EXPECT_EQ(remark(), QStringLiteral("Looking for apps..."));
+    load();
+    EXPECT_EQ(remark(), QStringLiteral("No apps found"));
+    EXPECT_EQ(list().accessibleDescription(), remark());
+    EXPECT_TRUE(QTest::qWaitFor([this] {
+        const QRect place = list().findChild<QLabel *>()->geometry();
+        return (place.center() - list().viewport()->rect().center()).manhattanLength() <= 2;
+    }));
+    field().clear();
+    EXPECT_EQ(remark(), QString());
+    EXPECT_EQ(list().accessibleDescription(), QString());
+}
+
+TEST_F(AppPickerPanelTest, TheTabKeySelectsInTheList) {
+    openLoaded();
+    press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), &list());
+    EXPECT_EQ(selectedRow(), 0);
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    press(Qt::Key_Backtab);
+    EXPECT_EQ(QApplication::focusWidget(), &field());
+    press(Qt::Key_Tab);
+    EXPECT_EQ(selectedRow(), 2);
+    press(Qt::Key_Return);
+    ASSERT_TRUE(choice_);
+    EXPECT_EQ(choice_->path, QStringLiteral("/a/zebra.application"));
+}
+
+TEST_F(AppPickerPanelTest, ReturnPressesTheButtonThatHasTheFocus) {
+    openLoaded();
+    press(Qt::Key_Down);
+    button(QStringLiteral("Browse...")).setFocus();
+    press(Qt::Key_Return);
+    const QPointer<QFileDialog> dialog = panel_->findChild<QFileDialog *>();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_FALSE(choice_);
+    dialog->reject();
+    button(QStringLiteral("Cancel")).setFocus();
+    QTest::keyClick(&button(QStringLiteral("Cancel")), Qt::Key_Return);
+    EXPECT_TRUE(goes());
+    EXPECT_FALSE(choice_);
+}
+
 TEST_F(AppPickerPanelTest, ADoubleClickChooses) {
     openLoaded();
     const QModelIndex row = list().model()->index(3, 0);
@@ -198,7 +253,7 @@ TEST_F(AppPickerPanelTest, BrowsingTakesApplicationsOnly) {
     QPointer<QFileDialog> dialog = panel_->findChild<QFileDialog *>();
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(dialog->fileMode(), QFileDialog::ExistingFile);
-    EXPECT_EQ(dialog->nameFilters(), QStringList(QStringLiteral("*.application")));
+    EXPECT_EQ(dialog->nameFilters(), QStringList(QStringLiteral("Applications (*.application)")));
     EXPECT_EQ(dialog->directory().path(), folder);
     Q_EMIT dialog->fileSelected(folder + QStringLiteral("/text.application"));
     EXPECT_FALSE(choice_);

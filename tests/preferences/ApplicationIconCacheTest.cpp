@@ -25,7 +25,6 @@ QIcon iconOf(const QColor &color) {
 class ApplicationIcons : public RowFixture {
 protected:
     void SetUp() override {
-        RowFixture::SetUp();
         catalog_.add(u"/red"_s, u"Red"_s, iconOf(Qt::red));
         catalog_.add(u"/blue"_s, u"Blue"_s, iconOf(Qt::blue));
         QObject::connect(icons_.get(), &ApplicationIconCache::iconsArrived, icons_.get(),
@@ -46,7 +45,7 @@ protected:
         return {.appName = u"Application"_s, .appPath = path};
     }
     RuleRowView *makeRow() {
-        auto *row = new RuleRowView(*services_, *icons_, window_.get());
+        auto *row = new RuleRowView(services(), *icons_, window_.get());
         row->setGeometry(0, 0, 600, RuleRowView::kHeight);
         window_->show();
         return row;
@@ -125,7 +124,7 @@ TEST_F(ApplicationIcons, ARefreshThatFindsNothingNewTellsNothing) {
 
 TEST_F(ApplicationIcons, MayGoWhileTheirIconsAreOnTheWay) {
     for (int steps = 0; steps < 3; ++steps) {
-        icons_ = std::make_unique<ApplicationIconCache>(*services_);
+        icons_ = std::make_unique<ApplicationIconCache>(services());
         EXPECT_TRUE(icons_->icon(u"/red"_s).isNull());
         if (steps > 0)
             mainQueue_.runAll();

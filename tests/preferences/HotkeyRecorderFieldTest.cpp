@@ -22,8 +22,7 @@ constexpr ModifierFlags kLeftCommandFlags{0x100008};
 class HotkeyRecorderFieldTest : public RowFixture, private HotkeyRecorderDelegate {
 protected:
     void SetUp() override {
-        RowFixture::SetUp();
-        field_ = new HotkeyRecorderField(*services_, window_.get());
+        field_ = new HotkeyRecorderField(services(), window_.get());
         field_->setGeometry(20, 20, 160, 26);
         field_->setDelegate(this);
         field_->setSubject(u"Firefox"_s);
@@ -151,6 +150,28 @@ TEST_F(HotkeyRecorderFieldTest, ASecondClickEndsRecording) {
     expectIdle();
 }
 
+TEST_F(HotkeyRecorderFieldTest, ADoubleClickStartsIt) {
+    click();
+    QTest::mouseDClick(field_, Qt::LeftButton, {}, {10, 10});
+    mainQueue_.runAll();
+    EXPECT_TRUE(field_->isRecording());
+    EXPECT_TRUE(field_->hasFocus());
+}
+
+TEST_F(HotkeyRecorderFieldTest, ADoubleClickOnTheClearButtonOnlyClears) {
+    field_->configure(kT, kLeftCommandFlags);
+    QTest::mouseClick(clearButton(), Qt::LeftButton);
+    // Where the button was is the field now.
+    QMouseEvent second(QEvent::MouseButtonDblClick, clearButton()->geometry().center(),
+                       field_->mapToGlobal(clearButton()->geometry().center()), Qt::LeftButton,
+                       Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(field_, &second);
+    mainQueue_.runAll();
+    EXPECT_TRUE(second.isAccepted());
+    EXPECT_EQ(told_, QStringList{u"cleared"_s});
+    expectIdle();
+}
+
 TEST_F(HotkeyRecorderFieldTest, TheFocusGoneEndsRecording) {
     startRecording();
     other_->setFocus();
@@ -206,17 +227,16 @@ TEST_F(HotkeyRecorderFieldTest, AReinstalledTapKeepsRecording) {
 
 TEST_F(HotkeyRecorderFieldTest, WithoutATapAToastSaysWhatIsMissing) {
     int wishes = 0;
-    notificationCenter_.observe(notifications::kOpenPreferencesToAccessibility, field_,
-                                [&wishes] { ++wishes; });
+    center_.observe(notifications::kOpenPreferencesToAccessibility, field_,
+                    [&wishes] { ++wishes; });
     manager().teardownEventTap();
     click();
     mainQueue_.runAll();
     expectIdle();
     EXPECT_EQ(text(), u"Click to record"_s);
-    ASSERT_EQ(toasts_.size(), 1U);
-    EXPECT_EQ(toasts_[0].message, L::recorderNoAccess());
-    EXPECT_EQ(toasts_[0].actionTitle, L::recorderGrantAccess());
-    toasts_[0].action();
+    EXPECT_EQ(toasts_, QStringList{L::recorderNoAccess()});
+    EXPECT_EQ(lastToastAction_.title, L::recorderGrantAccess());
+    lastToastAction_.run();
     EXPECT_EQ(wishes, 1);
 }
 
@@ -229,16 +249,15 @@ TEST_F(HotkeyRecorderFieldTest, DoesNotPretendToRecordWhileOthersHoldTheKeyboard
     tap_.setKeyboardHeldByOthers(false);
     timers_.advance(HotkeyRecorder::kKeyboardRetryInterval);
     EXPECT_TRUE(field_->isRecording());
-    EXPECT_EQ(toasts_.size(), 0U);
+    EXPECT_EQ(toasts_, QStringList());
 }
 
 TEST_F(HotkeyRecorderFieldTest, SaysThatAnotherProgramHoldsTheKeyboard) {
     tap_.setKeyboardHeldByOthers(true);
     click();
     timers_.advance(std::chrono::seconds(1));
-    ASSERT_EQ(toasts_.size(), 1U);
-    EXPECT_EQ(toasts_[0].message, u"Another program is using the keyboard, please try again"_s);
-    EXPECT_FALSE(toasts_[0].action);
+    EXPECT_EQ(toasts_, QStringList{u"Another program is using the keyboard, please try again"_s});
+    EXPECT_FALSE(lastToastAction_.run);
     expectIdle();
 }
 
@@ -248,7 +267,7 @@ TEST_F(HotkeyRecorderFieldTest, GivesUpWaitingWhenTheFocusGoes) {
     other_->setFocus();
     tap_.setKeyboardHeldByOthers(false);
     timers_.advance(std::chrono::seconds(2));
-    EXPECT_EQ(toasts_.size(), 0U);
+    EXPECT_EQ(toasts_, QStringList());
     expectIdle();
 }
 
@@ -320,6 +339,23 @@ TEST_F(HotkeyRecorderFieldTest, TheClearButtonClearsWhetherItRecordsOrNot) {
     EXPECT_EQ(text(), u"Click to record"_s);
 }
 
+TEST_F(HotkeyRecorderFieldTest, DeleteAndBackspaceClearWithoutATap) {
+    manager().teardownEventTap();
+    field_->setFocus(Qt::TabFocusReason);
+    for (const Qt::Key key : {Qt::Key_Delete, Qt::Key_Backspace}) {
+        told_.clear();
+        field_->configure(kT, kLeftCommandFlags);
+        QTest::keyClick(field_, key);
+        EXPECT_EQ(text(), u"Click to record"_s);
+        EXPECT_EQ(field_->currentKeyCode(), KeyCode{});
+        EXPECT_EQ(told_, QStringList{u"cleared"_s});
+        EXPECT_TRUE(field_->hasFocus());
+        QTest::keyClick(field_, key);
+        EXPECT_EQ(told_.size(), 1);
+    }
+    EXPECT_EQ(toasts_, QStringList());
+}
+
 TEST_F(HotkeyRecorderFieldTest, AKeyAloneShakesItAndRecordingGoesOn) {
     const QPoint home = field_->pos();
     startRecording();
@@ -339,6 +375,17 @@ TEST_F(HotkeyRecorderFieldTest, TheBorderIsRedForHalfASecond) {
     EXPECT_EQ(border(), red);
     timers_.advance(std::chrono::milliseconds(1));
     EXPECT_EQ(border(), idle);
+}
+
+TEST_F(HotkeyRecorderFieldTest, StopsShakingAtOnce) {
+    const QPoint home = field_->pos();
+    const QColor idle = border();
+    field_->shakeAnimation();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return field_->x() < home.x(); }));
+    field_->stopShaking();
+    EXPECT_EQ(field_->pos(), home);
+    EXPECT_EQ(border(), idle);
+    EXPECT_EQ(timers_.waitingCount(), 0U);
 }
 
 TEST_F(HotkeyRecorderFieldTest, SaysTheHotkeyInWords) {

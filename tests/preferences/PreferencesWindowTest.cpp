@@ -1,6 +1,8 @@
 #include "preferences/PreferencesWindowController.h"
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 #include <QApplication>
 #include <QComboBox>
@@ -12,9 +14,13 @@
 
 #include <gtest/gtest.h>
 
+#include "app/Sheet.h"
 #include "app/TextLabel.h"
 #include "preferences/AdvancedSettingsViewController.h"
 #include "preferences/ContainerViewController.h"
+#include "preferences/DeleteConfirmationSheet.h"
+#include "preferences/Restart.h"
+#include "preferences/RowTableView.h"
 #include "preferences/RuleRowView.h"
 #include "preferences/RulesViewController.h"
 #include "preferences/ServicesFixture.h"
@@ -72,6 +78,46 @@ TEST_F(PreferencesWindow, HasItsTitleInChinese) {
     choose(Language::zh);
     EXPECT_EQ(window().windowTitle(), u"KestrelBay 偏好设置"_s);
     EXPECT_EQ(secondTitle(), u"高级设置"_s);
+}
+
+TEST_F(PreferencesWindow, LiesFromLeftToRightWhateverTheProgramDoes) {
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(view<TabBarView>()->layoutDirection(), Qt::LeftToRight);
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
+TEST_F(PreferencesWindow, TheListKeepsTheKeyboardWhenItsLastRuleIsDeleted) {
+    for (int i = 0; i < 3; ++i)
+        manager().addRule({});
+    controller().showWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+    const RowTableView *const table = view<RowTableView>();
+    auto *const remove = table->rowWidget(2)->findChildren<QAbstractButton *>().last();
+    remove->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(remove, Qt::Key_Space);
+    const QPointer sheet = view<DeleteConfirmationSheet>();
+    ASSERT_TRUE(sheet);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == sheet; }));
+    sheet->accept();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !sheet; }));
+    EXPECT_EQ(manager().rules().size(), 2U);
+    window().activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return table->hasFocus(); }));
+    EXPECT_EQ(table->selectedRow(), 1);
+}
+
+TEST_F(PreferencesWindow, AnotherLanguageEndsARecording) {
+    manager().addRule({});
+    controller().showWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+    view<RuleRowView>()->hotkeyRecorder()->startRecordingByUser();
+    mainQueue_.runAll();
+    ASSERT_TRUE(tap_.isRecording());
+    changeLanguage(Language::zh);
+    EXPECT_FALSE(manager().recordingCallback());
+    EXPECT_FALSE(tap_.isRecording());
+    mainQueue_.runAll();
+    EXPECT_FALSE(manager().recordingCallback());
 }
 
 TEST_F(PreferencesWindow, ShowWindowBringsItForward) {
@@ -261,6 +307,67 @@ TEST_F(PreferencesWindow, NothingIsHighlightedOnceItIsTooLate) {
     other.reset();
     mainQueue_.runAll();
     EXPECT_EQ(timers_.waitingCount(), 0U);
+}
+
+TEST_F(PreferencesWindow, ASheetKeepsItsTabUntilItIsClosed) {
+    controller().showWindow();
+    view<RulesViewController>()->addRule();
+    Sheet *const sheet = view<Sheet>();
+    ASSERT_NE(sheet, nullptr);
+    controller().switchToAccessibilityRow();
+    controller().switchToAccessibilityRow();
+    mainQueue_.runAll();
+    expectTab(0);
+    EXPECT_TRUE(sheet->isVisible());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(sheet));
+    const QSignalSpy finished(sheet, &QDialog::finished);
+    sheet->reject();
+    expectTab(0);
+    mainQueue_.runAll();
+    expectTab(1);
+    EXPECT_EQ(timers_.waitingCount(), 4U);
+    EXPECT_EQ(finished.count(), 1);
+}
+
+TEST_F(PreferencesWindow, WhatASheetWasOpenedForIsDoneBeforeTheTabChanges) {
+    manager().addRule({.appName = u"Mail"_s});
+    controller().showWindow();
+    bool isDone = false;
+    auto *const sheet =
+        DeleteConfirmationSheet::open(&window(), u"Mail"_s, [&isDone] { isDone = true; });
+    controller().switchToAccessibilityRow();
+    expectTab(0);
+    sheet->accept();
+    EXPECT_TRUE(isDone);
+    mainQueue_.runAll();
+    expectTab(1);
+}
+
+TEST_F(PreferencesWindow, SheetsGoWithTheirTab) {
+    manager().addRule({.appName = u"Mail"_s});
+    controller().showWindow();
+    const auto openEach = [this] {
+        return std::vector<std::function<void()>>{
+            [this] { view<RulesViewController>()->addRule(); },
+            [this] {
+                view<RulesViewController>()->tableView()->selectRow(0);
+                view<RulesViewController>()->editRule();
+            },
+            [this] { DeleteConfirmationSheet::open(&window(), u"Mail"_s, [] { FAIL(); }); },
+            [this] { openRestartSheet(&window(), [] { FAIL(); }); }};
+    };
+    for (const auto &open : openEach()) {
+        open();
+        const QPointer<Sheet> sheet = view<Sheet>();
+        ASSERT_NE(sheet, nullptr);
+        const QSignalSpy rejected(sheet, &QDialog::rejected);
+        changeLanguage(Language::zh);
+        EXPECT_EQ(rejected.count(), 1);
+        EXPECT_EQ(view<Sheet>(), nullptr);
+        EXPECT_TRUE(sheet.isNull());
+        expectTab(0);
+    }
+    EXPECT_EQ(manager().rules().size(), 1U);
 }
 
 TEST_F(PreferencesWindow, ControlWClosesIt) {

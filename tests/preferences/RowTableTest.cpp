@@ -63,6 +63,9 @@ public:
     [[nodiscard]] bool rowTakesAllKeys(QWidget *widget) const override {
         return dynamic_cast<NumberRow &>(*widget).takesAllKeys_;
     }
+    void rowLeftView(QWidget *widget) override {
+        left_.insert(dynamic_cast<NumberRow &>(*widget).number_);
+    }
     [[nodiscard]] QString rowName(int row) const override {
         return u"Number %1"_s.arg(numbers_.at(static_cast<std::size_t>(row)));
     }
@@ -84,6 +87,7 @@ public:
 
     RowTableView *table_ = nullptr;
     std::vector<int> numbers_;
+    std::set<int> left_;
     QStringList drops_;
     bool takesDrops_ = true;
     int made_ = 0;
@@ -434,6 +438,39 @@ TEST_F(RowTableTest, keepsTheFocusedRowWhileItIsOutOfSight) {
     before_->setFocus();
     scrollTo(60 * kPitch);
     EXPECT_EQ(row(2), nullptr);
+}
+
+TEST_F(RowTableTest, tellsWhichRowsLeaveTheView) {
+    show(100);
+    row(2)->first_->setFocus();
+    scrollTo(2 * kPitch);
+    EXPECT_EQ(source_.left_, (std::set{0, 1}));
+    scrollTo(4 * kPitch);
+    EXPECT_EQ(source_.left_, (std::set{0, 1, 2, 3}));
+}
+
+TEST_F(RowTableTest, bringsTheFocusedRowIntoViewForAKey) {
+    show(100);
+    row(2)->first_->setFocus();
+    scrollTo(50 * kPitch);
+    press(Qt::Key_Space);
+    EXPECT_TRUE(isInView(2));
+    scrollTo(50 * kPitch);
+    row(2)->takesAllKeys_ = true;
+    press(Qt::Key_Space);
+    EXPECT_FALSE(isInView(2));
+}
+
+TEST_F(RowTableTest, dragsAPictureThroughWhichTheListIsSeen) {
+    show(10);
+    table_->selectRow(1);
+    const QImage picture = table_->slot(1)->dragPicture().toImage();
+    EXPECT_EQ(picture.size(), table_->slot(1)->size() * picture.devicePixelRatio());
+    for (const QPoint place : {QPoint(0, 26), QPoint(20, 10), QPoint(200, 26)})
+        EXPECT_NEAR(picture.pixelColor(place).alphaF(), 0.6, 0.01);
+    table_->setFocus();
+    ASSERT_TRUE(table_->slot(1)->hasFocusRing());
+    EXPECT_EQ(table_->slot(1)->dragPicture().toImage(), picture);
 }
 
 TEST_F(RowTableTest, keepsTheFocusWhenTheRowsBeforeItRemain) {

@@ -1,5 +1,6 @@
 #include <optional>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -10,10 +11,12 @@
 #include <QTest>
 
 #include "ServicesFixture.h"
+#include "preferences/ControlGroup.h"
 #include "preferences/HelpLinkButton.h"
 #include "preferences/RuleAdvancedPanel.h"
 #include "preferences/RuleAdvancedResult.h"
 #include "settings/Addresses.h"
+#include "settings/L.h"
 
 namespace kestrelbay {
 namespace {
@@ -149,6 +152,48 @@ TEST_F(RuleAdvancedPanelTest, EscapeSavesNothing) {
     press(Qt::Key_Escape);
     EXPECT_FALSE(saved_);
     EXPECT_TRUE(QTest::qWaitFor([this] { return panel_.isNull(); }));
+}
+
+TEST_F(RuleAdvancedPanelTest, ReturnOnCancelSavesNothing) {
+    open(ruleOf(ArgumentKind::FilePath, {}));
+    field().setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    const auto *cancel = qobject_cast<QPushButton *>(QApplication::focusWidget());
+    ASSERT_NE(cancel, nullptr);
+    EXPECT_EQ(cancel->text(), QStringLiteral("Cancel"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return panel_.isNull(); }));
+    EXPECT_FALSE(saved_);
+}
+
+TEST_F(RuleAdvancedPanelTest, OpensWithTheFocusInSight) {
+    open(ruleOf(ArgumentKind::None, {}));
+    EXPECT_EQ(QApplication::focusWidget(), radios()[1]);
+    const QImage focused = radios()[1]->grab().toImage();
+    field().setEnabled(true);
+    field().setFocus();
+    EXPECT_NE(radios()[1]->grab().toImage(), focused);
+}
+
+TEST_F(RuleAdvancedPanelTest, RadioButtonsAreAGroupWithAName) {
+    open(ruleOf(ArgumentKind::None, {}));
+    QAccessibleInterface *group =
+        QAccessible::queryAccessibleInterface(panel_->findChild<ControlGroup *>());
+    ASSERT_NE(group, nullptr);
+    EXPECT_EQ(group->role(), QAccessible::Grouping);
+    EXPECT_EQ(group->text(QAccessible::Name),
+              QStringLiteral("When shortcut is pressed repeatedly"));
+    for (QRadioButton *each : radios())
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(each)->parent(), group);
+}
+
+TEST_F(RuleAdvancedPanelTest, TheTitleNamesTheApplicationOrSaysThatThereIsNone) {
+    open(ruleOf(ArgumentKind::None, {}));
+    EXPECT_EQ(panel_->windowTitle(), L::advancedPanelTitle(QStringLiteral("Thing")));
+    delete panel_.data();
+    open({});
+    EXPECT_EQ(panel_->windowTitle(), L::advancedPanelTitle(L::noAppSelected()));
 }
 
 TEST_F(RuleAdvancedPanelTest, OneRadioButtonIsOn) {

@@ -37,9 +37,8 @@ public:
 class RuleRowViewTest : public RowFixture {
 protected:
     void SetUp() override {
-        RowFixture::SetUp();
         list_ = std::make_unique<ListOfRows>();
-        row_ = new RuleRowView(*services_, *icons_, window_.get());
+        row_ = new RuleRowView(services(), *icons_, window_.get());
         row_->setGeometry(0, 0, 600, RuleRowView::kHeight);
         showWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
@@ -176,13 +175,13 @@ TEST_F(RuleRowViewTest, StoresARecordedHotkey) {
     record(key::kLeftCommand, kK);
     EXPECT_EQ(stored().hotkeyString(), u"L⌘K"_s);
     EXPECT_EQ(shownHotkey(), u"L⌘K"_s);
-    EXPECT_EQ(toasts_.size(), 0U);
+    EXPECT_EQ(toasts_, QStringList());
 }
 
 TEST_F(RuleRowViewTest, ItsOwnHotkeyIsNoConflict) {
     addAndShow(firefox(40, kLeftCommand));
     record(key::kLeftCommand, kK);
-    EXPECT_EQ(toasts_.size(), 0U);
+    EXPECT_EQ(toasts_, QStringList());
     EXPECT_EQ(stored().hotkeyString(), u"L⌘K"_s);
 }
 
@@ -192,10 +191,9 @@ TEST_F(RuleRowViewTest, AHotkeyOfAnotherRuleIsRefused) {
     addAndShow(own);
     removeFile();
     record(key::kLeftCommand, kK);
-    ASSERT_EQ(toasts_.size(), 1U);
-    EXPECT_EQ(toasts_[0].message,
-              u"Hotkey conflict: already used by another rule, please re-enter"_s);
-    EXPECT_FALSE(toasts_[0].action);
+    EXPECT_EQ(toasts_,
+              QStringList{u"Hotkey conflict: already used by another rule, please re-enter"_s});
+    EXPECT_FALSE(lastToastAction_.run);
     EXPECT_EQ(stored(1), own);
     EXPECT_FALSE(fileExists());
     EXPECT_EQ(shownHotkey(), u"L⌘T"_s);
@@ -330,6 +328,18 @@ TEST_F(RuleRowViewTest, ConfiguringEndsARecording) {
     EXPECT_FALSE(tap_.isRecording());
 }
 
+TEST_F(RuleRowViewTest, ConfiguringEndsTheRedBorderAndTheShaking) {
+    addAndShow(firefox());
+    HotkeyRecorderField *const recorder = row_->hotkeyRecorder();
+    const QPoint home = recorder->pos();
+    const QImage idle = recorder->grab().toImage();
+    recorder->shakeAnimation();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return recorder->x() < home.x(); }));
+    show(firefox());
+    EXPECT_EQ(recorder->pos(), home);
+    EXPECT_EQ(recorder->grab().toImage(), idle);
+}
+
 TEST_F(RuleRowViewTest, ItsEndGivesTheKeyboardBack) {
     addAndShow(firefox());
     row_->hotkeyRecorder()->startRecordingByUser();
@@ -363,7 +373,7 @@ TEST_F(RuleRowViewTest, AHotkeyHeldByAnotherProgramIsSigned) {
     EXPECT_EQ(refusedSign()->toolTip(), u"Another program is using this hotkey"_s);
     EXPECT_EQ(row_->hotkeyRecorder()->accessibleDescription(), refusedSign()->toolTip());
     tap_.setHeldByOthers({});
-    notificationCenter_.post(notifications::kRefusedHotkeysDidChange);
+    center_.post(notifications::kRefusedHotkeysDidChange);
     EXPECT_TRUE(refusedSign()->isHidden());
     EXPECT_EQ(row_->hotkeyRecorder()->accessibleDescription(), QString());
 }

@@ -1,6 +1,7 @@
 #include "preferences/RulesViewController.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QPointer>
 #include <QScrollBar>
 #include <QTest>
@@ -40,8 +41,20 @@ protected:
         return source().acceptDrop(text, gap);
     }
     RowTableSource &source() { return const_cast<RowTableSource &>(table().source()); }
-    [[nodiscard]] const ShortcutRule &rule(int index) const {
-        return manager_.rules().at(static_cast<std::size_t>(index));
+    [[nodiscard]] const ShortcutRule &stored(int index) {
+        return manager().rules().at(static_cast<std::size_t>(index));
+    }
+
+    void startRecording(int index) {
+        row(index)->hotkeyRecorder()->startRecordingByUser();
+        mainQueue_.runAll();
+        ASSERT_TRUE(tap_.isRecording());
+        ASSERT_TRUE(manager().recordingCallback());
+    }
+    void expectKeyboardGivenBack() {
+        mainQueue_.runAll();
+        EXPECT_FALSE(tap_.isRecording());
+        EXPECT_FALSE(manager().recordingCallback());
     }
 
     std::unique_ptr<RulesViewController> list_;
@@ -63,7 +76,7 @@ TEST_F(RulesViewTest, withoutRulesTheKeyboardGoesToTheAddButton) {
     pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
     EXPECT_EQ(table().focusPolicy(), Qt::StrongFocus);
     table().setFocus();
-    list().ruleRowViewDidDelete(nullptr, rule(0));
+    list().ruleRowViewDidDelete(nullptr, stored(0));
     EXPECT_TRUE(list().addButton()->hasFocus());
     QTest::keyClick(list().addButton(), Qt::Key_Backtab);
     EXPECT_FALSE(table().hasFocus());
@@ -82,8 +95,25 @@ TEST_F(RulesViewTest, afterTheLastRuleIsDeletedFromItsRowTheAddButtonHasTheFocus
     EXPECT_TRUE(QTest::qWaitFor([&] { return list().addButton()->hasFocus(); }));
 }
 
+TEST_F(RulesViewTest, keepsTheFocusInTheRowWhoseOptionsWereEdited) {
+    addRules(100);
+    list();
+    SymbolButton *const options = row(1)->findChildren<SymbolButton *>().first();
+    options->setFocus(Qt::TabFocusReason);
+    options->click();
+    QDialog sheet(&list());
+    sheet.open();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &sheet; }));
+    table().verticalScrollBar()->setValue(3000);
+    edit_(stored(1));
+    sheet.accept();
+    list().activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return options->hasFocus(); }));
+    EXPECT_EQ(options->accessibleName(), u"Advanced Options: 1"_s);
+}
+
 TEST_F(RulesViewTest, speaksChinese) {
-    write(defaults_, settings::kAppLanguage, u"zh"_s);
+    choose(Language::zh);
     addRules(1);
     EXPECT_EQ(list().emptyLabel()->text(), u"点击左下角 ＋ 按钮，添加第一个快捷键配置"_s);
     EXPECT_EQ(list().countLabel()->text(), u"已配置 1 个"_s);
@@ -113,13 +143,13 @@ TEST_F(RulesViewTest, appendsARuleThatWaitsForItsHotkey) {
     list().addRule();
     pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
 
-    ASSERT_EQ(manager_.rules().size(), 31U);
-    const ShortcutRule &added = rule(30);
+    ASSERT_EQ(manager().rules().size(), 31U);
+    const ShortcutRule &added = stored(30);
     EXPECT_EQ(added, (ShortcutRule{.id = added.id,
                                    .appName = u"Safari"_s,
                                    .appPath = u"/Applications/Safari.app"_s}));
     EXPECT_FALSE(added.id.isNull());
-    EXPECT_NE(added.id, rule(29).id);
+    EXPECT_NE(added.id, stored(29).id);
     EXPECT_EQ(table().selectedRow(), 30);
     EXPECT_EQ(table().offset(), table().verticalScrollBar()->maximum());
     ASSERT_NE(row(30), nullptr);
@@ -131,13 +161,13 @@ TEST_F(RulesViewTest, savesWhatIsAdded) {
     list().addRule();
     pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
     const ShortcutManager again(folder_.path(), tap_, log_, {});
-    EXPECT_EQ(again.rules(), manager_.rules());
+    EXPECT_EQ(again.rules(), manager().rules());
 }
 
 TEST_F(RulesViewTest, addsNothingUntilAnApplicationIsChosen) {
     QTest::mouseClick(list().addButton(), Qt::LeftButton);
     EXPECT_TRUE(pick_);
-    EXPECT_TRUE(manager_.rules().empty());
+    EXPECT_TRUE(manager().rules().empty());
 }
 
 TEST_F(RulesViewTest, opensTheOptionsOfTheSelectedRule) {
@@ -153,19 +183,19 @@ TEST_F(RulesViewTest, storesAnEditedRule) {
     addRules(3);
     table().selectRow(1);
     list().editRule();
-    ShortcutRule edited = rule(1);
+    ShortcutRule edited = stored(1);
     edited.repeatAction = RepeatAction::CycleWindows;
     edit_(edited);
-    EXPECT_EQ(rule(1), edited);
+    EXPECT_EQ(stored(1), edited);
     EXPECT_EQ(row(1)->rule(), edited);
     EXPECT_EQ(table().selectedRow(), 1);
 }
 
 TEST_F(RulesViewTest, findsTheRuleOfARowByItsIdentifier) {
     addRules(3);
-    const ShortcutRule last = rule(2);
+    const ShortcutRule last = stored(2);
     (void)list();
-    manager_.moveRule(2, 0);
+    manager().moveRule(2, 0);
     list().ruleRowViewDidOpenAdvanced(row(2), last);
     EXPECT_EQ(editedRules_, QStringList{u"2"_s});
     list().ruleRowViewDidDelete(row(2), last);
@@ -185,7 +215,7 @@ TEST_F(RulesViewTest, ignoresARuleThatIsGone) {
 TEST_F(RulesViewTest, showsTheHintAgainWhenTheOnlyRuleIsDeleted) {
     addRules(1);
     EXPECT_FALSE(list().emptyLabel()->isVisible());
-    list().ruleRowViewDidDelete(row(0), rule(0));
+    list().ruleRowViewDidDelete(row(0), stored(0));
     EXPECT_TRUE(list().emptyLabel()->isVisible());
     EXPECT_EQ(list().countLabel()->text(), u"0 configured"_s);
     EXPECT_EQ(row(0), nullptr);
@@ -194,11 +224,11 @@ TEST_F(RulesViewTest, showsTheHintAgainWhenTheOnlyRuleIsDeleted) {
 TEST_F(RulesViewTest, keepsTheSelectionOnItsRuleWhenAnotherIsDeleted) {
     addRules(5);
     table().selectRow(3);
-    list().ruleRowViewDidDelete(row(1), rule(1));
+    list().ruleRowViewDidDelete(row(1), stored(1));
     EXPECT_EQ(table().selectedRow(), 2);
-    list().ruleRowViewDidDelete(row(2), rule(2));
+    list().ruleRowViewDidDelete(row(2), stored(2));
     EXPECT_EQ(table().selectedRow(), 2);
-    list().ruleRowViewDidDelete(row(2), rule(2));
+    list().ruleRowViewDidDelete(row(2), stored(2));
     EXPECT_EQ(table().selectedRow(), 1);
 }
 
@@ -216,14 +246,14 @@ TEST_F(RulesViewTest, movesWhatIsDropped) {
              Case{u"4", 5, u"01234", 4},
              Case{u"+0", 5, u"12340", 4},
          }) {
-        while (!manager_.rules().empty())
-            manager_.removeRule(0);
+        while (!manager().rules().empty())
+            manager().removeRule(0);
         addRules(5);
         list_.reset();
         EXPECT_TRUE(acceptDrop(QString::fromUtf16(text), gap));
         EXPECT_EQ(order(), QString::fromUtf16(expected));
         EXPECT_EQ(table().selectedRow(), selected);
-        EXPECT_EQ(row(selected)->rule(), rule(selected));
+        EXPECT_EQ(row(selected)->rule(), stored(selected));
     }
 }
 
@@ -258,21 +288,54 @@ TEST_F(RulesViewTest, keepsTheScrollPositionThroughEveryChange) {
     table().selectRow(20);
     EXPECT_TRUE(acceptDrop(u"20"_s, 24));
     EXPECT_EQ(table().offset(), 1000);
-    list().ruleRowViewDidDelete(row(21), rule(21));
+    list().ruleRowViewDidDelete(row(21), stored(21));
     EXPECT_EQ(table().offset(), 1000);
     list().editRule();
-    edit_(rule(20));
+    edit_(stored(20));
     EXPECT_EQ(table().offset(), 1000);
 }
 
-TEST_F(RulesViewTest, keepsRecordingWhileTheRowIsScrolledAway) {
+TEST_F(RulesViewTest, endsTheRecordingOfARowThatIsScrolledAway) {
     addRules(100);
-    row(1)->hotkeyRecorder()->startRecordingByUser();
-    mainQueue_.runAll();
-    ASSERT_TRUE(row(1)->hotkeyRecorder()->isRecording());
-    table().verticalScrollBar()->setValue(3000);
-    ASSERT_NE(row(1), nullptr);
+    startRecording(1);
+    // As long as the user sees a bit of the row it goes on.
+    table().verticalScrollBar()->setValue(2 * table().rows().pitch() - 3);
     EXPECT_TRUE(row(1)->hotkeyRecorder()->isRecording());
+    table().verticalScrollBar()->setValue(3000);
+    expectKeyboardGivenBack();
+}
+
+TEST_F(RulesViewTest, endsTheRecordingOfARowThatASmallerWindowHides) {
+    addRules(100);
+    startRecording(4);
+    list().resize(600, 200);
+    expectKeyboardGivenBack();
+}
+
+TEST_F(RulesViewTest, recordsOnlyWhereItIsSeen) {
+    addRules(100);
+    row(1)->hotkeyRecorder()->setFocus(Qt::TabFocusReason);
+    table().verticalScrollBar()->setValue(3000);
+    QTest::keyClick(row(1)->hotkeyRecorder(), Qt::Key_Space);
+    EXPECT_TRUE(row(1)->hotkeyRecorder()->isRecording());
+    EXPECT_LE(table().offset(), table().rows().top(1));
+}
+
+TEST_F(RulesViewTest, endsTheRecordingOfARuleThatIsDeleted) {
+    addRules(3);
+    for (const int index : {2, 0}) {
+        startRecording(index);
+        list().ruleRowViewDidDelete(row(index), stored(index));
+        expectKeyboardGivenBack();
+    }
+}
+
+TEST_F(RulesViewTest, endsARecordingWhoseTapIsLost) {
+    addRules(3);
+    startRecording(1);
+    manager().teardownEventTap();
+    EXPECT_FALSE(row(1)->hotkeyRecorder()->isRecording());
+    expectKeyboardGivenBack();
 }
 
 TEST_F(RulesViewTest, endsARecordingWhenItReloads) {
@@ -289,7 +352,7 @@ TEST_F(RulesViewTest, ignoresSheetsThatOutliveIt) {
     table().selectRow(0);
     list().addRule();
     list().editRule();
-    ShortcutRule edited = rule(0);
+    ShortcutRule edited = stored(0);
     edited.appName = u"x"_s;
     list_.reset();
     pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
@@ -298,10 +361,10 @@ TEST_F(RulesViewTest, ignoresSheetsThatOutliveIt) {
 }
 
 TEST_F(RulesViewTest, tellsAScreenReaderApplicationAndHotkey) {
-    manager_.addRule({.appName = u"Safari"_s,
-                      .keyCode = KeyCode{0x11},
-                      .modifierFlags = ModifierFlags(0x100000)});
-    manager_.addRule({});
+    manager().addRule({.appName = u"Safari"_s,
+                       .keyCode = KeyCode{0x11},
+                       .modifierFlags = ModifierFlags(0x100000)});
+    manager().addRule({});
     EXPECT_EQ(source().rowName(0), u"Safari, Command, T"_s);
     EXPECT_EQ(source().rowName(1), u"No app selected, none"_s);
     EXPECT_TRUE(source().rowName(2).isEmpty());

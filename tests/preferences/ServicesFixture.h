@@ -1,24 +1,17 @@
 #pragma once
 
-#include <gtest/gtest.h>
+#include <functional>
 
-#include <memory>
-
-#include <QTemporaryDir>
-
-#include "core/QtPrinters.h"
+#include "core/ManagerFixture.h"
 #include "fakes/FakeApplicationCatalog.h"
-#include "fakes/FakeEventTap.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakeNativeWindow.h"
-#include "fakes/FakeSystemLog.h"
 #include "fakes/FakeSystemSettings.h"
 #include "fakes/FakeSystemSounds.h"
 #include "fakes/FakeTimers.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualDispatchQueue.h"
-#include "hotkeys/ShortcutManager.h"
 #include "preferences/PreferencesServices.h"
 #include "settings/Language.h"
 #include "settings/LaunchAtLogin.h"
@@ -28,21 +21,14 @@ namespace kestrelbay {
 
 /// What the preferences work with, all of it faked but the rules, their file, and what
 /// has no side but this one.
-class ServicesFixture : public testing::Test {
+class ServicesFixture : public ManagerFixture {
 protected:
     ServicesFixture() { Language::setDefaults(&defaults_); }
     ~ServicesFixture() override { Language::setDefaults(nullptr); }
 
-    /// Made at the first call, with the permission as it is by then.
-    ShortcutManager &manager() {
-        if (!manager_)
-            manager_ = std::make_unique<ShortcutManager>(storageDirectory(), tap_, log_,
-                                                         ShortcutManager::Hooks{});
-        return *manager_;
-    }
     [[nodiscard]] QString storageDirectory() const { return folder_.path(); }
 
-    [[nodiscard]] PreferencesServices services() {
+    [[nodiscard]] PreferencesServices services(Timers &timers, DispatchQueue &mainQueue) {
         return {.manager = manager(),
                 .defaults = defaults_,
                 .catalog = catalog_,
@@ -52,12 +38,16 @@ protected:
                 .nativeWindow = nativeWindow_,
                 .launchAtLogin = launchAtLogin_,
                 .notificationCenter = center_,
-                .timers = timers_,
-                .mainQueue = mainQueue_,
+                .timers = timers,
+                .mainQueue = mainQueue,
                 .backgroundQueue = backgroundQueue_,
-                .showToast = [this](const QString &message, const QString &,
-                                    const std::function<void()> &) { toasts_.append(message); }};
+                .showToast = [this](const QString &message, const QString &actionTitle,
+                                    const std::function<void()> &action) {
+                    toasts_.append(message);
+                    lastToastAction_ = {actionTitle, action};
+                }};
     }
+    [[nodiscard]] PreferencesServices services() { return services(timers_, mainQueue_); }
 
     void choose(Language language) {
         defaults_.setString(QStringLiteral("appLanguage"), language.rawValue());
@@ -67,8 +57,11 @@ protected:
         center_.post(notifications::kLanguageDidChange);
     }
 
-    FakeEventTap tap_;
-    FakeSystemLog log_;
+    struct ToastAction {
+        QString title;
+        std::function<void()> run;
+    };
+
     FakeUserDefaults defaults_;
     FakeApplicationCatalog catalog_;
     FakeWorkspace workspace_;
@@ -86,10 +79,7 @@ protected:
     ManualDispatchQueue mainQueue_;
     ManualDispatchQueue backgroundQueue_;
     QStringList toasts_;
-
-private:
-    QTemporaryDir folder_;
-    std::unique_ptr<ShortcutManager> manager_;
+    ToastAction lastToastAction_;
 };
 
 }  // namespace kestrelbay

@@ -11,6 +11,7 @@
 
 #include "app/SystemColors.h"
 #include "platform/SystemSettings.h"
+#include "preferences/PaintCounter.h"
 
 namespace kestrelbay {
 
@@ -87,12 +88,16 @@ TEST(Switch, ItsColorsFollowTheAppearance) {
     Switch button;
     button.resize(button.sizeHint());
     button.setChecked(true);
-    const QPoint track(8, button.height() / 2);
-    EXPECT_EQ(grab(button).pixelColor(track), colors::controlAccent());
-    const QColor light = colors::controlAccent();
+    button.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&button));
+    PaintCounter paints(button);
+    paints.settle();
+    const QColor light = grab(button).pixelColor(8, button.height() / 2);
     QApplication::setPalette(systemPalette(ColorScheme::Dark));
-    EXPECT_NE(colors::controlAccent(), light);
-    EXPECT_EQ(grab(button).pixelColor(track), colors::controlAccent());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count() > 0; }));
+    const QColor dark = grab(button).pixelColor(8, button.height() / 2);
+    EXPECT_EQ(dark, colors::controlAccent());
+    EXPECT_NE(dark, light);
     QApplication::setPalette(systemPalette(ColorScheme::Light));
 }
 

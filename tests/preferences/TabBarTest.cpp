@@ -8,6 +8,7 @@
 
 #include "app/SystemColors.h"
 #include "platform/SystemSettings.h"
+#include "preferences/PaintCounter.h"
 #include "preferences/ServicesFixture.h"
 #include "preferences/TabItemView.h"
 
@@ -137,7 +138,11 @@ TEST_F(TabBar, TheSelectedTitleIsHeavier) {
 TEST_F(TabBar, TheSelectedTabIsFilledWithTheAccentOfTheAppearance) {
     const QPoint inItem(8, 13);
     EXPECT_EQ(item(0).grab().toImage().pixelColor(inItem), colors::controlAccent());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
+    PaintCounter paints(item(0));
+    paints.settle();
     QApplication::setPalette(systemPalette(ColorScheme::Dark));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count() > 0; }));
     EXPECT_EQ(item(0).grab().toImage().pixelColor(inItem), colors::controlAccent());
     QApplication::setPalette(systemPalette(ColorScheme::Light));
     bar_.select(1);

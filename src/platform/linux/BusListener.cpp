@@ -72,7 +72,8 @@ struct BusWatch::Remote {
             return;
         }
         ++listener.callsUnderWay_;
-        auto pending = std::make_unique<PendingCall>(listener, inbox, std::move(answer));
+        auto pending = std::make_unique<PendingCall>(
+            PendingCall{.listener = listener, .inbox = inbox, .answer = std::move(answer)});
         g_dbus_connection_call(connection.get(), name, path, interface, method, parameters, nullptr,
                                flags, kLongestCallMilliseconds, listener.stop_.get(),
                                &Remote::onAnswer, pending.release());

@@ -12,25 +12,30 @@ namespace kestrelbay {
 
 namespace {
 
-/// Empty when there is no such entry.
-QString entryValue(const QString &path, const char *key) {
-    if (!QFileInfo(path).isFile())
-        return {};
-    const GKeyFilePtr file(g_key_file_new());
-    if (!g_key_file_load_from_file(file.get(), QFile::encodeName(path).constData(),
-                                   G_KEY_FILE_KEEP_TRANSLATIONS, nullptr))
-        return {};
+/// Without anything in it when there is no such entry.
+GKeyFilePtr readEntry(const QString &path) {
+    GKeyFilePtr file(g_key_file_new());
+    if (QFileInfo(path).isFile())
+        g_key_file_load_from_file(file.get(), QFile::encodeName(path).constData(),
+                                  G_KEY_FILE_KEEP_TRANSLATIONS, nullptr);
+    return file;
+}
+
+QString valueOf(GKeyFile &file, const char *key) {
     const GCharPtr value(
-        g_key_file_get_locale_string(file.get(), G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr));
+        g_key_file_get_locale_string(&file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr));
     return QString::fromUtf8(value.get());
+}
+
+QString iconName(const QString &path) {
+    return valueOf(*readEntry(path), G_KEY_FILE_DESKTOP_KEY_ICON);
 }
 
 }  // namespace
 
 QIcon LinuxApplicationCatalog::icon(const QString &applicationPath) const {
     // The icon takes the engine over.
-    return QIcon(
-        new ApplicationIconEngine(entryValue(applicationPath, G_KEY_FILE_DESKTOP_KEY_ICON)));
+    return QIcon(new ApplicationIconEngine(iconName(applicationPath)));
 }
 
 std::vector<QImage> LinuxApplicationCatalog::listIcons(const QStringList &applicationPaths,
@@ -39,12 +44,17 @@ std::vector<QImage> LinuxApplicationCatalog::listIcons(const QStringList &applic
     std::vector<QImage> images;
     images.reserve(static_cast<std::size_t>(applicationPaths.size()));
     for (const QString &path : applicationPaths)
-        images.push_back(reader.read(entryValue(path, G_KEY_FILE_DESKTOP_KEY_ICON)));
+        images.push_back(reader.read(iconName(path)));
     return images;
 }
 
 QString LinuxApplicationCatalog::displayName(const QString &applicationPath) const {
-    return entryValue(applicationPath, G_KEY_FILE_DESKTOP_KEY_NAME);
+    const GKeyFilePtr entry = readEntry(applicationPath);
+    // A link or a folder has a name too.
+    if (valueOf(*entry, G_KEY_FILE_DESKTOP_KEY_TYPE) !=
+        QLatin1StringView(G_KEY_FILE_DESKTOP_TYPE_APPLICATION))
+        return {};
+    return valueOf(*entry, G_KEY_FILE_DESKTOP_KEY_NAME);
 }
 
 QStringList LinuxApplicationCatalog::applicationDirectories() const {

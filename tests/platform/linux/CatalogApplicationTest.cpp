@@ -33,6 +33,19 @@ TEST_F(CatalogApplication, NamesAreInTheUsersLanguage) {
     EXPECT_EQ(catalog_.displayName(QStringLiteral("/")), QString());
 }
 
+TEST_F(CatalogApplication, WhatIsNoApplicationHasNoName) {
+    const PrivateHome &home = PrivateHome::instance();
+    for (const QByteArray &type :
+         {QByteArray("Type=Link\n"), QByteArray("Type=Directory\n"), QByteArray()}) {
+        home.write(QStringLiteral("home/applications/other.desktop"),
+                   "[Desktop Entry]\nName=Other\nURL=file:///\n" + type);
+        EXPECT_EQ(
+            catalog_.displayName(home.path(QStringLiteral("home/applications/other.desktop"))),
+            QString())
+            << type.constData();
+    }
+}
+
 TEST_F(CatalogApplication, FoldersInOrderOfPrecedence) {
     const PrivateHome &home = PrivateHome::instance();
     EXPECT_EQ(catalog_.applicationDirectories(),

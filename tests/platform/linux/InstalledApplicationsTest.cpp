@@ -222,8 +222,8 @@ TEST_F(InstalledApplications, IconsOfSingleOnesComeInTheOrderOfTheirPaths) {
     // One that has no place in a menu may have a rule.
     const QString blue =
         writeEntry(QStringLiteral("user/blue.desktop"), "NoDisplay=true\nIcon=blue");
-    const std::vector<QImage> icons =
-        catalog_.listIcons({blue, QStringLiteral("/gone.desktop"), red}, {.pixels = 28, .themes = {}});
+    const std::vector<QImage> icons = catalog_.listIcons(
+        {blue, QStringLiteral("/gone.desktop"), red}, {.pixels = 28, .themes = {}});
     ASSERT_EQ(icons.size(), 3U);
     for (const QImage &icon : icons)
         EXPECT_EQ(icon.size(), QSize(28, 28));
