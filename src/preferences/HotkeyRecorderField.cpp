@@ -165,6 +165,7 @@ void HotkeyRecorderField::startIfFocused() {
 }
 
 void HotkeyRecorderField::clearHotkey() {
+    wasPressed_ = false;
     recorder_.setHotkey({}, {});
     const QPointer alive(this);
     if (delegate_)
@@ -279,6 +280,7 @@ void HotkeyRecorderField::mousePressEvent(QMouseEvent *event) {
         event->ignore();
         return;
     }
+    wasPressed_ = true;
     if (isRecording()) {
         stopRecording();
         clearFocus();
@@ -291,8 +293,12 @@ void HotkeyRecorderField::mousePressEvent(QMouseEvent *event) {
 void HotkeyRecorderField::mouseMoveEvent(QMouseEvent * /*event*/) {}
 void HotkeyRecorderField::mouseReleaseEvent(QMouseEvent * /*event*/) {}
 
-// Its first half has started recording, or was for the clear button, which is gone by now.
-void HotkeyRecorderField::mouseDoubleClickEvent(QMouseEvent * /*event*/) {}
+void HotkeyRecorderField::mouseDoubleClickEvent(QMouseEvent *event) {
+    // Its first half has started recording, which goes on unless a key has ended it; or
+    // it was for the clear button, which is gone by now.
+    if (event->button() == Qt::LeftButton && wasPressed_ && !isRecording())
+        startRecordingByUser();
+}
 
 void HotkeyRecorderField::keyPressEvent(QKeyEvent *event) {
     if (isRecording())

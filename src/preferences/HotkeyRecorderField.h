@@ -110,6 +110,8 @@ private:
     bool wantsToRecord_ = false;
     bool startedWithMouse_ = false;
     bool isReturnDown_ = false;
+    /// The last click was for the field itself, not for its clear button.
+    bool wasPressed_ = false;
 };
 
 }  // namespace kestrelbay

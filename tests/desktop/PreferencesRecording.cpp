@@ -45,8 +45,9 @@ void sceneWaysOutByKey(PreferencesStage &stage) {
 
 void sceneWaysOutInWindow(PreferencesStage &stage) {
     begin(stage);
+    // Beside the first place: two clicks there within a moment are a double click.
     endsRecording(stage, QStringLiteral("clicked a second time"),
-                  [&] { stage.click(1, RowPart::Recorder); });
+                  [&] { stage.click(places::inRow(1, RowPart::Recorder) + QPoint(30, 0)); });
     stage.openPreferences();
     endsRecording(stage, QStringLiteral("clicked the Advanced tab"),
                   [&] { stage.click(places::kAdvancedTab); });

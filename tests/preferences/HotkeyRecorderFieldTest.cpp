@@ -158,6 +158,17 @@ TEST_F(HotkeyRecorderFieldTest, ADoubleClickStartsIt) {
     EXPECT_TRUE(field_->hasFocus());
 }
 
+TEST_F(HotkeyRecorderFieldTest, AClickSoonAfterAKeyHasEndedItStartsItAgain) {
+    click();
+    mainQueue_.runAll();
+    ASSERT_TRUE(field_->isRecording());
+    tap_.press(key::kEscape);
+    ASSERT_FALSE(field_->isRecording());
+    QTest::mouseDClick(field_, Qt::LeftButton, {}, {10, 10});
+    mainQueue_.runAll();
+    EXPECT_TRUE(field_->isRecording());
+}
+
 TEST_F(HotkeyRecorderFieldTest, ADoubleClickOnTheClearButtonOnlyClears) {
     field_->configure(kT, kLeftCommandFlags);
     QTest::mouseClick(clearButton(), Qt::LeftButton);
