@@ -40,7 +40,7 @@ private:
     void askPortal();
     void portalVanished();
     void takeSignal(const QString &member, GVariant *parameters);
-    void takePortalValue(GVariant *value);
+    void takePortalValue(GVariant *reply);
     void askDesktop();
     void update();
 
