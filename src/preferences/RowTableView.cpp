@@ -49,6 +49,8 @@ RowTableView::RowTableView(RowTableSource &source, Timers &timers, int rowHeight
 }
 
 RowTableView::~RowTableView() {
+    // The focus goes elsewhere while the widget ends, when this is no table any more.
+    disconnect(qApp, nullptr, this, nullptr);
     if (drag_)
         drag_->cancel();
 }

@@ -53,6 +53,7 @@ void sceneWaysOutInWindow(PreferencesStage &stage) {
                   [&] { stage.click(places::kAdvancedTab); });
     stage.openPreferences();
     stage.click(places::kRulesTab);
+    stage.settle();
     stage.startRecording(1);
     stage.click(1, RowPart::Delete);
     (void)stage.waitForWindow(QStringLiteral("Delete Shortcut"));

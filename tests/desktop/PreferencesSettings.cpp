@@ -143,6 +143,7 @@ void sceneAsItWasLeft(PreferencesStage &stage) {
          QStringLiteral("Marker 40 100008 launchArgs “--marker”")},
         [&] {
             stage.click(0, places::RowPart::Name);
+            stage.settle();
             for (int i = 0; i < 2; ++i)
                 stage.press({QStringLiteral("Alt+Down"), {testing::xkey::kLeftAlt, kDown}});
         });

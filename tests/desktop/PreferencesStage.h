@@ -28,7 +28,8 @@ public:
     void click(const QPoint &place) { pointer().click(onScreen(place)); }
     void click(int row, places::RowPart part) { click(places::inRow(row, part)); }
     void showAdvancedTab();
-    /// Waits until nothing moves in them.
+    /// Waits until nothing moves in them. To be called between a click and a key: window
+    /// managers look at clicks first, and a key can overtake one meanwhile.
     void settle();
     [[nodiscard]] QColor colorAtPlace(const QPoint &place);
 
