@@ -57,7 +57,7 @@ public:
     [[nodiscard]] std::pair<int, int> rowSpan() const;
 
     /// The row under way; null when none is.
-    [[nodiscard]] RowDrag *drag() const { return drag_; }
+    [[nodiscard]] RowDrag *drag() const { return drag_.data(); }
     [[nodiscard]] bool isDragging() const { return !drag_.isNull(); }
 
     [[nodiscard]] QSize sizeHint() const override;

@@ -27,6 +27,9 @@ GObjectPtr<GSettings> interfaceSettings() {
 }  // namespace
 
 struct DesktopColorScheme::Remote {
+    Remote(std::shared_ptr<MainThreadInbox> inboxOfOwner, Handler handlerOfOwner)
+        : inbox(std::move(inboxOfOwner)), handler(std::move(handlerOfOwner)) {}
+
     void start() {
         settings = interfaceSettings();
         if (settings)
@@ -64,9 +67,7 @@ struct DesktopColorScheme::Remote {
 
 DesktopColorScheme::DesktopColorScheme(BackgroundLoop &loop, std::shared_ptr<MainThreadInbox> inbox,
                                        Handler handler)
-    : loop_(loop),
-      remote_(
-          new Remote{.inbox = std::move(inbox), .handler = std::move(handler), .settings = {}}) {
+    : loop_(loop), remote_(new Remote(std::move(inbox), std::move(handler))) {
     loop_.post([remote = remote_.get()] { remote->start(); });
 }
 
