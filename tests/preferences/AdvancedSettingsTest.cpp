@@ -6,7 +6,6 @@
 #include <memory>
 
 #include <QAccessible>
-#include <QApplication>
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
@@ -15,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include "app/SystemColors.h"
+#include "preferences/ActiveWindow.h"
 #include "preferences/ServicesFixture.h"
 #include "preferences/SettingRow.h"
 #include "preferences/Switch.h"
@@ -38,7 +38,7 @@ protected:
     }
     void show() {
         tab().show();
-        QApplication::setActiveWindow(&tab());
+        ASSERT_TRUE(activate(tab()));
     }
 
     /// From top to bottom.

@@ -1,6 +1,7 @@
 #include "preferences/HotkeyRecorderField.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -28,8 +29,7 @@ protected:
         field_->setSubject(u"Firefox"_s);
         other_ = new QLineEdit(window_.get());
         other_->move(300, 100);
-        showWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+        ASSERT_NO_FATAL_FAILURE(showWindow());
     }
 
     [[nodiscard]] QString text() const { return field_->findChild<QLabel *>()->text(); }
@@ -194,7 +194,7 @@ TEST_F(HotkeyRecorderFieldTest, AnotherWindowEndsRecording) {
     startRecording();
     QWidget second;
     second.show();
-    QApplication::setActiveWindow(&second);
+    ASSERT_TRUE(activate(second));
     EXPECT_TRUE(QTest::qWaitFor([&] { return !field_->isRecording(); }));
     expectIdle();
 }
@@ -311,25 +311,25 @@ TEST_F(HotkeyRecorderFieldTest, AReleaseOfReturnPressedElsewhereStartsNothing) {
 TEST_F(HotkeyRecorderFieldTest, TheUsersStartWaitsForTheWindowToGetTheKeyboard) {
     QWidget sheet;
     sheet.show();
-    QApplication::setActiveWindow(&sheet);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !window_->isActiveWindow(); }));
+    ASSERT_TRUE(activate(sheet));
+    EXPECT_FALSE(window_->isActiveWindow());
     field_->startRecordingByUser();
     mainQueue_.runAll();
     EXPECT_FALSE(field_->isRecording());
     sheet.close();
-    QApplication::setActiveWindow(window_.get());
+    ASSERT_TRUE(activate(*window_));
     EXPECT_TRUE(QTest::qWaitFor([&] { return field_->isRecording(); }));
 }
 
 TEST_F(HotkeyRecorderFieldTest, TheUsersStartIsForgottenWhenTabComesFirst) {
     QWidget sheet;
     sheet.show();
-    QApplication::setActiveWindow(&sheet);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !window_->isActiveWindow(); }));
+    ASSERT_TRUE(activate(sheet));
+    EXPECT_FALSE(window_->isActiveWindow());
     field_->startRecordingByUser();
     other_->setFocus();
     sheet.close();
-    QApplication::setActiveWindow(window_.get());
+    ASSERT_TRUE(activate(*window_));
     EXPECT_TRUE(QTest::qWaitFor([&] { return other_->hasFocus(); }));
     field_->setFocus(Qt::TabFocusReason);
     expectIdle();

@@ -16,6 +16,7 @@
 
 #include "app/Sheet.h"
 #include "app/TextLabel.h"
+#include "preferences/ActiveWindow.h"
 #include "preferences/AdvancedSettingsViewController.h"
 #include "preferences/ContainerViewController.h"
 #include "preferences/DeleteConfirmationSheet.h"
@@ -101,7 +102,7 @@ TEST_F(PreferencesWindow, TheListKeepsTheKeyboardWhenItsLastRuleIsDeleted) {
     sheet->accept();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !sheet; }));
     EXPECT_EQ(manager().rules().size(), 2U);
-    window().activateWindow();
+    ASSERT_TRUE(activate(window()));
     EXPECT_TRUE(QTest::qWaitFor([&] { return table->hasFocus(); }));
     EXPECT_EQ(table->selectedRow(), 1);
 }
@@ -260,7 +261,7 @@ TEST_F(PreferencesWindow, TheSameLanguageRebuildsItToo) {
 
 TEST_F(PreferencesWindow, ThePopupThatChangesTheLanguageKeepsTheFocus) {
     controller().showWindow();
-    QApplication::setActiveWindow(&window());
+    ASSERT_TRUE(activate(window()));
     clickTab(1);
     auto *const popup = window().findChild<QComboBox *>(u"language"_s);
     popup->setFocus();
@@ -372,14 +373,14 @@ TEST_F(PreferencesWindow, SheetsGoWithTheirTab) {
 
 TEST_F(PreferencesWindow, ControlWClosesIt) {
     controller().showWindow();
-    QApplication::setActiveWindow(&window());
+    ASSERT_TRUE(activate(window()));
     QTest::keyClick(&window(), Qt::Key_W, Qt::ControlModifier);
     EXPECT_FALSE(window().isVisible());
 }
 
 TEST_F(PreferencesWindow, ControlQEndsTheProgram) {
     controller().showWindow();
-    QApplication::setActiveWindow(&window());
+    ASSERT_TRUE(activate(window()));
     const QSignalSpy quits(qApp, &QCoreApplication::aboutToQuit);
     QTimer::singleShot(0, qApp,
                        [this] { QTest::keyClick(&window(), Qt::Key_Q, Qt::ControlModifier); });
@@ -390,7 +391,7 @@ TEST_F(PreferencesWindow, ControlQEndsTheProgram) {
 TEST_F(PreferencesWindow, TabsAndControlsAreReachedByTheTabKey) {
     tap_.setPermission(false);
     controller().showWindow();
-    QApplication::setActiveWindow(&window());
+    ASSERT_TRUE(activate(window()));
     clickTab(1);
     view<TabBarView>()->itemViews().at(1)->setFocus();
     QStringList reached;

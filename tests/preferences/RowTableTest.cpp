@@ -19,6 +19,7 @@
 
 #include "core/QtPrinters.h"
 #include "fakes/FakeTimers.h"
+#include "preferences/ActiveWindow.h"
 #include "preferences/DropLine.h"
 #include "preferences/RowSlot.h"
 #include "preferences/RowTableSource.h"
@@ -109,8 +110,7 @@ protected:
 
     void show(int count) {
         window_.show();
-        window_.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+        ASSERT_TRUE(activate(window_));
         source_.setCount(count);
         table_->reload();
     }

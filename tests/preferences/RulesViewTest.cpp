@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "app/TextLabel.h"
+#include "preferences/ActiveWindow.h"
 #include "preferences/DeleteConfirmationSheet.h"
 #include "preferences/HotkeyRecorderField.h"
 #include "preferences/RowTableView.h"
@@ -28,8 +29,7 @@ protected:
         if (!list_) {
             list_ = std::make_unique<RulesViewController>(services(), icons_, sheets());
             list_->show();
-            list_->activateWindow();
-            EXPECT_TRUE(QTest::qWaitForWindowActive(list_.get()));
+            EXPECT_TRUE(activate(*list_));
         }
         return *list_;
     }
@@ -107,7 +107,7 @@ TEST_F(RulesViewTest, keepsTheFocusInTheRowWhoseOptionsWereEdited) {
     table().verticalScrollBar()->setValue(3000);
     edit_(stored(1));
     sheet.accept();
-    list().activateWindow();
+    ASSERT_TRUE(activate(list()));
     EXPECT_TRUE(QTest::qWaitFor([&] { return options->hasFocus(); }));
     EXPECT_EQ(options->accessibleName(), u"Advanced Options: 1"_s);
 }
