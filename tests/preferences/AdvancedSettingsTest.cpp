@@ -380,23 +380,9 @@ TEST_F(AdvancedSettings, EveryTextIsSeenWhole) {
     tap_.setPermission(false);
     tap_.setRefusal(TapProblem::WaylandSession);
     elsewhere.reinstallEventTap();
-    const PreferencesServices usual = services();
-    const PreferencesServices given{.manager = elsewhere,
-                                    .defaults = usual.defaults,
-                                    .catalog = usual.catalog,
-                                    .workspace = usual.workspace,
-                                    .sounds = usual.sounds,
-                                    .systemSettings = usual.systemSettings,
-                                    .nativeWindow = usual.nativeWindow,
-                                    .launchAtLogin = usual.launchAtLogin,
-                                    .notificationCenter = usual.notificationCenter,
-                                    .timers = usual.timers,
-                                    .mainQueue = usual.mainQueue,
-                                    .backgroundQueue = usual.backgroundQueue,
-                                    .showToast = usual.showToast};
     for (const Language language : {Language::en, Language::zh}) {
         choose(language);
-        AdvancedSettingsViewController view(given);
+        AdvancedSettingsViewController view(servicesFor(elsewhere));
         view.resize(616, 431);
         view.show();
         QCoreApplication::processEvents();
