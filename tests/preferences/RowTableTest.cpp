@@ -513,6 +513,16 @@ TEST_F(RowTableTest, refusesADropOnARow) {
     EXPECT_TRUE(source_.drops_.isEmpty());
 }
 
+TEST_F(RowTableTest, takesTheDropLineAwayOverARow) {
+    show(10);
+    EXPECT_TRUE(drag(QEvent::DragEnter, kPitch));
+    EXPECT_TRUE(line()->isVisible());
+    EXPECT_FALSE(drag(QEvent::DragMove, kPitch + kPitch / 2));
+    EXPECT_FALSE(line()->isVisible());
+    EXPECT_TRUE(drag(QEvent::DragMove, 2 * kPitch));
+    EXPECT_TRUE(line()->isVisible());
+}
+
 TEST_F(RowTableTest, handsADropToItsSource) {
     show(10);
     scrollTo(kPitch);
