@@ -123,6 +123,7 @@ TEST_F(AdvancedSettings, TextsAreInTheLanguageInForce) {
 TEST_F(AdvancedSettings, EveryControlSaysWhatItIsFor) {
     tap_.setPermission(false);
     show();
+    ASSERT_EQ(rows().size(), 6);
     for (const SettingRow *row : rows()) {
         const QAccessibleInterface *const told =
             QAccessible::queryAccessibleInterface(row->control());
