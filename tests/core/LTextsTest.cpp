@@ -1,5 +1,7 @@
 #include "core/LTexts.h"
 
+#include <ostream>
+
 #include <gtest/gtest.h>
 
 #include "core/LFixture.h"
@@ -12,6 +14,10 @@ struct Part {
     const char *name;
     LTexts (*texts)();
 };
+
+void PrintTo(const Part &part, std::ostream *out) {
+    *out << part.name;
+}
 
 /// Every text of a part, in both languages and on both systems.
 class LTextsTest : public LFixture, public testing::WithParamInterface<Part> {
