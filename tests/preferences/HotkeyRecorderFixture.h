@@ -35,7 +35,7 @@ protected:
     [[nodiscard]] QColor border() const {
         return field_->grab().toImage().pixelColor(field_->width() / 2, 0);
     }
-    void click() { QTest::mousePress(field_, Qt::LeftButton, {}, {10, 10}); }
+    void click() { QTest::mouseClick(field_, Qt::LeftButton, {}, {10, 10}); }
     void startRecording() {
         click();
         ASSERT_TRUE(field_->isRecording());

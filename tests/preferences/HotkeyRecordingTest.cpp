@@ -5,6 +5,7 @@
 
 #include "app/SystemColors.h"
 #include "preferences/ActiveWindow.h"
+#include "preferences/DoubleClick.h"
 #include "preferences/HotkeyRecorderFixture.h"
 #include "settings/L.h"
 
@@ -61,7 +62,7 @@ TEST_F(HotkeyRecordingTest, ASecondClickEndsRecording) {
 
 TEST_F(HotkeyRecordingTest, ADoubleClickStartsIt) {
     click();
-    QTest::mouseDClick(field_, Qt::LeftButton, {}, {10, 10});
+    doubleClick(field_, {10, 10});
     mainQueue_.runAll();
     EXPECT_TRUE(field_->isRecording());
     EXPECT_TRUE(field_->hasFocus());
@@ -73,7 +74,7 @@ TEST_F(HotkeyRecordingTest, AClickSoonAfterAKeyHasEndedItStartsItAgain) {
     ASSERT_TRUE(field_->isRecording());
     tap_.press(key::kEscape);
     ASSERT_FALSE(field_->isRecording());
-    QTest::mouseDClick(field_, Qt::LeftButton, {}, {10, 10});
+    doubleClick(field_, {10, 10});
     mainQueue_.runAll();
     EXPECT_TRUE(field_->isRecording());
 }

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "preferences/DoubleClick.h"
 #include "preferences/RowTableFixture.h"
 
 namespace kestrelbay {
@@ -104,7 +105,7 @@ TEST_F(RowTableKeysTest, opensByReturnOrDoubleClick) {
     press(Qt::Key_Return);
     press(Qt::Key_Enter, Qt::KeypadModifier);
     EXPECT_EQ(opened.count(), 2);
-    QTest::mouseDClick(table_->viewport(), Qt::LeftButton, {}, QPoint(200, kPitch / 2));
+    doubleClick(table_->viewport(), QPoint(200, kPitch / 2));
     EXPECT_EQ(opened.count(), 3);
     row(1)->first_->setFocus();
     press(Qt::Key_Return);

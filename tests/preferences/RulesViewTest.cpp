@@ -12,6 +12,7 @@
 #include "app/TextLabel.h"
 #include "preferences/ActiveWindow.h"
 #include "preferences/DeleteConfirmationSheet.h"
+#include "preferences/DoubleClick.h"
 #include "preferences/HotkeyRecorderField.h"
 #include "preferences/RowTableView.h"
 #include "preferences/RuleRowView.h"
@@ -175,7 +176,7 @@ TEST_F(RulesViewTest, opensTheOptionsOfTheSelectedRule) {
     list().editRule();
     EXPECT_TRUE(editedRules_.isEmpty());
     table().selectRow(1);
-    QTest::mouseDClick(table().viewport(), Qt::LeftButton, {}, QPoint(200, 300));
+    doubleClick(table().viewport(), QPoint(200, 300));
     EXPECT_EQ(editedRules_, QStringList{u"1"_s});
 }
 
