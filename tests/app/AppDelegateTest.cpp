@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QKeyEvent>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -45,6 +46,11 @@ protected:
     QString firstTitle() const { return delegate_->statusMenu().actions().constFirst()->text(); }
     bool onboardingCompleted() {
         return read(platform_.userDefaults(), settings::kOnboardingCompleted);
+    }
+    static QList<QWidget *> visibleWindows() {
+        QList<QWidget *> windows = QApplication::topLevelWidgets();
+        windows.removeIf([](const QWidget *widget) { return !widget->isVisible(); });
+        return windows;
     }
 
     QTemporaryDir folder_;
@@ -207,27 +213,35 @@ TEST_F(AppDelegateTest, GoesWithAToastAndTheGuideOnScreen) {
 TEST_F(AppDelegateTest, AboutIsShownAgainAsTheSameWindow) {
     completeOnboarding();
     AppDelegate &delegate = launch();
-    const auto visible = [] {
-        QList<QWidget *> windows = QApplication::topLevelWidgets();
-        windows.removeIf([](const QWidget *widget) { return !widget->isVisible(); });
-        return windows;
-    };
     delegate.performAction(QStringLiteral("about"));
-    ASSERT_EQ(visible().size(), 1);
-    QWidget *about = visible().constFirst();
+    ASSERT_EQ(visibleWindows().size(), 1);
+    QWidget *about = visibleWindows().constFirst();
     EXPECT_EQ(about->windowTitle(), QStringLiteral("About KestrelBay"));
     about->close();
     delegate.showAbout();
-    EXPECT_EQ(visible(), QList<QWidget *>{about});
+    EXPECT_EQ(visibleWindows(), QList<QWidget *>{about});
 }
 
 TEST_F(AppDelegateTest, UnknownActionsDoNothing) {
     completeOnboarding();
     AppDelegate &delegate = launch();
-    delegate.performAction(QStringLiteral("fly"));
-    delegate.performAction({});
+    platform_.nativeWindow().takeCalls();
+    QEventLoop loop;
+    QTimer::singleShot(0, &context_, [&] {
+        for (const char *name : {"", "fly", "Quit", "about-preferences"}) {
+            delegate.performAction(QString::fromLatin1(name));
+            EXPECT_TRUE(delegate.shortcutManager().isEnabled()) << name;
+            EXPECT_EQ(firstTitle(), QStringLiteral("Disable All Shortcuts")) << name;
+            EXPECT_TRUE(loop.isRunning()) << name << " ends the program";
+        }
+        loop.exit();
+    });
+    loop.exec();
+    EXPECT_EQ(visibleWindows(), QList<QWidget *>());
+    EXPECT_EQ(platform_.nativeWindow().takeCalls(), QStringList());
     EXPECT_EQ(delegate.preferences(), nullptr);
-    EXPECT_TRUE(delegate.shortcutManager().isEnabled());
+    EXPECT_EQ(delegate.onboarding(), nullptr);
+    EXPECT_TRUE(onboardingCompleted());
 }
 
 }  // namespace

@@ -31,6 +31,13 @@ double lightness(const QImage &image) {
     return count ? sum / count : -1;
 }
 
+/// Has the symbol's own colour at a place, given as shares of the side.
+bool isInk(const QImage &image, double x, double y, bool onDark) {
+    const QColor color =
+        image.pixelColor(static_cast<int>(x * image.width()), static_cast<int>(y * image.height()));
+    return color.alphaF() > 0.6 && (onDark ? color.lightnessF() > 0.6 : color.lightnessF() < 0.4);
+}
+
 TEST(StatusIcon, IsLightOnADarkGroundAndDarkOnALightOne) {
     EXPECT_GT(lightness(drawn(true, true, 22)), 0.9);
     EXPECT_LT(lightness(drawn(true, false, 22)), 0.1);
@@ -49,9 +56,34 @@ TEST(StatusIcon, HasAnEdgeOfTheOtherColour) {
     EXPECT_TRUE(found);
 }
 
-TEST(StatusIcon, TellsTheStatesApart) {
-    EXPECT_NE(drawn(true, true, 22), drawn(false, true, 22));
-    EXPECT_NE(drawn(true, false, 22), drawn(false, false, 22));
+TEST(StatusIcon, IsStruckThroughFromCornerToCornerWhileDisabled) {
+    for (const bool onDark : {true, false}) {
+        for (const int side : {16, 22, 24, 32}) {
+            const QImage on = drawn(true, onDark, side);
+            const QImage off = drawn(false, onDark, side);
+            for (double place = 0.16; place < 0.85; place += 0.02)
+                EXPECT_TRUE(isInk(off, place, place, onDark)) << side << " at " << place;
+            for (const double corner : {0.16, 0.25, 0.75, 0.84})
+                EXPECT_FALSE(isInk(on, corner, corner, onDark)) << side << " at " << corner;
+        }
+    }
+}
+
+TEST(StatusIcon, IsABoltInBothStatesAndCutOpenAlongTheLine) {
+    for (const bool onDark : {true, false}) {
+        for (const int side : {16, 22, 24, 32}) {
+            const QImage on = drawn(true, onDark, side);
+            const QImage off = drawn(false, onDark, side);
+            for (const QPointF bolt : {QPointF(0.28, 0.54), QPointF(0.72, 0.46)}) {
+                EXPECT_TRUE(isInk(on, bolt.x(), bolt.y(), onDark)) << side;
+                EXPECT_TRUE(isInk(off, bolt.x(), bolt.y(), onDark)) << side;
+            }
+            for (const QPointF beside : {QPointF(0.56, 0.44), QPointF(0.44, 0.56)}) {
+                EXPECT_TRUE(isInk(on, beside.x(), beside.y(), onDark)) << side;
+                EXPECT_FALSE(isInk(off, beside.x(), beside.y(), onDark)) << side;
+            }
+        }
+    }
 }
 
 TEST(StatusIcon, IsDrawnForEverySize) {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <vector>
-
 #include <gtest/gtest.h>
+
+#include <QStringList>
 
 #include "core/QtPrinters.h"
 #include "fakes/FakeUserDefaults.h"
@@ -10,21 +10,6 @@
 #include "settings/Language.h"
 
 namespace kestrelbay {
-
-/// A text that is the same on every system.
-struct LMember {
-    QString (*text)();
-    QString english;
-    QString chinese;
-};
-
-/// One that differs between systems, as it reads on macOS.
-struct LSystemMember {
-    QString (*text)();
-    LText LSystemTexts::*pair;
-    QString english;
-    QString chinese;
-};
 
 /// Texts in a language that is chosen by hand.
 class LFixture : public testing::Test {
@@ -36,30 +21,12 @@ protected:
         defaults_.setString(QStringLiteral("appLanguage"), language.rawValue());
     }
 
-    static void expectEnglish(const std::vector<LMember> &members) {
-        for (const LMember &member : members)
-            EXPECT_EQ(member.text(), member.english);
-    }
-    static void expectChinese(const std::vector<LMember> &members) {
-        for (const LMember &member : members)
-            EXPECT_EQ(member.text(), member.chinese);
-    }
-    static void expectTextsOfMacos(const std::vector<LSystemMember> &members) {
-        for (const LSystemMember &member : members) {
-            EXPECT_EQ((macosTexts().*member.pair).english.toString(), member.english);
-            EXPECT_EQ((macosTexts().*member.pair).chinese.toString(), member.chinese);
-        }
-    }
-    void expectTextsOfThisSystem(const std::vector<LSystemMember> &members) {
-        for (const LSystemMember &member : members) {
-            choose(Language::en);
-            EXPECT_EQ(member.text(), (systemTexts().*member.pair).english.toString());
-            choose(Language::zh);
-            EXPECT_EQ(member.text(), (systemTexts().*member.pair).chinese.toString());
-        }
-    }
-    /// Nothing that is only there on macOS may be named elsewhere.
-    static void expectNoneOf(const QStringList &words, const LText &text) {
+    /// What is only there on macOS may not be named elsewhere.
+    static void expectNothingOfMacos(const LText &text) {
+        using namespace Qt::StringLiterals;
+        const QStringList words{
+            u"accessibility"_s, u"menu bar"_s, u"System Settings"_s, u"macOS"_s,  u"Finder"_s,
+            u"Command"_s,       u"/Users"_s,   u"辅助功能"_s,        u"菜单栏"_s, u"系统设置"_s};
         for (const QString &word : words) {
             EXPECT_FALSE(text.english.contains(word, Qt::CaseInsensitive)) << word.toStdString();
             EXPECT_FALSE(text.chinese.contains(word, Qt::CaseInsensitive)) << word.toStdString();

@@ -7,6 +7,7 @@
 #import <Foundation/Foundation.h>
 
 #include "core/QtPrinters.h"
+#include "fakes/EventTaps.h"
 #include "fakes/FakeServices.h"
 #include "fakes/MacJournal.h"
 #include "platform/macos/MacApplicationCatalog.h"
@@ -53,10 +54,13 @@ TEST_F(MacPlatformTest, HandsOutTheServicesOfMacOS) {
     EXPECT_NE(dynamic_cast<const MacSystemSymbols *>(platform_->systemSymbols()), nullptr);
 }
 
-TEST_F(MacPlatformTest, HandsOutTheSameServiceEveryTime) {
-    EXPECT_EQ(&platform_->eventTap(), &platform_->eventTap());
-    EXPECT_EQ(&platform_->loginItem(), &platform_->loginItem());
-    EXPECT_EQ(platform_->systemSymbols(), platform_->systemSymbols());
+TEST_F(MacPlatformTest, WhoeverAsksNextRemovesTheTapThatWasInstalled) {
+    EventTaps taps;
+    const std::unique_ptr<Platform> platform = makePlatform();
+    ASSERT_TRUE(platform->eventTap().install({}));
+    EXPECT_EQ(taps.sources().size(), 1U);
+    platform->eventTap().remove();
+    EXPECT_TRUE(taps.sources().empty());
 }
 
 TEST_F(MacPlatformTest, AsksForNothingBeforeItIsAsked) {

@@ -13,6 +13,7 @@
 
 #include "ServicesFixture.h"
 #include "preferences/AppPickerPanel.h"
+#include "preferences/DoubleClick.h"
 
 namespace kestrelbay {
 namespace {
@@ -221,7 +222,7 @@ TEST_F(AppPickerPanelTest, ADoubleClickChooses) {
     openLoaded();
     const QModelIndex row = list().model()->index(3, 0);
     QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, list().visualRect(row).center());
-    QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, list().visualRect(row).center());
+    doubleClick(list().viewport(), list().visualRect(row).center());
     ASSERT_TRUE(choice_);
     EXPECT_EQ(choice_->path, QStringLiteral("/a/zebra-2.application"));
 }

@@ -1,14 +1,14 @@
 #include "preferences/HotkeyRecorderField.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
-#include "app/SystemColors.h"
-#include "preferences/RowFixture.h"
-#include "settings/L.h"
+#include <chrono>
+
+#include "preferences/HotkeyRecorderFixture.h"
 
 using namespace Qt::StringLiterals;
 
@@ -16,56 +16,7 @@ namespace kestrelbay {
 
 namespace {
 
-constexpr KeyCode kT{17};
-constexpr ModifierFlags kLeftCommandFlags{0x100008};
-
-class HotkeyRecorderFieldTest : public RowFixture, private HotkeyRecorderDelegate {
-protected:
-    void SetUp() override {
-        field_ = new HotkeyRecorderField(services(), window_.get());
-        field_->setGeometry(20, 20, 160, 26);
-        field_->setDelegate(this);
-        field_->setSubject(u"Firefox"_s);
-        other_ = new QLineEdit(window_.get());
-        other_->move(300, 100);
-        showWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
-    }
-
-    [[nodiscard]] QString text() const { return field_->findChild<QLabel *>()->text(); }
-    [[nodiscard]] QPushButton *clearButton() const { return field_->findChild<QPushButton *>(); }
-    [[nodiscard]] QColor textColor() const {
-        const auto *label = field_->findChild<QLabel *>();
-        return label->palette().color(label->foregroundRole());
-    }
-    [[nodiscard]] QColor border() const {
-        return field_->grab().toImage().pixelColor(field_->width() / 2, 0);
-    }
-    void click() { QTest::mousePress(field_, Qt::LeftButton, {}, {10, 10}); }
-    void startRecording() {
-        click();
-        ASSERT_TRUE(field_->isRecording());
-    }
-    void expectIdle() {
-        EXPECT_FALSE(field_->isRecording());
-        expectKeyboardGivenBack();
-    }
-    void expectKeyboardGivenBack() {
-        EXPECT_FALSE(tap_.isRecording());
-        EXPECT_FALSE(manager().recordingCallback());
-    }
-
-    HotkeyRecorderField *field_ = nullptr;
-    QLineEdit *other_ = nullptr;
-    QStringList told_;
-
-private:
-    void hotkeyRecorderDidRecord(HotkeyRecorderField * /*field*/, KeyCode keyCode,
-                                 ModifierFlags flags) override {
-        told_ += u"recorded %1 %2"_s.arg(toNumber(keyCode)).arg(flags.bits(), 0, 16);
-    }
-    void hotkeyRecorderDidClear(HotkeyRecorderField * /*field*/) override { told_ += u"cleared"_s; }
-};
+class HotkeyRecorderFieldTest : public HotkeyRecorderFixture {};
 
 TEST_F(HotkeyRecorderFieldTest, ShowsThePromptOrTheHotkey) {
     EXPECT_EQ(text(), u"Click to record"_s);
@@ -100,73 +51,12 @@ TEST_F(HotkeyRecorderFieldTest, OnlyTheClearButtonTakesClicksOfItsOwn) {
     EXPECT_EQ(window_->childAt(field_->pos() - QPoint(2, 2)), nullptr);
 }
 
-TEST_F(HotkeyRecorderFieldTest, RecordsWhatIsPressed) {
-    startRecording();
-    EXPECT_EQ(text(), u"Press hotkey..."_s);
-    EXPECT_EQ(textColor(), colors::secondaryLabel());
-    tap_.press(key::kLeftCommand);
-    EXPECT_EQ(text(), u"L⌘..."_s);
-    tap_.press(key::kRightShift);
-    EXPECT_EQ(text(), u"R⇧L⌘..."_s);
-    tap_.release(key::kRightShift);
-    tap_.release(key::kLeftCommand);
-    EXPECT_EQ(text(), u"Press hotkey..."_s);
-    tap_.press(key::kLeftCommand);
-    tap_.press(kT);
-    EXPECT_EQ(text(), u"L⌘T"_s);
-    EXPECT_EQ(told_, QStringList{u"recorded 17 100008"_s});
-    EXPECT_FALSE(field_->hasFocus());
-    expectIdle();
-}
-
 TEST_F(HotkeyRecorderFieldTest, BorderTellsOfRecording) {
     const QColor idle = border();
     startRecording();
     EXPECT_NE(border(), idle);
     tap_.press(key::kEscape);
     EXPECT_EQ(border(), idle);
-}
-
-TEST_F(HotkeyRecorderFieldTest, EscapeAndDeleteEndRecording) {
-    field_->configure(kT, kLeftCommandFlags);
-    startRecording();
-    tap_.press(key::kEscape);
-    EXPECT_EQ(text(), u"L⌘T"_s);
-    EXPECT_EQ(told_, QStringList());
-    expectIdle();
-    startRecording();
-    tap_.press(key::kDelete);
-    EXPECT_EQ(text(), u"Click to record"_s);
-    EXPECT_TRUE(clearButton()->isHidden());
-    EXPECT_EQ(told_, QStringList{u"cleared"_s});
-    expectIdle();
-}
-
-TEST_F(HotkeyRecorderFieldTest, ASecondClickEndsRecording) {
-    startRecording();
-    click();
-    EXPECT_FALSE(field_->hasFocus());
-    mainQueue_.runAll();
-    expectIdle();
-}
-
-TEST_F(HotkeyRecorderFieldTest, ADoubleClickStartsIt) {
-    click();
-    QTest::mouseDClick(field_, Qt::LeftButton, {}, {10, 10});
-    mainQueue_.runAll();
-    EXPECT_TRUE(field_->isRecording());
-    EXPECT_TRUE(field_->hasFocus());
-}
-
-TEST_F(HotkeyRecorderFieldTest, AClickSoonAfterAKeyHasEndedItStartsItAgain) {
-    click();
-    mainQueue_.runAll();
-    ASSERT_TRUE(field_->isRecording());
-    tap_.press(key::kEscape);
-    ASSERT_FALSE(field_->isRecording());
-    QTest::mouseDClick(field_, Qt::LeftButton, {}, {10, 10});
-    mainQueue_.runAll();
-    EXPECT_TRUE(field_->isRecording());
 }
 
 TEST_F(HotkeyRecorderFieldTest, ADoubleClickOnTheClearButtonOnlyClears) {
@@ -180,158 +70,6 @@ TEST_F(HotkeyRecorderFieldTest, ADoubleClickOnTheClearButtonOnlyClears) {
     mainQueue_.runAll();
     EXPECT_TRUE(second.isAccepted());
     EXPECT_EQ(told_, QStringList{u"cleared"_s});
-    expectIdle();
-}
-
-TEST_F(HotkeyRecorderFieldTest, TheFocusGoneEndsRecording) {
-    startRecording();
-    other_->setFocus();
-    expectIdle();
-    EXPECT_EQ(text(), u"Click to record"_s);
-}
-
-TEST_F(HotkeyRecorderFieldTest, AnotherWindowEndsRecording) {
-    startRecording();
-    QWidget second;
-    second.show();
-    QApplication::setActiveWindow(&second);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !field_->isRecording(); }));
-    expectIdle();
-}
-
-TEST_F(HotkeyRecorderFieldTest, TheWindowClosedEndsRecording) {
-    startRecording();
-    window_->close();
-    expectIdle();
-}
-
-TEST_F(HotkeyRecorderFieldTest, ItsOwnEndGivesTheKeyboardBack) {
-    startRecording();
-    delete field_;
-    expectKeyboardGivenBack();
-    mainQueue_.runAll();
-}
-
-TEST_F(HotkeyRecorderFieldTest, TheTapGoneEndsRecording) {
-    startRecording();
-    manager().teardownEventTap();
-    EXPECT_EQ(text(), u"Click to record"_s);
-    expectIdle();
-}
-
-TEST_F(HotkeyRecorderFieldTest, DisabledItDoesNotRecord) {
-    startRecording();
-    field_->setEnabled(false);
-    expectIdle();
-    click();
-    field_->startRecordingByUser();
-    mainQueue_.runAll();
-    expectIdle();
-}
-
-TEST_F(HotkeyRecorderFieldTest, AReinstalledTapKeepsRecording) {
-    startRecording();
-    manager().reinstallEventTap();
-    EXPECT_TRUE(field_->isRecording());
-    EXPECT_TRUE(tap_.isRecording());
-}
-
-TEST_F(HotkeyRecorderFieldTest, WithoutATapAToastSaysWhatIsMissing) {
-    int wishes = 0;
-    center_.observe(notifications::kOpenPreferencesToAccessibility, field_,
-                    [&wishes] { ++wishes; });
-    manager().teardownEventTap();
-    click();
-    mainQueue_.runAll();
-    expectIdle();
-    EXPECT_EQ(text(), u"Click to record"_s);
-    EXPECT_EQ(toasts_, QStringList{L::recorderNoAccess()});
-    EXPECT_EQ(lastToastAction_.title, L::recorderGrantAccess());
-    lastToastAction_.run();
-    EXPECT_EQ(wishes, 1);
-}
-
-TEST_F(HotkeyRecorderFieldTest, DoesNotPretendToRecordWhileOthersHoldTheKeyboard) {
-    tap_.setKeyboardHeldByOthers(true);
-    click();
-    mainQueue_.runAll();
-    EXPECT_EQ(text(), u"Click to record"_s);
-    expectIdle();
-    tap_.setKeyboardHeldByOthers(false);
-    timers_.advance(HotkeyRecorder::kKeyboardRetryInterval);
-    EXPECT_TRUE(field_->isRecording());
-    EXPECT_EQ(toasts_, QStringList());
-}
-
-TEST_F(HotkeyRecorderFieldTest, SaysThatAnotherProgramHoldsTheKeyboard) {
-    tap_.setKeyboardHeldByOthers(true);
-    click();
-    timers_.advance(std::chrono::seconds(1));
-    EXPECT_EQ(toasts_, QStringList{u"Another program is using the keyboard, please try again"_s});
-    EXPECT_FALSE(lastToastAction_.run);
-    expectIdle();
-}
-
-TEST_F(HotkeyRecorderFieldTest, GivesUpWaitingWhenTheFocusGoes) {
-    tap_.setKeyboardHeldByOthers(true);
-    click();
-    other_->setFocus();
-    tap_.setKeyboardHeldByOthers(false);
-    timers_.advance(std::chrono::seconds(2));
-    EXPECT_EQ(toasts_, QStringList());
-    expectIdle();
-}
-
-TEST_F(HotkeyRecorderFieldTest, TabOnlyFocusesIt) {
-    field_->setFocus(Qt::TabFocusReason);
-    mainQueue_.runAll();
-    EXPECT_TRUE(field_->hasFocus());
-    expectIdle();
-}
-
-TEST_F(HotkeyRecorderFieldTest, SpaceAndReturnStartAndTheFocusStays) {
-    field_->setFocus(Qt::TabFocusReason);
-    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
-        QTest::keyPress(field_, key);
-        EXPECT_FALSE(field_->isRecording());
-        QTest::keyRelease(field_, key);
-        EXPECT_TRUE(field_->isRecording());
-        tap_.press(key::kEscape);
-        expectIdle();
-        EXPECT_TRUE(field_->hasFocus());
-    }
-}
-
-TEST_F(HotkeyRecorderFieldTest, AReleaseOfReturnPressedElsewhereStartsNothing) {
-    field_->setFocus(Qt::TabFocusReason);
-    QTest::keyRelease(field_, Qt::Key_Return);
-    expectIdle();
-}
-
-TEST_F(HotkeyRecorderFieldTest, TheUsersStartWaitsForTheWindowToGetTheKeyboard) {
-    QWidget sheet;
-    sheet.show();
-    QApplication::setActiveWindow(&sheet);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !window_->isActiveWindow(); }));
-    field_->startRecordingByUser();
-    mainQueue_.runAll();
-    EXPECT_FALSE(field_->isRecording());
-    sheet.close();
-    QApplication::setActiveWindow(window_.get());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return field_->isRecording(); }));
-}
-
-TEST_F(HotkeyRecorderFieldTest, TheUsersStartIsForgottenWhenTabComesFirst) {
-    QWidget sheet;
-    sheet.show();
-    QApplication::setActiveWindow(&sheet);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !window_->isActiveWindow(); }));
-    field_->startRecordingByUser();
-    other_->setFocus();
-    sheet.close();
-    QApplication::setActiveWindow(window_.get());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return other_->hasFocus(); }));
-    field_->setFocus(Qt::TabFocusReason);
     expectIdle();
 }
 

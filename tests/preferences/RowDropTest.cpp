@@ -42,11 +42,6 @@ TEST(RowDropTest, proposesTheOuterGapsBesideTheRows) {
     EXPECT_EQ(proposedDrop({.rowHeight = 52, .spacing = 4, .count = 0}, 30), above(0));
 }
 
-TEST(RowDropTest, acceptsGapsOnly) {
-    EXPECT_TRUE(isDropAccepted(above(3)));
-    EXPECT_FALSE(isDropAccepted(on(3)));
-}
-
 TEST(RowDropTest, writesTheRowAsADecimalNumber) {
     EXPECT_EQ(textOfDraggedRow(3), u"3"_s);
     EXPECT_EQ(draggedRow(textOfDraggedRow(1'234)), 1'234);

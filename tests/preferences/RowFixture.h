@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include <QApplication>
 #include <QWidget>
 
+#include "preferences/ActiveWindow.h"
 #include "preferences/ApplicationIconCache.h"
 #include "preferences/ServicesFixture.h"
 
@@ -17,8 +17,7 @@ protected:
 
     void showWindow() {
         window_->show();
-        window_->activateWindow();
-        QApplication::setActiveWindow(window_.get());
+        ASSERT_TRUE(activate(*window_));
         window_->setFocus();
     }
 

@@ -40,8 +40,7 @@ protected:
         list_ = std::make_unique<ListOfRows>();
         row_ = new RuleRowView(services(), *icons_, window_.get());
         row_->setGeometry(0, 0, 600, RuleRowView::kHeight);
-        showWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+        ASSERT_NO_FATAL_FAILURE(showWindow());
     }
 
     void show(const ShortcutRule &rule) { row_->configure(rule, 0, list_.get()); }

@@ -10,7 +10,9 @@
 #include <memory>
 
 #include "app/TextLabel.h"
+#include "preferences/ActiveWindow.h"
 #include "preferences/DeleteConfirmationSheet.h"
+#include "preferences/DoubleClick.h"
 #include "preferences/HotkeyRecorderField.h"
 #include "preferences/RowTableView.h"
 #include "preferences/RuleRowView.h"
@@ -28,8 +30,7 @@ protected:
         if (!list_) {
             list_ = std::make_unique<RulesViewController>(services(), icons_, sheets());
             list_->show();
-            list_->activateWindow();
-            EXPECT_TRUE(QTest::qWaitForWindowActive(list_.get()));
+            EXPECT_TRUE(activate(*list_));
         }
         return *list_;
     }
@@ -107,7 +108,7 @@ TEST_F(RulesViewTest, keepsTheFocusInTheRowWhoseOptionsWereEdited) {
     table().verticalScrollBar()->setValue(3000);
     edit_(stored(1));
     sheet.accept();
-    list().activateWindow();
+    ASSERT_TRUE(activate(list()));
     EXPECT_TRUE(QTest::qWaitFor([&] { return options->hasFocus(); }));
     EXPECT_EQ(options->accessibleName(), u"Advanced Options: 1"_s);
 }
@@ -175,7 +176,7 @@ TEST_F(RulesViewTest, opensTheOptionsOfTheSelectedRule) {
     list().editRule();
     EXPECT_TRUE(editedRules_.isEmpty());
     table().selectRow(1);
-    QTest::mouseDClick(table().viewport(), Qt::LeftButton, {}, QPoint(200, 300));
+    doubleClick(table().viewport(), QPoint(200, 300));
     EXPECT_EQ(editedRules_, QStringList{u"1"_s});
 }
 

@@ -11,6 +11,7 @@
 
 #include "app/SystemColors.h"
 #include "platform/SystemSettings.h"
+#include "preferences/ActiveWindow.h"
 #include "preferences/PaintCounter.h"
 
 namespace kestrelbay {
@@ -105,7 +106,7 @@ TEST(Switch, KeyboardFocusIsSeen) {
     QWidget window;
     auto *const button = new Switch(Switch::Size::Regular, &window);
     window.show();
-    QApplication::setActiveWindow(&window);
+    ASSERT_TRUE(activate(window));
     const QImage unfocused = grab(*button);
     window.setAttribute(Qt::WA_KeyboardFocusChange);
     button->setFocus(Qt::TabFocusReason);

@@ -8,6 +8,7 @@
 
 #include "app/SystemColors.h"
 #include "platform/SystemSettings.h"
+#include "preferences/ActiveWindow.h"
 #include "preferences/PaintCounter.h"
 #include "preferences/ServicesFixture.h"
 #include "preferences/TabItemView.h"
@@ -25,7 +26,7 @@ protected:
         bar_.setGeometry(10, 20, 330, 32);
         bar_.setOnSelect([this](int index) { chosen_.append(index); });
         window_.show();
-        QApplication::setActiveWindow(&window_);
+        EXPECT_TRUE(activate(window_));
     }
 
     [[nodiscard]] TabItemView &item(std::size_t index) const { return *bar_.itemViews().at(index); }

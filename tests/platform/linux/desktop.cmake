@@ -14,6 +14,7 @@ kestrelbay_test(linux_desktop_tests LABEL display
         linux/LinuxPlatformDiagnosticsTest.cpp
         linux/LinuxStatusAreaTest.cpp
         linux/PortalSystemSettingsTest.cpp
+        linux/X11NativeWindowManagedTest.cpp
         linux/X11NativeWindowTest.cpp
         linux/appsDesktop.cpp
         linux/desktopMain.cpp

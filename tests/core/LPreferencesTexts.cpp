@@ -1,12 +1,6 @@
+#include "core/LTexts.h"
+
 #include "settings/L.h"
-
-#include <utility>
-#include <vector>
-
-#include <gtest/gtest.h>
-
-#include "core/LFixture.h"
-#include "platform/EventTap.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,11 +8,8 @@ namespace kestrelbay {
 
 namespace {
 
-class LPreferencesTest : public LFixture {};
-
-// Texts that are the same on every system.
-const std::vector<LMember> &members() {
-    static const std::vector<LMember> all{
+std::vector<LMember> members() {
+    return {
         {L::rulesTab, u"Shortcut Rules"_s, u"快捷键规则"_s},
         {L::advancedTab, u"Advanced"_s, u"高级设置"_s},
         {L::rulesEmpty, u"Click the ＋ button to add your first shortcut"_s,
@@ -93,27 +84,10 @@ const std::vector<LMember> &members() {
         {L::restartNow, u"Restart Now"_s, u"立即重启"_s},
         {L::restartLater, u"Later"_s, u"稍后"_s},
     };
-    return all;
 }
 
-TEST_F(LPreferencesTest, EveryTextInBothLanguages) {
-    choose(Language::en);
-    expectEnglish(members());
-    choose(Language::zh);
-    expectChinese(members());
-}
-
-TEST_F(LPreferencesTest, AnyNumberOfRulesIsCounted) {
-    EXPECT_EQ(L::rulesCount(0), u"0 configured"_s);
-    EXPECT_EQ(L::rulesCount(1234), u"1234 configured"_s);
-    choose(Language::zh);
-    EXPECT_EQ(L::rulesCount(0), u"已配置 0 个"_s);
-    EXPECT_EQ(L::rulesCount(1234), u"已配置 1234 个"_s);
-}
-
-// As they read on macOS.
-const std::vector<LSystemMember> &systemMembers() {
-    static const std::vector<LSystemMember> all{
+std::vector<LSystemMember> systemMembers() {
+    return {
         {L::argumentFilePathHint, &LSystemTexts::argumentFilePathHint, u"/Users/me/project"_s,
          u"/Users/me/project"_s},
         {L::launchAtLoginText, &LSystemTexts::launchAtLoginText,
@@ -128,69 +102,12 @@ const std::vector<LSystemMember> &systemMembers() {
         {L::accessOpenSettings, &LSystemTexts::accessOpenSettings, u"Open System Settings..."_s,
          u"打开系统设置..."_s},
     };
-    return all;
-}
-
-constexpr TapProblem kProblems[]{TapProblem::NotPermitted, TapProblem::WaylandSession,
-                                 TapProblem::NoDisplay, TapProblem::NoInputExtension,
-                                 TapProblem::OtherInstance};
-
-TEST_F(LPreferencesTest, TextsOfMacosAreTheGivenOnes) {
-    expectTextsOfMacos(systemMembers());
-}
-
-TEST_F(LPreferencesTest, MacosAlwaysPointsToTheSettings) {
-    for (const TapProblem problem : kProblems) {
-        const LText &text = accessMissing(macosTexts(), problem);
-        EXPECT_EQ(
-            text.english.toString(),
-            u"\u26A0\uFE0F Not granted \u2014 go to System Settings \u203A Privacy & Security \u203A Accessibility to allow KestrelBay"_s);
-        EXPECT_EQ(
-            text.chinese.toString(),
-            u"\u26A0\uFE0F 未授权 \u2014 请前往系统设置 \u203A 隐私与安全性 \u203A 辅助功能，允许 KestrelBay"_s);
-    }
-}
-
-TEST_F(LPreferencesTest, TextsOfLinuxNameNothingThatIsNotThere) {
-    const QStringList words{u"accessibility"_s, u"System Settings"_s, u"macOS"_s,   u"Finder"_s,
-                            u"/Users"_s,        u"辅助功能"_s,        u"系统设置"_s};
-    for (const LSystemMember &member : systemMembers())
-        expectNoneOf(words, linuxTexts().*member.pair);
-    for (const TapProblem problem : kProblems)
-        expectNoneOf(words, accessMissing(linuxTexts(), problem));
-}
-
-TEST_F(LPreferencesTest, LinuxNamesWhatIsMissing) {
-    const auto english = [](TapProblem problem) {
-        return accessMissing(linuxTexts(), problem).english;
-    };
-    const auto chinese = [](TapProblem problem) {
-        return accessMissing(linuxTexts(), problem).chinese;
-    };
-    for (const auto &[problem, word] : {std::pair{TapProblem::WaylandSession, u"Wayland"_s},
-                                        std::pair{TapProblem::NoDisplay, u"X11"_s},
-                                        std::pair{TapProblem::NoInputExtension, u"XInput 2.1"_s},
-                                        std::pair{TapProblem::OtherInstance, u"KestrelBay"_s}}) {
-        EXPECT_TRUE(english(problem).contains(word)) << word.toStdString();
-        EXPECT_TRUE(chinese(problem).contains(word)) << word.toStdString();
-        EXPECT_TRUE(english(problem).startsWith(u"\u26A0 Not available \u2014 "));
-        EXPECT_NE(english(problem), english(TapProblem::NotPermitted));
-    }
-    EXPECT_EQ(english(TapProblem::None), english(TapProblem::NotPermitted));
-}
-
-TEST_F(LPreferencesTest, TextsOfTheSystemAreThoseOfThisOne) {
-    expectTextsOfThisSystem(systemMembers());
-    for (const TapProblem problem : kProblems) {
-        choose(Language::en);
-        EXPECT_EQ(L::accessMissing(problem),
-                  accessMissing(systemTexts(), problem).english.toString());
-        choose(Language::zh);
-        EXPECT_EQ(L::accessMissing(problem),
-                  accessMissing(systemTexts(), problem).chinese.toString());
-    }
 }
 
 }  // namespace
+
+LTexts preferencesTexts() {
+    return {.members = members(), .systemMembers = systemMembers()};
+}
 
 }  // namespace kestrelbay

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <functional>
+
+#include <QString>
+#include <QStringList>
+
+#include "fakes/FakeApplicationCatalog.h"
+#include "fakes/FakeLoginItem.h"
+#include "fakes/FakeNativeWindow.h"
+#include "fakes/FakeSystemSettings.h"
+#include "fakes/FakeSystemSounds.h"
+#include "fakes/FakeTimers.h"
+#include "fakes/FakeUserDefaults.h"
+#include "fakes/FakeWorkspace.h"
+#include "fakes/ManualDispatchQueue.h"
+#include "preferences/PreferencesServices.h"
+#include "settings/LaunchAtLogin.h"
+#include "settings/NotificationCenter.h"
+
+namespace kestrelbay {
+
+/// What the preferences work with beside the rules, all of it faked but what has no
+/// side but this one. For those to derive from who have a manager of the rules.
+class FakePreferencesServices {
+protected:
+    [[nodiscard]] PreferencesServices servicesFor(ShortcutManager &manager, Timers &timers,
+                                                  DispatchQueue &mainQueue) {
+        return {.manager = manager,
+                .defaults = defaults_,
+                .catalog = catalog_,
+                .workspace = workspace_,
+                .sounds = sounds_,
+                .systemSettings = systemSettings_,
+                .nativeWindow = nativeWindow_,
+                .launchAtLogin = launchAtLogin_,
+                .notificationCenter = center_,
+                .timers = timers,
+                .mainQueue = mainQueue,
+                .backgroundQueue = backgroundQueue_,
+                .showToast = [this](const QString &message, const QString &actionTitle,
+                                    const std::function<void()> &action) {
+                    toasts_.append(message);
+                    lastToastAction_ = {actionTitle, action};
+                }};
+    }
+    [[nodiscard]] PreferencesServices servicesFor(ShortcutManager &manager) {
+        return servicesFor(manager, timers_, mainQueue_);
+    }
+
+    struct ToastAction {
+        QString title;
+        std::function<void()> run;
+    };
+
+    FakeUserDefaults defaults_;
+    FakeApplicationCatalog catalog_;
+    FakeWorkspace workspace_;
+    FakeSystemSounds sounds_;
+    FakeSystemSettings systemSettings_;
+    FakeNativeWindow nativeWindow_;
+    FakeLoginItem loginItem_;
+    QStringList launchAtLoginFailures_;
+    LaunchAtLogin launchAtLogin_{loginItem_, defaults_,
+                                 [this](const LaunchAtLogin::Failure &failure) {
+                                     launchAtLoginFailures_.append(failure.informativeText);
+                                 }};
+    NotificationCenter center_;
+    FakeTimers timers_;
+    ManualDispatchQueue mainQueue_;
+    ManualDispatchQueue backgroundQueue_;
+    QStringList toasts_;
+    ToastAction lastToastAction_;
+};
+
+}  // namespace kestrelbay
