@@ -13,12 +13,16 @@ target_compile_definitions(kestrelbay_settings INTERFACE
     KESTRELBAY_VERSION="${PROJECT_VERSION}")
 target_include_directories(kestrelbay_settings INTERFACE ${PROJECT_SOURCE_DIR}/src)
 
-if(KESTRELBAY_FUZZERS)
-    target_compile_options(kestrelbay_settings INTERFACE -fsanitize=fuzzer-no-link)
-    target_include_directories(kestrelbay_settings INTERFACE ${PROJECT_SOURCE_DIR}/tests)
-endif()
+# In all targets, of which some would have them by themselves: those that share precompiled
+# headers have to agree.
+target_compile_options(kestrelbay_settings INTERFACE -fPIC -pthread)
+
 if(KESTRELBAY_SANITIZE)
     target_compile_options(kestrelbay_settings INTERFACE
         -fsanitize=${KESTRELBAY_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(kestrelbay_settings INTERFACE -fsanitize=${KESTRELBAY_SANITIZE})
+    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+        target_compile_options(kestrelbay_settings INTERFACE
+            -fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/sanitizers/ignore.txt)
+    endif()
 endif()
