@@ -38,7 +38,8 @@ void pressKey(benchmark::State &state, KeyCode pressed) {
     const std::uint64_t allocations = allocationCount() - allocationsBefore;
 
     state.counters["allocations"] = static_cast<double>(allocations);
-    const std::uint64_t expected = pressed == kLastKey ? state.iterations() : 0;
+    const std::uint64_t expected =
+        pressed == kLastKey ? static_cast<std::uint64_t>(state.iterations()) : 0;
     if (allocations != 0)
         state.SkipWithError("a key press allocates memory");
     else if (fired != expected)

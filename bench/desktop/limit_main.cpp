@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <string_view>
 
 #include <xcb/xcb.h>
 
@@ -20,9 +21,9 @@ struct Free {
 };
 
 xcb_atom_t activeWindowAtom(xcb_connection_t *c) {
-    const char name[] = "_NET_ACTIVE_WINDOW";
+    constexpr std::string_view kName = "_NET_ACTIVE_WINDOW";
     const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(
-        xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, sizeof name - 1, name), nullptr));
+        xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, kName.size(), kName.data()), nullptr));
     return reply ? reply->atom : xcb_atom_t{XCB_NONE};
 }
 

@@ -30,7 +30,7 @@ QRect drawnPart(const QImage &image) {
 }
 
 QIcon pixmapIcon(const QSize &size) {
-    return QIcon(QPixmap::fromImage(plain(size, Qt::red)));
+    return QPixmap::fromImage(plain(size, Qt::red));
 }
 
 TEST(IconImageTest, PictureOfTheRightSizeIsTakenAsItIs) {

@@ -5,6 +5,8 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <array>
+#include <chrono>
 
 #include "app/SystemColors.h"
 #include "app/ToastFixture.h"
@@ -17,7 +19,7 @@ namespace {
 QIcon plainIcon(Qt::GlobalColor color) {
     QPixmap pixmap(72, 72);
     pixmap.fill(color);
-    return QIcon(pixmap);
+    return pixmap;
 }
 
 class LaunchToastWindowTest : public ToastFixture<LaunchToastWindow> {
@@ -36,9 +38,9 @@ struct Times {
     std::chrono::milliseconds fades;
     std::chrono::milliseconds gone;
 };
-constexpr Times kTimes[] = {{LaunchToastDuration::Short, 80ms, 330ms, 450ms},
-                            {LaunchToastDuration::Medium, 100ms, 600ms, 850ms},
-                            {LaunchToastDuration::Long, 150ms, 1050ms, 1500ms}};
+constexpr std::array kTimes{Times{LaunchToastDuration::Short, 80ms, 330ms, 450ms},
+                            Times{LaunchToastDuration::Medium, 100ms, 600ms, 850ms},
+                            Times{LaunchToastDuration::Long, 150ms, 1050ms, 1500ms}};
 
 TEST_F(LaunchToastWindowTest, NoneShowsNothing) {
     show(LaunchToastDuration::None);

@@ -33,7 +33,7 @@ namespace kestrelbay {
 using namespace std::chrono_literals;
 
 /// A guide in view, on a system that does not let the program see keys yet.
-class OnboardingFixture : public testing::Test {
+class OnboardingFixture : public ::testing::Test {
 protected:
     OnboardingFixture() {
         Language::setDefaults(&defaults_);

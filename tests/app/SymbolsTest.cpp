@@ -19,8 +19,6 @@ class SymbolsTest : public testing::Test {
 protected:
     SymbolsTest() { setSystemSymbols(&system_); }
     ~SymbolsTest() override { setSystemSymbols(nullptr); }
-    SymbolsTest(const SymbolsTest &) = delete;
-    SymbolsTest &operator=(const SymbolsTest &) = delete;
 
     FakeSystemSymbols system_;
 };

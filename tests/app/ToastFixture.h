@@ -22,7 +22,7 @@ using std::chrono_literals::operator""ms;
 
 /// Toasts on a screen that is not shown, in a time that only the test moves.
 template <class Toast>
-class ToastFixture : public testing::Test {
+class ToastFixture : public ::testing::Test {
 protected:
     ToastFixture() { ToastPanel::setServices(&services_); }
     ~ToastFixture() override { ToastPanel::setServices(nullptr); }

@@ -12,7 +12,7 @@
 namespace kestrelbay {
 
 /// Texts in a language that is chosen by hand.
-class LFixture : public testing::Test {
+class LFixture : public ::testing::Test {
 protected:
     LFixture() { Language::setDefaults(&defaults_); }
     ~LFixture() override { Language::setDefaults(nullptr); }

@@ -13,7 +13,7 @@
 namespace kestrelbay {
 
 /// A launcher and a workspace in which at most Notes and the Finder run.
-class LauncherFixture : public testing::Test {
+class LauncherFixture : public ::testing::Test {
 protected:
     static constexpr auto kNotesPath = u"/Applications/Notes.app";
     static constexpr auto kFinderPath = u"/System/Finder.app";

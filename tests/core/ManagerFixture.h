@@ -16,7 +16,7 @@
 namespace kestrelbay {
 
 /// A manager with a keyboard, a log and a folder of its own.
-class ManagerFixture : public testing::Test {
+class ManagerFixture : public ::testing::Test {
 protected:
     ShortcutManager &manager() {
         if (!manager_)

@@ -86,7 +86,7 @@ public:
 };
 
 /// A table of numbers between two buttons, five rows high.
-class RowTableFixture : public testing::Test {
+class RowTableFixture : public ::testing::Test {
 protected:
     RowTableFixture() {
         auto *const layout = new QVBoxLayout(&window_);
