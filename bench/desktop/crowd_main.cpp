@@ -2,7 +2,6 @@
 //
 // usage: desktop_bench_crowd COUNT CLASS
 
-#include <cstdlib>
 #include <stdexcept>
 
 #include <unistd.h>
@@ -41,7 +40,8 @@ int main(int argc, char *argv[]) {
         return 2;
     try {
         XClient client(qEnvironmentVariable("DISPLAY"));
-        for (int number = 0; number < std::atoi(argv[1]); ++number)
+        const int count = QByteArray(argv[1]).toInt();
+        for (int number = 0; number < count; ++number)
             openWindow(client, argv[2], number);
         client.sync();
         while (const Reply<xcb_generic_event_t> event{xcb_wait_for_event(client.get())}) {

@@ -110,7 +110,7 @@ void sceneWindowManagerRestart(Stage &stage) {
 
 void sceneBrokenRules(Stage &stage) {
     const QString path = stage.desktop().home().rulesPath();
-    const QByteArray broken = "[{\"appName\": \"half a ru";
+    const QByteArray broken = R"([{"appName": "half a ru)";
     HomeFolder::write(path, broken);
     stage.bringFrontProgram();
     stage.startProgram();

@@ -48,7 +48,7 @@ public:
     void shootAtOnce(const QString &name, const QRect &area);
     [[nodiscard]] QRect withFrame(Window window);
     /// The toast of that width that is there by now, and what is around it.
-    void shootToast(const QString &name, const std::vector<ToastWatch::Toast> &toasts);
+    void shootToast(const QString &name, const std::vector<ToastWatch::Toast> &seen);
 
 private:
     void keep(const QString &name, const QImage &picture) const;

@@ -45,7 +45,7 @@ public:
 
     Workspace &workspace() override { return workspace_; }
     QString install(const QString &name) override {
-        const QString path = QStringLiteral("/Applications/") + name;
+        QString path = QStringLiteral("/Applications/") + name;
         workspace_.install(path);
         return path;
     }

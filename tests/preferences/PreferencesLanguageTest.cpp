@@ -82,7 +82,7 @@ TEST_F(PreferencesLanguage, ThePopupThatChangesTheLanguageKeepsTheFocus) {
     EXPECT_TRUE(before.isNull());
     EXPECT_EQ(defaults_.string(u"appLanguage"_s), u"zh"_s);
     EXPECT_EQ(window().windowTitle(), u"KestrelBay 偏好设置"_s);
-    QComboBox *const after = window().findChild<QComboBox *>(u"language"_s);
+    auto *const after = window().findChild<QComboBox *>(u"language"_s);
     EXPECT_EQ(QApplication::focusWidget(), after);
     EXPECT_EQ(after->currentText(), u"中文"_s);
 }

@@ -45,7 +45,7 @@ TEST_F(PreferencesSheets, TheListKeepsTheKeyboardWhenItsLastRuleIsDeleted) {
 TEST_F(PreferencesSheets, ASheetKeepsItsTabUntilItIsClosed) {
     controller().showWindow();
     view<RulesViewController>()->addRule();
-    Sheet *const sheet = view<Sheet>();
+    auto *const sheet = view<Sheet>();
     ASSERT_NE(sheet, nullptr);
     controller().switchToAccessibilityRow();
     controller().switchToAccessibilityRow();

@@ -37,7 +37,7 @@ constexpr QRgb kBackgroundColor = qRgb(220, 30, 30);
 QIcon plainIcon(Qt::GlobalColor color = Qt::blue) {
     QPixmap pixmap(72, 72);
     pixmap.fill(color);
-    return QIcon(pixmap);
+    return pixmap;
 }
 
 /// QWidget::winId() stays behind when Qt makes the window anew.

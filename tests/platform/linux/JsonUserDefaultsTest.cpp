@@ -93,8 +93,8 @@ TEST_F(JsonUserDefaultsTest, ValuesOfOtherTypesReadAsAbsentButAreThere) {
 }
 
 TEST_F(JsonUserDefaultsTest, BrokenFilesReadAsAbsent) {
-    for (const char *text : {"", "{", "{\"appLanguage\": \"en\"", "[\"appLanguage\"]", "\xff\xfe",
-                             "{\"appLanguage\": \"en\"} x", "null"}) {
+    for (const char *text : {"", "{", R"({"appLanguage": "en")", R"(["appLanguage"])", "\xff\xfe",
+                             R"({"appLanguage": "en"} x)", "null"}) {
         write(path_, text);
         EXPECT_FALSE(defaults_.contains(key_)) << text;
         EXPECT_EQ(defaults_.string(key_), std::nullopt) << text;
@@ -252,7 +252,7 @@ TEST_F(JsonUserDefaultsTest, InAReadOnlyFolderTheOldFileStays) {
 }
 
 TEST_F(JsonUserDefaultsTest, OnAFullDiskTheOldFileStays) {
-    const QByteArray content = "{\"a\": \"" + QByteArray(2000, 'x') + "\"}";
+    const QByteArray content = R"({"a": ")" + QByteArray(2000, 'x') + R"("})";
     write(path_, content);
     EXPECT_EQ(inChildProcess([this] {
                   if (!allowOneKilobyteFiles()) {

@@ -63,11 +63,11 @@ class EmbeddingPanel {
 public:
     EmbeddingPanel() { panel_.start(kNoGrace); }
 
-    StatusArea &area() { return *panel_.area_; }
+    [[nodiscard]] StatusArea &area() const { return *panel_.area_; }
     void bring() { panel_.tray_.emplace(panel_.server_.displayName()); }
     void setDark(bool dark) { panel_.tray_->setForeground(dark ? kWhite : kBlack); }
     bool eventually(const std::function<bool()> &condition) { return waitUntil(condition); }
-    void settle() { panel_.area_->waitForAnswer(); }
+    void settle() const { panel_.area_->waitForAnswer(); }
 
 private:
     Panel panel_;
@@ -78,14 +78,14 @@ class NotifierPanel {
 public:
     NotifierPanel() { panel_.start(kForever, QStringLiteral("KDE")); }
 
-    StatusArea &area() { return *panel_.area_; }
+    [[nodiscard]] StatusArea &area() const { return *panel_.area_; }
     void bring() { panel_.watcher_.emplace(panel_.bus_.address(), true); }
     void setDark(bool dark) {
         panel_.scheme_.setColorScheme(dark ? ColorScheme::Dark : ColorScheme::Light);
         panel_.area_->colorSchemeChanged();
     }
     bool eventually(const std::function<bool()> &condition) { return waitUntil(condition); }
-    void settle() { panel_.area_->waitForAnswer(); }
+    void settle() const { panel_.area_->waitForAnswer(); }
 
 private:
     Panel panel_;
