@@ -25,8 +25,10 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${CPACK_PACKAGE_CONTACT}")
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Loaded by Qt at run time, so that the linker does not know of them.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, hicolor-icon-theme")
+# Loaded by Qt at run time, so that the linker does not know of them. The plugin for SVG was
+# within the library's package before it got its own.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS
+    "qt6-svg-plugins | libqt6svg6 (<< 6.7.2-5~), hicolor-icon-theme")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-translations-l10n, sound-theme-freedesktop")
 
 include(CPack)

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/Symbols.h"
 #include "hotkeys/ShortcutManager.h"
 #include "model/RuleFile.h"
 #include "platform/LoginItem.h"
@@ -126,6 +127,11 @@ void addSettings(Lines &lines, Platform &platform) {
                        yesOrNo(platform.loginItem().isEnabled()));
 }
 
+QString drawsIcons() {
+    const QString problem = drawingProblem();
+    return problem.isEmpty() ? yesOrNo(true) : QStringLiteral("no, ") + problem;
+}
+
 QString formatted(const Lines &lines) {
     QString text;
     for (const auto &[name, value] : lines)
@@ -143,6 +149,7 @@ QString diagnosticReport(Platform &platform, const ShortcutManager *manager) {
     Lines lines{
         {QStringLiteral("KestrelBay"), QCoreApplication::applicationVersion()},
         {QStringLiteral("Qt"), QString::fromLatin1(qVersion())},
+        {QStringLiteral("Draws icons"), drawsIcons()},
         {QStringLiteral("Running"), yesOrNo(manager)},
     };
     for (auto &line : platform.diagnostics())

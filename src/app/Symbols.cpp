@@ -13,6 +13,17 @@ namespace {
 
 const SystemSymbols *systemSymbols = nullptr;
 
+/// Once: there are dozens of symbols, each in several sizes, and one cause.
+void reportDrawingProblem() {
+    static bool isReported = false;
+    if (isReported)
+        return;
+    if (const QString problem = drawingProblem(); !problem.isEmpty()) {
+        isReported = true;
+        qWarning("Icons stay blank: %s", qUtf8Printable(problem));
+    }
+}
+
 /// In any colour.
 QPixmap findSymbol(const QString &name, QSize size, qreal devicePixelRatio) {
     if (systemSymbols) {
@@ -24,7 +35,12 @@ QPixmap findSymbol(const QString &name, QSize size, qreal devicePixelRatio) {
         }
     }
     const QString path = QStringLiteral(":/symbols/%1.svg").arg(name);
-    return QFile::exists(path) ? QIcon(path).pixmap(size, devicePixelRatio) : QPixmap();
+    if (!QFile::exists(path))
+        return {};
+    const QPixmap pixmap = QIcon(path).pixmap(size, devicePixelRatio);
+    if (pixmap.isNull())
+        reportDrawingProblem();
+    return pixmap;
 }
 
 }  // namespace
@@ -32,6 +48,15 @@ QPixmap findSymbol(const QString &name, QSize size, qreal devicePixelRatio) {
 void setSystemSymbols(const SystemSymbols *symbols) {
     systemSymbols = symbols;
     QPixmapCache::clear();
+}
+
+QString drawingProblem(const QList<QByteArray> &formats) {
+    // Loaded at run time, so that nothing else notices when it is not installed.
+    return formats.contains("svg")
+               ? QString()
+               : QStringLiteral(
+                     "Qt's plugin for SVG is missing (Debian: qt6-svg-plugins or "
+                     "libqt6svg6)");
 }
 
 QPixmap symbolPixmap(const QString &name, QSize size, const QColor &color, qreal devicePixelRatio) {

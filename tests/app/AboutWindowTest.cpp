@@ -7,7 +7,7 @@
 #include <QPushButton>
 #include <QScreen>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "app/Fonts.h"
 #include "app/SystemColors.h"
@@ -22,6 +22,8 @@
 
 namespace kestrelbay {
 namespace {
+
+using testing::Contains;
 
 class AboutWindowTest : public testing::Test {
 protected:
@@ -44,6 +46,15 @@ protected:
     }
     static QList<TextLabel *> labels(const QWidget &window) {
         return window.findChildren<TextLabel *>();
+    }
+    static QList<QRect> places(const QWidget &window) {
+        QList<QRect> places;
+        for (const QWidget *const child :
+             window.findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
+            if (child->isVisible())
+                places.append(child->geometry());
+        }
+        return places;
     }
     static void press(QWidget &window, int key) {
         QWidget *const focus = window.focusWidget() ? window.focusWidget() : &window;
@@ -145,10 +156,9 @@ TEST_F(AboutWindowTest, TheButtonsAreAtTheBottomUnderALine) {
             EXPECT_FALSE(button->isDefault());
         }
         const int lineBottom = both[0]->y() - 12;
-        const QWidget *const line = about.window()->childAt(1, lineBottom - 1);
-        ASSERT_TRUE(line);
-        EXPECT_EQ(line->geometry(), QRect(0, lineBottom - 1, 340, 1));
-        EXPECT_GT(line->y(), labels(*about.window())[1]->geometry().bottom());
+        // Not by childAt(), which finds nothing of one pixel in some versions of Qt.
+        EXPECT_THAT(places(*about.window()), Contains(QRect(0, lineBottom - 1, 340, 1)));
+        EXPECT_GT(lineBottom - 1, labels(*about.window())[1]->geometry().bottom());
     }
 }
 

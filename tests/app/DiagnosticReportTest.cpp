@@ -56,6 +56,10 @@ TEST_F(DiagnosticReportTest, NamesTheVersionAndWhatTheSystemSays) {
     EXPECT_THAT(report(), HasSubstr(std::string("Qt: ") + qVersion()));
 }
 
+TEST_F(DiagnosticReportTest, TellsWhetherIconsAreDrawn) {
+    EXPECT_THAT(report(), HasSubstr("\nDraws icons: yes\n"));
+}
+
 TEST_F(DiagnosticReportTest, WithoutAnInstanceTriesTheTapAndGivesItBack) {
     EXPECT_THAT(report(), HasSubstr("Running: no\n"));
     EXPECT_THAT(report(), HasSubstr("Sees keys: yes\n"));

@@ -58,6 +58,12 @@ TEST_F(SymbolsTest, ThoseOfAnEarlierSystemAreForgotten) {
               0);
 }
 
+TEST(Symbols, AMissingPluginIsNamedWithItsPackages) {
+    EXPECT_EQ(drawingProblem({"png", "svg"}), QString());
+    EXPECT_EQ(drawingProblem({"png"}),
+              u"Qt's plugin for SVG is missing (Debian: qt6-svg-plugins or libqt6svg6)"_s);
+}
+
 TEST(Symbols, TheProgramUsesThoseOfItsPlatform) {
     FakePlatform platform;
     platform.systemSymbols()->setNames({u"plus"_s});

@@ -1,6 +1,13 @@
 #include "desktop/ShellScenes.h"
 
+#include <algorithm>
+#include <filesystem>
+
 #include <QColor>
+#include <QDir>
+#include <QLibraryInfo>
+#include <QScopeGuard>
+#include <QTemporaryDir>
 
 #include "desktop/Picture.h"
 #include "desktop/TrayHost.h"
@@ -59,6 +66,20 @@ void seesReport(ShellStage &stage, const QString &done, const QProcessEnvironmen
             },
     });
     stage.keepText(artifact, report.output);
+}
+
+/// A copy of the program that finds none of Qt's plugins but those for a display.
+QString copyWithoutPlugins(const QString &program, const QString &folder) {
+    const QString plugins = folder + QStringLiteral("/plugins");
+    QDir().mkpath(plugins);
+    std::filesystem::create_directory_symlink(
+        (QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"))
+            .toStdString(),
+        (plugins + QStringLiteral("/platforms")).toStdString());
+    HomeFolder::write(folder + QStringLiteral("/qt.conf"), "[Paths]\nPlugins=plugins\n");
+    QString copy = folder + QStringLiteral("/kestrelbay");
+    std::filesystem::copy(program.toStdString(), copy.toStdString());
+    return copy;
 }
 
 }  // namespace
@@ -126,6 +147,49 @@ void sceneDiagnose(ShellStage &stage) {
     seesReport(stage, QStringLiteral("--diagnose without a display and a session bus"), without,
                {QStringLiteral("Running: no"), QStringLiteral("DISPLAY is not set")},
                QStringLiteral("diagnose-no-display"));
+}
+
+void sceneNoSvgPlugin(ShellStage &stage) {
+    const QTemporaryDir folder;
+    stage.endProgram();
+    stage.useProgram(copyWithoutPlugins(stage.programPath(), folder.path()));
+    const auto putBack = qScopeGuard([&] { stage.useProgram({}); });
+    const QString packages = QStringLiteral("(Debian: qt6-svg-plugins or libqt6svg6)");
+    seesReport(stage, QStringLiteral("--diagnose without Qt's plugin for SVG"),
+               stage.desktop().environment(), {QStringLiteral("Draws icons: no, "), packages},
+               QStringLiteral("diagnose-no-svg"));
+
+    const TrayHost tray(stage.desktop(), TrayHost::Kind::Notifiers);
+    stage.restartProgram({});
+    const auto warnings = [&] { return stage.program().lines().filter(packages); };
+    stage.story().step({
+        .done = QStringLiteral("started KestrelBay without it, beside a panel"),
+        .expected = QStringLiteral("a warning that names its packages"),
+        .act = [] {},
+        .seen =
+            [&] {
+                return std::ranges::any_of(warnings(), [](const QString &line) {
+                    return line.contains(QStringLiteral("KestrelBay [WARN] "));
+                });
+            },
+        .saw = [&] { return stage.program().lines().join(QStringLiteral(" ⏎ ")); },
+    });
+    stage.story().step({
+        .done = QStringLiteral("opened the preferences, which have symbols, too"),
+        .expected = QStringLiteral("no second warning"),
+        .act = [&] { stage.askFor(QStringLiteral("preferences")); },
+        .seen = [&] { return stage.isInFront(ShellStage::kPreferencesSize); },
+        .saw = [&] { return warnings().join(QStringLiteral(" ⏎ ")); },
+        .objection =
+            [&] {
+                return warnings().size() == 1
+                           ? QString()
+                           : QStringLiteral("warnings: %1").arg(warnings().size());
+            },
+    });
+    stage.screenshot(QStringLiteral("preferences-no-svg"));
+    stage.endProgram();
+    stage.keepLog(QStringLiteral("kestrelbay-no-svg"));
 }
 
 void sceneUnknownSound(ShellStage &stage) {

@@ -31,6 +31,7 @@ void sceneToastsInARow(ShellStage &stage);
 // ShellReports.cpp
 void sceneColorScheme(ShellStage &stage);
 void sceneDiagnose(ShellStage &stage);
+void sceneNoSvgPlugin(ShellStage &stage);
 void sceneUnknownSound(ShellStage &stage);
 
 }  // namespace kestrelbay::desktop

@@ -62,7 +62,7 @@ ShellStage::Ending ShellStage::startAgain(const QStringList &arguments) {
 
 ShellStage::Ending ShellStage::startAgain(const QStringList &arguments,
                                           const QProcessEnvironment &environment) const {
-    ChildProcess process(options().program, arguments, environment);
+    ChildProcess process(programPath(), arguments, environment);
     if (!process.waitForExit())
         return {};
     const int code = process.exitCode();

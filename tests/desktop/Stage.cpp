@@ -46,7 +46,7 @@ void Stage::startProgram(const QStringList &arguments) {
     program_.reset();
     QProcessEnvironment environment = desktop_.environment();
     environment.insert(programVariables_);
-    program_.emplace(options_.program, arguments, environment);
+    program_.emplace(programPath(), arguments, environment);
 }
 
 void Stage::setProgramVariable(const QString &name, const QString &value) {

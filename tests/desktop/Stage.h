@@ -39,6 +39,12 @@ public:
     /// KestrelBay. Throws NotPrepared when it is not running.
     [[nodiscard]] PtyProcess &program();
     void startProgram(const QStringList &arguments = {});
+    /// What is started as KestrelBay.
+    [[nodiscard]] const QString &programPath() const {
+        return programPath_.isEmpty() ? options_.program : programPath_;
+    }
+    /// Another copy of KestrelBay at the starts to come; an empty path for the usual one.
+    void useProgram(const QString &path) { programPath_ = path; }
     /// Of its environment at the starts to come; not there when the value is empty.
     void setProgramVariable(const QString &name, const QString &value);
     /// Asks it to end and waits until it has; nothing when it does not run.
@@ -97,6 +103,7 @@ private:
     testing::KeyPresser keyboard_;
     std::vector<RuleSpec> rules_;
     QByteArray rulesBytes_;
+    QString programPath_;
     QProcessEnvironment programVariables_;
     std::optional<PtyProcess> program_;
     Story story_;

@@ -29,6 +29,7 @@ constexpr std::array kScenes{
     ShellScene{"One toast at a time", sceneToastsInARow, ShellScene::Program::Starts},
     ShellScene{"Light and dark", sceneColorScheme, ShellScene::Program::Starts},
     ShellScene{"Reports", sceneDiagnose, ShellScene::Program::Starts},
+    ShellScene{"No plugin for SVG", sceneNoSvgPlugin, ShellScene::Program::Starts},
     ShellScene{"A sound that nobody knows", sceneUnknownSound, ShellScene::Program::Starts},
 };
 
