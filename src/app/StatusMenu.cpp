@@ -1,6 +1,9 @@
 #include "app/StatusMenu.h"
 
+#include <QApplication>
+#include <QCursor>
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 #include <algorithm>
 #include <utility>
@@ -36,6 +39,12 @@ QString StatusMenu::enabledTitle(bool shortcutsEnabled) {
     return shortcutsEnabled ? L::disableAllShortcuts() : L::enableAllShortcuts();
 }
 
+void StatusMenu::showEvent(QShowEvent *event) {
+    openedAt_ = QCursor::pos();
+    isPressed_ = false;
+    QMenu::showEvent(event);
+}
+
 void StatusMenu::keyPressEvent(QKeyEvent *event) {
     for (QAction *action : actions()) {
         if (!action->shortcut().isEmpty() &&
@@ -46,6 +55,31 @@ void StatusMenu::keyPressEvent(QKeyEvent *event) {
         }
     }
     QMenu::keyPressEvent(event);
+}
+
+// Qt 6.8 takes a click for one without a movement, which only closes the menu, by the place
+// where this program last had the pointer. The click on a panel's icon was not there, so that
+// it errs when few movements come in between, as with a finger or over a remote connection.
+void StatusMenu::mousePressEvent(QMouseEvent *event) {
+    QAction *const entry = actionAt(event->position().toPoint());
+    isPressed_ = entry != nullptr;
+    if (entry)
+        setActiveAction(entry);
+    else
+        QMenu::mousePressEvent(event);
+}
+
+void StatusMenu::mouseReleaseEvent(QMouseEvent *event) {
+    QAction *const entry = actionAt(event->position().toPoint());
+    if (!isPressed_ || !entry) {
+        QMenu::mouseReleaseEvent(event);
+        return;
+    }
+    isPressed_ = false;
+    const QPoint way = event->globalPosition().toPoint() - openedAt_;
+    close();
+    if (way.manhattanLength() > QApplication::startDragDistance())
+        entry->trigger();
 }
 
 QAction *StatusMenu::add(const QString &title, const std::function<void()> &action,

@@ -3,10 +3,13 @@
 #include <functional>
 
 #include <QMenu>
+#include <QPoint>
 
 namespace kestrelbay {
 
-/// The menu of the status item. Its shortcuts work while it is open.
+/// The menu of the status item. Its shortcuts work while it is open. A click chooses an
+/// entry, except where the pointer was when the menu opened: there it is the second half of a
+/// double click on the icon, and only closes the menu.
 class StatusMenu final : public QMenu {
     Q_OBJECT
 
@@ -34,13 +37,18 @@ public:
     [[nodiscard]] static QString enabledTitle(bool shortcutsEnabled);
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
     QAction *add(const QString &title, const std::function<void()> &action,
                  const QKeySequence &shortcut = {});
 
     Actions actions_;
+    QPoint openedAt_;
+    bool isPressed_ = false;
 };
 
 }  // namespace kestrelbay

@@ -1,7 +1,9 @@
 #include "app/StatusMenu.h"
 
 #include <QCoreApplication>
+#include <QCursor>
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 #include <gtest/gtest.h>
 
@@ -31,6 +33,19 @@ protected:
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QKeyEvent event(QEvent::KeyPress, key, modifiers);
         QCoreApplication::sendEvent(&menu_, &event);
+    }
+    void send(QEvent::Type type, const QPoint &place) {
+        const Qt::MouseButton button = Qt::LeftButton;
+        QMouseEvent event(type, place, menu_.mapToGlobal(place), button,
+                          type == QEvent::MouseButtonPress ? button : Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&menu_, &event);
+    }
+    void click(const QPoint &place) {
+        send(QEvent::MouseButtonPress, place);
+        send(QEvent::MouseButtonRelease, place);
+    }
+    QPoint placeOf(int entry) const {
+        return menu_.actionGeometry(menu_.actions().at(entry)).center();
     }
     QStringList titles() const {
         QStringList list;
@@ -107,6 +122,49 @@ TEST_F(StatusMenuTest, ShortcutsWorkWhileItIsOpen) {
     menu_.popup({});
     press(Qt::Key_Q);
     EXPECT_EQ(done_.size(), 2) << "without its modifier it is another key";
+}
+
+TEST_F(StatusMenuTest, AClickChoosesAnEntryWithoutAnyMovementBefore) {
+    menu_.build(true);
+    QCursor::setPos(300, 200);
+    for (int time = 1; time <= 2; ++time) {
+        menu_.popup({300, 200});
+        send(QEvent::MouseButtonPress, placeOf(6));
+        EXPECT_TRUE(menu_.isVisible());
+        send(QEvent::MouseButtonRelease, placeOf(6));
+        EXPECT_EQ(done_.count(QStringLiteral("quit")), time);
+        EXPECT_FALSE(menu_.isVisible());
+    }
+}
+
+TEST_F(StatusMenuTest, AClickWhereTheMenuOpenedOnlyClosesIt) {
+    menu_.build(true);
+    menu_.popup({300, 200});
+    menu_.close();
+    QCursor::setPos(QPoint(300, 200) + placeOf(0));
+    menu_.popup({300, 200});
+    click(placeOf(0));
+    EXPECT_EQ(done_, QStringList());
+    EXPECT_FALSE(menu_.isVisible());
+}
+
+TEST_F(StatusMenuTest, AClickBetweenTheEntriesChoosesNone) {
+    menu_.build(true);
+    QCursor::setPos(300, 200);
+    menu_.popup({300, 200});
+    click(placeOf(1));
+    EXPECT_EQ(done_, QStringList());
+}
+
+TEST_F(StatusMenuTest, AReleaseOfAnEarlierPressChoosesNone) {
+    menu_.build(true);
+    QCursor::setPos(300, 200);
+    menu_.popup({300, 200});
+    send(QEvent::MouseButtonPress, placeOf(2));
+    menu_.close();
+    menu_.popup({300, 200});
+    send(QEvent::MouseButtonRelease, placeOf(2));
+    EXPECT_EQ(done_, QStringList());
 }
 
 TEST_F(StatusMenuTest, AnEntryMayBuildTheMenuAnew) {
