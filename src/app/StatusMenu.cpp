@@ -61,7 +61,7 @@ void StatusMenu::keyPressEvent(QKeyEvent *event) {
 // where this program last had the pointer. The click on a panel's icon was not there, so that
 // it errs when few movements come in between, as with a finger or over a remote connection.
 void StatusMenu::mousePressEvent(QMouseEvent *event) {
-    QAction *const entry = actionAt(event->position().toPoint());
+    QAction *const entry = entryAt(*event);
     isPressed_ = entry != nullptr;
     if (entry)
         setActiveAction(entry);
@@ -70,7 +70,7 @@ void StatusMenu::mousePressEvent(QMouseEvent *event) {
 }
 
 void StatusMenu::mouseReleaseEvent(QMouseEvent *event) {
-    QAction *const entry = actionAt(event->position().toPoint());
+    QAction *const entry = entryAt(*event);
     if (!isPressed_ || !entry) {
         QMenu::mouseReleaseEvent(event);
         return;
@@ -80,6 +80,11 @@ void StatusMenu::mouseReleaseEvent(QMouseEvent *event) {
     close();
     if (way.manhattanLength() > QApplication::startDragDistance())
         entry->trigger();
+}
+
+QAction *StatusMenu::entryAt(const QMouseEvent &event) const {
+    QAction *const action = actionAt(event.position().toPoint());
+    return action && !action->isSeparator() && action->isEnabled() ? action : nullptr;
 }
 
 QAction *StatusMenu::add(const QString &title, const std::function<void()> &action,

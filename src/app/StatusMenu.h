@@ -43,6 +43,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
+    /// What a click there chooses, if anything.
+    [[nodiscard]] QAction *entryAt(const QMouseEvent &event) const;
     QAction *add(const QString &title, const std::function<void()> &action,
                  const QKeySequence &shortcut = {});
 
