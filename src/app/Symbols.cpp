@@ -37,7 +37,7 @@ QPixmap findSymbol(const QString &name, QSize size, qreal devicePixelRatio) {
     const QString path = QStringLiteral(":/symbols/%1.svg").arg(name);
     if (!QFile::exists(path))
         return {};
-    const QPixmap pixmap = QIcon(path).pixmap(size, devicePixelRatio);
+    QPixmap pixmap = QIcon(path).pixmap(size, devicePixelRatio);
     if (pixmap.isNull())
         reportDrawingProblem();
     return pixmap;
