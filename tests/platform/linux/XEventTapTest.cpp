@@ -67,7 +67,7 @@ protected:
                 [this] { ++refusalChanges_; }};
     }
 
-    void install(std::vector<Hotkey> wanted = {kLeftCommandT}) {
+    void install(const std::vector<Hotkey> &wanted = {kLeftCommandT}) {
         tap_->setWantedHotkeys(wanted);
         ASSERT_TRUE(tap_->install(handlers()));
     }
