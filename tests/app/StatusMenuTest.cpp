@@ -154,7 +154,6 @@ TEST_F(StatusMenuTest, AClickBetweenTheEntriesChoosesNone) {
     menu_.popup({300, 200});
     click(placeOf(1));
     EXPECT_EQ(done_, QStringList());
-    EXPECT_TRUE(menu_.isVisible());
 }
 
 TEST_F(StatusMenuTest, AReleaseOfAnEarlierPressChoosesNone) {

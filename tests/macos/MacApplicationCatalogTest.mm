@@ -23,7 +23,7 @@ protected:
 
     /// The path of a bundle with these entries in its dictionary.
     QString install(const QString &folder, const QString &name, const QString &entries) {
-        const QString path = folder_.filePath(folder + u'/' + name);
+        QString path = folder_.filePath(folder + u'/' + name);
         EXPECT_TRUE(QDir().mkpath(path + QStringLiteral("/Contents")));
         QFile file(path + QStringLiteral("/Contents/Info.plist"));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));

@@ -89,8 +89,6 @@ protected:
         qputenv("HOME", oldHome_);
         macos::setSystemVersion({15, 1, 0});
     }
-    MakeLoginItemTest(const MakeLoginItemTest &) = delete;
-    MakeLoginItemTest &operator=(const MakeLoginItemTest &) = delete;
 
     const QByteArray oldHome_;
     const QTemporaryDir home_;

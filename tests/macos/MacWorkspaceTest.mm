@@ -35,7 +35,7 @@ public:
 
     Workspace &workspace() override { return workspace_; }
     QString install(const QString &name) override {
-        const QString path = folder_.filePath(name + QStringLiteral(".app"));
+        QString path = folder_.filePath(name + QStringLiteral(".app"));
         EXPECT_TRUE(QDir().mkpath(path));
         return path;
     }

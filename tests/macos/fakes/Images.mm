@@ -1,6 +1,7 @@
 #include "fakes/FakeImages.h"
 
-#include <cstring>
+#include <algorithm>
+#include <array>
 
 #include <Block.h>
 
@@ -140,12 +141,13 @@ CGContextRef CGBitmapContextCreate(void *data, std::size_t width, std::size_t he
                .arg(operation)
                .arg(fraction));
     const FakeBitmap *const bitmap = ns<FakeBitmap *>([NSGraphicsContext currentContext].CGContext);
+    constexpr std::array<unsigned char, 4> kRed{0xFF, 0, 0, 0xFF};
     const auto pixels = [](CGFloat points) { return static_cast<std::size_t>(points); };
     for (std::size_t y = pixels(NSMinY(rect)); y < pixels(NSMaxY(rect)); ++y) {
         // The first row in memory is the uppermost.
         unsigned char *const row = bitmap->data + (bitmap->height - 1 - y) * bitmap->bytesPerRow;
         for (std::size_t x = pixels(NSMinX(rect)); x < pixels(NSMaxX(rect)); ++x)
-            std::memcpy(row + 4 * x, "\xFF\0\0\xFF", 4);
+            std::ranges::copy(kRed, row + 4 * x);
     }
 }
 @end
