@@ -44,6 +44,9 @@ if(KESTRELBAY_STORIES)
 endif()
 if(KESTRELBAY_TESTS)
     kestrelbay_precompiled(tests
+        HEADERS ${core_headers} <QTemporaryDir> <gmock/gmock.h> <gtest/gtest.h>
+        LIBRARIES Qt6::Core GTest::gmock GTest::gtest)
+    kestrelbay_precompiled(view_tests
         HEADERS ${widget_headers} <QTemporaryDir> <gmock/gmock.h> <gtest/gtest.h>
         LIBRARIES Qt6::Widgets GTest::gmock GTest::gtest)
 endif()
