@@ -1,6 +1,6 @@
 # Qt's headers take most of the time that a file takes to compile, so they are read once for
-# all targets that see the same modules. Files include what they use all the same:
-# script/lint reads each without this.
+# all targets that see the same modules. Files include what they use all the same: builds for
+# macOS go without this.
 #
 # kestrelbay_precompiled(KIND HEADERS … LIBRARIES …) makes the targets of a kind share
 # theirs: kestrelbay_precompile(TARGET KIND).

@@ -31,6 +31,12 @@ protected:
     QStringList heard_;
 };
 
+TEST(NotificationNames, AreTheGivenTexts) {
+    EXPECT_EQ(notifications::kAccessibilityGranted, "accessibilityGranted"_L1);
+    EXPECT_EQ(notifications::kOpenPreferencesToAccessibility, "openPreferencesToAccessibility"_L1);
+    EXPECT_EQ(notifications::kLanguageDidChange, "languageDidChange"_L1);
+}
+
 TEST_F(NotificationCenterTest, TheNamesOfTheProgramAreToldApart) {
     const std::array names{
         notifications::kAccessibilityGranted, notifications::kOpenPreferencesToAccessibility,
