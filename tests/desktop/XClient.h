@@ -2,9 +2,7 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,15 +11,11 @@
 #include <QRect>
 #include <QString>
 
-#include <xcb/xcb.h>
+#include "support/Xcb.h"
 
 namespace kestrelbay::desktop {
 
-struct FreeReply {
-    void operator()(void *reply) const { std::free(reply); }
-};
-template <class T>
-using Reply = std::unique_ptr<T, FreeReply>;
+using testing::Reply;
 
 /// A connection to an X server of our own, with the few questions and requests
 /// that a bystander needs. Once the server is gone every answer is empty.
@@ -72,11 +66,7 @@ public:
     void sync();
 
 private:
-    struct Disconnect {
-        void operator()(xcb_connection_t *c) const { xcb_disconnect(c); }
-    };
-
-    std::unique_ptr<xcb_connection_t, Disconnect> connection_;
+    testing::Connection connection_;
     xcb_window_t root_ = XCB_NONE;
     xcb_window_t stampWindow_ = XCB_NONE;
     std::map<std::string, xcb_atom_t> atoms_;

@@ -1,18 +1,9 @@
 #include "support/FakeTray.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
 namespace kestrelbay::testing {
-
-namespace {
-
-struct Free {
-    void operator()(void *reply) const { std::free(reply); }
-};
-
-}  // namespace
 
 FakeTray::FakeTray(const QString &displayName)
     : connection_(xcb_connect(displayName.toLatin1().constData(), nullptr)),
@@ -45,7 +36,7 @@ void FakeTray::setForeground(const std::array<std::uint32_t, 3> &color) {
 }
 
 xcb_atom_t FakeTray::atom(const char *name) const {
-    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(xcb_intern_atom_reply(
+    const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
         connection_.get(),
         xcb_intern_atom(connection_.get(), 0, static_cast<std::uint16_t>(std::strlen(name)), name),
         nullptr));
@@ -53,7 +44,7 @@ xcb_atom_t FakeTray::atom(const char *name) const {
 }
 
 void FakeTray::sync() const {
-    const std::unique_ptr<xcb_get_input_focus_reply_t, Free> reply(xcb_get_input_focus_reply(
+    const Reply<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
         connection_.get(), xcb_get_input_focus(connection_.get()), nullptr));
 }
 

@@ -2,11 +2,10 @@
 
 #include <array>
 #include <cstdint>
-#include <memory>
 
 #include <QString>
 
-#include <xcb/xcb.h>
+#include "support/Xcb.h"
 
 namespace kestrelbay::testing {
 
@@ -19,14 +18,10 @@ public:
     void setForeground(const std::array<std::uint32_t, 3> &color);
 
 private:
-    struct Disconnect {
-        void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
-    };
-
     [[nodiscard]] xcb_atom_t atom(const char *name) const;
     void sync() const;
 
-    std::unique_ptr<xcb_connection_t, Disconnect> connection_;
+    Connection connection_;
     xcb_window_t window_;
 };
 

@@ -1,17 +1,8 @@
 #include "support/FocusedWindow.h"
 
-#include <cstdlib>
 #include <stdexcept>
 
 namespace kestrelbay::testing {
-
-namespace {
-struct Free {
-    void operator()(void *p) const { std::free(p); }
-};
-template <class T>
-using Owned = std::unique_ptr<T, Free>;
-}  // namespace
 
 FocusedWindow::FocusedWindow(const QString &displayName)
     : connection_(xcb_connect(displayName.toLatin1().constData(), nullptr)) {
@@ -36,7 +27,7 @@ void FocusedWindow::sync() {
 
 const std::vector<std::uint8_t> &FocusedWindow::pressedKeys() {
     sync();
-    while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
+    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
         if ((event->response_type & 0x7fU) == XCB_KEY_PRESS)
             pressed_.push_back(reinterpret_cast<xcb_key_press_event_t *>(event.get())->detail);
     }
@@ -45,7 +36,7 @@ const std::vector<std::uint8_t> &FocusedWindow::pressedKeys() {
 
 bool FocusedWindow::grabKey(std::uint8_t keycode, std::uint16_t modifiers) {
     xcb_connection_t *c = connection_.get();
-    const Owned<xcb_generic_error_t> error(
+    const Reply<xcb_generic_error_t> error(
         xcb_request_check(c, xcb_grab_key_checked(c, 0, root_, modifiers, keycode,
                                                   XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC)));
     return !error;
@@ -58,7 +49,7 @@ void FocusedWindow::ungrabKey(std::uint8_t keycode, std::uint16_t modifiers) {
 
 bool FocusedWindow::grabKeyboard() {
     xcb_connection_t *c = connection_.get();
-    const Owned<xcb_grab_keyboard_reply_t> reply(
+    const Reply<xcb_grab_keyboard_reply_t> reply(
         xcb_grab_keyboard_reply(c,
                                 xcb_grab_keyboard(c, 0, window_, XCB_CURRENT_TIME,
                                                   XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
@@ -74,7 +65,7 @@ void FocusedWindow::ungrabKeyboard() {
 void FocusedWindow::announceWindowManager() {
     xcb_connection_t *c = connection_.get();
     const char name[] = "MANAGER";
-    const Owned<xcb_intern_atom_reply_t> atom(
+    const Reply<xcb_intern_atom_reply_t> atom(
         xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, sizeof name - 1, name), nullptr));
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;

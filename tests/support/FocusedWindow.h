@@ -1,12 +1,11 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 #include <QString>
 
-#include <xcb/xcb.h>
+#include "support/Xcb.h"
 
 namespace kestrelbay::testing {
 
@@ -30,10 +29,7 @@ public:
 private:
     void sync();
 
-    struct Disconnect {
-        void operator()(xcb_connection_t *c) const { xcb_disconnect(c); }
-    };
-    std::unique_ptr<xcb_connection_t, Disconnect> connection_;
+    Connection connection_;
     xcb_window_t root_;
     xcb_window_t window_;
     std::vector<std::uint8_t> pressed_;

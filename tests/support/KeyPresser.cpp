@@ -8,10 +8,6 @@
 
 namespace kestrelbay::testing {
 
-void KeyPresser::Disconnect::operator()(xcb_connection_t *c) const {
-    xcb_disconnect(c);
-}
-
 KeyPresser::KeyPresser(const QString &displayName)
     : connection_(xcb_connect(displayName.toLatin1().constData(), nullptr)) {}
 

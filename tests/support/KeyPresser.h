@@ -2,9 +2,10 @@
 
 #include <cstdint>
 #include <initializer_list>
-#include <memory>
 
 #include <QString>
+
+#include "support/Xcb.h"
 
 struct xcb_connection_t;
 
@@ -34,10 +35,7 @@ public:
 private:
     void send(std::uint8_t type, std::uint8_t keycode);
 
-    struct Disconnect {
-        void operator()(xcb_connection_t *c) const;
-    };
-    std::unique_ptr<xcb_connection_t, Disconnect> connection_;
+    Connection connection_;
 };
 
 }  // namespace kestrelbay::testing

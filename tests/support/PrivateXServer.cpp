@@ -6,22 +6,12 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <xcb/xcb.h>
-
 #include "support/Poll.h"
+#include "support/Xcb.h"
 
 namespace kestrelbay::testing {
 
 namespace {
-
-struct Disconnect {
-    void operator()(xcb_connection_t *c) const { xcb_disconnect(c); }
-};
-struct Free {
-    void operator()(void *p) const { ::free(p); }
-};
-template <class T>
-using Reply = std::unique_ptr<T, Free>;
 
 /// Has a window manager announced itself, and is the window it named alive?
 bool windowManagerPresent(xcb_connection_t *c) {
@@ -88,8 +78,7 @@ std::unique_ptr<ChildProcess> PrivateXServer::startWindowManager(
     QProcessEnvironment all = environment();
     all.insert(extra);
     auto manager = std::make_unique<ChildProcess>(program, arguments, all, QProcess::nullDevice());
-    const std::unique_ptr<xcb_connection_t, Disconnect> connection(
-        xcb_connect(displayName_.toLatin1().constData(), nullptr));
+    const Connection connection(xcb_connect(displayName_.toLatin1().constData(), nullptr));
     if (!waitUntil([&] { return windowManagerPresent(connection.get()); }))
         throw std::runtime_error("the window manager did not start");
     return manager;
