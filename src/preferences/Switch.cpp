@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QStyleOption>
 
+#include "app/AccessibleFactory.h"
 #include "app/SystemColors.h"
 
 namespace kestrelbay {
@@ -55,20 +56,10 @@ private:
     [[nodiscard]] Switch *button() const { return static_cast<Switch *>(widget()); }
 };
 
-QAccessibleInterface *makeAccessible(const QString & /*className*/, QObject *object) {
-    auto *const button = qobject_cast<Switch *>(object);
-    return button ? new AccessibleSwitch(button) : nullptr;
-}
-
-void installAccessibility() {
-    static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
-    Q_UNUSED(isInstalled)
-}
-
 }  // namespace
 
 Switch::Switch(Size size, QWidget *parent) : QAbstractButton(parent), size_(size) {
-    installAccessibility();
+    installAccessible<Switch, AccessibleSwitch>();
     setCheckable(true);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

@@ -1,32 +1,17 @@
 #include "preferences/SymbolView.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
-#include <QPainter>
-
 #include <algorithm>
 
+#include <QPainter>
+
+#include "app/AccessibleFactory.h"
 #include "app/Symbols.h"
 #include "app/SystemColors.h"
 
 namespace kestrelbay {
 
-namespace {
-
-QAccessibleInterface *makeAccessible(const QString & /*className*/, QObject *object) {
-    auto *const view = qobject_cast<SymbolView *>(object);
-    return view ? new QAccessibleWidget(view, QAccessible::Graphic) : nullptr;
-}
-
-void installAccessibility() {
-    static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
-    Q_UNUSED(isInstalled)
-}
-
-}  // namespace
-
 SymbolView::SymbolView(QWidget *parent) : QWidget(parent), color_(colors::label) {
-    installAccessibility();
+    installAccessible<SymbolView, AccessibleWithRole<QAccessible::Graphic>>();
 }
 
 void SymbolView::setSymbol(const QString &name, Color color) {

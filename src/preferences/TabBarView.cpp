@@ -4,12 +4,11 @@
 #include <cstddef>
 #include <utility>
 
-#include <QAccessible>
-#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
+#include "app/AccessibleFactory.h"
 #include "preferences/TabItemView.h"
 #include "settings/L.h"
 
@@ -17,25 +16,15 @@ namespace kestrelbay {
 
 namespace {
 
-constexpr qreal kRadius = 8;
+constexpr qreal kBarRadius = 8;
 constexpr float kBackgroundAlpha = 0.15F;
 /// From the edges to the tabs and from tab to tab.
 constexpr qreal kGap = 3;
 
-QAccessibleInterface *makeAccessible(const QString & /*className*/, QObject *object) {
-    auto *const bar = qobject_cast<TabBarView *>(object);
-    return bar ? new QAccessibleWidget(bar, QAccessible::PageTabList) : nullptr;
-}
-
-void installAccessibility() {
-    static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
-    Q_UNUSED(isInstalled)
-}
-
 }  // namespace
 
 TabBarView::TabBarView(QWidget *parent) : QWidget(parent) {
-    installAccessibility();
+    installAccessible<TabBarView, AccessibleWithRole<QAccessible::PageTabList>>();
     for (const QString &label : labels()) {
         auto *const item = new TabItemView(label, this);
         item->setObjectName(QStringLiteral("tab%1").arg(itemViews_.size()));
@@ -135,7 +124,7 @@ void TabBarView::paintEvent(QPaintEvent * /*event*/) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor::fromRgbF(0, 0, 0, kBackgroundAlpha));
-    painter.drawRoundedRect(rect(), kRadius, kRadius);
+    painter.drawRoundedRect(rect(), kBarRadius, kBarRadius);
 }
 
 }  // namespace kestrelbay

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QStyleOption>
 
+#include "app/AccessibleFactory.h"
 #include "app/Fonts.h"
 #include "app/SystemColors.h"
 #include "preferences/TabBarView.h"
@@ -45,21 +46,11 @@ private:
     [[nodiscard]] TabItemView *item() const { return static_cast<TabItemView *>(widget()); }
 };
 
-QAccessibleInterface *makeAccessible(const QString & /*className*/, QObject *object) {
-    auto *const item = qobject_cast<TabItemView *>(object);
-    return item ? new AccessibleTab(item) : nullptr;
-}
-
-void installAccessibility() {
-    static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
-    Q_UNUSED(isInstalled)
-}
-
 }  // namespace
 
 TabItemView::TabItemView(const QString &title, TabBarView *bar)
     : QWidget(bar), bar_(*bar), title_(title) {
-    installAccessibility();
+    installAccessible<TabItemView, AccessibleTab>();
     setAccessibleName(title);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFont(fontOf(false));
