@@ -27,8 +27,8 @@ constexpr int kTextToButtons = 18;
 constexpr int kButtonSpacing = 10;
 constexpr int kTitleFont = 13;
 constexpr int kTextFont = 12;
-constexpr int kButtonFont = 13;
-constexpr int kButtonWidth = 88;
+constexpr int kAnswerFont = 13;
+constexpr int kAnswerWidth = 88;
 
 class WarningSign final : public QWidget {
 public:
@@ -96,8 +96,8 @@ AlertSheet::AlertSheet(const Content &content, QWidget *parent) : Sheet(content.
 
 QPushButton *AlertSheet::makeAlertButton(const QString &title, bool primary) {
     QPushButton *button = makeButton(title, primary);
-    button->setFont(systemFont(kButtonFont));
-    button->setMinimumWidth(std::max(kButtonWidth, button->sizeHint().width()));
+    button->setFont(systemFont(kAnswerFont));
+    button->setMinimumWidth(std::max(kAnswerWidth, button->sizeHint().width()));
     if (primary)
         button->setFocus();
     return button;

@@ -11,8 +11,8 @@ namespace {
 
 constexpr int kHeight = 36;
 /// Before the icon, and after the name.
-constexpr int kMargin = 4;
-constexpr int kGap = 8;
+constexpr int kRowMargin = 4;
+constexpr int kIconGap = 8;
 constexpr qreal kSelectionRadius = 5;
 constexpr int kFocusRingWidth = 2;
 
@@ -34,14 +34,14 @@ void AppPickerRow::paint(QPainter *painter, const QStyleOptionViewItem &option,
                                  kSelectionRadius);
     }
 
-    const QRect inner = option.rect.adjusted(kMargin, 0, -kMargin, 0);
+    const QRect inner = option.rect.adjusted(kRowMargin, 0, -kRowMargin, 0);
     const QRect icon = QStyle::alignedRect(option.direction, Qt::AlignLeft | Qt::AlignVCenter,
                                            QSize(kIconSize, kIconSize), inner);
     painter->drawImage(icon, index.data(Qt::DecorationRole).value<QImage>());
 
     const QRect text =
         QStyle::alignedRect(option.direction, Qt::AlignRight | Qt::AlignVCenter,
-                            QSize(inner.width() - kIconSize - kGap, inner.height()), inner);
+                            QSize(inner.width() - kIconSize - kIconGap, inner.height()), inner);
     painter->setFont(option.font);
     painter->setPen(selected ? QColor(Qt::white) : colors::label());
     // A line break would push the name out of its row.

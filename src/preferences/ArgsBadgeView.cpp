@@ -12,15 +12,15 @@ namespace kestrelbay {
 
 namespace {
 
-constexpr int kFontSize = 9;
+constexpr int kBadgeFontSize = 9;
 constexpr int kPadding = 4;
-constexpr int kHeight = 15;
-constexpr qreal kRadius = 3;
+constexpr int kBadgeHeight = 15;
+constexpr qreal kBadgeRadius = 3;
 constexpr float kGroundAlpha = 0.18F;
 
 QFont badgeFont() {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPixelSize(kFontSize);
+    font.setPixelSize(kBadgeFontSize);
     font.setWeight(QFont::Normal);
     return font;
 }
@@ -45,7 +45,7 @@ QString ArgsBadgeView::text() const {
 
 QSize ArgsBadgeView::sizeHint() const {
     const qreal width = QFontMetricsF(label_->font()).horizontalAdvance(label_->text());
-    return {static_cast<int>(std::ceil(width)) + 2 * kPadding, kHeight};
+    return {static_cast<int>(std::ceil(width)) + 2 * kPadding, kBadgeHeight};
 }
 
 void ArgsBadgeView::paintEvent(QPaintEvent * /*event*/) {
@@ -55,7 +55,7 @@ void ArgsBadgeView::paintEvent(QPaintEvent * /*event*/) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(ground);
-    painter.drawRoundedRect(rect(), kRadius, kRadius);
+    painter.drawRoundedRect(rect(), kBadgeRadius, kBadgeRadius);
 }
 
 void ArgsBadgeView::resizeEvent(QResizeEvent * /*event*/) {

@@ -22,8 +22,8 @@ namespace kestrelbay {
 
 namespace {
 
-constexpr qreal kRadius = 6;
-constexpr int kFontSize = 12;
+constexpr qreal kFieldRadius = 6;
+constexpr int kLabelFontSize = 12;
 constexpr int kLabelX = 4;
 constexpr int kLabelHeight = 18;
 constexpr int kBesideLabel = 30;
@@ -64,7 +64,7 @@ HotkeyRecorderField::HotkeyRecorderField(const PreferencesServices &services, QW
       services_(services),
       recorder_(services.manager, services.timers, hooks()),
       shake_(*this),
-      label_(new TextLabel(QString(), systemFont(kFontSize), fieldPlaceholderColor, this)),
+      label_(new TextLabel(QString(), systemFont(kLabelFontSize), fieldPlaceholderColor, this)),
       clearButton_(new QPushButton(L::recorderClear(), this)),
       border_(colors::separator),
       background_(colors::field) {
@@ -259,8 +259,8 @@ void HotkeyRecorderField::paintEvent(QPaintEvent * /*event*/) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(border_());
     painter.setBrush(background_());
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius - 0.5,
-                            kRadius - 0.5);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kFieldRadius - 0.5,
+                            kFieldRadius - 0.5);
     if (hasFocus() && !isRecording()) {
         QStyleOptionFocusRect ring;
         ring.initFrom(this);

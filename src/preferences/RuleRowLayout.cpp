@@ -11,7 +11,7 @@ constexpr QSize kIcon{28, 28};
 constexpr int kTextX = 46;
 constexpr int kNameHeight = 17;
 constexpr int kPathHeight = 13;
-constexpr int kLineGap = 2;
+constexpr int kNameGap = 2;
 constexpr int kBadgeGap = 5;
 constexpr QSize kSign{16, 16};
 constexpr QSize kToggle{38, 20};
@@ -64,8 +64,8 @@ RuleRowLayout RuleRowLayout::in(QSize row, const Content &content) {
 
     layout.icon = centered(kEdge, kIcon);
     const int textWidth = std::max(0, right - kTextX);
-    const int top = (row.height() - kNameHeight - kLineGap - kPathHeight) / 2;
-    layout.path = QRect(kTextX, top + kNameHeight + kLineGap, textWidth, kPathHeight);
+    const int top = (row.height() - kNameHeight - kNameGap - kPathHeight) / 2;
+    layout.path = QRect(kTextX, top + kNameHeight + kNameGap, textWidth, kPathHeight);
     const int badgeRoom = content.badge.isEmpty() ? 0 : content.badge.width() + kBadgeGap;
     const int nameWidth = std::min(content.nameWidth, std::max(0, textWidth - badgeRoom));
     layout.name = QRect(kTextX, top, nameWidth, kNameHeight);

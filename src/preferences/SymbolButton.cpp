@@ -14,9 +14,9 @@ namespace kestrelbay {
 namespace {
 
 constexpr QSize kSize{22, 22};
-constexpr qreal kRadius = 5;
-constexpr float kHoverAlpha = 0.07F;
-constexpr float kPressedAlpha = 0.15F;
+constexpr qreal kButtonRadius = 5;
+constexpr float kHoverGroundAlpha = 0.07F;
+constexpr float kPressedGroundAlpha = 0.15F;
 constexpr float kDisabledAlpha = 0.4F;
 
 }  // namespace
@@ -36,10 +36,10 @@ void SymbolButton::paintEvent(QPaintEvent * /*event*/) {
     painter.setRenderHint(QPainter::Antialiasing);
     if (isEnabled() && (isDown() || underMouse())) {
         QColor ground = colors::label();
-        ground.setAlphaF(isDown() ? kPressedAlpha : kHoverAlpha);
+        ground.setAlphaF(isDown() ? kPressedGroundAlpha : kHoverGroundAlpha);
         painter.setPen(Qt::NoPen);
         painter.setBrush(ground);
-        painter.drawRoundedRect(rect(), kRadius, kRadius);
+        painter.drawRoundedRect(rect(), kButtonRadius, kButtonRadius);
     }
     QRect place(QPoint(), symbolSize_);
     place.moveCenter(rect().center());

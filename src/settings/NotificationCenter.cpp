@@ -10,9 +10,7 @@
 
 namespace kestrelbay {
 
-namespace {
-
-struct Observer {
+struct NotificationCenter::Observer {
     QByteArray name;
     const QObject *context;
     std::function<void()> function;
@@ -20,12 +18,10 @@ struct Observer {
     bool ended = false;
 };
 
-using ObserverPtr = std::shared_ptr<Observer>;
-
-}  // namespace
-
 class NotificationCenter::Observers {
 public:
+    using ObserverPtr = std::shared_ptr<Observer>;
+
     std::vector<ObserverPtr> named(QLatin1StringView name) const {
         std::vector<ObserverPtr> found;
         std::ranges::copy_if(all_, std::back_inserter(found), [name](const ObserverPtr &observer) {
@@ -67,7 +63,7 @@ NotificationCenter &NotificationCenter::defaultCenter() {
 }
 
 void NotificationCenter::post(QLatin1StringView name) {
-    for (const ObserverPtr &observer : observers_->named(name)) {
+    for (const auto &observer : observers_->named(name)) {
         if (!observer->ended)
             observer->function();
     }

@@ -46,6 +46,7 @@ public:
     void stopObserving(QLatin1StringView name, const QObject *context);
 
 private:
+    struct Observer;
     class Observers;
     // Shared with the contexts, which tell of their end, and with posts under way.
     std::shared_ptr<Observers> observers_;

@@ -18,7 +18,7 @@ namespace {
 /// Installing a package changes many files at once.
 constexpr unsigned kQuietMilliseconds = 200;
 /// A key press is worth no more waiting than this, whatever the disk does.
-constexpr std::chrono::seconds kLongestWait{5};
+constexpr std::chrono::seconds kLongestBuild{5};
 
 QString fileManagerIdentifier() {
     const GObjectPtr<GAppInfo> handler(g_app_info_get_default_for_type("inode/directory", FALSE));
@@ -85,7 +85,7 @@ std::shared_ptr<const ApplicationIndex> ApplicationIndexKeeper::current() const 
     {
         std::unique_lock lock(mutex_);
         const std::uint64_t needed = requested_;
-        built_.wait_for(lock, kLongestWait, [&] { return done_ >= needed; });
+        built_.wait_for(lock, kLongestBuild, [&] { return done_ >= needed; });
     }
     return currentOrEmpty();
 }

@@ -12,7 +12,7 @@ constexpr BusWatch::Service kWatcher{.name = "org.kde.StatusNotifierWatcher",
                                      .path = "/StatusNotifierWatcher",
                                      .interface = "org.kde.StatusNotifierWatcher"};
 
-constexpr std::chrono::milliseconds kLongestWait{100};
+constexpr std::chrono::milliseconds kLongestWatcherWait{100};
 
 bool isTrue(GVariant *reply) {
     if (!reply || !g_variant_is_of_type(reply, G_VARIANT_TYPE("(v)")))
@@ -67,7 +67,7 @@ void LinuxStatusArea::setHost(bool present) {
 }
 
 void LinuxStatusArea::waitForAnswer() {
-    inbox_->waitUntil([this] { return hasAnswer_; }, kLongestWait);
+    inbox_->waitUntil([this] { return hasAnswer_; }, kLongestWatcherWait);
 }
 
 void LinuxStatusArea::settle() {

@@ -12,7 +12,7 @@ namespace kestrelbay {
 namespace {
 
 // Far more than any icon, and no threat to memory.
-constexpr qint64 kLargestFile = 16 << 20;
+constexpr qint64 kLargestIconFile = 16 << 20;
 
 QImage emptySquare(int side) {
     QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
@@ -48,7 +48,7 @@ QImage ListIconReader::readNamed(const QString &name) {
 
 QImage ListIconReader::readFile(const QString &path) const {
     const QFileInfo info(path);
-    if (path.isEmpty() || !info.isFile() || info.size() > kLargestFile)
+    if (path.isEmpty() || !info.isFile() || info.size() > kLargestIconFile)
         return {};
     QImageReader reader(path);
     const QSize size = reader.size();

@@ -7,7 +7,7 @@ namespace kestrelbay {
 
 namespace {
 
-constexpr std::chrono::milliseconds kLongestWait{100};
+constexpr std::chrono::milliseconds kLongestPortalWait{100};
 
 constexpr BusWatch::Service kPortal{.name = "org.freedesktop.portal.Desktop",
                                     .path = "/org/freedesktop/portal/desktop",
@@ -40,7 +40,7 @@ PortalSystemSettings::PortalSystemSettings(BusListener &listener) : listener_(li
                            .vanished = [this] { portalVanished(); },
                            .signal = [this](const QString &member,
                                             GVariant *values) { takeSignal(member, values); }});
-    inbox_->waitUntil([this] { return isSettled_; }, kLongestWait);
+    inbox_->waitUntil([this] { return isSettled_; }, kLongestPortalWait);
     if (!fromPortal_)
         askDesktop();
 }

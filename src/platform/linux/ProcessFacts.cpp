@@ -13,12 +13,12 @@ namespace kestrelbay {
 namespace {
 
 /// An environment may be as large as the kernel's limit for it.
-constexpr qint64 kLargestFile = 4 << 20;
+constexpr qint64 kLargestProcFile = 4 << 20;
 
 QByteArray readSmall(const QString &path) {
     QFile file(path);
     // These files have no size to be asked for.
-    return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ? file.read(kLargestFile)
+    return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ? file.read(kLargestProcFile)
                                                                   : QByteArray();
 }
 
