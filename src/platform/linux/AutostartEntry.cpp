@@ -14,7 +14,7 @@ namespace kestrelbay {
 
 namespace {
 
-constexpr const char *kGroup = G_KEY_FILE_DESKTOP_GROUP;
+constexpr const char *kEntryGroup = G_KEY_FILE_DESKTOP_GROUP;
 constexpr const char *kGnomeEnabled = "X-GNOME-Autostart-enabled";
 
 QString quotedWord(const QString &text) {
@@ -78,7 +78,7 @@ std::optional<AutostartEntry> AutostartEntry::parse(const QByteArray &text) {
         static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
     if (!g_key_file_load_from_data(file.get(), text.constData(), static_cast<gsize>(text.size()),
                                    kKeepAll, nullptr) ||
-        !g_key_file_has_group(file.get(), kGroup))
+        !g_key_file_has_group(file.get(), kEntryGroup))
         return std::nullopt;
     return AutostartEntry(std::move(file));
 }
@@ -117,7 +117,7 @@ void AutostartEntry::hide() {
         set(G_KEY_FILE_DESKTOP_KEY_TYPE, QStringLiteral(G_KEY_FILE_DESKTOP_TYPE_APPLICATION));
     if (!has(G_KEY_FILE_DESKTOP_KEY_NAME))
         set(G_KEY_FILE_DESKTOP_KEY_NAME, u"KestrelBay"_s);
-    g_key_file_set_boolean(file_.get(), kGroup, G_KEY_FILE_DESKTOP_KEY_HIDDEN, TRUE);
+    g_key_file_set_boolean(file_.get(), kEntryGroup, G_KEY_FILE_DESKTOP_KEY_HIDDEN, TRUE);
 }
 
 QByteArray AutostartEntry::text() const {
@@ -127,23 +127,24 @@ QByteArray AutostartEntry::text() const {
 }
 
 bool AutostartEntry::has(const char *key) const {
-    return g_key_file_has_key(file_.get(), kGroup, key, nullptr) != FALSE;
+    return g_key_file_has_key(file_.get(), kEntryGroup, key, nullptr) != FALSE;
 }
 
 bool AutostartEntry::boolean(const char *key, bool whenAbsent) const {
     GErrorSlot error;
-    const bool value = g_key_file_get_boolean(file_.get(), kGroup, key, error.out()) != FALSE;
+    const bool value = g_key_file_get_boolean(file_.get(), kEntryGroup, key, error.out()) != FALSE;
     return error.get() ? whenAbsent : value;
 }
 
 QString AutostartEntry::string(const char *key) const {
-    const GCharPtr value(g_key_file_get_string(file_.get(), kGroup, key, nullptr));
+    const GCharPtr value(g_key_file_get_string(file_.get(), kEntryGroup, key, nullptr));
     return value ? QString::fromUtf8(value.get()) : QString();
 }
 
 QStringList AutostartEntry::list(const char *key) const {
     gsize count = 0;
-    const GStringList values(g_key_file_get_string_list(file_.get(), kGroup, key, &count, nullptr));
+    const GStringList values(
+        g_key_file_get_string_list(file_.get(), kEntryGroup, key, &count, nullptr));
     QStringList texts;
     for (gsize i = 0; values && i < count; ++i)
         texts.append(QString::fromUtf8(values.get()[i]));
@@ -151,11 +152,11 @@ QStringList AutostartEntry::list(const char *key) const {
 }
 
 void AutostartEntry::set(const char *key, const QString &value) {
-    g_key_file_set_string(file_.get(), kGroup, key, value.toUtf8().constData());
+    g_key_file_set_string(file_.get(), kEntryGroup, key, value.toUtf8().constData());
 }
 
 void AutostartEntry::erase(const char *key) {
-    g_key_file_remove_key(file_.get(), kGroup, key, nullptr);
+    g_key_file_remove_key(file_.get(), kEntryGroup, key, nullptr);
 }
 
 bool AutostartEntry::isApplication() const {

@@ -15,13 +15,13 @@ namespace kestrelbay::x11 {
 
 namespace {
 
-constexpr std::uint32_t kLongestText = 256;
+constexpr std::uint32_t kLongestName = 256;
 
 PropertyReply property(const XConnection &connection, xcb_window_t window, xcb_atom_t name,
                        xcb_atom_t type) {
     return PropertyReply(xcb_get_property_reply(
         connection.get(),
-        xcb_get_property(connection.get(), 0, window, name, type, 0, kLongestText), nullptr));
+        xcb_get_property(connection.get(), 0, window, name, type, 0, kLongestName), nullptr));
 }
 
 QString server(const XConnection &connection) {

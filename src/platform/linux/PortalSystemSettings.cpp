@@ -13,7 +13,7 @@ constexpr BusWatch::Service kPortal{.name = "org.freedesktop.portal.Desktop",
                                     .path = "/org/freedesktop/portal/desktop",
                                     .interface = "org.freedesktop.portal.Settings"};
 constexpr const char *kNamespace = "org.freedesktop.appearance";
-constexpr const char *kKey = "color-scheme";
+constexpr const char *kColorSchemeKey = "color-scheme";
 constexpr guint32 kPrefersDark = 1;
 
 /// As the portal gives it; the older of its methods wraps it twice.
@@ -28,7 +28,7 @@ std::optional<ColorScheme> schemeIn(GVariant *value) {
 }
 
 GVariant *question() {
-    return g_variant_new("(ss)", kNamespace, kKey);
+    return g_variant_new("(ss)", kNamespace, kColorSchemeKey);
 }
 
 }  // namespace
@@ -91,7 +91,7 @@ void PortalSystemSettings::takeSignal(const QString &member, GVariant *parameter
     GVariant *value = nullptr;
     g_variant_get(parameters, "(&s&sv)", &space, &key, &value);
     const GVariantPtr owned(value);
-    if (qstrcmp(space, kNamespace) != 0 || qstrcmp(key, kKey) != 0)
+    if (qstrcmp(space, kNamespace) != 0 || qstrcmp(key, kColorSchemeKey) != 0)
         return;
     if (const auto scheme = schemeIn(owned.get())) {
         fromPortal_ = scheme;

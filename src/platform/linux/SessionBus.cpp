@@ -6,7 +6,7 @@ namespace {
 
 /// Starting a service takes its time; a person does not wait longer than this
 /// before pressing again.
-constexpr int kLongestCallMilliseconds = 5000;
+constexpr int kLongestBusCallMilliseconds = 5000;
 
 GVariant *platformData(const QString &startupId) {
     GVariantBuilder builder;
@@ -87,7 +87,7 @@ BusAnswer SessionBus::call(const QString &name, const QString &path, const char 
     const GVariantPtr reply(
         g_dbus_connection_call_sync(bus.get(), name.toUtf8().constData(), path.toUtf8().constData(),
                                     interface, method, owned.get(), nullptr, G_DBUS_CALL_FLAGS_NONE,
-                                    kLongestCallMilliseconds, nullptr, error.out()));
+                                    kLongestBusCallMilliseconds, nullptr, error.out()));
     if (reply)
         return BusAnswer::Done;
     const bool slow = g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_TIMED_OUT) ||
@@ -136,7 +136,7 @@ void SessionBus::moveToScope(const QString &applicationId, qint64 pid) {
         "org.freedesktop.systemd1.Manager", "StartTransientUnit",
         g_variant_new("(ssa(sv)a(sa(sv)))", scopeName(applicationId, pid).toUtf8().constData(),
                       "fail", &properties, nullptr),
-        nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, kLongestCallMilliseconds, nullptr, nullptr,
+        nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, kLongestBusCallMilliseconds, nullptr, nullptr,
         nullptr);
 }
 
