@@ -13,7 +13,7 @@ function(kestrelbay_precompiled kind)
     set(source ${PROJECT_BINARY_DIR}/precompiled/${kind}.cpp)
     file(CONFIGURE OUTPUT ${source} CONTENT "")
     add_library(kestrelbay_precompiled_${kind} OBJECT ${source})
-    target_link_libraries(kestrelbay_precompiled_${kind} PRIVATE kestrelbay_settings ${P_LIBRARIES})
+    target_link_libraries(kestrelbay_precompiled_${kind} PRIVATE kestrelbay_compiler_settings ${P_LIBRARIES})
     target_precompile_headers(kestrelbay_precompiled_${kind} PRIVATE ${P_HEADERS})
 endfunction()
 

@@ -6,9 +6,9 @@
 #include <array>
 #include <cstddef>
 
-#include "preferences/AppPickerList.h"
-#include "preferences/AppPickerPanel.h"
-#include "preferences/AppPickerRow.h"
+#include "preferences/picker/AppPickerList.h"
+#include "preferences/picker/AppPickerPanel.h"
+#include "preferences/picker/AppPickerRow.h"
 #include "views/Frame.h"
 #include "views/Services.h"
 

@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QPixmap>
 
-#include "app/LaunchToastWindow.h"
+#include "app/toasts/LaunchToastWindow.h"
 #include "fakes/FakeNativeWindow.h"
 #include "fakes/FakeTimers.h"
 #include "fakes/ManualDispatchQueue.h"

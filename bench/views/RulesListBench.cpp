@@ -7,9 +7,9 @@
 #include <chrono>
 
 #include "core/RulesBench.h"
-#include "preferences/ApplicationIconCache.h"
-#include "preferences/RowTableView.h"
-#include "preferences/RulesViewController.h"
+#include "preferences/rules/ApplicationIconCache.h"
+#include "preferences/rules/RulesViewController.h"
+#include "ui/list/RowTableView.h"
 #include "views/Frame.h"
 #include "views/Services.h"
 

@@ -5,9 +5,9 @@
 
 #include <cstdlib>
 
-#include "app/SystemColors.h"
-#include "app/SystemStyle.h"
 #include "platform/SystemSettings.h"
+#include "ui/look/SystemColors.h"
+#include "ui/look/SystemStyle.h"
 
 int main(int argc, char **argv) {
     // Painted in memory: what a server does with it is not ours.

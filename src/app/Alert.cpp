@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "app/AlertSheet.h"
 #include "settings/L.h"
+#include "ui/windows/AlertSheet.h"
 
 namespace kestrelbay {
 

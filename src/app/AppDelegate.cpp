@@ -5,23 +5,23 @@
 #include <chrono>
 #include <utility>
 
-#include "app/AboutWindowController.h"
 #include "app/Alert.h"
-#include "app/ApplicationActions.h"
 #include "app/DiagnosticReport.h"
-#include "app/LaunchToastWindow.h"
-#include "app/OnboardingWindowController.h"
-#include "app/StatusItem.h"
-#include "app/Symbols.h"
-#include "app/ToastWindow.h"
+#include "app/about/AboutWindowController.h"
+#include "app/instance/ApplicationActions.h"
+#include "app/onboarding/OnboardingWindowController.h"
+#include "app/status/StatusItem.h"
+#include "app/toasts/LaunchToastWindow.h"
+#include "app/toasts/ToastWindow.h"
 #include "platform/Platform.h"
 #include "platform/SystemLog.h"
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
-#include "preferences/PreferencesWindowController.h"
+#include "preferences/window/PreferencesWindowController.h"
 #include "settings/Language.h"
 #include "settings/NotificationCenter.h"
 #include "settings/SettingsKeys.h"
+#include "ui/look/Symbols.h"
 
 namespace kestrelbay {
 

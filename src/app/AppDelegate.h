@@ -5,21 +5,21 @@
 #include <memory>
 #include <optional>
 
-#include "app/Appearance.h"
-#include "app/ApplicationService.h"
-#include "app/DiagnosticsService.h"
-#include "app/MainQueue.h"
 #include "app/QtTexts.h"
 #include "app/RuleRunner.h"
-#include "app/StatusMenu.h"
-#include "app/SteadyClock.h"
-#include "app/ThreadPoolQueue.h"
-#include "app/ToastPanel.h"
+#include "app/instance/ApplicationService.h"
+#include "app/instance/DiagnosticsService.h"
+#include "app/status/StatusMenu.h"
+#include "app/toasts/ToastPanel.h"
 #include "hotkeys/ShortcutManager.h"
 #include "launcher/AppLauncher.h"
-#include "platform/Timers.h"
 #include "preferences/PreferencesServices.h"
 #include "settings/LaunchAtLogin.h"
+#include "tasks/MainQueue.h"
+#include "tasks/SteadyClock.h"
+#include "tasks/ThreadPoolQueue.h"
+#include "tasks/Timers.h"
+#include "ui/look/Appearance.h"
 
 namespace kestrelbay {
 

@@ -8,13 +8,13 @@
 #include <utility>
 #include <vector>
 
-#include "app/Symbols.h"
 #include "hotkeys/ShortcutManager.h"
 #include "model/RuleFile.h"
 #include "platform/LoginItem.h"
 #include "platform/Platform.h"
 #include "settings/Language.h"
 #include "settings/SettingsKeys.h"
+#include "ui/look/Symbols.h"
 
 namespace kestrelbay {
 

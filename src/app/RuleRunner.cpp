@@ -4,17 +4,17 @@
 #include <utility>
 #include <vector>
 
-#include "app/IconImage.h"
-#include "app/LaunchToastWindow.h"
-#include "app/ListIconsForScreens.h"
+#include "app/toasts/IconImage.h"
+#include "app/toasts/LaunchToastWindow.h"
 #include "launcher/AppLauncher.h"
 #include "model/ShortcutRule.h"
 #include "platform/ApplicationCatalog.h"
-#include "platform/Clock.h"
-#include "platform/DispatchQueue.h"
 #include "platform/SystemLog.h"
 #include "platform/SystemSounds.h"
 #include "settings/SettingsKeys.h"
+#include "tasks/Clock.h"
+#include "tasks/DispatchQueue.h"
+#include "ui/look/ListIconsForScreens.h"
 
 namespace kestrelbay {
 

@@ -12,14 +12,14 @@
 #include <optional>
 
 #include "app/AppDelegate.h"
-#include "app/ApplicationActions.h"
 #include "app/DiagnosticReport.h"
 #include "app/QtMessages.h"
-#include "app/QtTimers.h"
-#include "app/RunningInstance.h"
 #include "app/TerminationSignals.h"
+#include "app/instance/ApplicationActions.h"
+#include "app/instance/RunningInstance.h"
 #include "platform/Platform.h"
 #include "platform/SystemLog.h"
+#include "tasks/QtTimers.h"
 
 namespace {
 

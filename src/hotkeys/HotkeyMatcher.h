@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "hotkeys/Hotkey.h"
+#include "keys/Hotkey.h"
 #include "model/ShortcutRule.h"
 
 namespace kestrelbay {

@@ -8,10 +8,10 @@
 
 #include <QString>
 
-#include "hotkeys/KeyCode.h"
-#include "hotkeys/ModifierFlags.h"
+#include "keys/KeyCode.h"
+#include "keys/ModifierFlags.h"
 #include "platform/EventTap.h"
-#include "platform/Timers.h"
+#include "tasks/Timers.h"
 
 namespace kestrelbay {
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "hotkeys/KeyNames.h"
+#include "keys/KeyNames.h"
 #include "model/TrimmedText.h"
 
 using namespace Qt::StringLiterals;

@@ -7,8 +7,8 @@
 #include <QStringView>
 #include <QUuid>
 
-#include "hotkeys/KeyCode.h"
-#include "hotkeys/ModifierFlags.h"
+#include "keys/KeyCode.h"
+#include "keys/ModifierFlags.h"
 
 namespace kestrelbay {
 

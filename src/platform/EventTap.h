@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-#include "hotkeys/Hotkey.h"
+#include "keys/Hotkey.h"
 
 namespace kestrelbay {
 

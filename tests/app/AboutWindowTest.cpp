@@ -1,4 +1,4 @@
-#include "app/AboutWindowController.h"
+#include "app/about/AboutWindowController.h"
 
 #include <memory>
 
@@ -9,9 +9,6 @@
 
 #include <gmock/gmock.h>
 
-#include "app/Fonts.h"
-#include "app/SystemColors.h"
-#include "app/TextLabel.h"
 #include "core/QtPrinters.h"
 #include "fakes/FakeNativeWindow.h"
 #include "fakes/FakeUserDefaults.h"
@@ -19,6 +16,9 @@
 #include "settings/Addresses.h"
 #include "settings/Language.h"
 #include "settings/SettingsKeys.h"
+#include "ui/look/Fonts.h"
+#include "ui/look/SystemColors.h"
+#include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
 namespace {

@@ -1,7 +1,7 @@
-#include "app/AboutWindowController.h"
 #include "app/AccessibleTree.h"
 #include "app/OnboardingFixture.h"
 #include "app/ToastFixture.h"
+#include "app/about/AboutWindowController.h"
 #include "fakes/FakeWorkspace.h"
 
 using namespace Qt::StringLiterals;

@@ -1,4 +1,4 @@
-#include "app/AlertSheet.h"
+#include "ui/windows/AlertSheet.h"
 
 #include <algorithm>
 #include <memory>
@@ -11,10 +11,10 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "app/SystemColors.h"
-#include "app/TextLabel.h"
 #include "core/QtPrinters.h"
 #include "platform/SystemSettings.h"
+#include "ui/look/SystemColors.h"
+#include "ui/widgets/TextLabel.h"
 
 using namespace Qt::StringLiterals;
 

@@ -8,8 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include "app/TextLabel.h"
 #include "core/QtPrinters.h"
+#include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
 namespace {

@@ -13,12 +13,12 @@
 
 #include <gtest/gtest.h>
 
-#include "app/LaunchToastWindow.h"
-#include "app/OnboardingWindowController.h"
+#include "app/onboarding/OnboardingWindowController.h"
+#include "app/toasts/LaunchToastWindow.h"
 #include "core/QtPrinters.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeTimers.h"
-#include "preferences/PreferencesWindowController.h"
+#include "preferences/window/PreferencesWindowController.h"
 #include "settings/NotificationCenter.h"
 #include "settings/SettingsKeys.h"
 

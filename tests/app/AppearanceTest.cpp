@@ -1,4 +1,4 @@
-#include "app/Appearance.h"
+#include "ui/look/Appearance.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -10,10 +10,10 @@
 
 #include <gtest/gtest.h>
 
-#include "app/SystemColors.h"
-#include "app/SystemStyle.h"
-#include "app/TextLabel.h"
 #include "fakes/FakeSystemSettings.h"
+#include "ui/look/SystemColors.h"
+#include "ui/look/SystemStyle.h"
+#include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
 namespace {

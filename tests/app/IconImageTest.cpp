@@ -1,4 +1,4 @@
-#include "app/IconImage.h"
+#include "app/toasts/IconImage.h"
 
 #include <gtest/gtest.h>
 

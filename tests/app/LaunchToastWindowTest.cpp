@@ -1,4 +1,4 @@
-#include "app/LaunchToastWindow.h"
+#include "app/toasts/LaunchToastWindow.h"
 
 #include <QIcon>
 #include <QPixmap>
@@ -8,9 +8,9 @@
 #include <array>
 #include <chrono>
 
-#include "app/SystemColors.h"
 #include "app/ToastFixture.h"
 #include "platform/SystemSettings.h"
+#include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
 

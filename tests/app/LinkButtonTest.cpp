@@ -1,4 +1,4 @@
-#include "app/LinkButton.h"
+#include "ui/widgets/LinkButton.h"
 
 #include <algorithm>
 
@@ -8,9 +8,9 @@
 
 #include <gtest/gtest.h>
 
-#include "app/Fonts.h"
-#include "app/SystemColors.h"
 #include "platform/SystemSettings.h"
+#include "ui/look/Fonts.h"
+#include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
 namespace {

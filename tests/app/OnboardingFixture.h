@@ -11,11 +11,9 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 
-#include "app/LinkButton.h"
-#include "app/OnboardingSteps.h"
-#include "app/OnboardingViewController.h"
-#include "app/OnboardingWindowController.h"
-#include "app/TextLabel.h"
+#include "app/onboarding/OnboardingSteps.h"
+#include "app/onboarding/OnboardingViewController.h"
+#include "app/onboarding/OnboardingWindowController.h"
 #include "core/QtPrinters.h"
 #include "fakes/FakeEventTap.h"
 #include "fakes/FakeNativeWindow.h"
@@ -27,6 +25,8 @@
 #include "settings/L.h"
 #include "settings/Language.h"
 #include "settings/SettingsKeys.h"
+#include "ui/widgets/LinkButton.h"
+#include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
 

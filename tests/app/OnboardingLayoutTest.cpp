@@ -5,10 +5,10 @@
 #include <QPalette>
 #include <QTimer>
 
-#include "app/Fonts.h"
-#include "app/HeroImage.h"
-#include "app/SystemColors.h"
+#include "app/onboarding/HeroImage.h"
 #include "platform/SystemSettings.h"
+#include "ui/look/Fonts.h"
+#include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
 namespace {

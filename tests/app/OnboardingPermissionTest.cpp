@@ -2,7 +2,7 @@
 
 #include <QMouseEvent>
 
-#include "app/SystemColors.h"
+#include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
 namespace {

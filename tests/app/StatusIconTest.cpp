@@ -1,4 +1,4 @@
-#include "app/StatusIcon.h"
+#include "app/status/StatusIcon.h"
 
 #include <QImage>
 #include <QPixmap>

@@ -1,4 +1,4 @@
-#include "app/StatusMenu.h"
+#include "app/status/StatusMenu.h"
 
 #include <QCoreApplication>
 #include <QCursor>

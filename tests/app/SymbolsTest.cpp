@@ -1,4 +1,4 @@
-#include "app/Symbols.h"
+#include "ui/look/Symbols.h"
 
 #include <QImage>
 

@@ -9,8 +9,8 @@
 
 #include <chrono>
 
-#include "app/LaunchToastWindow.h"
-#include "app/ToastWindow.h"
+#include "app/toasts/LaunchToastWindow.h"
+#include "app/toasts/ToastWindow.h"
 #include "core/QtPrinters.h"
 #include "fakes/FakeNativeWindow.h"
 #include "fakes/FakeTimers.h"

@@ -1,11 +1,11 @@
-#include "app/ToastText.h"
+#include "app/toasts/ToastText.h"
 
 #include <gtest/gtest.h>
 
 #include <QFontMetrics>
 
-#include "app/Fonts.h"
 #include "core/QtPrinters.h"
+#include "ui/look/Fonts.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,4 +1,4 @@
-#include "app/ToastWindow.h"
+#include "app/toasts/ToastWindow.h"
 
 #include <QAccessible>
 #include <QPointer>

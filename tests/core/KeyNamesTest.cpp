@@ -1,4 +1,4 @@
-#include "hotkeys/KeyNames.h"
+#include "keys/KeyNames.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "hotkeys/ModifierFlags.h"
+#include "keys/ModifierFlags.h"
 
 #include <gtest/gtest.h>
 

@@ -10,9 +10,9 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 
-#include "app/MainQueue.h"
-#include "app/SteadyClock.h"
-#include "app/ThreadPoolQueue.h"
+#include "tasks/MainQueue.h"
+#include "tasks/SteadyClock.h"
+#include "tasks/ThreadPoolQueue.h"
 
 using namespace std::chrono_literals;
 

@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-#include "platform/Clock.h"
+#include "tasks/Clock.h"
 
 namespace kestrelbay {
 

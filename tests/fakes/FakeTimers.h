@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Timers.h"
+#include "tasks/Timers.h"
 
 namespace kestrelbay {
 

@@ -6,7 +6,7 @@
 #include <mutex>
 #include <utility>
 
-#include "platform/DispatchQueue.h"
+#include "tasks/DispatchQueue.h"
 
 namespace kestrelbay {
 

@@ -4,8 +4,8 @@
 #include <QByteArray>
 
 #include "fuzz/Check.h"
-#include "platform/linux/DesktopEntry.h"
-#include "platform/linux/ExecLine.h"
+#include "platform/linux/applications/entries/DesktopEntry.h"
+#include "platform/linux/applications/launching/ExecLine.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));

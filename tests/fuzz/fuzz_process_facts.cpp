@@ -3,7 +3,7 @@
 
 #include <QByteArray>
 
-#include "platform/linux/ProcessFacts.h"
+#include "platform/linux/applications/matching/ProcessFacts.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));

@@ -1,4 +1,4 @@
-#include "platform/macos/LaunchAgent.h"
+#include "platform/macos/desktop/LaunchAgent.h"
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 #include "core/QtPrinters.h"
 #include "fakes/Bundles.h"
 #include "fakes/MacJournal.h"
-#include "platform/macos/MacApplicationCatalog.h"
+#include "platform/macos/applications/MacApplicationCatalog.h"
 
 namespace kestrelbay::macos {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/macos/MacLoginItem.h"
+#include "platform/macos/desktop/MacLoginItem.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +10,9 @@
 #include "fakes/FakeServices.h"
 #include "fakes/MacJournal.h"
 #include "platform/LoginItemContract.h"
-#include "platform/macos/LaunchAgent.h"
-#include "platform/macos/NSStrings.h"
-#include "platform/macos/ServiceLoginItem.h"
+#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/desktop/LaunchAgent.h"
+#include "platform/macos/desktop/ServiceLoginItem.h"
 
 using namespace Qt::StringLiterals;
 

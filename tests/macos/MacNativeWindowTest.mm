@@ -1,4 +1,4 @@
-#include "platform/macos/MacNativeWindow.h"
+#include "platform/macos/desktop/MacNativeWindow.h"
 
 #include <gtest/gtest.h>
 

@@ -6,8 +6,8 @@
 #include "fakes/FakeDesktop.h"
 #include "fakes/LiveObjects.h"
 #include "fakes/MacJournal.h"
-#include "platform/macos/MacWorkspace.h"
-#include "platform/macos/NSStrings.h"
+#include "platform/macos/applications/MacWorkspace.h"
+#include "platform/macos/cocoa/NSStrings.h"
 
 namespace kestrelbay::macos {
 namespace {

@@ -3,9 +3,9 @@
 #include "core/QtPrinters.h"
 #include "fakes/FakeServices.h"
 #include "fakes/MacJournal.h"
-#include "platform/macos/MacStatusArea.h"
-#include "platform/macos/MacSystemSounds.h"
-#include "platform/macos/UnifiedLog.h"
+#include "platform/macos/desktop/MacStatusArea.h"
+#include "platform/macos/desktop/MacSystemSounds.h"
+#include "platform/macos/desktop/UnifiedLog.h"
 
 using namespace Qt::StringLiterals;
 

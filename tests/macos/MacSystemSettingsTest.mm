@@ -1,4 +1,4 @@
-#include "platform/macos/MacSystemSettings.h"
+#include "platform/macos/desktop/MacSystemSettings.h"
 
 #include <gtest/gtest.h>
 

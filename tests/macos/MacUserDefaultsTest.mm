@@ -1,11 +1,11 @@
-#include "platform/macos/MacUserDefaults.h"
+#include "platform/macos/desktop/MacUserDefaults.h"
 
 #include <gtest/gtest.h>
 
 #import <Foundation/Foundation.h>
 
 #include "platform/UserDefaultsContract.h"
-#include "platform/macos/NSStrings.h"
+#include "platform/macos/cocoa/NSStrings.h"
 
 namespace kestrelbay::testing {
 namespace {

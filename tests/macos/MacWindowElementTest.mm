@@ -5,7 +5,7 @@
 #include "fakes/FakeDesktop.h"
 #include "fakes/LiveObjects.h"
 #include "fakes/MacJournal.h"
-#include "platform/macos/MacWindowElement.h"
+#include "platform/macos/applications/MacWindowElement.h"
 
 namespace kestrelbay::macos {
 namespace {

@@ -12,7 +12,7 @@
 #include "fakes/LiveObjects.h"
 #include "fakes/MacJournal.h"
 #include "platform/WorkspaceContract.h"
-#include "platform/macos/MacWorkspace.h"
+#include "platform/macos/applications/MacWorkspace.h"
 
 namespace kestrelbay::macos {
 namespace {

@@ -1,11 +1,11 @@
-#include "platform/macos/NSImages.h"
+#include "platform/macos/cocoa/NSImages.h"
 
 #include <gtest/gtest.h>
 
 #include "core/QtPrinters.h"
 #include "fakes/FakeImages.h"
 #include "fakes/MacJournal.h"
-#include "platform/macos/MacSystemSymbols.h"
+#include "platform/macos/desktop/MacSystemSymbols.h"
 
 using namespace Qt::StringLiterals;
 

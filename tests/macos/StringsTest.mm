@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "fakes/Bridge.h"
-#include "platform/macos/CFStrings.h"
-#include "platform/macos/NSStrings.h"
-#include "platform/macos/ObjCOwner.h"
+#include "platform/macos/cocoa/CFStrings.h"
+#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/ObjCOwner.h"
 
 namespace kestrelbay::macos {
 namespace {

@@ -5,9 +5,9 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "app/SystemColors.h"
 #include "preferences/AdvancedSettingsFixture.h"
 #include "settings/L.h"
+#include "ui/look/SystemColors.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;

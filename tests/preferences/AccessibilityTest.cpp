@@ -7,13 +7,13 @@
 #include <QApplication>
 
 #include "app/AccessibleTree.h"
-#include "preferences/AppPickerPanel.h"
-#include "preferences/DeleteConfirmationSheet.h"
-#include "preferences/PreferencesWindowController.h"
-#include "preferences/Restart.h"
-#include "preferences/RuleAdvancedPanel.h"
 #include "preferences/ServicesFixture.h"
-#include "preferences/TabBarView.h"
+#include "preferences/advanced/Restart.h"
+#include "preferences/options/RuleAdvancedPanel.h"
+#include "preferences/picker/AppPickerPanel.h"
+#include "preferences/rules/DeleteConfirmationSheet.h"
+#include "preferences/window/PreferencesWindowController.h"
+#include "preferences/window/TabBarView.h"
 
 using namespace Qt::StringLiterals;
 

@@ -6,9 +6,9 @@
 #include <QLabel>
 
 #include "preferences/ActiveWindow.h"
-#include "preferences/AdvancedSettingsViewController.h"
 #include "preferences/ServicesFixture.h"
-#include "preferences/SettingRow.h"
+#include "preferences/advanced/AdvancedSettingsViewController.h"
+#include "preferences/advanced/SettingRow.h"
 
 namespace kestrelbay {
 

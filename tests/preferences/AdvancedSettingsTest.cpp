@@ -1,12 +1,12 @@
-#include "preferences/AdvancedSettingsViewController.h"
+#include "preferences/advanced/AdvancedSettingsViewController.h"
 
 #include <QAccessible>
 #include <QLabel>
 #include <QPushButton>
 
 #include "preferences/AdvancedSettingsFixture.h"
-#include "preferences/Switch.h"
 #include "settings/L.h"
+#include "ui/widgets/Switch.h"
 
 using namespace Qt::StringLiterals;
 

@@ -4,8 +4,8 @@
 #include <iostream>
 
 #include "core/QtPrinters.h"
-#include "preferences/AppPickerList.h"
-#include "preferences/AppPickerModel.h"
+#include "preferences/picker/AppPickerList.h"
+#include "preferences/picker/AppPickerModel.h"
 
 namespace kestrelbay {
 namespace {

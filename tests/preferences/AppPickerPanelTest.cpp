@@ -12,8 +12,8 @@
 #include <QTest>
 
 #include "ServicesFixture.h"
-#include "preferences/AppPickerPanel.h"
 #include "preferences/DoubleClick.h"
+#include "preferences/picker/AppPickerPanel.h"
 
 namespace kestrelbay {
 namespace {

@@ -1,14 +1,14 @@
-#include "preferences/ApplicationIconCache.h"
+#include "preferences/rules/ApplicationIconCache.h"
 
 #include <QImage>
 #include <QPixmap>
 
 #include <memory>
 
-#include "preferences/ElidedLabel.h"
 #include "preferences/RowFixture.h"
-#include "preferences/RuleRowView.h"
-#include "preferences/SymbolView.h"
+#include "preferences/rules/RuleRowView.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/SymbolView.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,4 +1,4 @@
-#include "preferences/HotkeyConflict.h"
+#include "preferences/rules/HotkeyConflict.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "preferences/HotkeyRecorderField.h"
+#include "preferences/recorder/HotkeyRecorderField.h"
 
 #include <QAccessible>
 #include <QApplication>

@@ -5,8 +5,8 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "preferences/HotkeyRecorderField.h"
 #include "preferences/RowFixture.h"
+#include "preferences/recorder/HotkeyRecorderField.h"
 
 namespace kestrelbay {
 

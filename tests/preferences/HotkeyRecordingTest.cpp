@@ -3,11 +3,11 @@
 
 #include <chrono>
 
-#include "app/SystemColors.h"
 #include "preferences/ActiveWindow.h"
 #include "preferences/DoubleClick.h"
 #include "preferences/HotkeyRecorderFixture.h"
 #include "settings/L.h"
+#include "ui/look/SystemColors.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,4 +1,4 @@
-#include "preferences/HotkeyWords.h"
+#include "preferences/recorder/HotkeyWords.h"
 
 #include <gtest/gtest.h>
 

@@ -4,9 +4,9 @@
 #include <QTest>
 
 #include "preferences/ActiveWindow.h"
-#include "preferences/ContainerViewController.h"
 #include "preferences/PreferencesWindowFixture.h"
-#include "preferences/RuleRowView.h"
+#include "preferences/rules/RuleRowView.h"
+#include "preferences/window/ContainerViewController.h"
 
 using namespace Qt::StringLiterals;
 

@@ -7,12 +7,12 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "app/Sheet.h"
 #include "preferences/ActiveWindow.h"
-#include "preferences/DeleteConfirmationSheet.h"
 #include "preferences/PreferencesWindowFixture.h"
-#include "preferences/Restart.h"
-#include "preferences/RowTableView.h"
+#include "preferences/advanced/Restart.h"
+#include "preferences/rules/DeleteConfirmationSheet.h"
+#include "ui/list/RowTableView.h"
+#include "ui/windows/Sheet.h"
 
 using namespace Qt::StringLiterals;
 

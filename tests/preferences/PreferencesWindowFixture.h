@@ -4,12 +4,12 @@
 
 #include <QTest>
 
-#include "preferences/AdvancedSettingsViewController.h"
-#include "preferences/PreferencesWindowController.h"
-#include "preferences/RulesViewController.h"
 #include "preferences/ServicesFixture.h"
-#include "preferences/TabBarView.h"
-#include "preferences/TabItemView.h"
+#include "preferences/advanced/AdvancedSettingsViewController.h"
+#include "preferences/rules/RulesViewController.h"
+#include "preferences/window/PreferencesWindowController.h"
+#include "preferences/window/TabBarView.h"
+#include "preferences/window/TabItemView.h"
 
 namespace kestrelbay {
 

@@ -1,4 +1,4 @@
-#include "preferences/PreferencesWindowController.h"
+#include "preferences/window/PreferencesWindowController.h"
 
 #include <memory>
 
@@ -9,13 +9,13 @@
 #include <QTest>
 #include <QTimer>
 
-#include "app/TextLabel.h"
 #include "preferences/ActiveWindow.h"
-#include "preferences/ContainerViewController.h"
 #include "preferences/PreferencesWindowFixture.h"
-#include "preferences/RuleRowView.h"
-#include "preferences/SettingRow.h"
-#include "preferences/SymbolView.h"
+#include "preferences/advanced/SettingRow.h"
+#include "preferences/rules/RuleRowView.h"
+#include "preferences/window/ContainerViewController.h"
+#include "ui/widgets/SymbolView.h"
+#include "ui/widgets/TextLabel.h"
 
 using namespace Qt::StringLiterals;
 

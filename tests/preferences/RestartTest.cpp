@@ -1,4 +1,4 @@
-#include "preferences/Restart.h"
+#include "preferences/advanced/Restart.h"
 
 #include <gtest/gtest.h>
 

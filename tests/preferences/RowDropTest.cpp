@@ -1,4 +1,4 @@
-#include "preferences/RowDrop.h"
+#include "ui/list/RowDrop.h"
 
 #include <gtest/gtest.h>
 

@@ -5,8 +5,8 @@
 #include <QWidget>
 
 #include "preferences/ActiveWindow.h"
-#include "preferences/ApplicationIconCache.h"
 #include "preferences/ServicesFixture.h"
+#include "preferences/rules/ApplicationIconCache.h"
 
 namespace kestrelbay {
 

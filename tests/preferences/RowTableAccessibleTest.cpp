@@ -1,4 +1,4 @@
-#include "preferences/RowTableAccessible.h"
+#include "ui/list/RowTableAccessible.h"
 
 #include <QAccessible>
 #include <QSignalSpy>

@@ -1,4 +1,4 @@
-#include "preferences/RowDropTarget.h"
+#include "ui/list/RowDropTarget.h"
 
 #include <QApplication>
 #include <QDropEvent>
@@ -7,9 +7,9 @@
 
 #include <memory>
 
-#include "preferences/DropLine.h"
-#include "preferences/RowSlot.h"
 #include "preferences/RowTableFixture.h"
+#include "ui/list/DropLine.h"
+#include "ui/list/RowSlot.h"
 
 namespace kestrelbay {
 namespace {

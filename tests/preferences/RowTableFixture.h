@@ -15,8 +15,8 @@
 #include "core/QtPrinters.h"
 #include "fakes/FakeTimers.h"
 #include "preferences/ActiveWindow.h"
-#include "preferences/RowTableSource.h"
-#include "preferences/RowTableView.h"
+#include "ui/list/RowTableSource.h"
+#include "ui/list/RowTableView.h"
 
 namespace kestrelbay {
 

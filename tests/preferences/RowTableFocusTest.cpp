@@ -3,8 +3,8 @@
 #include <set>
 #include <vector>
 
-#include "preferences/RowSlot.h"
 #include "preferences/RowTableFixture.h"
+#include "ui/list/RowSlot.h"
 
 namespace kestrelbay {
 namespace {

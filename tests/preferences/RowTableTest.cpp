@@ -1,10 +1,10 @@
-#include "preferences/RowTableView.h"
+#include "ui/list/RowTableView.h"
 
 #include <QScrollBar>
 #include <QTest>
 
-#include "preferences/RowSlot.h"
 #include "preferences/RowTableFixture.h"
+#include "ui/list/RowSlot.h"
 
 namespace kestrelbay {
 namespace {

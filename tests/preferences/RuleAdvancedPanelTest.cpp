@@ -11,12 +11,12 @@
 #include <QTest>
 
 #include "ServicesFixture.h"
-#include "preferences/ControlGroup.h"
-#include "preferences/HelpLinkButton.h"
-#include "preferences/RuleAdvancedPanel.h"
-#include "preferences/RuleAdvancedResult.h"
+#include "preferences/options/RuleAdvancedPanel.h"
+#include "preferences/options/RuleAdvancedResult.h"
 #include "settings/Addresses.h"
 #include "settings/L.h"
+#include "ui/widgets/ControlGroup.h"
+#include "ui/widgets/HelpLinkButton.h"
 
 namespace kestrelbay {
 namespace {

@@ -1,4 +1,4 @@
-#include "preferences/RuleRowLayout.h"
+#include "preferences/rules/RuleRowLayout.h"
 
 #include <gtest/gtest.h>
 

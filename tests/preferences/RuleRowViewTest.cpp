@@ -1,17 +1,17 @@
-#include "preferences/RuleRowView.h"
+#include "preferences/rules/RuleRowView.h"
 
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
 
-#include "preferences/ArgsBadgeView.h"
-#include "preferences/DeleteConfirmationSheet.h"
-#include "preferences/ElidedLabel.h"
 #include "preferences/RowFixture.h"
-#include "preferences/Switch.h"
-#include "preferences/SymbolButton.h"
+#include "preferences/rules/ArgsBadgeView.h"
+#include "preferences/rules/DeleteConfirmationSheet.h"
 #include "settings/L.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Switch.h"
+#include "ui/widgets/SymbolButton.h"
 
 using namespace Qt::StringLiterals;
 

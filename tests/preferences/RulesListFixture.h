@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "model/RuleFile.h"
-#include "preferences/ApplicationIconCache.h"
-#include "preferences/RuleSheets.h"
 #include "preferences/ServicesFixture.h"
+#include "preferences/rules/ApplicationIconCache.h"
+#include "preferences/rules/RuleSheets.h"
 
 namespace kestrelbay {
 

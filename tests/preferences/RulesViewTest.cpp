@@ -1,4 +1,4 @@
-#include "preferences/RulesViewController.h"
+#include "preferences/rules/RulesViewController.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -9,15 +9,15 @@
 #include <array>
 #include <memory>
 
-#include "app/TextLabel.h"
 #include "preferences/ActiveWindow.h"
-#include "preferences/DeleteConfirmationSheet.h"
 #include "preferences/DoubleClick.h"
-#include "preferences/HotkeyRecorderField.h"
-#include "preferences/RowTableView.h"
-#include "preferences/RuleRowView.h"
 #include "preferences/RulesListFixture.h"
-#include "preferences/SymbolButton.h"
+#include "preferences/recorder/HotkeyRecorderField.h"
+#include "preferences/rules/DeleteConfirmationSheet.h"
+#include "preferences/rules/RuleRowView.h"
+#include "ui/list/RowTableView.h"
+#include "ui/widgets/SymbolButton.h"
+#include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
 namespace {

@@ -1,4 +1,4 @@
-#include "preferences/SettingPopup.h"
+#include "preferences/advanced/SettingPopup.h"
 
 #include <memory>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "preferences/Switch.h"
+#include "ui/widgets/Switch.h"
 
 #include <memory>
 
@@ -9,10 +9,10 @@
 
 #include <gtest/gtest.h>
 
-#include "app/SystemColors.h"
 #include "platform/SystemSettings.h"
 #include "preferences/ActiveWindow.h"
 #include "preferences/PaintCounter.h"
+#include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
 

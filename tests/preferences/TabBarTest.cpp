@@ -1,4 +1,4 @@
-#include "preferences/TabBarView.h"
+#include "preferences/window/TabBarView.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -6,12 +6,12 @@
 
 #include <gtest/gtest.h>
 
-#include "app/SystemColors.h"
 #include "platform/SystemSettings.h"
 #include "preferences/ActiveWindow.h"
 #include "preferences/PaintCounter.h"
 #include "preferences/ServicesFixture.h"
-#include "preferences/TabItemView.h"
+#include "preferences/window/TabItemView.h"
+#include "ui/look/SystemColors.h"
 
 using namespace Qt::StringLiterals;
 

@@ -2,9 +2,9 @@
 
 #include <QApplication>
 
-#include "app/SystemColors.h"
-#include "app/SystemStyle.h"
 #include "platform/SystemSettings.h"
+#include "ui/look/SystemColors.h"
+#include "ui/look/SystemStyle.h"
 
 int main(int argc, char **argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -5,21 +5,21 @@
 
 #include <utility>
 
-#include "platform/linux/AutostartLoginItem.h"
-#include "platform/linux/BusListener.h"
-#include "platform/linux/CanberraSounds.h"
-#include "platform/linux/DisplayDiagnostics.h"
-#include "platform/linux/GrabFocusFilter.h"
-#include "platform/linux/JsonUserDefaults.h"
-#include "platform/linux/LinuxApplicationCatalog.h"
-#include "platform/linux/LinuxStatusArea.h"
 #include "platform/linux/LinuxWorkspace.h"
-#include "platform/linux/PortalSystemSettings.h"
-#include "platform/linux/SoundFiles.h"
-#include "platform/linux/SyslogLog.h"
-#include "platform/linux/X11NativeWindow.h"
-#include "platform/linux/XConnection.h"
-#include "platform/linux/XEventTap.h"
+#include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
+#include "platform/linux/desktop/AutostartLoginItem.h"
+#include "platform/linux/desktop/CanberraSounds.h"
+#include "platform/linux/desktop/JsonUserDefaults.h"
+#include "platform/linux/desktop/LinuxStatusArea.h"
+#include "platform/linux/desktop/PortalSystemSettings.h"
+#include "platform/linux/desktop/SoundFiles.h"
+#include "platform/linux/desktop/SyslogLog.h"
+#include "platform/linux/glib/BusListener.h"
+#include "platform/linux/x11/connection/DisplayDiagnostics.h"
+#include "platform/linux/x11/connection/XConnection.h"
+#include "platform/linux/x11/keyboard/XEventTap.h"
+#include "platform/linux/x11/panels/GrabFocusFilter.h"
+#include "platform/linux/x11/panels/X11NativeWindow.h"
 
 namespace kestrelbay {
 

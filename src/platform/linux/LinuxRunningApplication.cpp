@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/linux/ApplicationWindows.h"
+#include "platform/linux/x11/windows/ApplicationWindows.h"
 
 namespace kestrelbay::x11 {
 

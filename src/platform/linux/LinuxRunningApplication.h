@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "platform/RunningApplication.h"
-#include "platform/linux/ApplicationGroups.h"
-#include "platform/linux/WindowMirror.h"
+#include "platform/linux/x11/windows/ApplicationGroups.h"
+#include "platform/linux/x11/windows/WindowMirror.h"
 
 namespace kestrelbay::x11 {
 

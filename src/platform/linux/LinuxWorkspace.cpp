@@ -7,8 +7,8 @@
 
 #include <gio/gdesktopappinfo.h>
 
-#include "platform/linux/ApplicationGroups.h"
 #include "platform/linux/LinuxRunningApplication.h"
+#include "platform/linux/x11/windows/ApplicationGroups.h"
 
 namespace kestrelbay::x11 {
 

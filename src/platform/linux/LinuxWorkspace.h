@@ -5,12 +5,12 @@
 
 #include "platform/SystemLog.h"
 #include "platform/Workspace.h"
-#include "platform/linux/ApplicationIndexKeeper.h"
-#include "platform/linux/EntryLauncher.h"
-#include "platform/linux/LaunchedProcesses.h"
-#include "platform/linux/SessionBus.h"
-#include "platform/linux/WindowEventPump.h"
-#include "platform/linux/WindowMirror.h"
+#include "platform/linux/applications/entries/ApplicationIndexKeeper.h"
+#include "platform/linux/applications/launching/EntryLauncher.h"
+#include "platform/linux/applications/launching/LaunchedProcesses.h"
+#include "platform/linux/glib/SessionBus.h"
+#include "platform/linux/x11/windows/WindowEventPump.h"
+#include "platform/linux/x11/windows/WindowMirror.h"
 
 namespace kestrelbay::x11 {
 

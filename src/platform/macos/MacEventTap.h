@@ -6,7 +6,7 @@
 #include <CoreGraphics/CoreGraphics.h>
 
 #include "platform/EventTap.h"
-#include "platform/macos/CFOwner.h"
+#include "platform/macos/cocoa/CFOwner.h"
 
 namespace kestrelbay {
 

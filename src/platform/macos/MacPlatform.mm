@@ -6,18 +6,18 @@
 
 #include <sys/utsname.h>
 
-#include "platform/macos/MacApplicationCatalog.h"
 #include "platform/macos/MacEventTap.h"
-#include "platform/macos/MacLoginItem.h"
-#include "platform/macos/MacNativeWindow.h"
-#include "platform/macos/MacStatusArea.h"
-#include "platform/macos/MacSystemSettings.h"
-#include "platform/macos/MacSystemSounds.h"
-#include "platform/macos/MacSystemSymbols.h"
-#include "platform/macos/MacUserDefaults.h"
-#include "platform/macos/MacWorkspace.h"
-#include "platform/macos/NSStrings.h"
-#include "platform/macos/UnifiedLog.h"
+#include "platform/macos/applications/MacApplicationCatalog.h"
+#include "platform/macos/applications/MacWorkspace.h"
+#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/desktop/MacLoginItem.h"
+#include "platform/macos/desktop/MacNativeWindow.h"
+#include "platform/macos/desktop/MacStatusArea.h"
+#include "platform/macos/desktop/MacSystemSettings.h"
+#include "platform/macos/desktop/MacSystemSounds.h"
+#include "platform/macos/desktop/MacSystemSymbols.h"
+#include "platform/macos/desktop/MacUserDefaults.h"
+#include "platform/macos/desktop/UnifiedLog.h"
 
 namespace kestrelbay {
 

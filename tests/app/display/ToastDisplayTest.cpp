@@ -17,10 +17,10 @@
 #include <thread>
 #include <vector>
 
-#include "app/SystemColors.h"
 #include "app/display/ToastStage.h"
 #include "core/QtPrinters.h"
 #include "platform/SystemSettings.h"
+#include "ui/look/SystemColors.h"
 
 using namespace Qt::StringLiterals;
 

@@ -10,13 +10,13 @@
 #include <QPoint>
 #include <QWidget>
 
-#include "app/LaunchToastWindow.h"
-#include "app/MainQueue.h"
-#include "app/QtTimers.h"
-#include "app/ToastWindow.h"
+#include "app/toasts/LaunchToastWindow.h"
+#include "app/toasts/ToastWindow.h"
 #include "desktop/WindowManagerView.h"
-#include "platform/linux/X11NativeWindow.h"
+#include "platform/linux/x11/panels/X11NativeWindow.h"
 #include "support/ChildProcess.h"
+#include "tasks/MainQueue.h"
+#include "tasks/QtTimers.h"
 
 namespace kestrelbay {
 

@@ -4,7 +4,7 @@
 
 #include <ApplicationServices/ApplicationServices.h>
 
-#include "platform/macos/CFOwner.h"
+#include "platform/macos/cocoa/CFOwner.h"
 
 namespace kestrelbay::macos {
 

@@ -13,8 +13,8 @@
 #include <ApplicationServices/ApplicationServices.h>
 #import <Foundation/Foundation.h>
 
-#include "platform/macos/CFOwner.h"
-#include "platform/macos/ObjCOwner.h"
+#include "platform/macos/cocoa/CFOwner.h"
+#include "platform/macos/cocoa/ObjCOwner.h"
 
 namespace kestrelbay::macos {
 

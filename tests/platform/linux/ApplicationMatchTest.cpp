@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/linux/ApplicationMatch.h"
+#include "platform/linux/applications/matching/ApplicationMatch.h"
 
 namespace kestrelbay {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/AutostartLoginItem.h"
+#include "platform/linux/desktop/AutostartLoginItem.h"
 
 #include <sys/stat.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/CanberraSounds.h"
+#include "platform/linux/desktop/CanberraSounds.h"
 
 #include <chrono>
 #include <memory>
@@ -9,7 +9,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "platform/linux/SoundFiles.h"
+#include "platform/linux/desktop/SoundFiles.h"
 
 namespace kestrelbay {
 

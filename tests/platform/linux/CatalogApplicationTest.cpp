@@ -6,7 +6,7 @@
 #include <QThread>
 
 #include "appsDesktop.h"
-#include "platform/linux/LinuxApplicationCatalog.h"
+#include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
 
 namespace kestrelbay::testing {
 namespace {

@@ -6,9 +6,9 @@
 
 #include <sys/stat.h>
 
-#include "platform/linux/ApplicationFolders.h"
-#include "platform/linux/ApplicationIndex.h"
-#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/applications/entries/ApplicationFolders.h"
+#include "platform/linux/applications/entries/ApplicationIndex.h"
+#include "platform/linux/applications/entries/DesktopEntry.h"
 
 namespace kestrelbay {
 namespace {

@@ -4,9 +4,9 @@
 
 #include <gio/gdesktopappinfo.h>
 
-#include "platform/linux/ExecLine.h"
-#include "platform/linux/GObjectPtr.h"
-#include "platform/linux/SessionBus.h"
+#include "platform/linux/applications/launching/ExecLine.h"
+#include "platform/linux/glib/GObjectPtr.h"
+#include "platform/linux/glib/SessionBus.h"
 
 namespace kestrelbay {
 namespace {

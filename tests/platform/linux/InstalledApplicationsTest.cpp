@@ -6,8 +6,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include "platform/linux/DesktopEntry.h"
-#include "platform/linux/LinuxApplicationCatalog.h"
+#include "platform/linux/applications/entries/DesktopEntry.h"
+#include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
 
 namespace kestrelbay {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/JsonUserDefaults.h"
+#include "platform/linux/desktop/JsonUserDefaults.h"
 
 #include <grp.h>
 #include <sys/resource.h>

@@ -1,10 +1,10 @@
-#include "platform/linux/KeyCodeTable.h"
+#include "platform/linux/x11/keyboard/KeyCodeTable.h"
 
 #include <set>
 
 #include <gtest/gtest.h>
 
-#include "hotkeys/KeyCode.h"
+#include "keys/KeyCode.h"
 
 namespace kestrelbay::x11 {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/KeyGrabPlan.h"
+#include "platform/linux/x11/keyboard/KeyGrabPlan.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/linux/LinuxStatusArea.h"
+#include "platform/linux/desktop/LinuxStatusArea.h"
 
 #include <array>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "platform/linux/PortalSystemSettings.h"
+#include "platform/linux/desktop/PortalSystemSettings.h"
 
 #include <chrono>
 #include <memory>

@@ -2,8 +2,8 @@
 
 #include <unistd.h>
 
-#include "platform/linux/LaunchedProcesses.h"
-#include "platform/linux/ProcessFacts.h"
+#include "platform/linux/applications/launching/LaunchedProcesses.h"
+#include "platform/linux/applications/matching/ProcessFacts.h"
 
 namespace kestrelbay {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/SyslogLog.h"
+#include "platform/linux/desktop/SyslogLog.h"
 
 #include <fcntl.h>
 #include <poll.h>

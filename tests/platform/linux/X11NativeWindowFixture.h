@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "appsDesktop.h"
-#include "platform/linux/X11NativeWindow.h"
+#include "platform/linux/x11/panels/X11NativeWindow.h"
 #include "support/PrivateXServer.h"
 
 namespace kestrelbay::testing {

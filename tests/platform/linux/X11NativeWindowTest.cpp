@@ -1,4 +1,4 @@
-#include "platform/linux/X11NativeWindow.h"
+#include "platform/linux/x11/panels/X11NativeWindow.h"
 
 #include <chrono>
 #include <optional>

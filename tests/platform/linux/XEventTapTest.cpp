@@ -1,4 +1,4 @@
-#include "platform/linux/XEventTap.h"
+#include "platform/linux/x11/keyboard/XEventTap.h"
 
 #include <algorithm>
 #include <functional>

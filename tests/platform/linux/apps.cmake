@@ -10,10 +10,10 @@ kestrelbay_test(linux_apps_fast_tests LABEL fast
         linux/InstalledApplicationsTest.cpp
         linux/ProcessApplicationTest.cpp
         linux/appsFastMain.cpp
-    LIBRARIES kestrelbay_platform PkgConfig::GIO_TEST)
+    LIBRARIES kestrelbay_back_end PkgConfig::GIO_TEST)
 
 add_executable(linux_apps_client linux/appsClient.cpp)
-target_link_libraries(linux_apps_client PRIVATE kestrelbay_settings PkgConfig::XCB_TEST)
+target_link_libraries(linux_apps_client PRIVATE kestrelbay_compiler_settings PkgConfig::XCB_TEST)
 
 kestrelbay_test(linux_apps_tests LABEL display
     SOURCES
@@ -28,7 +28,7 @@ kestrelbay_test(linux_apps_tests LABEL display
         linux/appsDesktop.cpp
         linux/appsMain.cpp
         linux/appsTurns.cpp
-    LIBRARIES kestrelbay_platform kestrelbay_test_support PkgConfig::GIO_TEST)
+    LIBRARIES kestrelbay_back_end kestrelbay_test_support PkgConfig::GIO_TEST)
 target_compile_definitions(linux_apps_tests PRIVATE
     KESTRELBAY_APPS_CLIENT="$<TARGET_FILE:linux_apps_client>")
 add_dependencies(linux_apps_tests linux_apps_client)

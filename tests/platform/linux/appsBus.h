@@ -8,8 +8,8 @@
 #include <QString>
 #include <QStringList>
 
-#include "platform/linux/BackgroundLoop.h"
-#include "platform/linux/GObjectPtr.h"
+#include "platform/linux/glib/BackgroundLoop.h"
+#include "platform/linux/glib/GObjectPtr.h"
 
 namespace kestrelbay::testing {
 

@@ -8,7 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "platform/linux/XProperty.h"
+#include "platform/linux/x11/connection/XProperty.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {

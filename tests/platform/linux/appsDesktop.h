@@ -15,7 +15,7 @@
 
 #include "platform/SystemLog.h"
 #include "platform/linux/LinuxWorkspace.h"
-#include "platform/linux/XConnection.h"
+#include "platform/linux/x11/connection/XConnection.h"
 #include "support/PrivateXServer.h"
 
 namespace kestrelbay::testing {

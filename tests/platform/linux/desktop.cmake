@@ -19,7 +19,7 @@ kestrelbay_test(linux_desktop_tests LABEL display
         linux/appsDesktop.cpp
         linux/desktopMain.cpp
         ${KESTRELBAY_TEST_SCHEMAS}/gschemas.compiled
-    LIBRARIES kestrelbay_platform kestrelbay_core kestrelbay_fakes kestrelbay_test_support
+    LIBRARIES kestrelbay_back_end kestrelbay_fakes kestrelbay_test_support
         PkgConfig::GIO_DESKTOP_TEST)
 target_compile_definitions(linux_desktop_tests PRIVATE
     KESTRELBAY_APPS_CLIENT="$<TARGET_FILE:linux_apps_client>"

@@ -2,7 +2,7 @@
 
 #include <QGuiApplication>
 
-#include "platform/linux/GObjectPtr.h"
+#include "platform/linux/glib/GObjectPtr.h"
 
 int main(int argc, char **argv) {
     ::testing::InitGoogleTest(&argc, argv);

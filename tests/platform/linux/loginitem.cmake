@@ -3,5 +3,5 @@ pkg_check_modules(GIO_LOGINITEM_TEST REQUIRED IMPORTED_TARGET gio-unix-2.0)
 kestrelbay_test(linux_loginitem_tests
     LABEL fast
     SOURCES linux/AutostartEntryTest.cpp linux/AutostartLoginItemTest.cpp
-    LIBRARIES kestrelbay_platform PkgConfig::GIO_LOGINITEM_TEST GTest::gtest_main
+    LIBRARIES kestrelbay_back_end PkgConfig::GIO_LOGINITEM_TEST GTest::gtest_main
 )

@@ -8,16 +8,16 @@
 #include <utility>
 #include <vector>
 
-#include "app/MainQueue.h"
-#include "app/QtTimers.h"
-#include "preferences/DropLine.h"
-#include "preferences/RowDrag.h"
-#include "preferences/RowTableView.h"
 #include "preferences/RulesListFixture.h"
-#include "preferences/RulesViewController.h"
 #include "preferences/display/Mouse.h"
+#include "preferences/rules/RulesViewController.h"
 #include "support/KeyPresser.h"
 #include "support/Poll.h"
+#include "tasks/MainQueue.h"
+#include "tasks/QtTimers.h"
+#include "ui/list/DropLine.h"
+#include "ui/list/RowDrag.h"
+#include "ui/list/RowTableView.h"
 
 namespace kestrelbay {
 namespace {

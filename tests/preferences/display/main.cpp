@@ -2,10 +2,10 @@
 
 #include <QApplication>
 
-#include "app/SystemColors.h"
-#include "app/SystemStyle.h"
 #include "platform/SystemSettings.h"
 #include "support/PrivateXServer.h"
+#include "ui/look/SystemColors.h"
+#include "ui/look/SystemStyle.h"
 
 int main(int argc, char **argv) {
     const kestrelbay::testing::PrivateXServer server;

@@ -1,0 +1,144 @@
+#include "app/onboarding/OnboardingSteps.h"
+
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "app/onboarding/HeroImage.h"
+#include "settings/L.h"
+#include "ui/look/FittingFont.h"
+#include "ui/look/Fonts.h"
+#include "ui/look/SystemColors.h"
+#include "ui/widgets/LinkButton.h"
+#include "ui/widgets/TextLabel.h"
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr int kTextWidth = 412;
+constexpr int kTitleWidth = 444;
+constexpr int kTitleFont = 26;
+constexpr int kBodyFont = 15;
+constexpr int kStatusFont = 12;
+constexpr int kPrimaryFont = 13;
+constexpr int kPrimaryMinimumWidth = 180;
+
+constexpr int kTitleTop = 10;
+constexpr int kTitleToBody = 6;
+constexpr int kBodyToTip = 8;
+constexpr int kTextToButtons = 8;
+constexpr int kStatusToPrimary = 6;
+constexpr int kPrimaryToLink = 4;
+constexpr int kBottom = 12;
+
+TextLabel *centeredText(const QString &text, const QFont &font, TextLabel::Color color) {
+    auto *label = new TextLabel(text, font, color);
+    label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    return label;
+}
+
+TextLabel *wrappedText(const QString &text) {
+    auto *label = centeredText(text, systemFont(kBodyFont), colors::secondaryLabel);
+    label->setWordWrap(true);
+    label->setFixedSize(kTextWidth, label->heightForWidth(kTextWidth));
+    return label;
+}
+
+bool isReturn(const QKeyEvent &event) {
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+}  // namespace
+
+OnboardingStep *OnboardingStep::welcome(QWidget *parent) {
+    return new OnboardingStep({.hero = QStringLiteral("welcome_hero"),
+                               .title = L::welcomeTitle(),
+                               .body = L::welcomeBody(),
+                               .tip = L::welcomeTip(),
+                               .primary = L::welcomeStart(),
+                               .link = L::welcomeDismiss()},
+                              parent);
+}
+
+OnboardingStep *OnboardingStep::permission(QWidget *parent) {
+    return new OnboardingStep({.hero = QStringLiteral("welcome_hero_p2"),
+                               .title = L::permissionTitle(),
+                               .body = L::permissionBody(),
+                               .status = L::permissionWaiting(),
+                               .primary = L::permissionOpenSettings(),
+                               .link = L::skipForNow()},
+                              parent);
+}
+
+OnboardingStep *OnboardingStep::done(bool permissionGranted, QWidget *parent) {
+    return new OnboardingStep(
+        {.hero = QStringLiteral("welcome_hero_p3"),
+         .title = permissionGranted ? L::doneTitle() : L::doneWithoutPermissionTitle(),
+         .body = permissionGranted ? L::doneBody() : L::doneWithoutPermissionBody(),
+         .primary = permissionGranted ? L::doneAddShortcut() : L::doneOpenPreferences(),
+         .link = L::skipForNow()},
+        parent);
+}
+
+OnboardingStep::OnboardingStep(const Contents &contents, QWidget *parent)
+    : QWidget(parent),
+      primaryButton_(new QPushButton(contents.primary)),
+      link_(new LinkButton(contents.link)) {
+    primaryButton_->setFont(systemFont(kPrimaryFont, QFont::Medium));
+    primaryButton_->setDefault(true);
+    primaryButton_->setMinimumWidth(kPrimaryMinimumWidth);
+    for (QWidget *control : {static_cast<QWidget *>(this), static_cast<QWidget *>(primaryButton_),
+                             static_cast<QWidget *>(link_)})
+        control->installEventFilter(this);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, kBottom);
+    layout->setSpacing(0);
+    layout->addWidget(new HeroImage(contents.hero));
+    layout->addSpacing(kTitleTop);
+    layout->addStretch(2);
+    const QFont titleFont =
+        fittingFont(contents.title, systemFont(kTitleFont, QFont::Bold), kTitleWidth);
+    layout->addWidget(centeredText(contents.title, titleFont, colors::label));
+    layout->addSpacing(kTitleToBody);
+    layout->addWidget(wrappedText(contents.body), 0, Qt::AlignHCenter);
+    if (!contents.tip.isEmpty()) {
+        layout->addSpacing(kBodyToTip);
+        layout->addWidget(wrappedText(contents.tip), 0, Qt::AlignHCenter);
+    }
+    layout->addStretch(3);
+    layout->addSpacing(kTextToButtons);
+    if (!contents.status.isEmpty()) {
+        statusLabel_ =
+            centeredText(contents.status, systemFont(kStatusFont), colors::secondaryLabel);
+        // Nothing moves when it comes into view.
+        QSizePolicy policy = statusLabel_->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        statusLabel_->setSizePolicy(policy);
+        layout->addWidget(statusLabel_);
+        statusLabel_->hide();
+        layout->addSpacing(kStatusToPrimary);
+    }
+    layout->addWidget(primaryButton_, 0, Qt::AlignHCenter);
+    layout->addSpacing(kPrimaryToLink);
+    layout->addWidget(link_, 0, Qt::AlignHCenter);
+}
+
+void OnboardingStep::keyPressEvent(QKeyEvent *event) {
+    if (isReturn(*event))
+        primaryButton_->click();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+bool OnboardingStep::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto &key = *static_cast<QKeyEvent *>(event);
+        if (isReturn(key) && key.isAutoRepeat())
+            return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace kestrelbay

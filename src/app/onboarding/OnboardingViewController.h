@@ -1,0 +1,86 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QObject>
+#include <QPointer>
+
+#include "tasks/Timers.h"
+
+class QAbstractAnimation;
+class QPushButton;
+class QWidget;
+
+namespace kestrelbay {
+
+class OnboardingStep;
+class ShortcutManager;
+class SystemSettings;
+class TextLabel;
+class UserDefaults;
+
+/// The steps of the first-run guide and what their buttons do. Main thread.
+class OnboardingViewController final : public QObject {
+    Q_OBJECT
+
+public:
+    /// All of it has to outlive this.
+    struct Services {
+        ShortcutManager &manager;
+        UserDefaults &defaults;
+        SystemSettings &systemSettings;
+        Timers &timers;
+        std::function<void(const QString &)> showToast;
+    };
+
+    /// Fills the view, which is of the size of a step, with the first step. Where
+    /// the guide closes, it hides the view's window.
+    OnboardingViewController(QWidget &view, Services services);
+
+    /// Told once the user has gone all the way: with true when the preferences are
+    /// to be opened. It may delete this.
+    void setOnFinished(std::function<void(bool openPreferences)> onFinished);
+
+    /// 0 welcome, 1 permission, 2 done. With animation the steps fade into each
+    /// other within 0.15 seconds.
+    void showStep(int index, bool animated);
+
+    /// Waits no longer for the permission.
+    void stopWaiting();
+
+    void goToPermission();
+    void skipOnboarding();
+    void openAccessibilitySettings();
+    void skipPermission();
+    void finishAndOpenPrefs();
+    void finishWithoutPrefs();
+
+    /// Holds the current step's view.
+    [[nodiscard]] QWidget *contentContainer() const { return contentContainer_; }
+    /// Has waiting for the permission come to a good end?
+    [[nodiscard]] bool permissionGranted() const { return permissionGranted_; }
+    /// Those of the permission step; null in any other.
+    [[nodiscard]] QPushButton *goSettingsBtn() const;
+    [[nodiscard]] TextLabel *waitingLabel() const;
+
+private:
+    [[nodiscard]] OnboardingStep *makeStep(int index);
+    void fade(QWidget *from, QWidget *to);
+    void endFade();
+    void checkPermission();
+    void closeWith(const QString &toast);
+
+    Services services_;
+    std::function<void(bool)> onFinished_;
+    QWidget *contentContainer_;
+    QPointer<OnboardingStep> step_;
+    QPointer<QAbstractAnimation> fade_;
+    QPointer<QPushButton> goSettingsBtn_;
+    QPointer<TextLabel> waitingLabel_;
+    std::unique_ptr<Timers::Timer> permissionTimer_;
+    std::unique_ptr<Timers::Timer> nextStepTimer_;
+    bool permissionGranted_ = false;
+};
+
+}  // namespace kestrelbay

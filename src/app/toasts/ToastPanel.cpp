@@ -1,0 +1,149 @@
+#include "app/toasts/ToastPanel.h"
+
+#include <atomic>
+#include <cmath>
+#include <utility>
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QPropertyAnimation>
+#include <QRegion>
+#include <QSet>
+#include <QWindow>
+
+#include "platform/NativeWindow.h"
+#include "ui/look/SystemColors.h"
+
+namespace kestrelbay {
+
+namespace {
+
+std::atomic<const ToastPanel::Services *> sharedServices;
+
+/// Those on screen, and those that are closed and wait to be deleted.
+QSet<ToastPanel *> &panels() {
+    static QSet<ToastPanel *> all;
+    return all;
+}
+
+/// The pixels whose centres lie within the rounded rectangle.
+QRegion roundedRegion(const QSize &size, int radius) {
+    QRegion region(0, radius, size.width(), size.height() - 2 * radius);
+    for (int y = 0; y < radius; ++y) {
+        const double rise = radius - y - 0.5;
+        const int inset = static_cast<int>(
+            std::lround(radius - std::sqrt(double(radius) * radius - rise * rise)));
+        const int width = size.width() - 2 * inset;
+        region += QRect(inset, y, width, 1);
+        region += QRect(inset, size.height() - 1 - y, width, 1);
+    }
+    return region;
+}
+
+}  // namespace
+
+void ToastPanel::setServices(const Services *services) {
+    sharedServices = services;
+    // Not put off: there may be no event loop any more.
+    qDeleteAll(QSet<ToastPanel *>(panels()));
+}
+
+const ToastPanel::Services *ToastPanel::services() {
+    return sharedServices;
+}
+
+ToastPanel::ToastPanel(int cornerRadius, Input input)
+    // Not a tool tip, though that is left alone by window managers too: Qt 6.4 makes its
+    // window anew when it is shown, and lets no input through the new one.
+    : QWidget(nullptr, Qt::Tool | Qt::BypassWindowManagerHint | Qt::FramelessWindowHint |
+                           Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint |
+                           (input == Input::PassesThrough ? Qt::WindowTransparentForInput
+                                                          : Qt::WindowFlags())),
+      services_(*services()),
+      cornerRadius_(cornerRadius),
+      isTranslucent_(services_.nativeWindow.isTranslucencyShown()),
+      opacityAnimation_(new QPropertyAnimation(this, "windowOpacity", this)) {
+    panels().insert(this);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    // Otherwise it goes when another program comes to the front.
+    setAttribute(Qt::WA_MacAlwaysShowToolWindow);
+    setAttribute(Qt::WA_TranslucentBackground, isTranslucent_);
+    opacityAnimation_->setEasingCurve(QEasingCurve::InOutQuad);
+    // Qt sends a new opacity to the X server only along with something painted.
+    connect(opacityAnimation_, &QPropertyAnimation::valueChanged, this,
+            [this] { update(QRect(rect().center(), QSize(1, 1))); });
+}
+
+ToastPanel::~ToastPanel() {
+    panels().remove(this);
+}
+
+void ToastPanel::setPanelSize(const QSize &size) {
+    setFixedSize(size);
+    if (!isTranslucent_)
+        setMask(roundedRegion(size, cornerRadius_));
+}
+
+void ToastPanel::orderFront(QScreen *screen, const QPoint &topLeft) {
+    if (screen)
+        setScreen(screen);
+    move(topLeft);
+    create();
+    const NativeWindow::Id id = windowHandle()->winId();
+    services_.nativeWindow.makeFloatingPanel(id);
+    if (isTranslucent_)
+        services_.nativeWindow.setBehindWindowMaterial(id, rect(), cornerRadius_);
+    show();
+}
+
+void ToastPanel::fade(qreal opacity, std::chrono::milliseconds duration,
+                      std::function<void()> done) {
+    opacityAnimation_->stop();
+    opacityAnimation_->setStartValue(windowOpacity());
+    opacityAnimation_->setEndValue(opacity);
+    opacityAnimation_->setDuration(static_cast<int>(duration.count()));
+    opacityAnimation_->start();
+    // The animation's frames come when they can; its end has to come in time.
+    fadeEnd_ = later(duration, [this, opacity, done = std::move(done)] {
+        opacityAnimation_->stop();
+        setWindowOpacity(opacity);
+        update();
+        if (done)
+            done();
+    });
+}
+
+std::unique_ptr<Timers::Timer> ToastPanel::later(std::chrono::milliseconds delay,
+                                                 std::function<void()> work) const {
+    return services_.timers.once(delay, std::move(work));
+}
+
+void ToastPanel::closePanel() {
+    opacityAnimation_->stop();
+    fadeEnd_.reset();
+    close();
+    deleteLater();
+}
+
+void ToastPanel::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    const auto fill = [&](int inset, const QColor &color) {
+        const QRectF shape = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
+        painter.setBrush(color);
+        painter.drawRoundedRect(shape, cornerRadius_ - inset, cornerRadius_ - inset);
+    };
+    if (isTranslucent_) {
+        fill(0, colors::hud(true));
+        return;
+    }
+    // The mask gives the outline, which is as rough as its pixels; so the border
+    // reaches beyond it and only its inner side is smooth.
+    painter.fillRect(rect(), colors::hud(false));
+    painter.fillRect(rect(), colors::separator());
+    fill(1, colors::hud(false));
+}
+
+}  // namespace kestrelbay

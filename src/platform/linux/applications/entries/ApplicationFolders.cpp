@@ -1,0 +1,100 @@
+#include "platform/linux/applications/entries/ApplicationFolders.h"
+
+#include <optional>
+#include <utility>
+
+#include <QDir>
+#include <QDirIterator>
+#include <QSet>
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr auto kEntryPattern = "*.desktop";
+// Deep enough for every real folder, and an end for links that lead in a circle.
+constexpr int kDeepestFolder = 4;
+
+void collectFolders(const QString &folder, int depth, QStringList &result) {
+    if (!QDir(folder).exists() || result.contains(folder))
+        return;
+    result.append(folder);
+    if (depth == kDeepestFolder)
+        return;
+    QStringList names = QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    for (const QString &name : std::as_const(names))
+        collectFolders(folder + u'/' + name, depth + 1, result);
+}
+
+}  // namespace
+
+QStringList applicationFolders() {
+    QString home = qEnvironmentVariable("XDG_DATA_HOME");
+    if (!QDir::isAbsolutePath(home))
+        home = QDir::homePath() + QStringLiteral("/.local/share");
+    QString shared = qEnvironmentVariable("XDG_DATA_DIRS");
+    if (shared.isEmpty())
+        shared = QStringLiteral("/usr/local/share:/usr/share");
+
+    QStringList folders;
+    for (const QString &base : QStringList{home} + shared.split(u':', Qt::SkipEmptyParts)) {
+        const QString folder = QDir::cleanPath(base + QStringLiteral("/applications"));
+        if (QDir::isAbsolutePath(base) && !folders.contains(folder))
+            folders.append(folder);
+    }
+    return folders;
+}
+
+QStringList foldersWithSubfolders(const QStringList &folders) {
+    QStringList result;
+    for (const QString &folder : folders)
+        collectFolders(folder, 0, result);
+    return result;
+}
+
+QString desktopFileId(const QString &path, const QStringList &folders) {
+    for (const QString &folder : folders)
+        if (path.startsWith(folder + u'/'))
+            return path.mid(folder.size() + 1).replace(u'/', u'-');
+    return path.section(u'/', -1);
+}
+
+std::vector<DesktopEntry> readDesktopEntries(const QStringList &folders,
+                                             const QStringList &namedPaths) {
+    QStringList named;
+    for (const QString &path : namedPaths)
+        if (QDir::isAbsolutePath(path))
+            named.append(QDir::cleanPath(path));
+
+    std::vector<DesktopEntry> entries;
+    QSet<QString> ids;
+    QSet<QString> read;
+    const auto add = [&](const QString &path, const QString &id, bool inFolder) {
+        if (read.contains(path))
+            return;
+        std::optional<DesktopEntry> entry = readDesktopEntry(path, id);
+        if (!entry)
+            return;
+        read.insert(path);
+        entry->named = named.contains(path);
+        // Two files of one folder can have one id: a-b.desktop and a/b.desktop.
+        entry->shadowed = inFolder && ids.contains(id);
+        if (inFolder)
+            ids.insert(id);
+        entries.push_back(*std::move(entry));
+    };
+    for (const QString &folder : folders)
+        for (const QString &place : foldersWithSubfolders({folder})) {
+            const QStringList names =
+                QDir(place).entryList({QLatin1String(kEntryPattern)}, QDir::Files, QDir::Name);
+            for (const QString &name : names) {
+                const QString path = place + u'/' + name;
+                add(path, desktopFileId(path, {folder}), true);
+            }
+        }
+    for (const QString &path : std::as_const(named))
+        add(path, desktopFileId(path, folders), false);
+    return entries;
+}
+
+}  // namespace kestrelbay

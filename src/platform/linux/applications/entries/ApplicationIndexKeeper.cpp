@@ -1,0 +1,161 @@
+#include "platform/linux/applications/entries/ApplicationIndexKeeper.h"
+
+#include <chrono>
+#include <utility>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <gio/gdesktopappinfo.h>
+
+#include "platform/linux/applications/entries/ApplicationFolders.h"
+
+namespace kestrelbay {
+
+namespace {
+
+/// Installing a package changes many files at once.
+constexpr unsigned kQuietMilliseconds = 200;
+/// A key press is worth no more waiting than this, whatever the disk does.
+constexpr std::chrono::seconds kLongestBuild{5};
+
+QString fileManagerIdentifier() {
+    const GObjectPtr<GAppInfo> handler(g_app_info_get_default_for_type("inode/directory", FALSE));
+    const char *id = handler ? g_app_info_get_id(handler.get()) : nullptr;
+    return QString::fromUtf8(id);
+}
+
+/// The folder itself, or the nearest one above it that exists: GLib polls for
+/// what doesn't exist, and an idle program must not wake up.
+QString watchableFolder(QString folder) {
+    while (!QFileInfo(folder).isDir() && folder.size() > 1)
+        folder = QFileInfo(folder).path();
+    return folder;
+}
+
+}  // namespace
+
+/// A GLib object that tells of changes, and our ear at it.
+struct ApplicationIndexKeeper::Watch {
+    Watch(GObject *object, const char *signal, GCallback callback, gpointer data)
+        : object_(object), handler_(g_signal_connect(object, signal, callback, data)) {}
+    ~Watch() { g_signal_handler_disconnect(object_.get(), handler_); }
+    Watch(const Watch &) = delete;
+    Watch &operator=(const Watch &) = delete;
+
+private:
+    GObjectPtr<GObject> object_;
+    gulong handler_;
+};
+
+ApplicationIndexKeeper::ApplicationIndexKeeper(std::function<void()> rebuilt)
+    : rebuilt_(std::move(rebuilt)), folders_(applicationFolders()) {
+    request();
+}
+
+ApplicationIndexKeeper::~ApplicationIndexKeeper() {
+    // Watches are tied to the loop's context and have to go on its thread.
+    loop_.post([this] {
+        watches_.clear();
+        defaultsWatch_.reset();
+        buildScheduled_ = true;
+    });
+}
+
+void ApplicationIndexKeeper::request() {
+    {
+        const std::lock_guard lock(mutex_);
+        ++requested_;
+    }
+    loop_.post([this] { build(); });
+}
+
+void ApplicationIndexKeeper::setNamedPaths(const QStringList &paths) {
+    {
+        const std::lock_guard lock(mutex_);
+        if (namedPaths_ == paths)
+            return;
+        namedPaths_ = paths;
+    }
+    request();
+}
+
+std::shared_ptr<const ApplicationIndex> ApplicationIndexKeeper::current() const {
+    {
+        std::unique_lock lock(mutex_);
+        const std::uint64_t needed = requested_;
+        built_.wait_for(lock, kLongestBuild, [&] { return done_ >= needed; });
+    }
+    return currentOrEmpty();
+}
+
+std::shared_ptr<const ApplicationIndex> ApplicationIndexKeeper::currentOrEmpty() const {
+    static const auto kEmpty =
+        std::make_shared<const ApplicationIndex>(std::vector<DesktopEntry>());
+    const std::lock_guard lock(mutex_);
+    return index_ ? index_ : kEmpty;
+}
+
+void ApplicationIndexKeeper::build() {
+    QStringList named;
+    std::uint64_t answers = 0;
+    {
+        const std::lock_guard lock(mutex_);
+        named = namedPaths_;
+        answers = requested_;
+    }
+    // Watching starts before reading, so that no change falls in between.
+    QStringList watched = foldersWithSubfolders(folders_);
+    for (const QString &folder : folders_)
+        watched.append(watchableFolder(folder));
+    for (const QString &path : std::as_const(named))
+        if (QDir::isAbsolutePath(path))
+            watched.append(watchableFolder(QFileInfo(QDir::cleanPath(path)).path()));
+    watched.removeDuplicates();
+    watch(watched);
+
+    auto index = std::make_shared<const ApplicationIndex>(readDesktopEntries(folders_, named),
+                                                          fileManagerIdentifier());
+    {
+        const std::lock_guard lock(mutex_);
+        index_ = std::move(index);
+        done_ = answers;
+    }
+    built_.notify_all();
+    if (rebuilt_)
+        rebuilt_();
+}
+
+void ApplicationIndexKeeper::watch(const QStringList &folders) {
+    if (!defaultsWatch_) {
+        const auto onDefaults = +[](GAppInfoMonitor *, gpointer keeper) {
+            static_cast<ApplicationIndexKeeper *>(keeper)->scheduleBuild();
+        };
+        defaultsWatch_ = std::make_unique<Watch>(G_OBJECT(g_app_info_monitor_get()), "changed",
+                                                 G_CALLBACK(onDefaults), this);
+    }
+    const auto onFile = +[](GFileMonitor *, GFile *, GFile *, GFileMonitorEvent, gpointer keeper) {
+        static_cast<ApplicationIndexKeeper *>(keeper)->scheduleBuild();
+    };
+    watches_.clear();
+    for (const QString &folder : folders) {
+        const GObjectPtr<GFile> file(g_file_new_for_path(QFile::encodeName(folder).constData()));
+        GFileMonitor *monitor =
+            g_file_monitor_directory(file.get(), G_FILE_MONITOR_NONE, nullptr, nullptr);
+        if (monitor)
+            watches_.push_back(
+                std::make_unique<Watch>(G_OBJECT(monitor), "changed", G_CALLBACK(onFile), this));
+    }
+}
+
+void ApplicationIndexKeeper::scheduleBuild() {
+    if (std::exchange(buildScheduled_, true))
+        return;
+    loop_.postAfter(kQuietMilliseconds, [this] {
+        buildScheduled_ = false;
+        build();
+    });
+}
+
+}  // namespace kestrelbay

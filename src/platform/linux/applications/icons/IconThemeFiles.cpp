@@ -1,0 +1,132 @@
+#include "platform/linux/applications/icons/IconThemeFiles.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include "platform/linux/applications/entries/ApplicationFolders.h"
+#include "platform/linux/glib/GObjectPtr.h"
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr auto kThemeGroup = "Icon Theme";
+constexpr auto kLastTheme = "hicolor";
+
+// Distances: what has to be enlarged comes after all that only has to be reduced.
+constexpr int kScalable = 1;
+constexpr int kEnlarged = 100'000;
+// Larger than any size in use, and small enough to be multiplied.
+constexpr int kLargestNumber = 10'000;
+
+QStringList iconFolders() {
+    QStringList folders{QDir::homePath() + QStringLiteral("/.icons")};
+    for (const QString &applications : applicationFolders())
+        folders.append(QFileInfo(applications).path() + QStringLiteral("/icons"));
+    return folders;
+}
+
+/// Null when no folder has a readable index of this theme.
+GKeyFilePtr readIndex(const QStringList &roots, const QString &theme) {
+    for (const QString &root : roots) {
+        const QString path = root + u'/' + theme + QStringLiteral("/index.theme");
+        GKeyFilePtr file(g_key_file_new());
+        if (QFileInfo(path).isFile() &&
+            g_key_file_load_from_file(file.get(), QFile::encodeName(path).constData(),
+                                      G_KEY_FILE_NONE, nullptr))
+            return file;
+    }
+    return nullptr;
+}
+
+QStringList names(GKeyFile *index, const char *key) {
+    const GCharPtr value(g_key_file_get_string(index, kThemeGroup, key, nullptr));
+    QStringList result;
+    for (const QString &name : QString::fromUtf8(value.get()).split(u',', Qt::SkipEmptyParts))
+        result.append(name.trimmed());
+    return result;
+}
+
+int number(GKeyFile *index, const QByteArray &group, const char *key, int otherwise) {
+    if (!g_key_file_has_key(index, group.constData(), key, nullptr))
+        return otherwise;
+    return std::clamp(g_key_file_get_integer(index, group.constData(), key, nullptr), 0,
+                      kLargestNumber);
+}
+
+int distanceOf(GKeyFile *index, const QByteArray &group, int pixels) {
+    const int scale = number(index, group, "Scale", 1);
+    const int size = number(index, group, "Size", 0);
+    if (size * scale == pixels)
+        return 0;
+    const GCharPtr type(g_key_file_get_string(index, group.constData(), "Type", nullptr));
+    if (qstrcmp(type.get(), "Scalable") == 0 &&
+        number(index, group, "MinSize", size) * scale <= pixels &&
+        pixels <= number(index, group, "MaxSize", size) * scale)
+        return kScalable;
+    const int excess = size * scale - pixels;
+    return excess > 0 ? kScalable + excess : kEnlarged - excess;
+}
+
+}  // namespace
+
+IconThemeFiles::IconThemeFiles(const QStringList &themes, int pixels)
+    : roots_(iconFolders()), pixels_(pixels) {
+    known_.append(QLatin1String(kLastTheme));
+    for (const QString &theme : themes)
+        addTheme(theme);
+    known_.clear();
+    addTheme(QLatin1String(kLastTheme));
+}
+
+void IconThemeFiles::addTheme(const QString &name) {
+    if (name.isEmpty() || name.contains(u'/') || known_.contains(name))
+        return;
+    known_.append(name);
+    const GKeyFilePtr index = readIndex(roots_, name);
+    if (!index)
+        return;
+    Theme theme;
+    for (const char *key : {"Directories", "ScaledDirectories"})
+        for (const QString &folder : names(index.get(), key)) {
+            const int distance = distanceOf(index.get(), folder.toUtf8(), pixels_);
+            for (const QString &root : roots_)
+                theme.push_back({.path = root + u'/' + name + u'/' + folder + u'/',
+                                 .distance = distance,
+                                 .files = {}});
+        }
+    std::stable_sort(theme.begin(), theme.end(), [](const Folder &one, const Folder &other) {
+        return one.distance < other.distance;
+    });
+    themes_.push_back(std::move(theme));
+    for (const QString &parent : names(index.get(), "Inherits"))
+        addTheme(parent);
+}
+
+QString IconThemeFiles::findIn(Theme &theme, const QString &name) {
+    for (Folder &folder : theme) {
+        if (!folder.files) {
+            const QStringList files = QDir(folder.path).entryList(QDir::Files, QDir::Unsorted);
+            folder.files.emplace(files.cbegin(), files.cend());
+        }
+        for (const char *suffix : {".png", ".svg", ".xpm"})
+            if (const QString file = name + QLatin1String(suffix); folder.files->contains(file))
+                return folder.path + file;
+    }
+    return {};
+}
+
+QString IconThemeFiles::find(const QString &name) {
+    for (Theme &theme : themes_) {
+        QString file = findIn(theme, name);
+        if (!file.isEmpty())
+            return file;
+    }
+    return {};
+}
+
+}  // namespace kestrelbay

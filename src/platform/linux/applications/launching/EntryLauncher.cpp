@@ -1,0 +1,195 @@
+#include "platform/linux/applications/launching/EntryLauncher.h"
+
+#include <array>
+#include <atomic>
+#include <csignal>
+#include <utility>
+
+#include <gio/gdesktopappinfo.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSysInfo>
+
+#include "platform/linux/applications/entries/ApplicationFolders.h"
+#include "platform/linux/applications/entries/DesktopEntry.h"
+#include "platform/linux/applications/launching/ExecLine.h"
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr const char *kGroup = G_KEY_FILE_DESKTOP_GROUP;
+
+/// Meant for this process, or for the way it was started.
+constexpr auto kOwnVariables = std::to_array<const char *>(
+    {"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN", "GIO_LAUNCHED_DESKTOP_FILE",
+     "GIO_LAUNCHED_DESKTOP_FILE_PID", "QT_QPA_PLATFORM", "INVOCATION_ID", "JOURNAL_STREAM",
+     "NOTIFY_SOCKET", "LISTEN_FDS", "LISTEN_PID", "LISTEN_FDNAMES", "WATCHDOG_PID", "WATCHDOG_USEC",
+     "MANAGERPID", "SYSTEMD_EXEC_PID"});
+
+QString baseId(const QString &id) {
+    const QLatin1String suffix(".desktop");
+    return id.endsWith(suffix) ? id.chopped(suffix.size()) : id;
+}
+
+/// Runs in the child, where only calls are allowed that are safe after a fork of a
+/// program with threads.
+void prepareChild(gpointer) {
+    setsid();
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGCHLD, SIGUSR1, SIGUSR2})
+        static_cast<void>(std::signal(signal, SIG_DFL));
+}
+
+GKeyFilePtr loadEntry(const QString &path) {
+    // A pipe of this name would never end.
+    if (!QFileInfo(path).isFile())
+        return nullptr;
+    GKeyFilePtr file(g_key_file_new());
+    const bool loaded = g_key_file_load_from_file(
+        file.get(), QFile::encodeName(path).constData(),
+        static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_TRANSLATIONS), nullptr);
+    const GCharPtr type(
+        loaded ? g_key_file_get_string(file.get(), kGroup, G_KEY_FILE_DESKTOP_KEY_TYPE, nullptr)
+               : nullptr);
+    return type && qstrcmp(type.get(), G_KEY_FILE_DESKTOP_TYPE_APPLICATION) == 0 ? std::move(file)
+                                                                                 : nullptr;
+}
+
+QString localizedValue(GKeyFile *file, const char *key) {
+    const GCharPtr value(g_key_file_get_locale_string(file, kGroup, key, nullptr, nullptr));
+    return QString::fromUtf8(value.get());
+}
+
+/// The application of a copy of the entry that is started by its Exec line, with the
+/// line rewritten.
+GObjectPtr<GAppInfo> rewrittenApplication(GKeyFile *file, const QString &path, FileCodes fileCodes,
+                                          const QStringList &arguments) {
+    const GCharPtr exec(g_key_file_get_string(file, kGroup, G_KEY_FILE_DESKTOP_KEY_EXEC, nullptr));
+    const std::optional<QString> line =
+        rewrittenExec(QString::fromUtf8(exec.get()),
+                      {.localizedName = localizedValue(file, G_KEY_FILE_DESKTOP_KEY_NAME),
+                       .icon = localizedValue(file, G_KEY_FILE_DESKTOP_KEY_ICON),
+                       .entryPath = path},
+                      fileCodes, arguments);
+    if (!line)
+        return nullptr;
+    g_key_file_set_string(file, kGroup, G_KEY_FILE_DESKTOP_KEY_EXEC, line->toUtf8().constData());
+    g_key_file_remove_key(file, kGroup, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr);
+    GDesktopAppInfo *application = g_desktop_app_info_new_from_keyfile(file);
+    return GObjectPtr<GAppInfo>(application ? G_APP_INFO(application) : nullptr);
+}
+
+QString unreadable(const QString &path) {
+    return QStringLiteral("%1 is not a desktop entry of an application").arg(path);
+}
+
+QString notInstalled(const QString &path) {
+    return QStringLiteral("the program that %1 starts is not installed").arg(path);
+}
+
+}  // namespace
+
+EntryLauncher::EntryLauncher(QString displayName, LaunchedProcesses &processes, SessionBus &bus,
+                             ServerTime serverTime)
+    : displayName_(std::move(displayName)),
+      processes_(processes),
+      bus_(bus),
+      serverTime_(std::move(serverTime)) {}
+
+QString EntryLauncher::newStartupId() const {
+    static std::atomic<unsigned> count{0};
+    return QStringLiteral("kestrelbay-%1-%2-%3_TIME%4")
+        .arg(getpid())
+        .arg(QSysInfo::machineHostName())
+        .arg(++count)
+        .arg(serverTime_());
+}
+
+QString EntryLauncher::open(const QString &entryPath, const QStringList &uris) {
+    const QString path = QDir::cleanPath(entryPath);
+    const GKeyFilePtr file = loadEntry(path);
+    if (!file)
+        return unreadable(path);
+    const QString id = desktopFileId(path, applicationFolders());
+    const QString startupId = newStartupId();
+
+    GObjectPtr<GAppInfo> application;
+    if (g_key_file_get_boolean(file.get(), kGroup, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE,
+                               nullptr)) {
+        // A slow service has been told; starting a second one would be worse.
+        if (bus_.activate(baseId(id), uris, startupId) != BusAnswer::Failed)
+            return {};
+        application = rewrittenApplication(file.get(), path, FileCodes::Keep, {});
+    } else if (GDesktopAppInfo *info =
+                   g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData())) {
+        application.reset(G_APP_INFO(info));
+    }
+    return application ? spawn(application.get(), path, id, uris, startupId) : notInstalled(path);
+}
+
+QString EntryLauncher::startNew(const QString &entryPath, const QStringList &arguments) {
+    const QString path = QDir::cleanPath(entryPath);
+    const GKeyFilePtr file = loadEntry(path);
+    if (!file)
+        return unreadable(path);
+    const GObjectPtr<GAppInfo> application =
+        rewrittenApplication(file.get(), path, FileCodes::Drop, arguments);
+    return application ? spawn(application.get(), path, desktopFileId(path, applicationFolders()),
+                               {}, newStartupId())
+                       : notInstalled(path);
+}
+
+struct EntryLauncher::Child {
+    EntryLauncher *launcher;
+    const QString &entryPath;
+    const QString &id;
+
+    static void started(GDesktopAppInfo *, GPid pid, gpointer data) {
+        const auto *child = static_cast<const Child *>(data);
+        child->launcher->processes_.add(pid, child->entryPath);
+        child->launcher->bus_.moveToScope(baseId(child->id), pid);
+    }
+};
+
+QString EntryLauncher::spawn(GAppInfo *application, const QString &entryPath, const QString &id,
+                             const QStringList &uris, const QString &startupId) {
+    bus_.connect();
+    const GObjectPtr<GAppLaunchContext> context(g_app_launch_context_new());
+    for (const char *name : kOwnVariables)
+        g_app_launch_context_unsetenv(context.get(), name);
+    g_app_launch_context_setenv(context.get(), "DESKTOP_STARTUP_ID",
+                                startupId.toUtf8().constData());
+    g_app_launch_context_setenv(context.get(), "GIO_LAUNCHED_DESKTOP_FILE",
+                                QFile::encodeName(entryPath).constData());
+    if (!displayName_.isEmpty())
+        g_app_launch_context_setenv(context.get(), "DISPLAY",
+                                    displayName_.toLocal8Bit().constData());
+
+    QList<QByteArray> texts;
+    for (const QString &uri : uris)
+        texts.append(uri.toUtf8());
+    GList *list = nullptr;
+    for (auto text = texts.rbegin(); text != texts.rend(); ++text)
+        list = g_list_prepend(list, text->data());
+
+    Child child{this, entryPath, id};
+    GErrorSlot error;
+    const auto flags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL |
+                                                G_SPAWN_STDERR_TO_DEV_NULL);
+    const bool launched = g_desktop_app_info_launch_uris_as_manager(
+        G_DESKTOP_APP_INFO(application), list, context.get(), flags, prepareChild, nullptr,
+        &Child::started, &child, error.out());
+    g_list_free(list);
+    if (launched)
+        return {};
+    return error.text().isEmpty() ? QStringLiteral("%1 could not be started").arg(entryPath)
+                                  : error.text();
+}
+
+}  // namespace kestrelbay

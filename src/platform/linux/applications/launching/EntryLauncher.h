@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include <QString>
+#include <QStringList>
+
+#include "platform/linux/applications/launching/LaunchedProcesses.h"
+#include "platform/linux/glib/SessionBus.h"
+
+namespace kestrelbay {
+
+/// Starts the applications of desktop entries. Every call ends; its text is empty on
+/// success and otherwise says why not. Any thread.
+///
+/// A started program has a session, and where there is a service manager a scope,
+/// of its own; it inherits no descriptors, and none of the variables that were
+/// meant for us.
+class EntryLauncher {
+public:
+    /// Milliseconds on the clock of the X server.
+    using ServerTime = std::function<std::uint32_t()>;
+
+    /// An empty display name means the one of the environment.
+    EntryLauncher(QString displayName, LaunchedProcesses &processes, SessionBus &bus,
+                  ServerTime serverTime);
+
+    /// Launches it, with URIs if there are any. One that is D-Bus activatable is
+    /// asked by D-Bus, and started by its Exec line when that fails.
+    QString open(const QString &entryPath, const QStringList &uris = {});
+
+    /// Starts a new process with these arguments behind those of its Exec line.
+    QString startNew(const QString &entryPath, const QStringList &arguments);
+
+    /// With a fresh server time in it, so that what it starts may take the focus.
+    [[nodiscard]] QString newStartupId() const;
+
+private:
+    struct Child;
+
+    QString spawn(GAppInfo *application, const QString &entryPath, const QString &id,
+                  const QStringList &uris, const QString &startupId);
+
+    const QString displayName_;
+    LaunchedProcesses &processes_;
+    SessionBus &bus_;
+    const ServerTime serverTime_;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include "platform/linux/applications/matching/WindowFacts.h"
+
+namespace kestrelbay {
+
+/// Asks /proc. What can't be read (the process is gone, or another user's) stays
+/// empty. Any thread.
+[[nodiscard]] ProcessFacts readProcessFacts(std::int64_t pid);
+
+/// When the process was started, in clock ticks since boot: with its number, this
+/// names a process for good. 0 when there is no such process.
+[[nodiscard]] std::uint64_t processStartTime(std::int64_t pid);
+
+// The parts that read foreign text.
+
+/// Application ids by the systemd unit in the text of /proc/<pid>/cgroup.
+[[nodiscard]] QStringList scopeIdsOfCgroup(const QByteArray &cgroup);
+[[nodiscard]] QString snapNameOfCgroup(const QByteArray &cgroup);
+/// The name in a .flatpak-info file.
+[[nodiscard]] QString flatpakIdOfInfo(const QByteArray &info);
+/// The entry file named by the environment of this very process.
+[[nodiscard]] QString launchedEntryOfEnvironment(const QByteArray &environment, std::int64_t pid);
+/// Names of the program in /proc/<pid>/cmdline: its own, or its script's when it
+/// is an interpreter.
+[[nodiscard]] QStringList executableNamesOfCommandLine(const QByteArray &commandLine);
+
+}  // namespace kestrelbay

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include <QString>
+#include <QTimer>
+
+#include "platform/StatusArea.h"
+#include "platform/SystemSettings.h"
+#include "platform/linux/desktop/XEmbedTray.h"
+#include "platform/linux/glib/BusListener.h"
+
+namespace kestrelbay {
+
+/// The tray of a Linux desktop: a panel that shows status notifiers or, failing that,
+/// one that embeds windows. Panels start at login, as this program does, so either
+/// is waited for as long as it takes.
+class LinuxStatusArea final : public StatusArea {
+public:
+    struct Settings {
+        QString displayName;
+        /// XDG_CURRENT_DESKTOP.
+        QString desktop;
+        /// From the start until a tray that only embeds is made do with. Qt takes one
+        /// kind or the other for good, and a panel that has both comes up with one
+        /// after the other, within a second or so.
+        std::chrono::milliseconds graceForNotifiers{2000};
+    };
+
+    LinuxStatusArea(BusListener &listener, const SystemSettings &systemSettings, Settings settings);
+    ~LinuxStatusArea() override;
+    LinuxStatusArea(const LinuxStatusArea &) = delete;
+    LinuxStatusArea &operator=(const LinuxStatusArea &) = delete;
+
+    void whenAvailable(std::function<void()> handler) override;
+    /// What an embedding tray says of its colours. Otherwise the panels of KDE follow
+    /// the colour scheme, and most others are dark.
+    [[nodiscard]] std::optional<bool> isDark() const override;
+    void setDarkHandler(std::function<void()> handler) override;
+    /// A left click is told to the program, by both kinds; those few hosts that open the
+    /// menu at it do not tell of it.
+    [[nodiscard]] bool opensMenus() const override { return false; }
+    /// "StatusNotifier host", "XEmbed tray" or "none".
+    [[nodiscard]] QString description() const override;
+
+    /// Returns when it is known whether there is a panel for notifiers, or after 100 ms.
+    void waitForAnswer();
+
+    /// The system settings have another colour scheme.
+    void colorSchemeChanged();
+
+private:
+    void askForHost();
+    void setHost(bool present);
+    void settle();
+    [[nodiscard]] bool isKde() const;
+    [[nodiscard]] bool isEmbedding() const;
+
+    const SystemSettings &systemSettings_;
+    const Settings settings_;
+    std::shared_ptr<MainThreadInbox> inbox_ = MainThreadInbox::make();
+    std::unique_ptr<BusWatch> watcher_;
+    x11::XEmbedTray embedTray_;
+    QTimer grace_;
+    std::function<void()> availableHandler_;
+    std::function<void()> darkHandler_;
+    bool hasAnswer_ = false;
+    bool hasHost_ = false;
+    /// Which of the two Qt was let choose, once it was.
+    std::optional<bool> settledForHost_;
+};
+
+}  // namespace kestrelbay

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/SystemSettings.h"
+#include "platform/linux/desktop/DesktopColorScheme.h"
+#include "platform/linux/glib/BusListener.h"
+
+namespace kestrelbay {
+
+/// The colour scheme as the settings portal tells it, whenever that comes; until then,
+/// or without one, as GNOME's settings have it, and otherwise Light.
+///
+/// A portal that goes leaves its last word behind: it is usually back in a moment.
+class PortalSystemSettings final : public SystemSettings {
+public:
+    /// Waits for the first answer, at most 100 ms altogether, if the portal runs or
+    /// there is none; a portal that has still to be started is not waited for. So the
+    /// first window normally comes up in the right colours, and nothing hangs with a
+    /// portal that hangs.
+    explicit PortalSystemSettings(BusListener &listener);
+    ~PortalSystemSettings() override;
+    PortalSystemSettings(const PortalSystemSettings &) = delete;
+    PortalSystemSettings &operator=(const PortalSystemSettings &) = delete;
+
+    [[nodiscard]] std::optional<ColorScheme> colorScheme() const override { return scheme_; }
+    void setColorSchemeHandler(std::function<void()> handler) override;
+    /// There is no such place: every program of an X11 session sees keys.
+    bool openAccessibilityPane() override { return false; }
+
+    /// Another service of the platform that follows the colour scheme; called before
+    /// the handler.
+    void addObserver(std::function<void()> observer);
+    [[nodiscard]] bool isPortalPresent() const { return isPortalPresent_; }
+
+private:
+    void askPortal();
+    void portalVanished();
+    void takeSignal(const QString &member, GVariant *parameters);
+    void takePortalValue(GVariant *reply);
+    void askDesktop();
+    void update();
+
+    BusListener &listener_;
+    std::shared_ptr<MainThreadInbox> inbox_ = MainThreadInbox::make();
+    std::unique_ptr<BusWatch> portal_;
+    std::unique_ptr<DesktopColorScheme> desktop_;
+    std::vector<std::function<void()>> observers_;
+    std::function<void()> handler_;
+
+    std::optional<ColorScheme> fromPortal_;
+    std::optional<ColorScheme> fromDesktop_;
+    ColorScheme scheme_ = ColorScheme::Light;
+    bool isPortalPresent_ = false;
+    bool wasStarted_ = false;
+    /// There is an answer, or nobody to wait for.
+    bool isSettled_ = false;
+};
+
+}  // namespace kestrelbay

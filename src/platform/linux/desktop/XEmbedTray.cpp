@@ -1,0 +1,105 @@
+#include "platform/linux/desktop/XEmbedTray.h"
+
+#include <utility>
+
+#include "platform/linux/x11/connection/XProperty.h"
+
+namespace kestrelbay::x11 {
+
+namespace {
+
+/// Red, green and blue of 16 bits each, for symbols, errors, warnings and success.
+constexpr std::uint32_t kColorWords = 12;
+
+/// Is this nearer to white? Weights of Rec. 601.
+bool isLight(std::uint32_t red, std::uint32_t green, std::uint32_t blue) {
+    const auto part = [](std::uint32_t value) { return value & 0xFFFFU; };
+    return 299 * part(red) + 587 * part(green) + 114 * part(blue) > 1000U * 0x8000U;
+}
+
+void select(const XConnection &connection, xcb_window_t window, std::uint32_t events) {
+    xcb_change_window_attributes(connection.get(), window, XCB_CW_EVENT_MASK, &events);
+}
+
+}  // namespace
+
+XEmbedTray::XEmbedTray(const QString &displayName, std::function<void()> handler)
+    : connection_(displayName), handler_(std::move(handler)) {
+    if (!connection_.isUsable())
+        return;
+    const std::string selection =
+        "_NET_SYSTEM_TRAY_S" + std::to_string(connection_.defaultScreen());
+    const auto atoms = internAtoms(
+        connection_,
+        std::array<std::string_view, 3>{selection, "MANAGER", "_NET_SYSTEM_TRAY_COLORS"});
+    selection_ = atoms[0];
+    manager_ = atoms[1];
+    colors_ = atoms[2];
+    // Before looking, so that a tray that comes right now is not missed. A new one
+    // tells those who watch the root's structure.
+    select(connection_, connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    read();
+    notifier_ =
+        std::make_unique<QSocketNotifier>(connection_.fileDescriptor(), QSocketNotifier::Read);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(),
+                     [this] { drain(); });
+    // What came with the answers is no longer on the socket.
+    QMetaObject::invokeMethod(
+        notifier_.get(), [this] { drain(); }, Qt::QueuedConnection);
+}
+
+void XEmbedTray::drain() {
+    bool isNews = false;
+    const auto before = std::pair(owner_, isDark_);
+    do {
+        isNews = false;
+        while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())})
+            isNews |= concernsTray(*event);
+        if (isNews)
+            read();
+    } while (isNews);
+    if (!connection_.isUsable()) {
+        // The descriptor of a server that has gone can be read forever.
+        notifier_->setEnabled(false);
+        owner_ = XCB_NONE;
+    }
+    if (before != std::pair(owner_, isDark_))
+        handler_();
+}
+
+bool XEmbedTray::concernsTray(const xcb_generic_event_t &event) const {
+    switch (event.response_type & 0x7fU) {
+        case XCB_CLIENT_MESSAGE: {
+            const auto &message = reinterpret_cast<const xcb_client_message_event_t &>(event);
+            return message.type == manager_ && message.data.data32[1] == selection_;
+        }
+        case XCB_DESTROY_NOTIFY:
+            return reinterpret_cast<const xcb_destroy_notify_event_t &>(event).window == owner_;
+        case XCB_PROPERTY_NOTIFY:
+            return reinterpret_cast<const xcb_property_notify_event_t &>(event).atom == colors_;
+        default:
+            return false;
+    }
+}
+
+void XEmbedTray::read() {
+    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        connection_.get(), xcb_get_selection_owner(connection_.get(), selection_), nullptr));
+    owner_ = reply ? reply->owner : xcb_window_t{XCB_NONE};
+    isDark_.reset();
+    if (owner_ == XCB_NONE)
+        return;
+    select(connection_, owner_, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+    const PropertyReply colors(xcb_get_property_reply(
+        connection_.get(),
+        xcb_get_property(connection_.get(), 0, owner_, colors_, XCB_ATOM_CARDINAL, 0, kColorWords),
+        nullptr));
+    // Gone in the meantime, without a word to those who were about to listen.
+    if (!colors)
+        owner_ = XCB_NONE;
+    const auto words = propertyWords(colors);
+    if (words.size() >= 3)
+        isDark_ = isLight(words[0], words[1], words[2]);
+}
+
+}  // namespace kestrelbay::x11

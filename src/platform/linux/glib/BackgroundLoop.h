@@ -1,0 +1,41 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+#include "platform/linux/glib/GObjectPtr.h"
+
+namespace kestrelbay {
+
+/// A thread of the back end with a GLib main context: where files are watched and
+/// read, and where windows are looked at ahead of time. It sleeps when there is
+/// nothing to do.
+class BackgroundLoop {
+public:
+    BackgroundLoop();
+    /// Does what was posted, and drops what was put off.
+    ~BackgroundLoop();
+    BackgroundLoop(const BackgroundLoop &) = delete;
+    BackgroundLoop &operator=(const BackgroundLoop &) = delete;
+
+    /// Runs the work on the thread of the loop, in the order of the calls. Any
+    /// thread.
+    void post(std::function<void()> work);
+    /// The same after a while. On the thread of the loop only.
+    void postAfter(unsigned milliseconds, std::function<void()> work);
+
+private:
+    void runNext();
+
+    std::mutex mutex_;
+    std::deque<std::function<void()>> waiting_;
+
+    std::unique_ptr<GMainContext, ReleaseWith<g_main_context_unref>> context_;
+    std::unique_ptr<GMainLoop, ReleaseWith<g_main_loop_unref>> loop_;
+    std::thread thread_;
+};
+
+}  // namespace kestrelbay

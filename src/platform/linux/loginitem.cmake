@@ -1,4 +1,0 @@
-target_sources(kestrelbay_platform PRIVATE
-    AutostartEntry.cpp
-    AutostartLoginItem.cpp
-)

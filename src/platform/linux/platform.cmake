@@ -1,3 +1,0 @@
-target_sources(kestrelbay_platform PRIVATE
-    LinuxPlatform.cpp
-)

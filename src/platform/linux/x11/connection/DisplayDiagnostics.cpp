@@ -1,0 +1,107 @@
+#include "platform/linux/x11/connection/DisplayDiagnostics.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include <QStringList>
+
+#include <xcb/xinput.h>
+
+#include "platform/linux/x11/connection/WindowAtoms.h"
+#include "platform/linux/x11/connection/XProperty.h"
+
+namespace kestrelbay::x11 {
+
+namespace {
+
+constexpr std::uint32_t kLongestName = 256;
+
+PropertyReply property(const XConnection &connection, xcb_window_t window, xcb_atom_t name,
+                       xcb_atom_t type) {
+    return PropertyReply(xcb_get_property_reply(
+        connection.get(),
+        xcb_get_property(connection.get(), 0, window, name, type, 0, kLongestName), nullptr));
+}
+
+QString server(const XConnection &connection) {
+    const xcb_setup_t *const setup = xcb_get_setup(connection.get());
+    const QString vendor = QString::fromLatin1(
+        xcb_setup_vendor(setup), static_cast<qsizetype>(xcb_setup_vendor_length(setup)));
+    return QStringLiteral("%1, release %2, screens: %3")
+        .arg(vendor)
+        .arg(setup->release_number)
+        .arg(connection.roots().size());
+}
+
+QString windowManager(const XConnection &connection) {
+    const WindowAtoms atoms(connection);
+    const auto check = [&](xcb_window_t window) {
+        const PropertyReply reply =
+            property(connection, window, atoms[WindowAtoms::NetSupportingWmCheck], XCB_ATOM_WINDOW);
+        const auto words = propertyWords(reply);
+        return words.empty() ? xcb_window_t{XCB_NONE} : words[0];
+    };
+    const xcb_window_t window = check(connection.root());
+    // One that has gone leaves its window's number behind.
+    if (window == XCB_NONE || check(window) != window)
+        return QStringLiteral("none");
+    const auto names =
+        internAtoms(connection, std::array<std::string_view, 2>{"_NET_WM_NAME", "UTF8_STRING"});
+    const QString name = propertyText(property(connection, window, names[0], names[1]));
+    return name.isEmpty() ? QStringLiteral("without a name") : name;
+}
+
+bool isCompositing(const XConnection &connection) {
+    const std::string selection = "_NET_WM_CM_S" + std::to_string(connection.defaultScreen());
+    const xcb_atom_t atom = internAtoms(connection, std::array<std::string_view, 1>{selection})[0];
+    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        connection.get(), xcb_get_selection_owner(connection.get(), atom), nullptr));
+    return reply && reply->owner != XCB_NONE;
+}
+
+QString xinput(const XConnection &connection) {
+    const xcb_query_extension_reply_t *const extension =
+        xcb_get_extension_data(connection.get(), &xcb_input_id);
+    if (extension == nullptr || extension->present == 0)
+        return QStringLiteral("none");
+    // The newest there is; the server answers with its own, if that is older.
+    const Reply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
+        connection.get(), xcb_input_xi_query_version(connection.get(), 2, 4), nullptr));
+    return version ? QStringLiteral("%1.%2").arg(version->major_version).arg(version->minor_version)
+                   : QStringLiteral("no answer");
+}
+
+QString keyboardLayout(const XConnection &connection) {
+    const xcb_atom_t rules =
+        internAtoms(connection, std::array<std::string_view, 1>{"_XKB_RULES_NAMES"})[0];
+    const QList<QString> values =
+        propertyTexts(property(connection, connection.root(), rules, XCB_ATOM_STRING));
+    constexpr std::array kParts{"rules", "model", "layout", "variant", "options"};
+    QStringList parts;
+    for (std::size_t i = 0; i < kParts.size(); ++i) {
+        const QString value = values.value(static_cast<qsizetype>(i));
+        if (!value.isEmpty())
+            parts.append(QLatin1String(kParts[i]) + u' ' + value);
+    }
+    return parts.isEmpty() ? QStringLiteral("unknown") : parts.join(QStringLiteral(", "));
+}
+
+}  // namespace
+
+std::vector<std::pair<QString, QString>> describeDisplay(const QString &displayName) {
+    const QString serverName = QStringLiteral("X server");
+    if (displayName.isEmpty())
+        return {{serverName, QStringLiteral("none (DISPLAY is not set)")}};
+    const XConnection connection(displayName);
+    if (!connection.isUsable())
+        return {{serverName, QStringLiteral("%1 does not answer").arg(displayName)}};
+    return {{serverName, server(connection)},
+            {QStringLiteral("Window manager"), windowManager(connection)},
+            {QStringLiteral("Compositing"),
+             isCompositing(connection) ? QStringLiteral("yes") : QStringLiteral("no")},
+            {QStringLiteral("XInput"), xinput(connection)},
+            {QStringLiteral("Keyboard layout"), keyboardLayout(connection)}};
+}
+
+}  // namespace kestrelbay::x11

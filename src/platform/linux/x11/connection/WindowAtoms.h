@@ -1,0 +1,94 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "platform/linux/x11/connection/XConnection.h"
+
+namespace kestrelbay::x11 {
+
+/// The atoms by which window managers and clients talk about windows.
+class WindowAtoms {
+public:
+    enum Name : std::uint8_t {
+        NetActiveWindow,
+        NetClientList,
+        NetClientListStacking,
+        NetCurrentDesktop,
+        NetRestackWindow,
+        NetSupported,
+        NetSupportingWmCheck,
+        NetWmDesktop,
+        NetWmPid,
+        NetWmState,
+        NetWmStateHidden,
+        NetWmStateSkipTaskbar,
+        NetWmWindowType,
+        TypeNormal,
+        TypeDialog,
+        TypeUtility,
+        TypeToolbar,
+        TypeMenu,
+        TypeDesktop,
+        TypeDock,
+        TypeSplash,
+        TypeDropdownMenu,
+        TypePopupMenu,
+        TypeTooltip,
+        TypeNotification,
+        TypeCombo,
+        TypeDragAndDrop,
+        GtkApplicationId,
+        KdeDesktopFile,
+        WmChangeState,
+        WmClientMachine,
+        WmState,
+        ServerTime,
+    };
+
+    explicit WindowAtoms(const XConnection &connection) : atoms_(internAtoms(connection, kNames)) {}
+
+    [[nodiscard]] xcb_atom_t operator[](Name name) const { return atoms_[name]; }
+
+private:
+    static constexpr auto kNames = std::to_array<std::string_view>({
+        "_NET_ACTIVE_WINDOW",
+        "_NET_CLIENT_LIST",
+        "_NET_CLIENT_LIST_STACKING",
+        "_NET_CURRENT_DESKTOP",
+        "_NET_RESTACK_WINDOW",
+        "_NET_SUPPORTED",
+        "_NET_SUPPORTING_WM_CHECK",
+        "_NET_WM_DESKTOP",
+        "_NET_WM_PID",
+        "_NET_WM_STATE",
+        "_NET_WM_STATE_HIDDEN",
+        "_NET_WM_STATE_SKIP_TASKBAR",
+        "_NET_WM_WINDOW_TYPE",
+        "_NET_WM_WINDOW_TYPE_NORMAL",
+        "_NET_WM_WINDOW_TYPE_DIALOG",
+        "_NET_WM_WINDOW_TYPE_UTILITY",
+        "_NET_WM_WINDOW_TYPE_TOOLBAR",
+        "_NET_WM_WINDOW_TYPE_MENU",
+        "_NET_WM_WINDOW_TYPE_DESKTOP",
+        "_NET_WM_WINDOW_TYPE_DOCK",
+        "_NET_WM_WINDOW_TYPE_SPLASH",
+        "_NET_WM_WINDOW_TYPE_DROPDOWN_MENU",
+        "_NET_WM_WINDOW_TYPE_POPUP_MENU",
+        "_NET_WM_WINDOW_TYPE_TOOLTIP",
+        "_NET_WM_WINDOW_TYPE_NOTIFICATION",
+        "_NET_WM_WINDOW_TYPE_COMBO",
+        "_NET_WM_WINDOW_TYPE_DND",
+        "_GTK_APPLICATION_ID",
+        "_KDE_NET_WM_DESKTOP_FILE",
+        "WM_CHANGE_STATE",
+        "WM_CLIENT_MACHINE",
+        "WM_STATE",
+        "_KESTRELBAY_SERVER_TIME",
+    });
+    static_assert(kNames.size() == ServerTime + 1);
+
+    std::array<xcb_atom_t, kNames.size()> atoms_;
+};
+
+}  // namespace kestrelbay::x11

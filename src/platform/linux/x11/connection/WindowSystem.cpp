@@ -1,0 +1,133 @@
+#include "platform/linux/x11/connection/WindowSystem.h"
+
+#include <algorithm>
+
+#include "platform/linux/x11/connection/XProperty.h"
+
+namespace kestrelbay::x11 {
+
+namespace {
+
+/// "From the user", in the words of EWMH: pagers and their like.
+constexpr std::uint32_t kSourceUser = 2;
+// ICCCM's values of WM_STATE.
+constexpr std::uint32_t kWithdrawnState = 0;
+constexpr std::uint32_t kIconicState = 3;
+constexpr std::uint32_t kLongestStateList = 64;
+/// On every workspace, in the words of EWMH.
+constexpr std::uint32_t kAllWorkspaces = 0xFFFFFFFF;
+
+std::optional<std::uint32_t> firstWord(const PropertyReply &reply) {
+    const auto words = propertyWords(reply);
+    return words.empty() ? std::nullopt : std::optional(words[0]);
+}
+
+bool contains(std::span<const std::uint32_t> list, xcb_atom_t atom) {
+    return std::find(list.begin(), list.end(), atom) != list.end();
+}
+
+}  // namespace
+
+WindowSystem::WindowSystem(const QString &displayName)
+    : connection_(displayName), atoms_(connection_) {}
+
+std::vector<WindowState> WindowSystem::readStates(std::span<const WindowAddress> windows) const {
+    std::vector<WindowState> states(windows.size());
+    if (!connection_.isUsable())
+        return states;
+    struct Cookies {
+        xcb_get_property_cookie_t icccm, ewmh, workspace, workspaceInView;
+    };
+    std::vector<Cookies> cookies;
+    cookies.reserve(windows.size());
+    const auto get = [this](xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
+                            std::uint32_t length) {
+        return xcb_get_property(connection_.get(), 0, window, property, type, 0, length);
+    };
+    for (const WindowAddress &at : windows)
+        cookies.push_back(
+            {get(at.window, atoms_[WindowAtoms::WmState], atoms_[WindowAtoms::WmState], 1),
+             get(at.window, atoms_[WindowAtoms::NetWmState], XCB_ATOM_ATOM, kLongestStateList),
+             get(at.window, atoms_[WindowAtoms::NetWmDesktop], XCB_ATOM_CARDINAL, 1),
+             get(at.root, atoms_[WindowAtoms::NetCurrentDesktop], XCB_ATOM_CARDINAL, 1)});
+    const auto take = [this](xcb_get_property_cookie_t cookie) {
+        return PropertyReply(xcb_get_property_reply(connection_.get(), cookie, nullptr));
+    };
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+        const PropertyReply icccm = take(cookies[i].icccm);
+        const PropertyReply ewmh = take(cookies[i].ewmh);
+        const std::optional<std::uint32_t> workspace = firstWord(take(cookies[i].workspace));
+        const std::optional<std::uint32_t> inView = firstWord(take(cookies[i].workspaceInView));
+        if (!icccm || !ewmh)
+            continue;
+        if (workspace && inView && workspace != inView && workspace != kAllWorkspaces)
+            states[i].otherWorkspace = workspace;
+        const auto list = propertyWords(ewmh);
+        const auto state = propertyWords(icccm);
+        states[i].exists = true;
+        states[i].managed = !state.empty() && state[0] != kWithdrawnState;
+        states[i].skipsTaskbar = contains(list, atoms_[WindowAtoms::NetWmStateSkipTaskbar]);
+        states[i].minimized = windows[i].abilities.marksHiddenWindows
+                                  ? contains(list, atoms_[WindowAtoms::NetWmStateHidden])
+                                  : !state.empty() && state[0] == kIconicState;
+    }
+    return states;
+}
+
+void WindowSystem::tellWindowManager(xcb_window_t root, xcb_window_t about, xcb_atom_t message,
+                                     std::uint32_t first, std::uint32_t second,
+                                     std::uint32_t third) const {
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = about;
+    event.type = message;
+    event.data.data32[0] = first;
+    event.data.data32[1] = second;
+    event.data.data32[2] = third;
+    xcb_send_event(connection_.get(), 0, root,
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char *>(&event));
+}
+
+bool WindowSystem::flush() const {
+    return connection_.isUsable() && xcb_flush(connection_.get()) > 0;
+}
+
+bool WindowSystem::activate(const WindowAddress &window, xcb_timestamp_t time) const {
+    tellWindowManager(window.root, window.window, atoms_[WindowAtoms::NetActiveWindow], kSourceUser,
+                      time);
+    return flush();
+}
+
+bool WindowSystem::showWorkspace(const WindowAddress &window, std::uint32_t workspace,
+                                 xcb_timestamp_t time) const {
+    tellWindowManager(window.root, window.root, atoms_[WindowAtoms::NetCurrentDesktop], workspace,
+                      time);
+    return flush();
+}
+
+bool WindowSystem::minimize(const WindowAddress &window) const {
+    tellWindowManager(window.root, window.window, atoms_[WindowAtoms::WmChangeState], kIconicState);
+    return flush();
+}
+
+bool WindowSystem::restore(const WindowAddress &window) const {
+    // The window manager gets it as a request, since it redirects its windows.
+    xcb_map_window(connection_.get(), window.window);
+    return flush();
+}
+
+bool WindowSystem::raise(const WindowAddress &window) const {
+    if (window.abilities.restacksWindows) {
+        tellWindowManager(window.root, window.window, atoms_[WindowAtoms::NetRestackWindow],
+                          kSourceUser, XCB_NONE, XCB_STACK_MODE_ABOVE);
+    } else {
+        const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+        xcb_configure_window(connection_.get(), window.window, XCB_CONFIG_WINDOW_STACK_MODE,
+                             &above);
+    }
+    return flush();
+}
+
+}  // namespace kestrelbay::x11

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "platform/linux/x11/connection/WindowAtoms.h"
+#include "platform/linux/x11/connection/XConnection.h"
+
+namespace kestrelbay::x11 {
+
+/// What a window manager says it can do, of what we would like.
+struct WindowManagerAbilities {
+    bool restacksWindows = false;
+    /// _NET_WM_STATE_HIDDEN tells minimised windows from those that are merely on
+    /// another workspace; WM_STATE alone does not, with many window managers.
+    bool marksHiddenWindows = false;
+};
+
+struct WindowState {
+    bool exists = false;
+    /// The window manager has it, in view or not.
+    bool managed = false;
+    bool minimized = false;
+    bool skipsTaskbar = false;
+    /// The workspace it is on, when that is not the one in view.
+    std::optional<std::uint32_t> otherWorkspace;
+};
+
+/// A window, and where its window manager listens.
+struct WindowAddress {
+    xcb_window_t window = XCB_NONE;
+    xcb_window_t root = XCB_NONE;
+    WindowManagerAbilities abilities;
+};
+
+/// Asks and tells the window manager about single windows, in the words of EWMH
+/// and ICCCM. The requests return false when there is no server to send them to.
+/// Any thread.
+class WindowSystem {
+public:
+    explicit WindowSystem(const QString &displayName);
+
+    [[nodiscard]] const XConnection &connection() const { return connection_; }
+    [[nodiscard]] const WindowAtoms &atoms() const { return atoms_; }
+
+    /// Of every window, in order, in one round trip.
+    [[nodiscard]] std::vector<WindowState> readStates(std::span<const WindowAddress> windows) const;
+
+    /// Window managers refuse a time that is older than the user's last deed.
+    bool activate(const WindowAddress &window, xcb_timestamp_t time) const;
+    /// Brings the window's root to another workspace.
+    bool showWorkspace(const WindowAddress &window, std::uint32_t workspace,
+                       xcb_timestamp_t time) const;
+    bool minimize(const WindowAddress &window) const;
+    bool restore(const WindowAddress &window) const;
+    bool raise(const WindowAddress &window) const;
+
+    /// Sends what the requests above have written.
+    bool flush() const;
+
+private:
+    /// About a window: one of the root's, or the root itself.
+    void tellWindowManager(xcb_window_t root, xcb_window_t about, xcb_atom_t message,
+                           std::uint32_t first, std::uint32_t second = 0,
+                           std::uint32_t third = 0) const;
+
+    XConnection connection_;
+    WindowAtoms atoms_;
+};
+
+}  // namespace kestrelbay::x11

@@ -1,0 +1,94 @@
+#include "platform/linux/x11/keyboard/KeyGrabPlan.h"
+
+#include <optional>
+
+namespace kestrelbay::x11 {
+
+namespace {
+
+struct Kind {
+    ModifierFlags generic;
+    ModifierFlags left;
+    ModifierFlags right;
+    KeyCode leftKey;
+    KeyCode rightKey;
+};
+
+constexpr std::array kKinds{
+    Kind{modifier::kShift, modifier::kLeftShift, modifier::kRightShift, key::kLeftShift,
+         key::kRightShift},
+    Kind{modifier::kControl, modifier::kLeftControl, modifier::kRightControl, key::kLeftControl,
+         key::kRightControl},
+    Kind{modifier::kOption, modifier::kLeftOption, modifier::kRightOption, key::kLeftOption,
+         key::kRightOption},
+    Kind{modifier::kCommand, modifier::kLeftCommand, modifier::kRightCommand, key::kLeftCommand,
+         key::kRightCommand},
+};
+
+using Masks = std::set<std::uint8_t>;
+
+std::uint8_t maskOf(KeyCode code, const KeyboardModel &keyboard) {
+    const std::optional<XKeycode> keycode = toXKeycode(code);
+    return keycode ? keyboard.modifiersOfKey.at(*keycode) : std::uint8_t{0};
+}
+
+/// The states of the X modifiers that mean this kind of modifier. The two keys of
+/// a kind may set different ones: on many layouts the right Option key is
+/// ISO_Level3_Shift and sets Mod5. A key that sets none can't take part in a grab.
+Masks masksOfKind(const Kind &kind, ModifierFlags flags, const KeyboardModel &keyboard) {
+    if (!flags.contains(kind.generic))
+        return {0};
+    const std::uint8_t left = maskOf(kind.leftKey, keyboard);
+    const std::uint8_t right = maskOf(kind.rightKey, keyboard);
+    const auto both = static_cast<std::uint8_t>(left | right);
+    Masks masks;
+    if ((flags & modifier::kSideMask).isEmpty()) {
+        masks = {left, right, both};
+    } else {
+        const bool wantsLeft = flags.contains(kind.left);
+        const bool wantsRight = flags.contains(kind.right);
+        if (wantsLeft && wantsRight && left != 0 && right != 0)
+            masks = {both};
+        else if (wantsLeft != wantsRight)
+            masks = {wantsLeft ? left : right};
+    }
+    masks.erase(0);
+    return masks;
+}
+
+Masks combine(const Masks &a, const Masks &b) {
+    Masks combined;
+    for (const std::uint8_t one : a) {
+        for (const std::uint8_t other : b)
+            combined.insert(static_cast<std::uint8_t>(one | other));
+    }
+    return combined;
+}
+
+}  // namespace
+
+std::set<KeyGrab> grabsFor(const Hotkey &hotkey, const KeyboardModel &keyboard) {
+    const std::optional<XKeycode> keycode = toXKeycode(hotkey.keyCode);
+    if (!keycode)
+        return {};
+
+    Masks states{0};
+    for (const Kind &kind : kKinds)
+        states = combine(states, masksOfKind(kind, hotkey.modifierFlags, keyboard));
+
+    std::set<KeyGrab> grabs;
+    for (const std::uint8_t state : states) {
+        // A lock modifier that the hotkey itself uses is no lock for it.
+        const auto locks = static_cast<std::uint8_t>(keyboard.lockModifiers & ~state);
+        // Every subset of the lock modifiers, the empty one last.
+        for (std::uint8_t subset = locks;;
+             subset = static_cast<std::uint8_t>((subset - 1) & locks)) {
+            grabs.insert({*keycode, static_cast<std::uint8_t>(state | subset)});
+            if (subset == 0)
+                break;
+        }
+    }
+    return grabs;
+}
+
+}  // namespace kestrelbay::x11

@@ -1,0 +1,92 @@
+#include "platform/linux/x11/keyboard/KeyboardState.h"
+
+#include <xkbcommon/xkbcommon-x11.h>
+#include <xkbcommon/xkbcommon.h>
+
+// A C header that names a field after a C++ keyword.
+#ifdef __clang__
+#pragma clang diagnostic ignored "-Wkeyword-macro"
+#endif
+#define explicit explicitMapping
+#include <xcb/xkb.h>
+#undef explicit
+
+#include <memory>
+#include <span>
+
+#include "platform/linux/x11/connection/XConnection.h"
+
+namespace kestrelbay::x11 {
+
+namespace {
+
+struct Unref {
+    void operator()(xkb_context *context) const { xkb_context_unref(context); }
+    void operator()(xkb_keymap *keymap) const { xkb_keymap_unref(keymap); }
+    void operator()(xkb_state *state) const { xkb_state_unref(state); }
+};
+
+std::uint8_t coreModifiers(xkb_state *state, xkb_state_component component) {
+    // The first eight modifiers of every keymap are the core protocol's.
+    return static_cast<std::uint8_t>(xkb_state_serialize_mods(state, component) & 0xffU);
+}
+
+}  // namespace
+
+std::optional<std::uint8_t> watchKeymap(xcb_connection_t *connection) {
+    std::uint8_t firstEvent = 0;
+    if (xkb_x11_setup_xkb_extension(
+            connection, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
+            XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &firstEvent, nullptr) == 0)
+        return std::nullopt;
+    constexpr std::uint16_t kEvents =
+        XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    constexpr std::uint16_t kParts = XCB_XKB_MAP_PART_KEY_TYPES | XCB_XKB_MAP_PART_KEY_SYMS |
+                                     XCB_XKB_MAP_PART_MODIFIER_MAP | XCB_XKB_MAP_PART_KEY_ACTIONS |
+                                     XCB_XKB_MAP_PART_VIRTUAL_MODS |
+                                     XCB_XKB_MAP_PART_VIRTUAL_MOD_MAP;
+    xcb_xkb_select_events(connection, XCB_XKB_ID_USE_CORE_KBD, kEvents, 0, kEvents, kParts, kParts,
+                          nullptr);
+    return firstEvent;
+}
+
+std::optional<KeyboardModel> readKeyboardModel(xcb_connection_t *connection) {
+    const std::unique_ptr<xkb_context, Unref> context(xkb_context_new(XKB_CONTEXT_NO_FLAGS));
+    const std::int32_t device = xkb_x11_get_core_keyboard_device_id(connection);
+    if (!context || device < 0)
+        return std::nullopt;
+    const std::unique_ptr<xkb_keymap, Unref> keymap(xkb_x11_keymap_new_from_device(
+        context.get(), connection, device, XKB_KEYMAP_COMPILE_NO_FLAGS));
+    if (!keymap)
+        return std::nullopt;
+
+    // Pressing each key in a copy of the keyboard tells what it does, however the
+    // layout came to bind it. The modifier map would not do: on most layouts with a
+    // third level it leaves out the very key that chooses that level.
+    KeyboardModel model;
+    for (unsigned code = 8; code < model.modifiersOfKey.size(); ++code) {
+        const std::unique_ptr<xkb_state, Unref> state(xkb_state_new(keymap.get()));
+        xkb_state_update_key(state.get(), code, XKB_KEY_DOWN);
+        model.modifiersOfKey.at(code) = coreModifiers(state.get(), XKB_STATE_MODS_DEPRESSED);
+        xkb_state_update_key(state.get(), code, XKB_KEY_UP);
+        model.lockModifiers |= coreModifiers(state.get(), XKB_STATE_MODS_LOCKED);
+    }
+    return model;
+}
+
+std::optional<std::set<KeyCode>> readHeldModifiers(xcb_connection_t *connection) {
+    const Reply<xcb_query_keymap_reply_t> keymap(
+        xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr));
+    if (!keymap)
+        return std::nullopt;
+    const std::span<const std::uint8_t, 32> bits(keymap->keys);
+    std::set<KeyCode> held;
+    for (const KeyCode code : kModifierKeyCodes) {
+        const std::optional<XKeycode> keycode = toXKeycode(code);
+        if (keycode && (bits[*keycode / 8U] >> (*keycode % 8U) & 1U) != 0)
+            held.insert(code);
+    }
+    return held;
+}
+
+}  // namespace kestrelbay::x11

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <set>
+
+#include <xcb/xcb.h>
+
+#include "keys/KeyCode.h"
+#include "platform/linux/x11/keyboard/KeyGrabPlan.h"
+
+namespace kestrelbay::x11 {
+
+/// Makes the connection one that speaks XKB, as readKeyboardModel() needs, and has
+/// the server say on it when the keymap changes or a keyboard with another one is
+/// used. Gives the type of these events; no value when the server has no XKB.
+[[nodiscard]] std::optional<std::uint8_t> watchKeymap(xcb_connection_t *connection);
+
+/// Asks the server which keys set which modifiers, and which modifiers lock. No
+/// value when the connection is broken.
+[[nodiscard]] std::optional<KeyboardModel> readKeyboardModel(xcb_connection_t *connection);
+
+/// The modifier keys that are down at this moment; with the keyboard frozen by a
+/// grab, those down when it froze. No value when the connection is broken.
+[[nodiscard]] std::optional<std::set<KeyCode>> readHeldModifiers(xcb_connection_t *connection);
+
+}  // namespace kestrelbay::x11

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include <QObject>
+#include <QSocketNotifier>
+#include <QString>
+#include <QTimer>
+
+#include <xcb/xcb.h>
+
+#include "platform/EventTap.h"
+#include "platform/linux/x11/connection/XConnection.h"
+#include "platform/linux/x11/keyboard/KeyGrabber.h"
+
+namespace kestrelbay::x11 {
+
+/// The event tap of an X11 session, on a connection of its own that is read by the
+/// main loop.
+///
+/// Modifiers come as XInput 2 raw events, which arrive whoever has grabbed the
+/// keyboard. Key-downs come from passive synchronous grabs: the server freezes the
+/// keyboard at the press until it is told whether to drop the key or to replay it
+/// to the program in front, so a key is never seen by both and never by neither.
+class XEventTap final : public QObject, public EventTap {
+    Q_OBJECT
+
+public:
+    struct Settings {
+        QString displayName;
+        /// Wayland compositors let no client see the keys of another, so a tap on
+        /// their X server would see some keys and not others. There is none then.
+        bool isX11Session = true;
+        /// Refused grabs are asked for again after this time, then after twice this
+        /// time, and so on. Programs that start at login settle within seconds.
+        std::chrono::milliseconds firstRetry{500};
+        std::chrono::milliseconds longestRetry{std::chrono::minutes(1)};
+        /// The X server is gone, and with it the session.
+        std::function<void()> displayLost;
+    };
+
+    explicit XEventTap(Settings settings);
+    ~XEventTap() override;
+
+    [[nodiscard]] bool install(Handlers handlers) override;
+    [[nodiscard]] TapProblem problem() const override { return problem_; }
+    void enable() override;
+    void remove() override;
+    void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) override;
+    bool setRecording(bool recording) override;
+    [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override;
+
+private:
+    [[nodiscard]] TapProblem tryInstall(Handlers handlers);
+    void replayWaitingKeys();
+    void drain();
+    void drainLater();
+    void handle(const xcb_generic_event_t &event);
+    void handleRawKey(XKeycode keycode, bool pressed);
+    void handleKeyPress(XKeycode keycode);
+    EventVerdict decide(XKeycode keycode);
+    EventVerdict deliver(EventType type, KeyCode keyCode);
+    void deliverModifier(KeyCode keyCode, bool down);
+    void reconcileModifiers();
+    void rereadKeyboard();
+    void applyGrabs();
+    void scheduleRetry();
+
+    Settings settings_;
+    Handlers handlers_;
+    TapProblem problem_ = TapProblem::None;
+    std::shared_ptr<XConnection> connection_;
+    std::optional<QSocketNotifier> notifier_;
+    std::optional<KeyGrabber> grabber_;
+    KeyboardModel keyboard_;
+    QTimer retryTimer_;
+    std::vector<Hotkey> wanted_;
+    std::map<Hotkey, std::set<KeyGrab>> grabs_;
+    std::vector<Hotkey> refused_;
+    /// What the handler was told: these modifier keys are down.
+    std::set<KeyCode> delivered_;
+    /// Verdicts on keys that are still down since their one KeyDown.
+    std::map<XKeycode, EventVerdict> down_;
+    xcb_window_t recordingWindow_ = XCB_NONE;
+    std::uint8_t xinputOpcode_ = 0;
+    std::uint8_t keymapChangeEvent_ = 0;
+    xcb_atom_t managerAtom_ = XCB_NONE;
+    bool recording_ = false;
+};
+
+}  // namespace kestrelbay::x11

@@ -1,0 +1,151 @@
+#include "platform/linux/x11/panels/X11NativeWindow.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <QGuiApplication>
+#include <QPainterPath>
+#include <QPolygon>
+#include <QRegion>
+#include <QWindow>
+
+#include "platform/linux/x11/connection/XProperty.h"
+
+namespace kestrelbay::x11 {
+
+namespace {
+
+/// Has the server work off what Qt has asked of it: the window may be one that Qt
+/// has only just asked for, over another connection.
+void finishRequestsOfQt() {
+    const auto *const gui = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+    // Qt's platform without a screen has the interface too, but nothing behind it.
+    const auto *const x11 = gui && QGuiApplication::platformName() == QLatin1String("xcb")
+                                ? gui->nativeInterface<QNativeInterface::QX11Application>()
+                                : nullptr;
+    if (x11 == nullptr)
+        return;
+    const Reply<xcb_get_input_focus_reply_t> done(xcb_get_input_focus_reply(
+        x11->connection(), xcb_get_input_focus(x11->connection()), nullptr));
+}
+
+qreal devicePixelRatioOf(NativeWindow::Id id) {
+    for (const QWindow *const window : QGuiApplication::allWindows())
+        if (window->handle() != nullptr && window->winId() == id)
+            return window->devicePixelRatio();
+    return 1;
+}
+
+QRegion roundedRegion(const QRect &rectangle, int cornerRadius, qreal ratio) {
+    const QRectF scaled(rectangle.x() * ratio, rectangle.y() * ratio, rectangle.width() * ratio,
+                        rectangle.height() * ratio);
+    QPainterPath path;
+    path.addRoundedRect(scaled, cornerRadius * ratio, cornerRadius * ratio);
+    return {path.toFillPolygon().toPolygon()};
+}
+
+xcb_window_t xWindow(NativeWindow::Id window) {
+    return static_cast<xcb_window_t>(window);
+}
+
+}  // namespace
+
+X11NativeWindow::X11NativeWindow(const QString &displayName)
+    : system_(displayName), panels_(system_), forward_(system_) {
+    const XConnection &connection = system_.connection();
+    if (!connection.isUsable())
+        return;
+    const std::string manager = "_NET_WM_CM_S" + std::to_string(connection.defaultScreen());
+    const auto atoms = internAtoms(
+        connection, std::array<std::string_view, 2>{manager, "_KDE_NET_WM_BLUR_BEHIND_REGION"});
+    compositingManager_ = atoms[0];
+    blurRegion_ = atoms[1];
+    notifier_ =
+        std::make_unique<QSocketNotifier>(connection.fileDescriptor(), QSocketNotifier::Read);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(),
+                     [this] { drain(); });
+}
+
+void X11NativeWindow::drain() {
+    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(system_.connection().get())}) {
+        panels_.handle(*event);
+        forward_.handle(*event);
+    }
+    // A server that has gone leaves a descriptor that can be read forever.
+    notifier_->setEnabled(system_.connection().isUsable());
+}
+
+/// Waiting for an answer takes events off the socket, which then stays silent.
+void X11NativeWindow::drainLater() const {
+    QMetaObject::invokeMethod(
+        notifier_.get(), [self = const_cast<X11NativeWindow *>(this)] { self->drain(); },
+        Qt::QueuedConnection);
+}
+
+void X11NativeWindow::makeFloatingPanel(Id window) {
+    if (!system_.connection().isUsable())
+        return;
+    finishRequestsOfQt();
+    panels_.add(xWindow(window));
+    drainLater();
+}
+
+bool X11NativeWindow::isTranslucencyShown() const {
+    xcb_connection_t *const connection = system_.connection().get();
+    if (!system_.connection().isUsable())
+        return false;
+    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        connection, xcb_get_selection_owner(connection, compositingManager_), nullptr));
+    drainLater();
+    return reply && reply->owner != XCB_NONE;
+}
+
+void X11NativeWindow::setBehindWindowMaterial(Id window, const QRect &rectangle, int cornerRadius) {
+    if (!system_.connection().isUsable())
+        return;
+    std::vector<std::uint32_t> words;
+    for (const QRect &part : roundedRegion(rectangle, cornerRadius, devicePixelRatioOf(window)))
+        for (const int number : {part.x(), part.y(), part.width(), part.height()})
+            words.push_back(static_cast<std::uint32_t>(number));
+    finishRequestsOfQt();
+    xcb_change_property(system_.connection().get(), XCB_PROP_MODE_REPLACE, xWindow(window),
+                        blurRegion_, XCB_ATOM_CARDINAL, 32,
+                        static_cast<std::uint32_t>(words.size()), words.data());
+    system_.flush();
+}
+
+void X11NativeWindow::bringProgramForward(Id window) {
+    if (!system_.connection().isUsable())
+        return;
+    finishRequestsOfQt();
+    forward_.bring(xWindow(window));
+}
+
+std::optional<QPoint> X11NativeWindow::keyWindowCenter() const {
+    xcb_connection_t *const connection = system_.connection().get();
+    const xcb_window_t root = system_.connection().root();
+    if (!system_.connection().isUsable())
+        return std::nullopt;
+    const PropertyReply active(xcb_get_property_reply(
+        connection,
+        xcb_get_property(connection, 0, root, system_.atoms()[WindowAtoms::NetActiveWindow],
+                         XCB_ATOM_WINDOW, 0, 1),
+        nullptr));
+    drainLater();
+    const auto words = propertyWords(active);
+    if (words.empty() || words[0] == XCB_NONE)
+        return std::nullopt;
+    const xcb_get_geometry_cookie_t geometryCookie = xcb_get_geometry(connection, words[0]);
+    const xcb_translate_coordinates_cookie_t cornerCookie =
+        xcb_translate_coordinates(connection, words[0], root, 0, 0);
+    const Reply<xcb_get_geometry_reply_t> geometry(
+        xcb_get_geometry_reply(connection, geometryCookie, nullptr));
+    const Reply<xcb_translate_coordinates_reply_t> corner(
+        xcb_translate_coordinates_reply(connection, cornerCookie, nullptr));
+    if (!geometry || !corner)
+        return std::nullopt;
+    return QPoint(corner->dst_x + geometry->width / 2, corner->dst_y + geometry->height / 2);
+}
+
+}  // namespace kestrelbay::x11

@@ -1,0 +1,143 @@
+#include "platform/linux/x11/windows/ApplicationWindows.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrelbay::x11 {
+
+ApplicationWindows::ApplicationWindows(std::shared_ptr<WindowMirror> mirror,
+                                       const DesktopPicture &picture, const ApplicationGroup &group)
+    : mirror_(std::move(mirror)), pictureTime_(picture.serverTime) {
+    for (const std::size_t window : group.windows)
+        if (picture.windows[window].facts->type != WindowType::Decoration)
+            windows_.push_back(picture.windows[window]);
+}
+
+xcb_timestamp_t ApplicationWindows::freshTime() const {
+    return std::chrono::steady_clock::now() - madeAt_ < kStatesLast ? pictureTime_
+                                                                    : mirror_->serverTime();
+}
+
+void ApplicationWindows::readStates() {
+    const auto now = std::chrono::steady_clock::now();
+    if (!states_.empty() && now - readAt_ < kStatesLast)
+        return;
+    std::vector<WindowAddress> addresses;
+    addresses.reserve(windows_.size());
+    for (const ManagedWindow &window : windows_)
+        addresses.push_back(window.address);
+    states_ = mirror_->windowSystem().readStates(addresses);
+    readAt_ = now;
+    mirror_->processQueuedEvents();
+}
+
+std::vector<std::size_t> ApplicationWindows::listedLocked() {
+    readStates();
+    std::vector<std::size_t> ordinary;
+    std::vector<std::size_t> all;
+    for (std::size_t i = 0; i < windows_.size(); ++i) {
+        if (!states_[i].exists)
+            continue;
+        all.push_back(i);
+        if (!windows_[i].facts->isTransient() && windows_[i].facts->type != WindowType::Utility &&
+            !states_[i].skipsTaskbar)
+            ordinary.push_back(i);
+    }
+    return ordinary.empty() ? all : ordinary;
+}
+
+std::vector<std::size_t> ApplicationWindows::listed() {
+    const std::lock_guard lock(mutex_);
+    return listedLocked();
+}
+
+bool ApplicationWindows::isActiveOneMinimized() {
+    const std::lock_guard lock(mutex_);
+    const auto active = std::find_if(windows_.begin(), windows_.end(),
+                                     [](const ManagedWindow &window) { return window.active; });
+    if (active == windows_.end())
+        return false;
+    readStates();
+    return states_[static_cast<std::size_t>(active - windows_.begin())].minimized;
+}
+
+std::optional<WindowState> ApplicationWindows::state(std::size_t window) {
+    const std::lock_guard lock(mutex_);
+    readStates();
+    return states_[window].exists ? std::optional(states_[window]) : std::nullopt;
+}
+
+bool ApplicationWindows::setMinimized(std::size_t window, bool minimized) {
+    const std::lock_guard lock(mutex_);
+    states_.clear();
+    const WindowAddress &address = windows_[window].address;
+    return minimized ? mirror_->windowSystem().minimize(address)
+                     : mirror_->windowSystem().restore(address);
+}
+
+bool ApplicationWindows::raise(std::size_t window) {
+    return mirror_->windowSystem().raise(windows_[window].address);
+}
+
+void ApplicationWindows::setMain(std::size_t window) {
+    const std::lock_guard lock(mutex_);
+    main_ = window;
+}
+
+bool ApplicationWindows::focusLocked(std::size_t window) {
+    readStates();
+    const std::optional<std::uint32_t> otherWorkspace = states_[window].otherWorkspace;
+    states_.clear();
+    focused_ = window;
+    const WindowSystem &system = mirror_->windowSystem();
+    const WindowAddress &address = windows_[window].address;
+    const xcb_timestamp_t time = freshTime();
+    // Some window managers go to the window's workspace by themselves; others refuse
+    // to activate what is not in view.
+    if (otherWorkspace)
+        system.showWorkspace(address, *otherWorkspace, time);
+    return system.activate(address, time);
+}
+
+bool ApplicationWindows::focus(std::size_t window) {
+    const std::lock_guard lock(mutex_);
+    return focusLocked(window);
+}
+
+/// A dialog goes and comes with the window it belongs to. Minimised by itself, it
+/// would be left behind when that window comes back.
+bool ApplicationWindows::isOwnersBusiness(const ManagedWindow &window) const {
+    return std::any_of(windows_.begin(), windows_.end(), [&](const ManagedWindow &other) {
+        return window.facts->transientForGroup ? !other.facts->isTransient()
+                                               : other.address.window == window.facts->transientFor;
+    });
+}
+
+bool ApplicationWindows::minimizeAll() {
+    const std::lock_guard lock(mutex_);
+    states_.clear();
+    focused_.reset();
+    bool sent = !windows_.empty();
+    // The back-most first: the focus does not wander over those that go as well.
+    for (auto window = windows_.rbegin(); window != windows_.rend(); ++window)
+        if (!isOwnersBusiness(*window))
+            sent = mirror_->windowSystem().minimize(window->address) && sent;
+    return sent;
+}
+
+bool ApplicationWindows::activate() {
+    const std::lock_guard lock(mutex_);
+    if (main_ && focused_ == main_)
+        return true;
+    const std::vector<std::size_t> list = listedLocked();
+    if (list.empty())
+        return false;
+    // Those that no task bar shows went with the others, and come with them.
+    for (std::size_t i = 0; i < windows_.size(); ++i)
+        if (states_[i].exists && states_[i].minimized && !windows_[i].facts->isTransient() &&
+            std::find(list.begin(), list.end(), i) == list.end())
+            mirror_->windowSystem().restore(windows_[i].address);
+    return focusLocked(main_.value_or(list.front()));
+}
+
+}  // namespace kestrelbay::x11

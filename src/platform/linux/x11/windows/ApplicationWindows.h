@@ -1,0 +1,69 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+#include "platform/linux/x11/windows/ApplicationGroups.h"
+#include "platform/linux/x11/windows/WindowMirror.h"
+
+namespace kestrelbay::x11 {
+
+/// The windows that a picture shows of one application, and what was asked of them
+/// since. Shared by a running application and its window elements. Any thread.
+///
+/// One key press asks for the same states several times. They are read together,
+/// and again only when something was asked of the windows or a press must be over.
+class ApplicationWindows {
+public:
+    ApplicationWindows(std::shared_ptr<WindowMirror> mirror, const DesktopPicture &picture,
+                       const ApplicationGroup &group);
+
+    /// The windows to switch to, front-most first, as positions for the calls below.
+    [[nodiscard]] std::vector<std::size_t> listed();
+
+    /// For a moment after it was minimised, the active window may still be named as
+    /// that.
+    [[nodiscard]] bool isActiveOneMinimized();
+
+    /// No value when the window has gone.
+    [[nodiscard]] std::optional<WindowState> state(std::size_t window);
+    [[nodiscard]] WindowType type(std::size_t window) const { return windows_[window].facts->type; }
+
+    bool setMinimized(std::size_t window, bool minimized);
+    bool raise(std::size_t window);
+    void setMain(std::size_t window);
+    /// Brings this window forward with the keyboard focus.
+    bool focus(std::size_t window);
+
+    bool minimizeAll();
+    /// Brings the main window forward, unless that was asked for already.
+    bool activate();
+
+private:
+    /// A press is over long before; a test or a slow press sees fresh states.
+    static constexpr std::chrono::milliseconds kStatesLast{100};
+
+    [[nodiscard]] xcb_timestamp_t freshTime() const;
+    void readStates();
+    [[nodiscard]] std::vector<std::size_t> listedLocked();
+    bool focusLocked(std::size_t window);
+    [[nodiscard]] bool isOwnersBusiness(const ManagedWindow &window) const;
+
+    const std::shared_ptr<WindowMirror> mirror_;
+    const xcb_timestamp_t pictureTime_;
+    const std::chrono::steady_clock::time_point madeAt_ = std::chrono::steady_clock::now();
+    /// Without desktops, panels and the like.
+    std::vector<ManagedWindow> windows_;
+
+    std::mutex mutex_;
+    std::vector<WindowState> states_;
+    std::chrono::steady_clock::time_point readAt_;
+    std::optional<std::size_t> main_;
+    std::optional<std::size_t> focused_;
+};
+
+}  // namespace kestrelbay::x11

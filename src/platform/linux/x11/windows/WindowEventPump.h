@@ -1,0 +1,43 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include "platform/linux/x11/windows/WindowMirror.h"
+
+namespace kestrelbay::x11 {
+
+/// Has the main loop take in what the X server sends the mirror unasked, so that the
+/// server never has to keep it. To be made and destroyed on the main thread, with a
+/// QCoreApplication and a usable connection.
+///
+/// Answers come over the same descriptor. A main thread that reads them takes them
+/// from the thread that waits, which then has to be woken a second time; so for the
+/// time of a press it looks away, and whoever asks takes in the events as well.
+class WindowEventPump {
+public:
+    explicit WindowEventPump(WindowMirror &mirror);
+
+    /// Somebody is about to ask the server. Any thread.
+    void pressBegins() { lastPress_ = now(); }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    /// The round trips of a press are over long before.
+    static constexpr std::chrono::milliseconds kPressLasts{50};
+
+    [[nodiscard]] static Clock::rep now() { return Clock::now().time_since_epoch().count(); }
+    [[nodiscard]] bool isPressGoingOn() const;
+    void takeIn();
+
+    WindowMirror &mirror_;
+    std::atomic<Clock::rep> lastPress_{0};
+    QSocketNotifier notifier_;
+    QTimer resume_;
+};
+
+}  // namespace kestrelbay::x11

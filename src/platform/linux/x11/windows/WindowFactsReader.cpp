@@ -1,0 +1,199 @@
+#include "platform/linux/x11/windows/WindowFactsReader.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <utility>
+
+#include <QSysInfo>
+
+#include <xcb/res.h>
+
+#include "platform/linux/applications/matching/ProcessFacts.h"
+#include "platform/linux/x11/connection/XProperty.h"
+
+namespace kestrelbay::x11 {
+
+namespace {
+
+// In units of four bytes: longer than any real value, and short enough that no
+// client can make us carry megabytes.
+constexpr std::uint32_t kLongestText = 256;
+constexpr std::uint32_t kLongestList = 64;
+
+std::unordered_map<std::uint32_t, std::int64_t> pidsByClient(
+    xcb_connection_t *connection, xcb_res_query_client_ids_cookie_t cookie) {
+    std::unordered_map<std::uint32_t, std::int64_t> pids;
+    const Reply<xcb_res_query_client_ids_reply_t> reply(
+        xcb_res_query_client_ids_reply(connection, cookie, nullptr));
+    if (!reply)
+        return pids;
+    for (auto id = xcb_res_query_client_ids_ids_iterator(reply.get()); id.rem > 0;
+         xcb_res_client_id_value_next(&id))
+        if ((id.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0 &&
+            xcb_res_client_id_value_value_length(id.data) > 0)
+            pids[id.data->spec.client] = *xcb_res_client_id_value_value(id.data);
+    return pids;
+}
+
+bool isThisMachine(const QString &name) {
+    return name.section(u'.', 0, 0)
+               .compare(QSysInfo::machineHostName().section(u'.', 0, 0), Qt::CaseInsensitive) == 0;
+}
+
+}  // namespace
+
+struct WindowFactsReader::Cookies {
+    xcb_get_property_cookie_t gtkId, kdeFile, wmClass, transientFor, types, pid, machine;
+};
+
+WindowFactsReader::WindowFactsReader(const XConnection &connection, const WindowAtoms &atoms,
+                                     LaunchedEntry launchedEntry)
+    : connection_(connection), atoms_(atoms), launchedEntry_(std::move(launchedEntry)) {
+    if (!connection_.isUsable())
+        return;
+    const xcb_query_extension_reply_t *extension =
+        xcb_get_extension_data(connection_.get(), &xcb_res_id);
+    if (extension == nullptr || extension->present == 0)
+        return;
+    const Reply<xcb_res_query_version_reply_t> version(xcb_res_query_version_reply(
+        connection_.get(), xcb_res_query_version(connection_.get(), 1, 2), nullptr));
+    serverKnowsPids_ = version && std::pair(version->server_major, version->server_minor) >=
+                                      std::pair<std::uint16_t, std::uint16_t>(1, 2);
+}
+
+bool WindowFactsReader::isIdentity(xcb_atom_t property) const {
+    return property == XCB_ATOM_WM_CLASS || property == XCB_ATOM_WM_TRANSIENT_FOR ||
+           property == atoms_[WindowAtoms::GtkApplicationId] ||
+           property == atoms_[WindowAtoms::KdeDesktopFile] ||
+           property == atoms_[WindowAtoms::NetWmWindowType] ||
+           property == atoms_[WindowAtoms::NetWmPid] ||
+           property == atoms_[WindowAtoms::WmClientMachine];
+}
+
+WindowFactsReader::Cookies WindowFactsReader::request(xcb_window_t window) const {
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(connection_.get(), window, XCB_CW_EVENT_MASK, &events);
+    const auto get = [&](xcb_atom_t property, xcb_atom_t type, std::uint32_t length) {
+        return xcb_get_property(connection_.get(), 0, window, property, type, 0, length);
+    };
+    return {.gtkId = get(atoms_[WindowAtoms::GtkApplicationId], XCB_ATOM_ANY, kLongestText),
+            .kdeFile = get(atoms_[WindowAtoms::KdeDesktopFile], XCB_ATOM_ANY, kLongestText),
+            .wmClass = get(XCB_ATOM_WM_CLASS, XCB_ATOM_ANY, kLongestText),
+            .transientFor = get(XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, 1),
+            .types = get(atoms_[WindowAtoms::NetWmWindowType], XCB_ATOM_ATOM, kLongestList),
+            .pid = get(atoms_[WindowAtoms::NetWmPid], XCB_ATOM_CARDINAL, 1),
+            .machine = get(atoms_[WindowAtoms::WmClientMachine], XCB_ATOM_ANY, kLongestText)};
+}
+
+WindowType WindowFactsReader::typeOf(std::span<const std::uint32_t> types, bool transient) const {
+    // The client's first choice that we know; types of single desktops are skipped.
+    for (const std::uint32_t type : types) {
+        if (type == atoms_[WindowAtoms::TypeNormal])
+            return WindowType::Normal;
+        if (type == atoms_[WindowAtoms::TypeDialog])
+            return WindowType::Dialog;
+        for (const auto name :
+             {WindowAtoms::TypeUtility, WindowAtoms::TypeToolbar, WindowAtoms::TypeMenu})
+            if (type == atoms_[name])
+                return WindowType::Utility;
+        for (const auto name :
+             {WindowAtoms::TypeDesktop, WindowAtoms::TypeDock, WindowAtoms::TypeSplash,
+              WindowAtoms::TypeDropdownMenu, WindowAtoms::TypePopupMenu, WindowAtoms::TypeTooltip,
+              WindowAtoms::TypeNotification, WindowAtoms::TypeCombo, WindowAtoms::TypeDragAndDrop})
+            if (type == atoms_[name])
+                return WindowType::Decoration;
+    }
+    return transient ? WindowType::Dialog : WindowType::Normal;
+}
+
+std::optional<WindowFacts> WindowFactsReader::collect(const Cookies &cookies,
+                                                      std::int64_t serverPid,
+                                                      Processes &processes) const {
+    const auto take = [this](xcb_get_property_cookie_t cookie) {
+        return PropertyReply(xcb_get_property_reply(connection_.get(), cookie, nullptr));
+    };
+    // Every cookie is asked for, or its answer would stay in memory.
+    const PropertyReply gtkId = take(cookies.gtkId);
+    const PropertyReply kdeFile = take(cookies.kdeFile);
+    const PropertyReply wmClass = take(cookies.wmClass);
+    const PropertyReply transientFor = take(cookies.transientFor);
+    const PropertyReply types = take(cookies.types);
+    const PropertyReply pid = take(cookies.pid);
+    const PropertyReply machine = take(cookies.machine);
+    if (!gtkId || !machine)
+        return std::nullopt;
+
+    WindowFacts facts;
+    facts.gtkApplicationId = propertyText(gtkId);
+    facts.kdeDesktopFile = propertyText(kdeFile);
+    const QList<QString> names = propertyTexts(wmClass);
+    facts.instance = names.value(0);
+    facts.className = names.value(1);
+    if (const auto owner = propertyWords(transientFor); !owner.empty()) {
+        const std::vector<xcb_window_t> &roots = connection_.roots();
+        facts.transientForGroup =
+            owner[0] == XCB_NONE || std::find(roots.begin(), roots.end(), owner[0]) != roots.end();
+        facts.transientFor = facts.transientForGroup ? XCB_NONE : owner[0];
+    }
+    facts.type = typeOf(propertyWords(types), facts.isTransient());
+
+    const QString host = propertyText(machine);
+    const auto claimedPid = propertyWords(pid);
+    facts.pid = serverPid;
+    if (facts.pid < 1 && !claimedPid.empty() && isThisMachine(host))
+        facts.pid = claimedPid[0];
+    facts.process = processOf(facts.pid, processes);
+    if (!host.isEmpty() && !isThisMachine(host) &&
+        facts.process.executableNames.contains(QStringLiteral("ssh"))) {
+        // The window of another machine, and only its tunnel is a process here.
+        facts.pid = 0;
+        facts.process = {};
+    }
+    return facts;
+}
+
+ProcessFacts WindowFactsReader::processOf(std::int64_t pid, Processes &processes) const {
+    const auto [at, isNew] = processes.try_emplace(pid);
+    if (isNew) {
+        at->second = readProcessFacts(pid);
+        const QString path = launchedEntry_ && pid > 0 ? launchedEntry_(pid) : QString();
+        if (!path.isEmpty())
+            at->second.launchedEntryPath = path;
+    }
+    return at->second;
+}
+
+std::vector<std::optional<WindowFacts>> WindowFactsReader::read(
+    std::span<const xcb_window_t> windows) const {
+    std::vector<Cookies> cookies;
+    cookies.reserve(windows.size());
+    for (const xcb_window_t window : windows)
+        cookies.push_back(request(window));
+
+    // Resource ids begin with the bits that are the client's own.
+    const std::uint32_t clientBits =
+        connection_.isUsable() ? ~xcb_get_setup(connection_.get())->resource_id_mask : 0;
+    std::vector<xcb_res_client_id_spec_t> specs;
+    for (const xcb_window_t window : windows)
+        if (std::none_of(specs.begin(), specs.end(), [&](const xcb_res_client_id_spec_t &spec) {
+                return spec.client == (window & clientBits);
+            }))
+            specs.push_back({window & clientBits, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID});
+    std::unordered_map<std::uint32_t, std::int64_t> pids;
+    if (serverKnowsPids_ && !specs.empty())
+        pids = pidsByClient(
+            connection_.get(),
+            xcb_res_query_client_ids(connection_.get(), static_cast<std::uint32_t>(specs.size()),
+                                     specs.data()));
+
+    Processes processes;
+    std::vector<std::optional<WindowFacts>> all;
+    all.reserve(windows.size());
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+        const auto pid = pids.find(windows[i] & clientBits);
+        all.push_back(collect(cookies[i], pid == pids.end() ? 0 : pid->second, processes));
+    }
+    return all;
+}
+
+}  // namespace kestrelbay::x11

@@ -1,0 +1,331 @@
+#include "platform/linux/x11/windows/WindowMirror.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+#include "platform/linux/x11/connection/XProperty.h"
+
+namespace kestrelbay::x11 {
+
+namespace {
+
+// In units of four bytes, that is windows or atoms. More windows than this are
+// nobody's desktop, but somebody's mistake.
+constexpr std::uint32_t kMostWindows = 4096;
+constexpr std::uint32_t kMostAbilities = 1024;
+/// Dialogs of dialogs of dialogs; and some name each other.
+constexpr int kLongestTransientChain = 8;
+
+}  // namespace
+
+struct WindowMirror::RootCookies {
+    xcb_window_t root;
+    xcb_get_property_cookie_t stacking, clients, active, check, supported;
+};
+
+struct WindowMirror::Root {
+    xcb_window_t root = XCB_NONE;
+    /// Front-most first.
+    std::vector<xcb_window_t> windows;
+    xcb_window_t active = XCB_NONE;
+    /// The window by which the window manager shows that it is there.
+    xcb_window_t check = XCB_NONE;
+    WindowManagerAbilities abilities;
+};
+
+WindowMirror::WindowMirror(const QString &displayName,
+                           WindowFactsReader::LaunchedEntry launchedEntry)
+    : system_(displayName),
+      reader_(system_.connection(), system_.atoms(), std::move(launchedEntry)),
+      clock_(system_.connection(), system_.atoms()) {
+    const XConnection &connection = system_.connection();
+    if (!connection.isUsable())
+        return;
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    for (const xcb_window_t root : connection.roots())
+        xcb_change_window_attributes(connection.get(), root, XCB_CW_EVENT_MASK, &events);
+    system_.flush();
+}
+
+WindowMirror::~WindowMirror() = default;
+
+void WindowMirror::setNews(std::function<void()> news) {
+    const std::lock_guard lock(newsMutex_);
+    news_ = std::move(news);
+}
+
+void WindowMirror::tellNews(bool isNews) {
+    if (!isNews)
+        return;
+    const std::lock_guard lock(newsMutex_);
+    if (news_)
+        news_();
+}
+
+void WindowMirror::processEvents() {
+    bool isNews = false;
+    {
+        const std::lock_guard lock(mutex_);
+        const Reply<xcb_generic_event_t> event(xcb_poll_for_event(system_.connection().get()));
+        if (event)
+            apply(*event);
+        takeQueuedEvents();
+        isNews = std::exchange(isNews_, false);
+    }
+    tellNews(isNews);
+}
+
+void WindowMirror::processQueuedEvents() {
+    bool isNews = false;
+    {
+        const std::lock_guard lock(mutex_);
+        takeQueuedEvents();
+        isNews = std::exchange(isNews_, false);
+    }
+    tellNews(isNews);
+}
+
+void WindowMirror::takeQueuedEvents() {
+    while (const Reply<xcb_generic_event_t> event{
+        xcb_poll_for_queued_event(system_.connection().get())})
+        apply(*event);
+}
+
+void WindowMirror::apply(const xcb_generic_event_t &event) {
+    switch (event.response_type & 0x7f) {
+        case XCB_PROPERTY_NOTIFY: {
+            const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
+            time_ = change.time;
+            isNews_ |= change.atom == system_.atoms()[WindowAtoms::NetClientList] ||
+                       change.atom == system_.atoms()[WindowAtoms::NetSupportingWmCheck] ||
+                       (reader_.isIdentity(change.atom) && records_.erase(change.window) > 0);
+            break;
+        }
+        case XCB_DESTROY_NOTIFY: {
+            const auto &end = reinterpret_cast<const xcb_destroy_notify_event_t &>(event);
+            records_.erase(end.window);
+            verified_.erase(end.window);
+            break;
+        }
+        default:
+            break;
+    }
+}
+
+xcb_timestamp_t WindowMirror::serverTime() {
+    xcb_connection_t *connection = system_.connection().get();
+    if (!system_.connection().isUsable())
+        return XCB_CURRENT_TIME;
+    clock_.ask();
+    const Reply<xcb_get_input_focus_reply_t> done(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    processQueuedEvents();
+    const std::lock_guard lock(mutex_);
+    return time_;
+}
+
+WindowMirror::RootCookies WindowMirror::askRoot(xcb_window_t root) const {
+    const auto get = [&](WindowAtoms::Name property, xcb_atom_t type, std::uint32_t length) {
+        return xcb_get_property(system_.connection().get(), 0, root, system_.atoms()[property],
+                                type, 0, length);
+    };
+    return {.root = root,
+            .stacking = get(WindowAtoms::NetClientListStacking, XCB_ATOM_WINDOW, kMostWindows),
+            .clients = get(WindowAtoms::NetClientList, XCB_ATOM_WINDOW, kMostWindows),
+            .active = get(WindowAtoms::NetActiveWindow, XCB_ATOM_WINDOW, 1),
+            .check = get(WindowAtoms::NetSupportingWmCheck, XCB_ATOM_WINDOW, 1),
+            .supported = get(WindowAtoms::NetSupported, XCB_ATOM_ATOM, kMostAbilities)};
+}
+
+WindowMirror::Root WindowMirror::readRoot(const RootCookies &cookies) const {
+    const auto take = [this](xcb_get_property_cookie_t cookie) {
+        return PropertyReply(xcb_get_property_reply(system_.connection().get(), cookie, nullptr));
+    };
+    const PropertyReply stacking = take(cookies.stacking);
+    const PropertyReply clients = take(cookies.clients);
+    const PropertyReply active = take(cookies.active);
+    const PropertyReply check = take(cookies.check);
+    const PropertyReply supported = take(cookies.supported);
+
+    Root root;
+    root.root = cookies.root;
+    // Small window managers keep no list in stacking order: the newest in front
+    // is the best guess then.
+    const auto list = propertyWords(propertyWords(stacking).empty() ? clients : stacking);
+    std::unordered_set<xcb_window_t> seen;
+    for (auto window = list.rbegin(); window != list.rend(); ++window)
+        if (*window != XCB_NONE && seen.insert(*window).second)
+            root.windows.push_back(*window);
+    if (const auto value = propertyWords(active); !value.empty())
+        root.active = value[0];
+    if (const auto value = propertyWords(check); !value.empty())
+        root.check = value[0];
+    for (const xcb_atom_t ability : propertyWords(supported)) {
+        root.abilities.restacksWindows |= ability == system_.atoms()[WindowAtoms::NetRestackWindow];
+        root.abilities.marksHiddenWindows |=
+            ability == system_.atoms()[WindowAtoms::NetWmStateHidden];
+    }
+    return root;
+}
+
+void WindowMirror::verifyWindowManagers(std::vector<Root> &roots,
+                                        std::span<const std::size_t> unverified) {
+    xcb_connection_t *connection = system_.connection().get();
+    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    std::vector<xcb_get_property_cookie_t> cookies;
+    for (const std::size_t i : unverified) {
+        xcb_change_window_attributes(connection, roots[i].check, XCB_CW_EVENT_MASK, &events);
+        cookies.push_back(xcb_get_property(connection, 0, roots[i].check,
+                                           system_.atoms()[WindowAtoms::NetSupportingWmCheck],
+                                           XCB_ATOM_WINDOW, 0, 1));
+    }
+    for (std::size_t i = 0; i < unverified.size(); ++i) {
+        Root &root = roots[unverified[i]];
+        const PropertyReply reply(xcb_get_property_reply(connection, cookies[i], nullptr));
+        const auto value = propertyWords(reply);
+        // A window manager that has gone leaves its lists behind.
+        if (value.empty() || value[0] != root.check)
+            root.check = XCB_NONE;
+    }
+    const std::lock_guard lock(mutex_);
+    takeQueuedEvents();
+    for (const std::size_t i : unverified)
+        if (const auto kept = verified_.find(roots[i].check); kept != verified_.end())
+            kept->second = true;
+}
+
+WindowMirror::Known WindowMirror::collect(std::span<const xcb_window_t> windows,
+                                          std::vector<Root> &roots) {
+    Known known;
+    std::vector<xcb_window_t> unknown;
+    std::vector<std::size_t> unverified;
+    std::uint64_t reading = 0;
+    {
+        const std::lock_guard lock(mutex_);
+        takeQueuedEvents();
+        // What these were about is looked at right here.
+        isNews_ = false;
+        for (std::size_t i = 0; i < roots.size(); ++i)
+            if (roots[i].check != XCB_NONE && !verified_[roots[i].check])
+                unverified.push_back(i);
+        reading = ++readings_;
+        for (const xcb_window_t window : windows) {
+            Record &record = records_[window];
+            if (record.facts) {
+                known.emplace(window, record);
+            } else {
+                record.reading = reading;
+                unknown.push_back(window);
+            }
+        }
+    }
+    if (unknown.empty() && unverified.empty())
+        return known;
+
+    std::vector<std::optional<WindowFacts>> facts;
+    if (!unknown.empty())
+        facts = reader_.read(unknown);
+    if (!unverified.empty())
+        verifyWindowManagers(roots, unverified);
+
+    const std::lock_guard lock(mutex_);
+    takeQueuedEvents();
+    for (std::size_t i = 0; i < facts.size(); ++i) {
+        // Changed, destroyed or read by somebody else in the meantime? Then what
+        // we have is good for this once.
+        const auto record = records_.find(unknown[i]);
+        const bool ours =
+            record != records_.end() && record->second.reading == reading && !record->second.facts;
+        if (!facts[i]) {
+            if (ours)
+                records_.erase(record);
+            continue;
+        }
+        Record fresh{.facts = std::make_shared<const WindowFacts>(*std::move(facts[i])),
+                     .matches = {},
+                     .index = {},
+                     .reading = reading};
+        if (ours)
+            record->second = fresh;
+        known.emplace(unknown[i], std::move(fresh));
+    }
+    return known;
+}
+
+void WindowMirror::match(Record &record,
+                         const std::shared_ptr<const ApplicationIndex> &index) const {
+    if (record.matches && record.index == index)
+        return;
+    record.matches =
+        std::make_shared<const std::vector<ApplicationMatch>>(matchWindow(*record.facts, *index));
+    record.index = index;
+}
+
+DesktopPicture WindowMirror::read(std::shared_ptr<const ApplicationIndex> index) {
+    DesktopPicture picture;
+    picture.index = std::move(index);
+    if (!system_.connection().isUsable())
+        return picture;
+
+    clock_.ask();
+    std::vector<RootCookies> cookies;
+    cookies.reserve(system_.connection().roots().size());
+    for (const xcb_window_t root : system_.connection().roots())
+        cookies.push_back(askRoot(root));
+    std::vector<Root> roots;
+    roots.reserve(cookies.size());
+    for (const RootCookies &cookie : cookies)
+        roots.push_back(readRoot(cookie));
+
+    std::vector<xcb_window_t> wanted;
+    for (Root &root : roots) {
+        if (root.check == XCB_NONE)
+            continue;
+        // Some window managers name an active window that is not in their list.
+        if (root.active != XCB_NONE &&
+            std::find(root.windows.begin(), root.windows.end(), root.active) == root.windows.end())
+            root.windows.insert(root.windows.begin(), root.active);
+        wanted.insert(wanted.end(), root.windows.begin(), root.windows.end());
+    }
+    Known known = collect(wanted, roots);
+
+    const auto at = [&](xcb_window_t window) {
+        const auto record = known.find(window);
+        return record == known.end() ? nullptr : &record->second;
+    };
+    for (auto &[window, record] : known)
+        match(record, picture.index);
+    for (const Root &root : roots) {
+        if (root.check == XCB_NONE)
+            continue;
+        for (const xcb_window_t window : root.windows) {
+            const Record *record = at(window);
+            if (record == nullptr)
+                continue;
+            // A dialog that tells nothing of itself is its owner's.
+            const Record *named = record;
+            for (int step = 0;
+                 named != nullptr && named->matches->empty() && step < kLongestTransientChain;
+                 ++step)
+                named = at(named->facts->transientFor);
+            picture.windows.push_back({.address = {window, root.root, root.abilities},
+                                       .facts = record->facts,
+                                       .matches = named ? named->matches : record->matches,
+                                       .active = window == root.active});
+        }
+    }
+
+    {
+        const std::lock_guard lock(mutex_);
+        picture.serverTime = time_;
+        for (const auto &[window, record] : known)
+            if (const auto kept = records_.find(window);
+                kept != records_.end() && kept->second.facts == record.facts)
+                kept->second = record;
+    }
+    processQueuedEvents();
+    return picture;
+}
+
+}  // namespace kestrelbay::x11

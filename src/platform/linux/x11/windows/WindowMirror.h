@@ -1,0 +1,113 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/linux/applications/entries/ApplicationIndex.h"
+#include "platform/linux/applications/matching/ApplicationMatch.h"
+#include "platform/linux/x11/connection/ServerClock.h"
+#include "platform/linux/x11/connection/WindowSystem.h"
+#include "platform/linux/x11/windows/WindowFactsReader.h"
+
+namespace kestrelbay::x11 {
+
+struct ManagedWindow {
+    WindowAddress address;
+    std::shared_ptr<const WindowFacts> facts;
+    std::shared_ptr<const std::vector<ApplicationMatch>> matches;
+    /// It has the focus of its screen.
+    bool active = false;
+};
+
+/// The desktop at one moment.
+struct DesktopPicture {
+    xcb_timestamp_t serverTime = XCB_CURRENT_TIME;
+    std::shared_ptr<const ApplicationIndex> index;
+    /// Front-most first, screen by screen.
+    std::vector<ManagedWindow> windows;
+};
+
+/// Reads the windows that the window manager manages.
+///
+/// Which windows there are, their order and the active one are asked of the
+/// server every time. What identifies a window is asked once and forgotten when
+/// the server tells of a change. The server tells before it answers any later
+/// question, so a picture never shows an identity that had changed by the time
+/// it was asked for.
+///
+/// Any thread; no lock is held while the server is waited for.
+class WindowMirror {
+public:
+    WindowMirror(const QString &displayName, WindowFactsReader::LaunchedEntry launchedEntry);
+    ~WindowMirror();
+    WindowMirror(const WindowMirror &) = delete;
+    WindowMirror &operator=(const WindowMirror &) = delete;
+
+    [[nodiscard]] const WindowSystem &windowSystem() const { return system_; }
+
+    /// One round trip when every window is known already, otherwise two. No
+    /// windows without a server or a window manager that keeps EWMH's lists.
+    [[nodiscard]] DesktopPicture read(std::shared_ptr<const ApplicationIndex> index);
+
+    /// The server's clock, after one round trip.
+    [[nodiscard]] xcb_timestamp_t serverTime();
+
+    /// Takes in what the server has sent; to be called when its descriptor can be
+    /// read.
+    void processEvents();
+    /// The same for what an answer has brought along.
+    void processQueuedEvents();
+
+    /// Called, from whichever thread notices, when there are windows that are not
+    /// known yet. To be set before there is a second thread, and cleared by an
+    /// empty one.
+    void setNews(std::function<void()> news);
+
+private:
+    struct Record {
+        /// Absent while it is being read.
+        std::shared_ptr<const WindowFacts> facts;
+        std::shared_ptr<const std::vector<ApplicationMatch>> matches;
+        /// What the matches were made with.
+        std::shared_ptr<const ApplicationIndex> index;
+        std::uint64_t reading = 0;
+    };
+    struct Root;
+    struct RootCookies;
+    using Known = std::unordered_map<xcb_window_t, Record>;
+
+    [[nodiscard]] RootCookies askRoot(xcb_window_t root) const;
+    [[nodiscard]] Root readRoot(const RootCookies &cookies) const;
+    [[nodiscard]] Known collect(std::span<const xcb_window_t> windows, std::vector<Root> &roots);
+    void verifyWindowManagers(std::vector<Root> &roots, std::span<const std::size_t> unverified);
+    void match(Record &record, const std::shared_ptr<const ApplicationIndex> &index) const;
+
+    // With the lock held.
+    void takeQueuedEvents();
+    void apply(const xcb_generic_event_t &event);
+    /// With the lock released.
+    void tellNews(bool isNews);
+
+    WindowSystem system_;
+    WindowFactsReader reader_;
+    ServerClock clock_;
+
+    std::mutex mutex_;
+    Known records_;
+    /// The windows by which window managers show that they live; have they been
+    /// seen to?
+    std::unordered_map<xcb_window_t, bool> verified_;
+    xcb_timestamp_t time_ = XCB_CURRENT_TIME;
+    std::uint64_t readings_ = 0;
+    bool isNews_ = false;
+
+    std::mutex newsMutex_;
+    std::function<void()> news_;
+};
+
+}  // namespace kestrelbay::x11

@@ -1,0 +1,91 @@
+#include "platform/macos/applications/MacApplicationCatalog.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#import <AppKit/NSWorkspace.h>
+#import <Foundation/Foundation.h>
+
+#include "platform/macos/applications/BundleFacts.h"
+#include "platform/macos/cocoa/ImageIconEngine.h"
+#include "platform/macos/cocoa/NSImages.h"
+#include "platform/macos/cocoa/NSStrings.h"
+
+namespace kestrelbay {
+
+namespace {
+
+/// Autoreleased.
+NSImage *iconOf(const QString &path) {
+    return [[NSWorkspace sharedWorkspace] iconForFile:toNSString(path)];
+}
+
+QImage listIcon(const QString &path, const ListIcons &icons) {
+    @autoreleasepool {
+        return toQImage(iconOf(path), QSize(icons.pixels, icons.pixels));
+    }
+}
+
+}  // namespace
+
+MacApplicationCatalog::MacApplicationCatalog()
+    : MacApplicationCatalog({QStringLiteral("/Applications"),
+                             QStringLiteral("/System/Applications"),
+                             QStringLiteral("/System/Applications/Utilities"),
+                             QStringLiteral("/System/Library/CoreServices"),
+                             QDir::homePath() + QStringLiteral("/Applications")}) {}
+
+QIcon MacApplicationCatalog::icon(const QString &applicationPath) const {
+    @autoreleasepool {
+        // The icon takes the engine over.
+        return QIcon(new ImageIconEngine(iconOf(applicationPath)));
+    }
+}
+
+std::vector<QImage> MacApplicationCatalog::listIcons(const QStringList &applicationPaths,
+                                                     const ListIcons &icons) const {
+    std::vector<QImage> images;
+    images.reserve(static_cast<std::size_t>(applicationPaths.size()));
+    for (const QString &path : applicationPaths)
+        images.push_back(listIcon(path, icons));
+    return images;
+}
+
+QString MacApplicationCatalog::displayName(const QString &applicationPath) const {
+    // The system gives a file that is not there a name as well.
+    if (!QFileInfo::exists(applicationPath))
+        return {};
+    @autoreleasepool {
+        return toQString(
+            [[NSFileManager defaultManager] displayNameAtPath:toNSString(applicationPath)]);
+    }
+}
+
+QString MacApplicationCatalog::applicationFilePattern() const {
+    return QStringLiteral("*.app");
+}
+
+std::vector<InstalledApplication> MacApplicationCatalog::installedApplications(
+    const ListIcons &icons) const {
+    std::vector<InstalledApplication> applications;
+    for (const QString &directory : directories_) {
+        const QDir folder(directory);
+        const QStringList names =
+            folder.entryList({applicationFilePattern()},
+                             QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System |
+                                 QDir::CaseSensitive,
+                             QDir::Name);
+        for (const QString &name : names) {
+            const QString path = folder.filePath(name);
+            if (!isBundleForUsers(path))
+                continue;
+            applications.push_back({.name = displayName(path),
+                                    .fileName = QFileInfo(name).completeBaseName(),
+                                    .path = path,
+                                    .icon = listIcon(path, icons)});
+        }
+    }
+    return applications;
+}
+
+}  // namespace kestrelbay

@@ -1,0 +1,186 @@
+#include "preferences/advanced/AdvancedSettingsViewController.h"
+
+#include <utility>
+
+#include <QGuiApplication>
+#include <QHideEvent>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QShowEvent>
+#include <QVBoxLayout>
+
+#include "hotkeys/ShortcutManager.h"
+#include "platform/SystemSettings.h"
+#include "platform/Workspace.h"
+#include "preferences/advanced/Restart.h"
+#include "preferences/advanced/RowFlash.h"
+#include "preferences/advanced/SettingPopup.h"
+#include "preferences/advanced/SettingRow.h"
+#include "settings/L.h"
+#include "settings/LaunchAtLogin.h"
+#include "settings/NotificationCenter.h"
+#include "settings/SettingsKeys.h"
+#include "ui/widgets/Switch.h"
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr QSize kSize{640, 480};
+constexpr QMargins kInsets{28, 24, 28, 24};
+constexpr int kRowSpacing = 20;
+
+}  // namespace
+
+AdvancedSettingsViewController::AdvancedSettingsViewController(PreferencesServices services,
+                                                               QWidget *parent)
+    : QWidget(parent),
+      services_(std::move(services)),
+      restart_(&restartProgram),
+      scrollArea_(new QScrollArea),
+      mainStack_(new QVBoxLayout) {
+    resize(kSize);
+    mainStack_->setContentsMargins(kInsets);
+    mainStack_->setSpacing(kRowSpacing);
+    // Below the rows. An alignment would have every text be as high as in one line.
+    mainStack_->addStretch(1);
+    auto *const column = new QWidget;
+    column->setLayout(mainStack_);
+
+    scrollArea_->setWidget(column);
+    scrollArea_->setWidgetResizable(true);
+    scrollArea_->setFrameShape(QFrame::NoFrame);
+    scrollArea_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // The rows are reached one by one.
+    scrollArea_->setFocusPolicy(Qt::NoFocus);
+    scrollArea_->viewport()->setAutoFillBackground(false);
+    column->setAutoFillBackground(false);
+    auto *const layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(scrollArea_);
+
+    // What the system does counts, not what was asked of it last.
+    write(services_.defaults, settings::kLaunchAtLogin,
+          services_.launchAtLogin.isLaunchAtLoginEnabled());
+    addRow(makeLaunchAtLoginRow());
+    addRow(new SettingRow(L::language(), L::languageText(), makeLanguagePopup(services_)));
+    addRow(new SettingRow(L::sound(), L::soundText(), makeSoundPopup(services_)));
+    addRow(new SettingRow(L::launchToast(), L::launchToastText(), makeToastPopup(services_)));
+    addRow(makeConfigRow());
+}
+
+void AdvancedSettingsViewController::setRestart(std::function<void()> restart) {
+    restart_ = std::move(restart);
+}
+
+void AdvancedSettingsViewController::addRow(SettingRow *row) {
+    mainStack_->insertWidget(mainStack_->count() - 1, row);
+}
+
+SettingRow *AdvancedSettingsViewController::makeLaunchAtLoginRow() {
+    auto *const button = new Switch;
+    button->setObjectName(QStringLiteral("launchAtLogin"));
+    button->setChecked(read(services_.defaults, settings::kLaunchAtLogin));
+    connect(button, &QAbstractButton::toggled, this, [this](bool on) {
+        // A failure is told before it returns, and this may be gone by then.
+        LaunchAtLogin &launchAtLogin = services_.launchAtLogin;
+        write(services_.defaults, settings::kLaunchAtLogin, on);
+        launchAtLogin.setLaunchAtLogin(on);
+    });
+    return new SettingRow(L::launchAtLogin(), L::launchAtLoginText(), button);
+}
+
+SettingRow *AdvancedSettingsViewController::makeConfigRow() const {
+    QPushButton *const button = makeSettingButton(L::configFolderShow());
+    button->setObjectName(QStringLiteral("configFolder"));
+    connect(button, &QPushButton::clicked, this,
+            &AdvancedSettingsViewController::showConfigInFinder);
+    return new SettingRow(L::configFolder(), services_.manager.storageDirectory(), button);
+}
+
+SettingRow *AdvancedSettingsViewController::makeAccessibilityRow() const {
+    if (services_.manager.isAccessibilityGranted())
+        return new SettingRow(L::accessTitle(), L::accessGranted(), nullptr);
+    QPushButton *const button = makeSettingButton(L::accessOpenSettings());
+    button->setObjectName(QStringLiteral("accessibility"));
+    connect(button, &QPushButton::clicked, this,
+            &AdvancedSettingsViewController::openAccessibility);
+    return new SettingRow(L::accessTitle(), L::accessMissing(services_.manager.tapProblem()),
+                          button);
+}
+
+void AdvancedSettingsViewController::refreshAccessibilityRow() {
+    const SettingRow *const old = accessibilityRow_;
+    const bool hadFocus = old && old->control() && old->control()->hasFocus();
+    if (accessibilityRow_) {
+        accessibilityRow_->hide();
+        mainStack_->removeWidget(accessibilityRow_);
+        // Its own button may be what leads here.
+        accessibilityRow_->deleteLater();
+    }
+    accessibilityRow_ = makeAccessibilityRow();
+    addRow(accessibilityRow_);
+    accessibilityRow_->show();
+    if (hadFocus && accessibilityRow_->control())
+        accessibilityRow_->control()->setFocus(Qt::OtherFocusReason);
+}
+
+void AdvancedSettingsViewController::highlightAccessibilityRow() {
+    if (!accessibilityRow_)
+        return;
+    // The place of a row that was just made is known only now.
+    scrollArea_->widget()->layout()->activate();
+    scrollArea_->ensureWidgetVisible(accessibilityRow_, 0, kInsets.bottom());
+    if (QWidget *const control = accessibilityRow_->control())
+        control->setFocus(Qt::OtherFocusReason);
+    delete flash_;
+    flash_ = new RowFlash(accessibilityRow_, services_.timers);
+}
+
+void AdvancedSettingsViewController::openAccessibility() {
+    if (services_.systemSettings.openAccessibilityPane()) {
+        connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
+                &AdvancedSettingsViewController::applicationStateChanged, Qt::UniqueConnection);
+        return;
+    }
+    services_.manager.reinstallEventTap();
+    refreshAccessibilityRow();
+    // Without it nobody would see that anything was done.
+    if (!services_.manager.isAccessibilityGranted())
+        highlightAccessibilityRow();
+}
+
+void AdvancedSettingsViewController::applicationStateChanged(Qt::ApplicationState state) {
+    if (state == Qt::ApplicationActive)
+        appDidBecomeActive();
+}
+
+void AdvancedSettingsViewController::appDidBecomeActive() {
+    disconnect(qGuiApp, &QGuiApplication::applicationStateChanged, this, nullptr);
+    refreshAccessibilityRow();
+    if (services_.manager.isAccessibilityGranted())
+        services_.manager.reinstallEventTap();
+    else
+        openRestartSheet(this, restart_);
+}
+
+void AdvancedSettingsViewController::showConfigInFinder() {
+    services_.workspace.showFolder(services_.manager.storageDirectory());
+}
+
+void AdvancedSettingsViewController::showEvent(QShowEvent *event) {
+    QWidget::showEvent(event);
+    if (event->spontaneous())
+        return;
+    refreshAccessibilityRow();
+    services_.notificationCenter.observe(notifications::kAccessibilityGranted, this,
+                                         [this] { refreshAccessibilityRow(); });
+}
+
+void AdvancedSettingsViewController::hideEvent(QHideEvent *event) {
+    QWidget::hideEvent(event);
+    if (!event->spontaneous())
+        services_.notificationCenter.stopObserving(notifications::kAccessibilityGranted, this);
+}
+
+}  // namespace kestrelbay

@@ -1,0 +1,225 @@
+#include "preferences/options/RuleAdvancedPanel.h"
+
+#include <array>
+#include <limits>
+#include <utility>
+
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "platform/Workspace.h"
+#include "preferences/PreferencesServices.h"
+#include "preferences/RuleRowTexts.h"
+#include "preferences/options/RuleAdvancedResult.h"
+#include "settings/Addresses.h"
+#include "settings/L.h"
+#include "ui/look/Fonts.h"
+#include "ui/look/SystemColors.h"
+#include "ui/widgets/ControlGroup.h"
+#include "ui/widgets/HelpLinkButton.h"
+#include "ui/widgets/TextLabel.h"
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr QSize kSize{475, 280};
+constexpr QMargins kMargins{20, 12, 20, 12};
+constexpr int kSectionGap = 8;
+constexpr int kControlGap = 8;
+constexpr int kLineGap = 4;
+constexpr int kTitleFont = 13;
+constexpr int kHeaderFont = 12;
+constexpr int kControlFont = 12;
+constexpr int kSmallFont = 10;
+constexpr int kPopupWidth = 140;
+
+struct RepeatChoice {
+    RepeatAction action;
+    QString (*title)();
+    QString (*description)();
+};
+
+constexpr std::array kRepeatChoices{
+    RepeatChoice{RepeatAction::KeepOpen, &L::repeatKeepOpen, &L::repeatKeepOpenText},
+    RepeatChoice{RepeatAction::ToggleVisibility, &L::repeatToggleVisibility,
+                 &L::repeatToggleVisibilityText},
+    RepeatChoice{RepeatAction::CycleWindows, &L::repeatCycleWindows, &L::repeatCycleWindowsText},
+};
+
+QString nameOf(ArgumentKind kind) {
+    switch (kind) {
+        case ArgumentKind::LaunchArgs:
+            return L::argumentLaunchArgs();
+        case ArgumentKind::UrlScheme:
+            return L::argumentUrlScheme();
+        case ArgumentKind::FilePath:
+            return L::argumentFilePath();
+        case ArgumentKind::None:
+            break;
+    }
+    return L::argumentNone();
+}
+
+QString hintOf(ArgumentKind kind) {
+    switch (kind) {
+        case ArgumentKind::LaunchArgs:
+            return L::argumentLaunchArgsHint();
+        case ArgumentKind::UrlScheme:
+            return L::argumentUrlSchemeHint();
+        case ArgumentKind::FilePath:
+            return L::argumentFilePathHint();
+        case ArgumentKind::None:
+            break;
+    }
+    return L::argumentNoneHint();
+}
+
+TextLabel *addHeader(QVBoxLayout &column, const QString &text, QWidget *parent) {
+    auto *header =
+        new TextLabel(text, systemFont(kHeaderFont, QFont::DemiBold), &colors::label, parent);
+    column.addWidget(header);
+    return header;
+}
+
+TextLabel *makeSmallText(const QString &text, QWidget *parent) {
+    return new TextLabel(text, systemFont(kSmallFont), &colors::secondaryLabel, parent);
+}
+
+}  // namespace
+
+RuleAdvancedPanel::RuleAdvancedPanel(const PreferencesServices &services, const ShortcutRule &rule,
+                                     Completion completion, QWidget *parent)
+    : Sheet(L::advancedPanelTitle(shownAppName(rule)), parent),
+      workspace_(services.workspace),
+      rule_(rule),
+      completion_(std::move(completion)),
+      radioButtons_(new QButtonGroup(this)) {
+    setFixedSize(kSize);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(kMargins);
+    column->setSpacing(0);
+    auto *title =
+        new TextLabel(windowTitle(), systemFont(kTitleFont, QFont::Bold), &colors::label, this);
+    // A long name of an application must not make the sheet wider.
+    title->setText(title->fontMetrics().elidedText(
+        windowTitle(), Qt::ElideRight, kSize.width() - kMargins.left() - kMargins.right()));
+    column->addWidget(title);
+    column->addSpacing(kSectionGap);
+    buildRadioGroup(*column);
+    column->addSpacing(kSectionGap);
+    buildArgsSection(*column);
+    column->addStretch(1);
+    buildButtons(*column);
+    radioButtons_->checkedButton()->setFocus(Qt::TabFocusReason);
+}
+
+void RuleAdvancedPanel::showEvent(QShowEvent *event) {
+    Sheet::showEvent(event);
+    // A window that is shown forgets it, and the focus would be out of sight.
+    setAttribute(Qt::WA_KeyboardFocusChange);
+}
+
+void RuleAdvancedPanel::buildRadioGroup(QVBoxLayout &column) {
+    addHeader(column, L::repeatHeader(), this);
+    auto *group = new ControlGroup(L::repeatHeader(), this);
+    auto *lines = new QVBoxLayout(group);
+    lines->setContentsMargins({});
+    lines->setSpacing(0);
+    column.addWidget(group);
+    for (const RepeatChoice &choice : kRepeatChoices) {
+        auto *button = new QRadioButton(choice.title(), group);
+        button->setFont(systemFont(kControlFont));
+        button->setAccessibleDescription(choice.description());
+        button->setChecked(choice.action == rule_.repeatAction);
+        radioButtons_->addButton(button, static_cast<int>(choice.action));
+        lines->addWidget(button);
+        TextLabel *description = makeSmallText(choice.description(), group);
+        const int indent = style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) +
+                           style()->pixelMetric(QStyle::PM_RadioButtonLabelSpacing);
+        description->setIndent(indent);
+        lines->addWidget(description);
+    }
+}
+
+void RuleAdvancedPanel::buildArgsSection(QVBoxLayout &column) {
+    TextLabel *header = addHeader(column, L::argumentHeader(), this);
+    column.addWidget(makeSmallText(L::argumentSubtitle(), this));
+    column.addSpacing(kLineGap);
+
+    kindPopup_ = new QComboBox(this);
+    kindPopup_->setFont(systemFont(kControlFont));
+    kindPopup_->setFixedWidth(kPopupWidth);
+    kindPopup_->setAccessibleName(L::argumentKindName());
+    // On some systems the name of a popup is what is chosen in it.
+    header->setBuddy(kindPopup_);
+    for (const ArgumentKind kind : kArgumentKindOrder)
+        kindPopup_->addItem(nameOf(kind));
+    kindPopup_->setCurrentIndex(indexOfArgumentKind(rule_.argumentKind));
+
+    argsField_ = new QLineEdit(this);
+    argsField_->setFont(systemFont(kControlFont));
+    argsField_->setFixedHeight(kindPopup_->sizeHint().height());
+    argsField_->setAccessibleName(L::argumentValueName());
+    argsField_->setAccessibleDescription(L::argumentPasteHint());
+    // A field cuts what is longer, and a rule file may have more than its default.
+    argsField_->setMaxLength(std::numeric_limits<int>::max());
+    argsField_->setText(rule_.launchArguments);
+    argsField_->setCursorPosition(0);
+    connect(kindPopup_, &QComboBox::currentIndexChanged, this,
+            &RuleAdvancedPanel::applyKindSelection);
+    applyKindSelection();
+
+    auto *line = new QHBoxLayout;
+    line->setSpacing(kControlGap);
+    line->addWidget(kindPopup_);
+    line->addWidget(argsField_, 1);
+    column.addLayout(line);
+    column.addSpacing(kLineGap);
+    column.addWidget(makeSmallText(L::argumentPasteHint(), this));
+}
+
+void RuleAdvancedPanel::buildButtons(QVBoxLayout &column) {
+    auto *help = new HelpLinkButton(L::deepLaunchHelp(), this);
+    help->setAccessibleDescription(L::helpName());
+    connect(help, &HelpLinkButton::clicked, this, &RuleAdvancedPanel::openDeepLaunchHelp);
+    QPushButton *cancel = makeButton(L::cancel());
+    QPushButton *saving = makeButton(L::save(), true);
+    connect(cancel, &QPushButton::clicked, this, &RuleAdvancedPanel::reject);
+    connect(saving, &QPushButton::clicked, this, &RuleAdvancedPanel::save);
+
+    auto *row = new QHBoxLayout;
+    row->setSpacing(kControlGap);
+    row->addWidget(help, 0, Qt::AlignLeft | Qt::AlignTop);
+    row->addStretch();
+    row->addWidget(cancel);
+    row->addWidget(saving);
+    column.addLayout(row);
+}
+
+void RuleAdvancedPanel::applyKindSelection() {
+    const ArgumentKind kind = argumentKindAt(kindPopup_->currentIndex());
+    argsField_->setEnabled(kind != ArgumentKind::None);
+    argsField_->setPlaceholderText(hintOf(kind));
+}
+
+void RuleAdvancedPanel::openDeepLaunchHelp() {
+    workspace_.open(addresses::deepLaunchHelpPage());
+}
+
+void RuleAdvancedPanel::save() {
+    const ShortcutRule edited = ruleWith(rule_, {.repeatTag = radioButtons_->checkedId(),
+                                                 .kindIndex = kindPopup_->currentIndex(),
+                                                 .argument = argsField_->text()});
+    const Completion completion = std::exchange(completion_, nullptr);
+    accept();
+    if (completion)
+        completion(edited);
+}
+
+}  // namespace kestrelbay

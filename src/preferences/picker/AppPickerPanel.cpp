@@ -1,0 +1,201 @@
+#include "preferences/picker/AppPickerPanel.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListView>
+#include <QPointer>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "platform/ApplicationCatalog.h"
+#include "preferences/PreferencesServices.h"
+#include "preferences/picker/AppPickerModel.h"
+#include "preferences/picker/AppPickerRow.h"
+#include "settings/L.h"
+#include "tasks/DispatchQueue.h"
+#include "ui/look/Fonts.h"
+#include "ui/look/ListIconsForScreens.h"
+#include "ui/look/SystemColors.h"
+#include "ui/widgets/TextLabel.h"
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr QSize kSize{380, 460};
+constexpr int kMargin = 16;
+constexpr int kGap = 10;
+constexpr int kTitleFont = 15;
+constexpr int kTextFont = 13;
+
+QString nameWithoutExtension(const QString &path) {
+    const QFileInfo info(path);
+    const QString name = info.completeBaseName();
+    return name.isEmpty() ? info.fileName() : name;
+}
+
+QString firstExistingFolder(const QStringList &folders) {
+    const auto found = std::find_if(folders.begin(), folders.end(),
+                                    [](const QString &folder) { return QDir(folder).exists(); });
+    return found == folders.end() ? QDir::rootPath() : *found;
+}
+
+}  // namespace
+
+AppPickerPanel::AppPickerPanel(const PreferencesServices &services, Completion completion,
+                               QWidget *parent)
+    : Sheet(L::appPickerTitle(), parent),
+      catalog_(services.catalog),
+      completion_(std::move(completion)),
+      model_(new AppPickerModel(this)) {
+    setFixedSize(kSize);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    column->setSpacing(kGap);
+    column->addWidget(new TextLabel(L::appPickerTitle(), systemFont(kTitleFont, QFont::DemiBold),
+                                    &colors::label, this));
+    addSearchField(*column);
+    addList(*column);
+    addButtons(*column);
+    loadApps(services);
+}
+
+void AppPickerPanel::addSearchField(QVBoxLayout &column) {
+    searchField_ = new QLineEdit(this);
+    searchField_->setFont(systemFont(kTextFont));
+    searchField_->setPlaceholderText(L::appPickerSearch());
+    searchField_->setAccessibleName(L::appPickerSearch());
+    searchField_->setClearButtonEnabled(true);
+    searchField_->installEventFilter(this);
+    searchField_->setFocus();
+    connect(searchField_, &QLineEdit::textChanged, model_, &AppPickerModel::setSearchText);
+    column.addWidget(searchField_);
+}
+
+void AppPickerPanel::addList(QVBoxLayout &column) {
+    listView_ = new QListView(this);
+    listView_->setFont(systemFont(kTextFont));
+    listView_->setAccessibleName(L::appPickerTitle());
+    listView_->setUniformItemSizes(true);
+    listView_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    listView_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    listView_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    listView_->setItemDelegate(new AppPickerRow(listView_));
+    listView_->setModel(model_);
+    listView_->installEventFilter(this);
+    connect(listView_, &QListView::doubleClicked, this, &AppPickerPanel::selectApp);
+    column.addWidget(listView_, 1);
+
+    // Which of the colours of a text is shown depends on the ground.
+    emptyLabel_ =
+        new TextLabel({}, systemFont(kTextFont), &colors::tertiaryLabel, listView_->viewport());
+    emptyLabel_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    auto *middle = new QVBoxLayout(listView_->viewport());
+    middle->addWidget(emptyLabel_, 0, Qt::AlignCenter);
+    connect(model_, &AppPickerModel::modelReset, this, &AppPickerPanel::updateEmptyLabel);
+    updateEmptyLabel();
+}
+
+void AppPickerPanel::addButtons(QVBoxLayout &column) {
+    QPushButton *browse = makeButton(L::appPickerBrowse());
+    QPushButton *cancel = makeButton(L::cancel());
+    QPushButton *select = makeButton(L::appPickerSelect(), true);
+    connect(browse, &QPushButton::clicked, this, &AppPickerPanel::browseFile);
+    connect(cancel, &QPushButton::clicked, this, &AppPickerPanel::reject);
+    connect(select, &QPushButton::clicked, this, &AppPickerPanel::selectApp);
+    auto *row = new QHBoxLayout;
+    row->addWidget(browse);
+    row->addStretch();
+    row->addWidget(cancel);
+    row->addWidget(select);
+    column.addLayout(row);
+}
+
+bool AppPickerPanel::eventFilter(QObject *watched, QEvent *event) {
+    if (watched == searchField_ && event->type() == QEvent::KeyPress) {
+        switch (static_cast<QKeyEvent *>(event)->key()) {
+            case Qt::Key_Up:
+            case Qt::Key_Down:
+            case Qt::Key_PageUp:
+            case Qt::Key_PageDown:
+                QCoreApplication::sendEvent(listView_, event);
+                return true;
+            default:
+                break;
+        }
+    }
+    if (watched == listView_ && event->type() == QEvent::FocusIn) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        // It would show its focus on a row that is not selected.
+        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason) {
+            const QModelIndex current = listView_->currentIndex();
+            listView_->setCurrentIndex(current.isValid() ? current : model_->index(0));
+        }
+    }
+    return Sheet::eventFilter(watched, event);
+}
+
+void AppPickerPanel::updateEmptyLabel() {
+    emptyLabel_->setText(isLoading_ ? L::appPickerLoading() : L::appPickerNothingFound());
+    emptyLabel_->setVisible(model_->rowCount() == 0);
+    // It has nothing else to say.
+    listView_->setAccessibleDescription(model_->rowCount() == 0 ? emptyLabel_->text() : QString());
+}
+
+void AppPickerPanel::loadApps(const PreferencesServices &services) {
+    // The services outlive the work, this sheet may not: the main thread has the last word.
+    services.backgroundQueue.async(
+        [panel = QPointer(this), icons = listIconsForScreens(AppPickerRow::kIconSize),
+         locale = QLocale::system(), &catalog = services.catalog, &mainQueue = services.mainQueue] {
+            auto list =
+                std::make_shared<const AppPickerList>(catalog.installedApplications(icons), locale);
+            mainQueue.async([panel, list = std::move(list)] {
+                if (!panel)
+                    return;
+                panel->isLoading_ = false;
+                panel->model_->setList(list);
+            });
+        });
+}
+
+void AppPickerPanel::selectApp() {
+    const QModelIndexList selected = listView_->selectionModel()->selectedRows();
+    const InstalledApplication *application =
+        selected.isEmpty() ? nullptr : model_->application(selected.front());
+    if (application)
+        finish(application->name, application->path);
+}
+
+void AppPickerPanel::browseFile() {
+    auto *dialog = new QFileDialog(this, L::appPickerTitle());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setNameFilter(L::appPickerFilter(catalog_.applicationFilePattern()));
+    dialog->setDirectory(firstExistingFolder(catalog_.applicationDirectories()));
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) {
+        // A name that was typed need not fit the pattern, nor a file its name.
+        if (!catalog_.displayName(path).isEmpty())
+            finish(nameWithoutExtension(path), path);
+    });
+    dialog->open();
+}
+
+void AppPickerPanel::finish(const QString &name, const QString &path) {
+    // Both may refer to what goes with the sheet.
+    const Completion completion = std::exchange(completion_, nullptr);
+    const std::pair<QString, QString> chosen(name, path);
+    accept();
+    if (completion)
+        completion(chosen.first, chosen.second);
+}
+
+}  // namespace kestrelbay

@@ -1,0 +1,82 @@
+#include "preferences/rules/ApplicationIconCache.h"
+
+#include <utility>
+
+#include <QPointer>
+
+#include "platform/ApplicationCatalog.h"
+#include "preferences/PreferencesServices.h"
+#include "tasks/DispatchQueue.h"
+#include "ui/look/ListIconsForScreens.h"
+
+namespace kestrelbay {
+
+ApplicationIconCache::ApplicationIconCache(const PreferencesServices &services, QObject *parent)
+    : QObject(parent),
+      catalog_(services.catalog),
+      mainQueue_(services.mainQueue),
+      backgroundQueue_(services.backgroundQueue) {}
+
+QImage ApplicationIconCache::icon(const QString &applicationPath) {
+    if (applicationPath.isEmpty())
+        return {};
+    const bool isKnown = entries_.contains(applicationPath);
+    Entry &entry = entries_[applicationPath];
+    if (!isKnown || entry.state == State::Outdated) {
+        entry.state = State::Wanted;
+        wanted_.append(applicationPath);
+        // The other rows of this turn come along.
+        if (!std::exchange(isReading_, true))
+            mainQueue_.async([cache = QPointer(this)] {
+                if (cache)
+                    cache->readWanted();
+            });
+    }
+    return entry.image;
+}
+
+void ApplicationIconCache::refresh() {
+    bool isAnyOutdated = false;
+    for (Entry &entry : entries_) {
+        if (entry.state != State::Read)
+            continue;
+        entry.state = State::Outdated;
+        isAnyOutdated = true;
+    }
+    // Whoever shows one asks for it now.
+    if (isAnyOutdated)
+        Q_EMIT iconsArrived();
+}
+
+void ApplicationIconCache::readWanted() {
+    isReading_ = !wanted_.isEmpty();
+    if (!isReading_)
+        return;
+    // The services outlive the work, this object may not: the main thread has the last word.
+    backgroundQueue_.async([cache = QPointer(this), paths = std::exchange(wanted_, {}),
+                            icons = listIconsForScreens(kIconSide), &catalog = catalog_,
+                            &mainQueue = mainQueue_] {
+        mainQueue.async([cache, paths, images = catalog.listIcons(paths, icons)] {
+            if (cache)
+                cache->take(paths, images);
+        });
+    });
+}
+
+void ApplicationIconCache::take(const QStringList &paths, const std::vector<QImage> &images) {
+    bool isAnyNew = false;
+    for (qsizetype i = 0; i < paths.size(); ++i) {
+        Entry &entry = entries_[paths[i]];
+        const QImage &image = images.at(static_cast<std::size_t>(i));
+        entry.state = State::Read;
+        if (entry.image != image) {
+            entry.image = image;
+            isAnyNew = true;
+        }
+    }
+    readWanted();
+    if (isAnyNew)
+        Q_EMIT iconsArrived();
+}
+
+}  // namespace kestrelbay

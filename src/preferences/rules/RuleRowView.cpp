@@ -1,0 +1,237 @@
+#include "preferences/rules/RuleRowView.h"
+
+#include <QDir>
+#include <QPainter>
+#include <QPointer>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+#include "hotkeys/ShortcutManager.h"
+#include "preferences/RuleRowTexts.h"
+#include "preferences/rules/ApplicationIconCache.h"
+#include "preferences/rules/ArgsBadgeView.h"
+#include "preferences/rules/DeleteConfirmationSheet.h"
+#include "preferences/rules/HotkeyConflict.h"
+#include "preferences/rules/RuleRowLayout.h"
+#include "settings/L.h"
+#include "settings/NotificationCenter.h"
+#include "tasks/DispatchQueue.h"
+#include "ui/look/Fonts.h"
+#include "ui/look/SystemColors.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Switch.h"
+#include "ui/widgets/SymbolButton.h"
+#include "ui/widgets/SymbolView.h"
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr QSize kButtonSymbol{15, 15};
+constexpr qreal kSelectionRadius = 8;
+constexpr float kSelectionAlpha = 0.14F;
+
+}  // namespace
+
+RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCache &icons,
+                         QWidget *parent)
+    : QWidget(parent),
+      services_(services),
+      icons_(icons),
+      iconView_(new SymbolView(this)),
+      nameLabel_(
+          new ElidedLabel(systemFont(13, QFont::Medium), colors::label, Qt::ElideRight, this)),
+      argsBadge_(new ArgsBadgeView(this)),
+      pathLabel_(new ElidedLabel(systemFont(10), colors::tertiaryLabel, Qt::ElideMiddle, this)),
+      refusedSign_(new SymbolView(this)),
+      hotkeyRecorder_(new HotkeyRecorderField(services, this)),
+      enableToggle_(new Switch(Switch::Size::Small, this)),
+      advancedButton_(new SymbolButton(QStringLiteral("gearshape"), kButtonSymbol,
+                                       colors::secondaryLabel, this)),
+      deleteButton_(
+          new SymbolButton(QStringLiteral("minus.circle"), kButtonSymbol, colors::systemRed, this)),
+      dragHandle_(new SymbolView(this)) {
+    hotkeyRecorder_->setDelegate(this);
+    refusedSign_->setSymbol(QStringLiteral("exclamationmark.triangle.fill"), colors::systemOrange);
+    refusedSign_->setToolTip(L::hotkeyRefused());
+    refusedSign_->setAccessibleName(L::hotkeyRefused());
+    refusedSign_->hide();
+    argsBadge_->hide();
+    advancedButton_->setToolTip(L::advancedOptions());
+    deleteButton_->setToolTip(L::ruleDeleteName());
+    dragHandle_->setSymbol(QStringLiteral("line.3.horizontal"), colors::tertiaryLabel);
+    dragHandle_->setToolTip(L::ruleDragName());
+    dragHandle_->setAccessibleName(L::ruleDragName());
+
+    connect(enableToggle_, &QAbstractButton::toggled, this, &RuleRowView::toggleChanged);
+    connect(advancedButton_, &QAbstractButton::clicked, this, &RuleRowView::openAdvanced);
+    connect(deleteButton_, &QAbstractButton::clicked, this, &RuleRowView::deleteRule);
+    connect(&icons_, &ApplicationIconCache::iconsArrived, this, &RuleRowView::showIcon);
+    services_.notificationCenter.observe(notifications::kRefusedHotkeysDidChange, this,
+                                         [this] { refreshRefusal(); });
+}
+
+RuleRowView::~RuleRowView() = default;
+
+void RuleRowView::configure(const ShortcutRule &rule, int index, RuleRowViewDelegate *delegate) {
+    hotkeyRecorder_->stopRecording();
+    hotkeyRecorder_->stopShaking();
+    const QScopedValueRollback configuring(isConfiguring_, true);
+    rule_ = rule;
+    rowIndex_ = index;
+    delegate_ = delegate ? delegate->weakly() : std::weak_ptr<RuleRowViewDelegate>();
+
+    showIcon();
+    nameLabel_->setFullText(shownAppName(rule));
+    pathLabel_->setFullText(abbreviatedPath(rule.appPath, QDir::homePath()));
+    argsBadge_->setText(argsBadgeText(rule), rule.launchArguments);
+    argsBadge_->setVisible(!argsBadge_->text().isEmpty());
+    argsBadge_->setToolTip(argsBadge_->isHidden() ? QString() : rule.launchArguments);
+    hotkeyRecorder_->configure(rule.keyCode, rule.modifierFlags);
+    enableToggle_->setChecked(rule.isEnabled);
+    nameControls();
+    refreshRefusal();
+    layout();
+}
+
+void RuleRowView::showIcon() {
+    const QImage icon = rule_ ? icons_.icon(rule_->appPath) : QImage();
+    if (icon.isNull())
+        iconView_->setSymbol(QStringLiteral("app.dashed"), colors::secondaryLabel);
+    else
+        iconView_->setImage(icon);
+}
+
+void RuleRowView::nameControls() {
+    const QString name = shownAppName(*rule_);
+    hotkeyRecorder_->setSubject(name);
+    enableToggle_->setAccessibleName(L::enableRule(name));
+    advancedButton_->setAccessibleName(L::advancedOptionsOf(name));
+    deleteButton_->setAccessibleName(L::deleteRule(name));
+}
+
+void RuleRowView::setSelected(bool selected) {
+    isSelected_ = selected;
+    update();
+    services_.mainQueue.async([recorder = QPointer(hotkeyRecorder_)] {
+        if (recorder)
+            recorder->refreshDisplayColors();
+    });
+}
+
+void RuleRowView::refreshRefusal() {
+    const std::optional<ShortcutRule> rule = storedRule();
+    const bool isRefused = rule && services_.manager.isHotkeyRefused(*rule);
+    if (isRefused == !refusedSign_->isHidden())
+        return;
+    refusedSign_->setVisible(isRefused);
+    hotkeyRecorder_->setRemark(isRefused ? L::hotkeyRefused() : QString());
+    layout();
+}
+
+QSize RuleRowView::sizeHint() const {
+    return {QWidget::sizeHint().width(), kHeight};
+}
+
+void RuleRowView::paintEvent(QPaintEvent * /*event*/) {
+    if (!isSelected_)
+        return;
+    QColor ground = colors::controlAccent();
+    ground.setAlphaF(kSelectionAlpha);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ground);
+    painter.drawRoundedRect(rect(), kSelectionRadius, kSelectionRadius);
+}
+
+void RuleRowView::resizeEvent(QResizeEvent * /*event*/) {
+    layout();
+}
+
+void RuleRowView::layout() {
+    const RuleRowLayout places = RuleRowLayout::in(
+        size(), {.nameWidth = nameLabel_->fullWidth(),
+                 .badge = argsBadge_->isHidden() ? QSize() : argsBadge_->sizeHint(),
+                 .isRefused = !refusedSign_->isHidden()});
+    iconView_->setGeometry(places.icon);
+    nameLabel_->setGeometry(places.name);
+    argsBadge_->setGeometry(places.badge);
+    pathLabel_->setGeometry(places.path);
+    refusedSign_->setGeometry(places.refusedSign);
+    hotkeyRecorder_->setGeometry(places.recorder);
+    enableToggle_->setGeometry(places.toggle);
+    advancedButton_->setGeometry(places.advanced);
+    deleteButton_->setGeometry(places.remove);
+    dragHandle_->setGeometry(places.dragHandle);
+}
+
+std::optional<ShortcutRule> RuleRowView::storedRule() const {
+    if (!rule_)
+        return std::nullopt;
+    const ShortcutManager::Rules &rules = services_.manager.rules();
+    const auto found = std::ranges::find(rules, rule_->id, &ShortcutRule::id);
+    return found == rules.end() ? std::nullopt : std::optional(*found);
+}
+
+void RuleRowView::toggleChanged(bool isOn) {
+    std::optional<ShortcutRule> rule = storedRule();
+    if (isConfiguring_ || !rule || delegate_.expired())
+        return;
+    rule->isEnabled = isOn;
+    services_.manager.updateRule(*rule);
+}
+
+void RuleRowView::hotkeyRecorderDidRecord(HotkeyRecorderField *field, KeyCode keyCode,
+                                          ModifierFlags modifierFlags) {
+    if (!rule_)
+        return;
+    if (!conflictingRule(services_.manager.rules(), rule_->id, {keyCode, modifierFlags})) {
+        storeHotkey(keyCode, modifierFlags);
+        return;
+    }
+    field->shakeAnimation();
+    services_.showToast(L::hotkeyConflict(), {}, {});
+    const ShortcutRule kept = storedRule().value_or(*rule_);
+    field->configure(kept.keyCode, kept.modifierFlags);
+}
+
+void RuleRowView::hotkeyRecorderDidClear(HotkeyRecorderField * /*field*/) {
+    storeHotkey({}, {});
+}
+
+void RuleRowView::storeHotkey(KeyCode keyCode, ModifierFlags modifierFlags) {
+    std::optional<ShortcutRule> rule = storedRule();
+    if (!rule || delegate_.expired())
+        return;
+    rule->keyCode = keyCode;
+    rule->modifierFlags = modifierFlags;
+    const QPointer alive(this);
+    services_.manager.updateRule(*rule);
+    if (alive)
+        refreshRefusal();
+}
+
+void RuleRowView::openAdvanced() {
+    const std::shared_ptr<RuleRowViewDelegate> delegate = delegate_.lock();
+    if (!delegate || !storedRule())
+        return;
+    const ShortcutRule rule = *rule_;
+    delegate->ruleRowViewDidOpenAdvanced(this, rule);
+}
+
+void RuleRowView::deleteRule() {
+    if (!rule_)
+        return;
+    QWidget *const sheetWindow = isWindow() ? nullptr : window();
+    DeleteConfirmationSheet::open(sheetWindow, shownAppName(*rule_),
+                                  [row = QPointer(this), rule = *rule_] {
+                                      if (!row)
+                                          return;
+                                      if (const auto delegate = row->delegate_.lock())
+                                          delegate->ruleRowViewDidDelete(row, rule);
+                                  });
+}
+
+}  // namespace kestrelbay

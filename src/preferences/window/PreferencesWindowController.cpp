@@ -1,0 +1,195 @@
+#include "preferences/window/PreferencesWindowController.h"
+
+#include <memory>
+#include <utility>
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <QScreen>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "platform/NativeWindow.h"
+#include "preferences/advanced/AdvancedSettingsViewController.h"
+#include "preferences/rules/ApplicationIconCache.h"
+#include "preferences/rules/RulesViewController.h"
+#include "preferences/window/ContainerViewController.h"
+#include "preferences/window/TabBarView.h"
+#include "settings/L.h"
+#include "settings/NotificationCenter.h"
+#include "tasks/DispatchQueue.h"
+#include "ui/windows/KeyScreen.h"
+#include "ui/windows/Sheet.h"
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr QSize kSize{704, 598};
+constexpr QSize kMinimumSize{616, 483};
+constexpr int kRulesTab = 0;
+constexpr int kAdvancedTab = 1;
+
+std::unique_ptr<QWidget> makeWindow() {
+    auto window = std::make_unique<QWidget>(nullptr, Qt::Window);
+    window->setLayoutDirection(Qt::LeftToRight);  // as both languages are
+    window->setMinimumSize(kMinimumSize);
+    window->resize(kSize);
+    auto *const layout = new QVBoxLayout(window.get());
+    layout->setContentsMargins({});
+    // Not those of QKeySequence, which are none on a desktop that Qt does not know.
+    QObject::connect(new QShortcut(Qt::CTRL | Qt::Key_W, window.get()), &QShortcut::activated,
+                     window.get(), &QWidget::close);
+    QObject::connect(new QShortcut(Qt::CTRL | Qt::Key_Q, window.get()), &QShortcut::activated,
+                     window.get(), &QCoreApplication::quit);
+    return window;
+}
+
+void centerOn(const QScreen *screen, QWidget &window) {
+    if (!screen)
+        return;
+    const QRect available = screen->availableGeometry();
+    window.resize(window.size().boundedTo(available.size()));
+    QRect frame({}, window.frameGeometry().size());
+    frame.moveCenter(available.center());
+    window.move(frame.topLeft());
+}
+
+}  // namespace
+
+PreferencesWindowController::PreferencesWindowController(const PreferencesServices &services)
+    : PreferencesWindowController(services, [icons = std::make_shared<ApplicationIconCache>(
+                                                 services)](const PreferencesServices &given) {
+          return new RulesViewController(given, *icons);
+      }) {}
+
+PreferencesWindowController::PreferencesWindowController(PreferencesServices services,
+                                                         RulesViewFactory makeRulesView)
+    : services_(std::move(services)),
+      makeRulesView_(std::move(makeRulesView)),
+      window_(makeWindow()) {
+    window_->setWindowTitle(L::preferencesTitle());
+    buildContainer();
+    showTab(kRulesTab);
+    services_.notificationCenter.observe(notifications::kLanguageDidChange, this,
+                                         [this] { languageChanged(); });
+}
+
+PreferencesWindowController::~PreferencesWindowController() = default;
+
+QWidget *PreferencesWindowController::window() const {
+    return window_.get();
+}
+
+void PreferencesWindowController::showWindow() {
+    if (!wasShown_)
+        centerOn(keyScreen(services_.nativeWindow), *window_);
+    wasShown_ = true;
+    if (window_->isMinimized())
+        window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
+    window_->show();
+    window_->raise();
+    window_->activateWindow();
+    services_.nativeWindow.bringProgramForward(window_->winId());
+}
+
+void PreferencesWindowController::switchToAccessibilityRow() {
+    showWindow();
+    if (Sheet *const sheet = openSheet()) {
+        // What is typed there must not go with the tab.
+        connect(sheet, &QDialog::finished, this, &PreferencesWindowController::sheetFinished,
+                Qt::UniqueConnection);
+        sheet->raise();
+        sheet->activateWindow();
+        return;
+    }
+    container_->tabBarView()->select(kAdvancedTab);
+    showTab(kAdvancedTab);
+    // Its place is known only when the view that was just made is laid out.
+    services_.mainQueue.async([self = QPointer(this)] {
+        if (self && self->advanced_)
+            self->advanced_->highlightAccessibilityRow();
+    });
+}
+
+Sheet *PreferencesWindowController::openSheet() const {
+    for (Sheet *const sheet : window_->findChildren<Sheet *>()) {
+        if (sheet->isVisible())
+            return sheet;
+    }
+    return nullptr;
+}
+
+void PreferencesWindowController::sheetFinished() {
+    // What it was opened for is carried out first, in the tab that it belongs to.
+    services_.mainQueue.async([self = QPointer(this)] {
+        if (self)
+            self->switchToAccessibilityRow();
+    });
+}
+
+void PreferencesWindowController::rejectSheets() {
+    while (Sheet *const sheet = openSheet())
+        sheet->reject();
+}
+
+void PreferencesWindowController::buildContainer() {
+    container_ = new ContainerViewController(window_.get());
+    window_->layout()->addWidget(container_);
+    container_->show();
+    container_->tabBarView()->setOnSelect([this](int index) { showTab(index); });
+}
+
+void PreferencesWindowController::closeCurrentChild() {
+    if (!currentChild_)
+        return;
+    rejectSheets();
+    currentChild_->hide();
+    // One of its controls may be what leads here.
+    currentChild_->deleteLater();
+    currentChild_ = nullptr;
+    advanced_ = nullptr;
+}
+
+void PreferencesWindowController::showTab(int index) {
+    closeCurrentChild();
+    if (index == kAdvancedTab)
+        currentChild_ = advanced_ = new AdvancedSettingsViewController(services_);
+    else
+        currentChild_ = makeRulesView_(services_);
+    container_->setChild(currentChild_);
+}
+
+void PreferencesWindowController::languageChanged() {
+    window_->setWindowTitle(L::preferencesTitle());
+    rebuildUI();
+}
+
+void PreferencesWindowController::rebuildUI() {
+    const bool wasVisible = window_->isVisible();
+    const int index = container_->tabBarView()->selectedIndex();
+    const QWidget *const focused = window_->focusWidget();
+    const QString focusedName = focused ? focused->objectName() : QString();
+
+    // All of it is one change for the user.
+    window_->setUpdatesEnabled(false);
+    closeCurrentChild();
+    container_->hide();
+    window_->layout()->removeWidget(container_);
+    container_->deleteLater();
+    buildContainer();
+    container_->tabBarView()->select(index);
+    showTab(index);
+    if (!focusedName.isEmpty()) {
+        if (auto *const again = container_->findChild<QWidget *>(focusedName))
+            again->setFocus(Qt::OtherFocusReason);
+    }
+    window_->setUpdatesEnabled(true);
+
+    if (wasVisible) {
+        window_->raise();
+        window_->activateWindow();
+    }
+}
+
+}  // namespace kestrelbay

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include <QString>
+#include <QStringView>
+
+#include "ui/list/RowGeometry.h"
+
+namespace kestrelbay {
+
+enum class DropOperation : std::uint8_t {
+    On,     ///< the row itself
+    Above,  ///< the gap above it; below the last one when it is the number of rows
+};
+
+/// Where a drag would drop.
+struct DropProposal {
+    DropOperation operation = DropOperation::Above;
+    int row = 0;
+
+    bool operator==(const DropProposal &) const = default;
+};
+
+/// A quarter of a row belongs to the gap next to it. Everything above the first row
+/// and below the last one is the gap there.
+[[nodiscard]] DropProposal proposedDrop(const RowGeometry &rows, int y);
+
+/// Rows are put between others, never on them.
+[[nodiscard]] bool isDropAccepted(const DropProposal &proposal);
+
+/// What a dragged row carries: its index as a decimal number.
+[[nodiscard]] QString textOfDraggedRow(int row);
+
+/// The index that a drag carries. Nothing but decimal digits with at most one sign
+/// before them is an index; it need not be that of an existing row.
+[[nodiscard]] std::optional<std::ptrdiff_t> draggedRow(QStringView text);
+
+/// The index that a row has once it was dropped into the gap above another: what
+/// follows it moves up when it leaves its place.
+[[nodiscard]] std::ptrdiff_t dropDestination(std::ptrdiff_t source, std::ptrdiff_t gap);
+
+/// By how much a list scrolls under a drag near its edge, at each tick: more, the
+/// nearer it is; negative upwards; 0 away from the edges.
+[[nodiscard]] int autoscrollStep(int y, int viewHeight);
+
+}  // namespace kestrelbay

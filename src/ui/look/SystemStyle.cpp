@@ -1,0 +1,301 @@
+#include "ui/look/SystemStyle.h"
+
+#include <QComboBox>
+#include <QPainter>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+#include <algorithm>
+
+#include "ui/look/Symbols.h"
+#include "ui/look/SystemColors.h"
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr qreal kRadius = 6;
+constexpr int kFocusRingWidth = 2;
+constexpr int kScrollBarExtent = 11;
+constexpr QSize kChevron{9, 9};
+constexpr int kChevronMargin = 8;
+constexpr int kLineEditMargin = 6;
+constexpr int kMenuItemPadding = 6;
+constexpr int kPushButtonPadding = 12;
+/// Controls with a text up to this size are small ones.
+constexpr int kSmallFont = 12;
+constexpr int kRegularHeight = 28;
+constexpr int kSmallHeight = 24;
+
+QRectF hairlineRect(const QRect &rect) {
+    return QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5);
+}
+
+bool has(const QStyleOption &option, QStyle::StateFlag flag) {
+    return option.state.testFlag(flag);
+}
+
+QColor overlaid(const QColor &ground, const QColor &ink, qreal alpha) {
+    const auto mix = [alpha](float below, float above) {
+        return static_cast<float>(below * (1 - alpha) + above * alpha);
+    };
+    return QColor::fromRgbF(mix(ground.redF(), ink.redF()), mix(ground.greenF(), ink.greenF()),
+                            mix(ground.blueF(), ink.blueF()), ground.alphaF());
+}
+
+QColor faceOf(const QStyleOption &option, const QColor &face) {
+    if (!has(option, QStyle::State_Enabled))
+        return overlaid(face, option.palette.color(QPalette::Window), 0.5);
+    if (has(option, QStyle::State_Sunken))
+        return overlaid(face, Qt::black, colors::isDark() ? 0.25 : 0.12);
+    if (has(option, QStyle::State_MouseOver))
+        return overlaid(face, colors::isDark() ? Qt::white : Qt::black, 0.04);
+    return face;
+}
+
+void drawFace(const QStyleOption &option, const QRect &rect, const QColor &face, bool framed,
+              QPainter *painter) {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(framed ? QPen(overlaid(face, colors::label(), 0.18)) : QPen(face));
+    painter->setBrush(face);
+    painter->drawRoundedRect(hairlineRect(rect), kRadius, kRadius);
+    if (has(option, QStyle::State_HasFocus) && has(option, QStyle::State_KeyboardFocusChange)) {
+        QColor ring = colors::controlAccent();
+        ring.setAlphaF(0.7F);
+        painter->setPen(QPen(framed ? ring : colors::label(), kFocusRingWidth));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRoundedRect(QRectF(rect).adjusted(1, 1, -1, -1), kRadius - 1, kRadius - 1);
+    }
+    painter->restore();
+}
+
+bool isDefault(const QStyleOption &option) {
+    const auto *button = qstyleoption_cast<const QStyleOptionButton *>(&option);
+    return button && button->features.testFlag(QStyleOptionButton::DefaultButton);
+}
+
+bool isFlat(const QStyleOption &option) {
+    const auto *button = qstyleoption_cast<const QStyleOptionButton *>(&option);
+    return button && button->features.testFlag(QStyleOptionButton::Flat);
+}
+
+void drawPushButton(const QStyleOption &option, QPainter *painter) {
+    if (isFlat(option) && !has(option, QStyle::State_Sunken) &&
+        !has(option, QStyle::State_HasFocus))
+        return;
+    const bool filled = isDefault(option) && has(option, QStyle::State_Enabled);
+    const QColor face =
+        filled ? colors::controlAccent() : option.palette.color(QPalette::Active, QPalette::Button);
+    drawFace(option, option.rect, faceOf(option, face), !filled, painter);
+}
+
+void drawLineEdit(const QStyleOption &option, QPainter *painter) {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    const bool focused = has(option, QStyle::State_HasFocus);
+    painter->setPen(focused ? QPen(colors::controlAccent(), kFocusRingWidth)
+                            : QPen(overlaid(colors::field(), colors::label(), 0.22)));
+    painter->setBrush(option.palette.color(QPalette::Base));
+    const qreal inset = focused ? 1 : 0.5;
+    painter->drawRoundedRect(QRectF(option.rect).adjusted(inset, inset, -inset, -inset), kRadius,
+                             kRadius);
+    painter->restore();
+}
+
+/// A radio button's disc or a check box, filled with the accent while it is on.
+void drawIndicator(const QStyleOption &option, qreal radius, QPainter *painter) {
+    const bool on = has(option, QStyle::State_On) && has(option, QStyle::State_Enabled);
+    const QColor face =
+        on ? colors::controlAccent() : option.palette.color(QPalette::Active, QPalette::Button);
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(on ? QPen(face) : QPen(overlaid(face, colors::label(), 0.3)));
+    painter->setBrush(faceOf(option, face));
+    painter->drawRoundedRect(hairlineRect(option.rect), radius, radius);
+}
+
+QColor markInk(const QStyleOption &option) {
+    return has(option, QStyle::State_Enabled) ? QColor(Qt::white) : colors::tertiaryLabel();
+}
+
+void drawRadioButton(const QStyleOption &option, QPainter *painter) {
+    painter->save();
+    drawIndicator(option, option.rect.width() / 2.0, painter);
+    if (has(option, QStyle::State_On)) {
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(markInk(option));
+        const qreal dot = option.rect.width() * 0.19;
+        painter->drawEllipse(QRectF(option.rect).center(), dot, dot);
+    }
+    painter->restore();
+}
+
+void drawCheckBox(const QStyleOption &option, QPainter *painter) {
+    painter->save();
+    drawIndicator(option, 3, painter);
+    if (has(option, QStyle::State_On)) {
+        painter->setPen(QPen(markInk(option), 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const QRectF box(option.rect);
+        const auto at = [&box](qreal x, qreal y) {
+            return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
+        };
+        painter->drawPolyline(QPolygonF({at(0.25, 0.53), at(0.43, 0.71), at(0.76, 0.31)}));
+    }
+    painter->restore();
+}
+
+void drawMenuSeparator(const QStyleOption &option, QPainter *painter) {
+    painter->fillRect(option.rect, option.palette.color(QPalette::Base));
+    painter->fillRect(QRect(option.rect.left() + kMenuItemPadding, option.rect.center().y(),
+                            option.rect.width() - 2 * kMenuItemPadding, 1),
+                      colors::separator());
+}
+
+bool isMenuSeparator(const QStyleOption &option) {
+    const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(&option);
+    return item && item->menuItemType == QStyleOptionMenuItem::Separator && item->text.isEmpty();
+}
+
+void drawFocusRing(const QStyleOption &option, QPainter *painter) {
+    if (!has(option, QStyle::State_KeyboardFocusChange))
+        return;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(colors::controlAccent(), kFocusRingWidth));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -1), kRadius - 2, kRadius - 2);
+    painter->restore();
+}
+
+void drawComboBox(const QStyleOptionComboBox &option, QPainter *painter) {
+    QStyleOptionComboBox face = option;
+    // A popup is pressed while its menu is open, which covers it.
+    face.state &= ~QStyle::State_On;
+    drawFace(face, face.rect, faceOf(face, face.palette.color(QPalette::Active, QPalette::Button)),
+             true, painter);
+    const QColor ink =
+        has(option, QStyle::State_Enabled) ? colors::secondaryLabel() : colors::tertiaryLabel();
+    const QRect area = option.rect.adjusted(0, 0, -kChevronMargin, 0);
+    const QRect place =
+        QStyle::alignedRect(option.direction, Qt::AlignRight | Qt::AlignVCenter, kChevron, area);
+    painter->drawPixmap(place, symbolPixmap(QStringLiteral("chevron.down"), kChevron, ink,
+                                            painter->device()->devicePixelRatioF()));
+}
+
+void drawScrollBar(const QStyle &style, const QStyleOptionSlider &option, QPainter *painter,
+                   const QWidget *widget) {
+    if (option.maximum <= option.minimum)
+        return;
+    const QRect handle =
+        style.subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, widget);
+    QColor ink = colors::label();
+    ink.setAlphaF(
+        has(option, QStyle::State_Sunken) || has(option, QStyle::State_MouseOver) ? 0.45F : 0.28F);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(ink);
+    const QRectF bar = QRectF(handle).adjusted(2, 2, -2, -2);
+    const qreal radius = std::min(bar.width(), bar.height()) / 2;
+    painter->drawRoundedRect(bar, radius, radius);
+    painter->restore();
+}
+
+int controlHeight(const QWidget *widget) {
+    const bool isSmall =
+        widget && widget->font().pixelSize() > 0 && widget->font().pixelSize() <= kSmallFont;
+    return isSmall ? kSmallHeight : kRegularHeight;
+}
+
+}  // namespace
+
+SystemStyle::SystemStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+void SystemStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option,
+                                QPainter *painter, const QWidget *widget) const {
+    switch (element) {
+        case PE_PanelButtonCommand:
+            return drawPushButton(*option, painter);
+        case PE_PanelLineEdit:
+            return drawLineEdit(*option, painter);
+        case PE_FrameFocusRect:
+            return drawFocusRing(*option, painter);
+        case PE_IndicatorRadioButton:
+            return drawRadioButton(*option, painter);
+        case PE_IndicatorCheckBox:
+            return drawCheckBox(*option, painter);
+        default:
+            return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+}
+
+void SystemStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                              const QWidget *widget) const {
+    if (element == CE_PushButtonLabel && isDefault(*option) && has(*option, State_Enabled)) {
+        QStyleOptionButton onAccent = *qstyleoption_cast<const QStyleOptionButton *>(option);
+        onAccent.palette.setColor(QPalette::ButtonText, Qt::white);
+        return QProxyStyle::drawControl(element, &onAccent, painter, widget);
+    }
+    if (element == CE_MenuItem && isMenuSeparator(*option))
+        return drawMenuSeparator(*option, painter);
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void SystemStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
+                                     QPainter *painter, const QWidget *widget) const {
+    if (const auto *combo = qstyleoption_cast<const QStyleOptionComboBox *>(option);
+        control == CC_ComboBox && combo && !combo->editable)
+        return drawComboBox(*combo, painter);
+    if (const auto *slider = qstyleoption_cast<const QStyleOptionSlider *>(option);
+        control == CC_ScrollBar && slider)
+        return drawScrollBar(*proxy(), *slider, painter, widget);
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+QSize SystemStyle::sizeFromContents(ContentsType type, const QStyleOption *option,
+                                    const QSize &contents, const QWidget *widget) const {
+    QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    if (type == CT_PushButton || type == CT_ComboBox || type == CT_LineEdit)
+        size.setHeight(controlHeight(widget));
+    if (type == CT_PushButton)
+        size.rwidth() += kPushButtonPadding;
+    if (type == CT_MenuItem && !isMenuSeparator(*option))
+        size.rheight() += kMenuItemPadding;
+    return size;
+}
+
+QRect SystemStyle::subElementRect(SubElement element, const QStyleOption *option,
+                                  const QWidget *widget) const {
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    return element == SE_LineEditContents ? rect.adjusted(kLineEditMargin, 0, -kLineEditMargin, 0)
+                                          : rect;
+}
+
+int SystemStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
+                             const QWidget *widget) const {
+    switch (metric) {
+        case PM_ScrollBarExtent:
+            return kScrollBarExtent;
+        // Focus is a ring inside the button, a default button one filled with the accent.
+        case PM_ButtonDefaultIndicator:
+        case PM_ButtonShiftHorizontal:
+        case PM_ButtonShiftVertical:
+            return 0;
+        default:
+            return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int SystemStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                           QStyleHintReturn *returned) const {
+    switch (hint) {
+        // A list below the control, as long as it needs, not a menu over it.
+        case SH_ComboBox_Popup:
+        case SH_DialogButtonBox_ButtonsHaveIcons:
+            return 0;
+        default:
+            return QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+}
+
+}  // namespace kestrelbay

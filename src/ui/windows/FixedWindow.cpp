@@ -1,0 +1,64 @@
+#include "ui/windows/FixedWindow.h"
+
+#include <utility>
+
+#include <QAbstractButton>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QWindow>
+
+namespace kestrelbay {
+
+FixedWindow::FixedWindow(QSize size, const QString &title)
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
+                           Qt::MSWindowsFixedSizeDialogHint) {
+    setFixedSize(size);
+    setWindowTitle(title);
+}
+
+void FixedWindow::setCloseHandler(std::function<void()> handler) {
+    closeHandler_ = std::move(handler);
+}
+
+void FixedWindow::setMovableByBackground(bool movable) {
+    isMovableByBackground_ = movable;
+}
+
+void FixedWindow::centerOn(QScreen *screen) {
+    if (!screen)
+        return;
+    // Its pixels may be of another size than those of the screen before.
+    setScreen(screen);
+    QRect frame({}, frameGeometry().size());
+    frame.moveCenter(screen->availableGeometry().center());
+    move(frame.topLeft());
+}
+
+void FixedWindow::closeEvent(QCloseEvent *event) {
+    event->accept();
+    if (const auto handler = closeHandler_)  // which may set another one
+        handler();
+}
+
+void FixedWindow::keyPressEvent(QKeyEvent *event) {
+    if (event->matches(QKeySequence::Cancel) || event->matches(QKeySequence::Close))
+        close();
+    else if (auto *button = qobject_cast<QAbstractButton *>(focusWidget());
+             button && !event->isAutoRepeat() &&
+             (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+        button->click();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void FixedWindow::mousePressEvent(QMouseEvent *event) {
+    if (isMovableByBackground_ && event->button() == Qt::LeftButton)
+        windowHandle()->startSystemMove();
+    else
+        QWidget::mousePressEvent(event);
+}
+
+}  // namespace kestrelbay
