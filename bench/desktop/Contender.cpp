@@ -3,7 +3,7 @@
 #include <csignal>
 #include <stdexcept>
 
-#include "desktop/RulesFile.h"
+#include "desktop/session/RulesFile.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::bench {

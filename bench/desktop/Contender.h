@@ -7,9 +7,9 @@
 #include <QString>
 #include <QStringList>
 
-#include "desktop/Desktop.h"
-#include "desktop/Keys.h"
-#include "desktop/PtyProcess.h"
+#include "desktop/session/Desktop.h"
+#include "desktop/display/Keys.h"
+#include "desktop/session/PtyProcess.h"
 
 namespace kestrelbay::bench {
 

@@ -8,7 +8,7 @@
 
 #include <QByteArray>
 
-#include "desktop/XClient.h"
+#include "desktop/display/XClient.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "Latency.h"
 #include "Samples.h"
 #include "TextTable.h"
-#include "desktop/FrontWindow.h"
+#include "desktop/display/FrontWindow.h"
 #include "support/Poll.h"
 
 namespace {

@@ -1,6 +1,6 @@
-#include "app/AccessibleTree.h"
-#include "app/OnboardingFixture.h"
-#include "app/ToastFixture.h"
+#include "fixtures/AccessibleTree.h"
+#include "app/onboarding/OnboardingFixture.h"
+#include "app/toasts/ToastFixture.h"
 #include "app/about/AboutWindowController.h"
 #include "fakes/FakeWorkspace.h"
 

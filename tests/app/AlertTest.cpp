@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {

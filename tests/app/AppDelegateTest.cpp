@@ -15,7 +15,7 @@
 
 #include "app/onboarding/OnboardingWindowController.h"
 #include "app/toasts/LaunchToastWindow.h"
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeTimers.h"
 #include "preferences/window/PreferencesWindowController.h"

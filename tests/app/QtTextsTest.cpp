@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/FakeUserDefaults.h"
 #include "settings/Language.h"
 #include "settings/NotificationCenter.h"

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "app/AppDelegate.h"
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeSystemSymbols.h"
 #include "fakes/FakeTimers.h"

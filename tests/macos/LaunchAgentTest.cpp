@@ -7,7 +7,7 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/FakeUserDefaults.h"
 #include "settings/LaunchAtLogin.h"
 

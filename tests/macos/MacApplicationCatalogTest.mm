@@ -7,7 +7,7 @@
 #include <QPainter>
 #include <QTemporaryDir>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/Bundles.h"
 #include "fakes/MacJournal.h"
 #include "platform/macos/applications/MacApplicationCatalog.h"

@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/FakeServices.h"
 #include "fakes/MacJournal.h"
 #include "platform/LoginItemContract.h"

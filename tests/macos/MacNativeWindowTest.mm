@@ -4,7 +4,7 @@
 
 #import <QuartzCore/CALayer.h>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/FakeImages.h"
 #include "fakes/FakeWindows.h"
 #include "fakes/MacJournal.h"

@@ -6,7 +6,7 @@
 
 #import <Foundation/Foundation.h>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/EventTaps.h"
 #include "fakes/FakeServices.h"
 #include "fakes/MacJournal.h"

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/FakeServices.h"
 #include "fakes/MacJournal.h"
 #include "platform/macos/desktop/MacStatusArea.h"

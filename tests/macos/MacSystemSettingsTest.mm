@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/FakeDesktop.h"
 #include "fakes/MacJournal.h"
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/Bridge.h"
 #include "fakes/FakeDesktop.h"
 #include "fakes/LiveObjects.h"

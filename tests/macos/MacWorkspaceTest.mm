@@ -7,7 +7,7 @@
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/FakeDesktop.h"
 #include "fakes/LiveObjects.h"
 #include "fakes/MacJournal.h"

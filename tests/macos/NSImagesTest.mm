@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/FakeImages.h"
 #include "fakes/MacJournal.h"
 #include "platform/macos/desktop/MacSystemSymbols.h"

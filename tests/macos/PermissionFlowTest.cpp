@@ -2,7 +2,7 @@
 
 #include <QTemporaryDir>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/EventTaps.h"
 #include "fakes/FakeSystemLog.h"
 #include "fakes/MacJournal.h"

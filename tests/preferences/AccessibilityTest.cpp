@@ -6,8 +6,8 @@
 
 #include <QApplication>
 
-#include "app/AccessibleTree.h"
-#include "preferences/ServicesFixture.h"
+#include "fixtures/AccessibleTree.h"
+#include "fixtures/ServicesFixture.h"
 #include "preferences/advanced/Restart.h"
 #include "preferences/options/RuleAdvancedPanel.h"
 #include "preferences/picker/AppPickerPanel.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/QtPrinters.h"
+#include "fixtures/QtPrinters.h"
 #include "fakes/FakeUserDefaults.h"
 #include "model/ShortcutRule.h"
 #include "settings/L.h"

@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr int kSide = 192;
-constexpr int kCornerRadius = 28;
+constexpr int kIconToastRadius = 28;
 constexpr QPoint kIconCorner{60, 60};
 
 /// Centred, with its lower edge a sixth up the area that is free of panels and docks.
@@ -63,7 +63,7 @@ void LaunchToastWindow::show(const QIcon &appIcon, LaunchToastDuration duration)
 }
 
 LaunchToastWindow::LaunchToastWindow(const QIcon &appIcon, QScreen *screen)
-    : ToastPanel(kCornerRadius, Input::PassesThrough) {
+    : ToastPanel(kIconToastRadius, Input::PassesThrough) {
     setPanelSize({kSide, kSide});
     const qreal ratio = screen ? screen->devicePixelRatio() : 1;
     icon_ = iconImage(appIcon, qRound(kIconSide * ratio));

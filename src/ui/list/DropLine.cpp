@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kHeight = 10;
 constexpr qreal kThickness = 2;
-constexpr qreal kRingRadius = 3;
+constexpr qreal kEndRadius = 3;
 
 }  // namespace
 
@@ -30,11 +30,11 @@ void DropLine::showAt(int y, int left, int width) {
 
 void DropLine::paintEvent(QPaintEvent *) {
     const qreal middle = kHeight / 2.0;
-    const qreal ringEnd = kThickness / 2 + 2 * kRingRadius;
+    const qreal ringEnd = kThickness / 2 + 2 * kEndRadius;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(colors::controlAccent(), kThickness, Qt::SolidLine, Qt::RoundCap));
-    painter.drawEllipse(QPointF(kThickness / 2 + kRingRadius, middle), kRingRadius, kRingRadius);
+    painter.drawEllipse(QPointF(kThickness / 2 + kEndRadius, middle), kEndRadius, kEndRadius);
     painter.drawLine(QPointF(ringEnd, middle), QPointF(width() - kThickness / 2, middle));
 }
 

@@ -10,22 +10,22 @@ namespace kestrelbay {
 
 namespace {
 
-constexpr int kFontSize = 12;
+constexpr int kLinkFontSize = 12;
 /// Around the text, for the focus ring and for an easier target.
-constexpr QMargins kMargins{8, 4, 8, 4};
+constexpr QMargins kLinkMargins{8, 4, 8, 4};
 
 }  // namespace
 
 LinkButton::LinkButton(const QString &text, QWidget *parent) : QAbstractButton(parent) {
     setText(text);
-    setFont(systemFont(kFontSize));
+    setFont(systemFont(kLinkFontSize));
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 QSize LinkButton::sizeHint() const {
-    return fontMetrics().size(Qt::TextShowMnemonic, text()).grownBy(kMargins);
+    return fontMetrics().size(Qt::TextShowMnemonic, text()).grownBy(kLinkMargins);
 }
 
 void LinkButton::paintEvent(QPaintEvent * /*event*/) {

@@ -3,12 +3,12 @@ pkg_check_modules(XCB_TEST REQUIRED IMPORTED_TARGET xcb xcb-xtest)
 
 kestrelbay_test(linux_apps_fast_tests LABEL fast
     SOURCES
-        linux/ApplicationGroupsTest.cpp
-        linux/ApplicationMatchTest.cpp
-        linux/DesktopEntryApplicationTest.cpp
-        linux/ExecLaunchTest.cpp
-        linux/InstalledApplicationsTest.cpp
-        linux/ProcessApplicationTest.cpp
+        linux/x11/windows/ApplicationGroupsTest.cpp
+        linux/applications/matching/ApplicationMatchTest.cpp
+        linux/applications/entries/DesktopEntryApplicationTest.cpp
+        linux/applications/launching/ExecLaunchTest.cpp
+        linux/applications/icons/InstalledApplicationsTest.cpp
+        linux/applications/matching/ProcessApplicationTest.cpp
         linux/appsFastMain.cpp
     LIBRARIES kestrelbay_back_end PkgConfig::GIO_TEST)
 
@@ -18,7 +18,7 @@ target_link_libraries(linux_apps_client PRIVATE kestrelbay_compiler_settings Pkg
 kestrelbay_test(linux_apps_tests LABEL display
     SOURCES
         WorkspaceContract.cpp
-        linux/CatalogApplicationTest.cpp
+        linux/applications/icons/CatalogApplicationTest.cpp
         linux/LinuxWorkspaceIdentityTest.cpp
         linux/LinuxWorkspaceTest.cpp
         linux/WindowRoundTripsTest.cpp

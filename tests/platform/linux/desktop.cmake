@@ -5,17 +5,17 @@ set(KESTRELBAY_TEST_SCHEMAS ${CMAKE_CURRENT_BINARY_DIR}/schemas)
 add_custom_command(OUTPUT ${KESTRELBAY_TEST_SCHEMAS}/gschemas.compiled
     COMMAND ${CMAKE_COMMAND} -E make_directory ${KESTRELBAY_TEST_SCHEMAS}
     COMMAND ${KESTRELBAY_COMPILE_SCHEMAS} --strict --targetdir=${KESTRELBAY_TEST_SCHEMAS}
-        ${CMAKE_CURRENT_LIST_DIR}/schemas
-    DEPENDS ${CMAKE_CURRENT_LIST_DIR}/schemas/org.gnome.desktop.interface.gschema.xml
+        ${CMAKE_CURRENT_LIST_DIR}/desktop/schemas
+    DEPENDS ${CMAKE_CURRENT_LIST_DIR}/desktop/schemas/org.gnome.desktop.interface.gschema.xml
     VERBATIM)
 
 kestrelbay_test(linux_desktop_tests LABEL display
     SOURCES
         linux/LinuxPlatformDiagnosticsTest.cpp
-        linux/LinuxStatusAreaTest.cpp
-        linux/PortalSystemSettingsTest.cpp
-        linux/X11NativeWindowManagedTest.cpp
-        linux/X11NativeWindowTest.cpp
+        linux/desktop/LinuxStatusAreaTest.cpp
+        linux/desktop/PortalSystemSettingsTest.cpp
+        linux/x11/panels/X11NativeWindowManagedTest.cpp
+        linux/x11/panels/X11NativeWindowTest.cpp
         linux/appsDesktop.cpp
         linux/desktopMain.cpp
         ${KESTRELBAY_TEST_SCHEMAS}/gschemas.compiled

@@ -2,6 +2,6 @@ pkg_check_modules(GIO_LOGINITEM_TEST REQUIRED IMPORTED_TARGET gio-unix-2.0)
 
 kestrelbay_test(linux_loginitem_tests
     LABEL fast
-    SOURCES linux/AutostartEntryTest.cpp linux/AutostartLoginItemTest.cpp
+    SOURCES linux/desktop/AutostartEntryTest.cpp linux/desktop/AutostartLoginItemTest.cpp
     LIBRARIES kestrelbay_back_end PkgConfig::GIO_LOGINITEM_TEST GTest::gtest_main
 )

@@ -1,9 +1,9 @@
 kestrelbay_test(linux_services_tests
     LABEL fast
     SOURCES
-        linux/CanberraSoundsTest.cpp
-        linux/JsonUserDefaultsTest.cpp
-        linux/SyslogLogTest.cpp
+        linux/desktop/CanberraSoundsTest.cpp
+        linux/desktop/JsonUserDefaultsTest.cpp
+        linux/desktop/SyslogLogTest.cpp
     LIBRARIES kestrelbay_back_end GTest::gtest_main util
 )
 target_compile_definitions(linux_services_tests PRIVATE

@@ -2,11 +2,11 @@ pkg_check_modules(XCB_TAP_TEST REQUIRED IMPORTED_TARGET GLOBAL xcb)
 
 kestrelbay_test(linux_tap_plan_tests
     LABEL fast
-    SOURCES linux/KeyCodeTableTest.cpp linux/KeyGrabPlanTest.cpp
+    SOURCES linux/x11/keyboard/KeyCodeTableTest.cpp linux/x11/keyboard/KeyGrabPlanTest.cpp
     LIBRARIES kestrelbay_back_end GTest::gtest_main
 )
 kestrelbay_test(linux_tap_tests
     LABEL display
-    SOURCES linux/XEventTapTest.cpp linux/XEventTapContractTest.cpp
+    SOURCES linux/x11/keyboard/XEventTapTest.cpp linux/x11/keyboard/XEventTapContractTest.cpp
     LIBRARIES kestrelbay_back_end kestrelbay_test_support PkgConfig::XCB_TAP_TEST
 )

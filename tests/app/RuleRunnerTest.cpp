@@ -1,0 +1,240 @@
+#include "app/RuleRunner.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+#include <QIconEngine>
+#include <QImage>
+#include <QPainter>
+
+#include "fixtures/QtPrinters.h"
+#include "fakes/FakeApplicationCatalog.h"
+#include "fakes/FakeClock.h"
+#include "fakes/FakeSystemLog.h"
+#include "fakes/FakeSystemSounds.h"
+#include "fakes/FakeUserDefaults.h"
+#include "fakes/FakeWorkspace.h"
+#include "fakes/ManualDispatchQueue.h"
+#include "launcher/AppLauncher.h"
+#include "model/ShortcutRule.h"
+
+using namespace Qt::StringLiterals;
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr QRgb kIconColor = qRgb(20, 140, 60);
+
+/// An icon of one colour; remembers the thread that drew it and the size asked for.
+class PlainIconEngine final : public QIconEngine {
+public:
+    struct Drawn {
+        std::atomic<int> count = 0;
+        std::thread::id thread;
+        QSize size;
+    };
+
+    explicit PlainIconEngine(Drawn &drawn) : drawn_(drawn) {}
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode, QIcon::State) override {
+        ++drawn_.count;
+        drawn_.thread = std::this_thread::get_id();
+        drawn_.size = rect.size();
+        painter->fillRect(rect, QColor(kIconColor));
+    }
+    [[nodiscard]] QIconEngine *clone() const override { return new PlainIconEngine(drawn_); }
+
+private:
+    Drawn &drawn_;
+};
+
+QRgb centerColor(const QIcon &icon) {
+    QImage image(72, 72, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    icon.paint(&painter, image.rect());
+    return image.pixel(36, 36);
+}
+
+class RuleRunnerTest : public testing::Test {
+protected:
+    RuleRunnerTest() { catalog_.add(rule_.appPath, u"Notes"_s, icon_); }
+
+    [[nodiscard]] RuleRunner runner(bool withToast = true) {
+        RuleRunner::ShowLaunchToast show;
+        if (withToast)
+            show = [this](const QIcon &icon, LaunchToastDuration duration) {
+                toasts_.emplace_back(centerColor(icon), duration);
+            };
+        return RuleRunner({.launcher = launcher_,
+                           .catalog = catalog_,
+                           .defaults = defaults_,
+                           .sounds = sounds_,
+                           .log = log_,
+                           .clock = clock_,
+                           .mainQueue = mainQueue_,
+                           .launchQueue = launchQueue_,
+                           .showLaunchToast = show});
+    }
+    void fireAndRunAll() {
+        runner().ruleFired(rule_);
+        mainQueue_.runAll();
+        launchQueue_.runAll();
+        mainQueue_.runAll();
+    }
+    void launchTakes(std::chrono::milliseconds duration) {
+        workspace_.setRequestHook([this, duration] { clock_.advance(duration); });
+    }
+
+    PlainIconEngine::Drawn drawn_;
+    QIcon icon_{new PlainIconEngine(drawn_)};
+    ShortcutRule rule_{.appName = u"Notes"_s, .appPath = u"/Applications/Notes.app"_s};
+    FakeWorkspace workspace_;
+    FakeSystemLog log_;
+    FakeSystemSounds sounds_;
+    FakeUserDefaults defaults_;
+    FakeApplicationCatalog catalog_;
+    FakeClock clock_;
+    ManualDispatchQueue mainQueue_;
+    ManualDispatchQueue launchQueue_;
+    AppLauncher launcher_{workspace_, log_};
+    std::vector<std::pair<QRgb, LaunchToastDuration>> toasts_;
+};
+
+TEST_F(RuleRunnerTest, FiringOnlyQueuesWork) {
+    defaults_.setString(u"soundFeedbackName"_s, u"Pop"_s);
+    runner().ruleFired(rule_);
+    EXPECT_EQ(mainQueue_.pendingCount(), 1U);
+    EXPECT_EQ(launchQueue_.pendingCount(), 1U);
+    EXPECT_EQ(sounds_.played(), QStringList());
+    EXPECT_EQ(workspace_.requests().lines(), QStringList());
+}
+
+TEST_F(RuleRunnerTest, SoundPlaysOnTheMainQueueWithoutWaitingForTheLaunch) {
+    defaults_.setString(u"soundFeedbackName"_s, u"Pop"_s);
+    runner().ruleFired(rule_);
+    mainQueue_.runAll();
+    EXPECT_EQ(sounds_.played(), QStringList{u"Pop"_s});
+    EXPECT_EQ(workspace_.requests().lines(), QStringList());
+    launchQueue_.runAll();
+    EXPECT_EQ(workspace_.requests().lines(), QStringList{u"open file:///Applications/Notes.app"_s});
+}
+
+TEST_F(RuleRunnerTest, SoundSettingIsReadWhenTheSoundPlays) {
+    runner().ruleFired(rule_);
+    defaults_.setString(u"soundFeedbackName"_s, u"Pop"_s);
+    mainQueue_.runAll();
+    EXPECT_EQ(sounds_.played(), QStringList{u"Pop"_s});
+}
+
+TEST_F(RuleRunnerTest, AbsentOrEmptySoundNamePlaysNothing) {
+    fireAndRunAll();
+    defaults_.setString(u"soundFeedbackName"_s, u""_s);
+    fireAndRunAll();
+    defaults_.storeNumber(u"soundFeedbackName"_s, 3);
+    fireAndRunAll();
+    EXPECT_EQ(sounds_.played(), QStringList());
+}
+
+TEST_F(RuleRunnerTest, LaunchWorksOnACopyOfTheRule) {
+    auto rule = std::make_unique<ShortcutRule>(rule_);
+    runner().ruleFired(*rule);
+    rule->appPath = u"/elsewhere"_s;
+    rule.reset();
+    launchQueue_.runAll();
+    EXPECT_EQ(workspace_.requests().lines(), QStringList{u"open file:///Applications/Notes.app"_s});
+}
+
+TEST_F(RuleRunnerTest, SlowLaunchIsLogged) {
+    launchTakes(std::chrono::milliseconds(1234));
+    fireAndRunAll();
+    EXPECT_EQ(log_.lines(), QStringList{u"KestrelBay [WARN] AppLauncher.handle took 1.23s for "
+                                        "/Applications/Notes.app"_s});
+}
+
+TEST_F(RuleRunnerTest, HalfASecondIsNotSlow) {
+    launchTakes(std::chrono::milliseconds(500));
+    fireAndRunAll();
+    EXPECT_EQ(log_.lines(), QStringList());
+}
+
+TEST_F(RuleRunnerTest, JustOverHalfASecondIsSlow) {
+    launchTakes(std::chrono::milliseconds(501));
+    fireAndRunAll();
+    EXPECT_EQ(log_.lines(), QStringList{u"KestrelBay [WARN] AppLauncher.handle took 0.50s for "
+                                        "/Applications/Notes.app"_s});
+}
+
+TEST_F(RuleRunnerTest, PathWithPlaceholdersIsLoggedAsItIs) {
+    rule_.appPath = u"/tmp/%1 %2"_s;
+    launchTakes(std::chrono::seconds(2));
+    fireAndRunAll();
+    EXPECT_EQ(log_.lines(),
+              QStringList{u"KestrelBay [WARN] AppLauncher.handle took 2.00s for /tmp/%1 %2"_s});
+}
+
+TEST_F(RuleRunnerTest, ToastIsQueuedBackAfterTheLaunch) {
+    defaults_.setString(u"launchToastDuration"_s, u"medium"_s);
+    runner().ruleFired(rule_);
+    mainQueue_.runAll();
+    EXPECT_TRUE(toasts_.empty());
+    launchQueue_.runAll();
+    EXPECT_TRUE(toasts_.empty());
+    mainQueue_.runAll();
+    EXPECT_EQ(toasts_, (std::vector{std::pair{kIconColor, LaunchToastDuration::Medium}}));
+    EXPECT_EQ(catalog_.listIconRequests(), QStringList{u"/Applications/Notes.app"_s});
+}
+
+TEST_F(RuleRunnerTest, IconIsDrawnWhereTheLaunchRunsAndNeverOnTheMainThread) {
+    defaults_.setString(u"launchToastDuration"_s, u"short"_s);
+    runner().ruleFired(rule_);
+    std::thread worker([this] { launchQueue_.runAll(); });
+    const std::thread::id workerId = worker.get_id();
+    worker.join();
+    EXPECT_EQ(drawn_.thread, workerId);
+    EXPECT_EQ(drawn_.size, QSize(72, 72));
+    mainQueue_.runAll();
+    EXPECT_EQ(toasts_, (std::vector{std::pair{kIconColor, LaunchToastDuration::Short}}));
+    EXPECT_EQ(drawn_.count, 1);
+}
+
+TEST_F(RuleRunnerTest, ApplicationWithoutAnyIconHasAnEmptyToast) {
+    defaults_.setString(u"launchToastDuration"_s, u"short"_s);
+    catalog_.add(rule_.appPath, u"Notes"_s);
+    fireAndRunAll();
+    EXPECT_EQ(toasts_, (std::vector{std::pair{QRgb(0), LaunchToastDuration::Short}}));
+}
+
+TEST_F(RuleRunnerTest, ToastSettingIsReadAfterTheLaunch) {
+    runner().ruleFired(rule_);
+    defaults_.setString(u"launchToastDuration"_s, u"short"_s);
+    launchQueue_.runAll();
+    defaults_.setString(u"launchToastDuration"_s, u"none"_s);
+    mainQueue_.runAll();
+    EXPECT_EQ(toasts_.size(), 1U);
+}
+
+TEST_F(RuleRunnerTest, NoOrUnknownDurationShowsNoToast) {
+    fireAndRunAll();
+    for (const QString &text : {u"none"_s, u"Short"_s, u""_s}) {
+        defaults_.setString(u"launchToastDuration"_s, text);
+        fireAndRunAll();
+    }
+    EXPECT_TRUE(toasts_.empty());
+    EXPECT_EQ(catalog_.listIconRequests(), QStringList());
+}
+
+TEST_F(RuleRunnerTest, WithoutAToastWindowNothingIsShown) {
+    defaults_.setString(u"launchToastDuration"_s, u"long"_s);
+    runner(false).ruleFired(rule_);
+    launchQueue_.runAll();
+    mainQueue_.runAll();
+    EXPECT_TRUE(toasts_.empty());
+}
+
+}  // namespace
+
+}  // namespace kestrelbay

@@ -1,0 +1,84 @@
+#include "app/toasts/ToastText.h"
+
+#include <gtest/gtest.h>
+
+#include <QFontMetrics>
+
+#include "fixtures/QtPrinters.h"
+#include "ui/look/Fonts.h"
+
+using namespace Qt::StringLiterals;
+
+namespace kestrelbay {
+
+namespace {
+
+constexpr int kWidth = 300;
+constexpr QChar kEllipsis(0x2026);
+
+QFont font() {
+    return systemFont(13);
+}
+int heightOf(const QString &text) {
+    return wrappedTextHeight(text, font(), kWidth);
+}
+QStringList linesOf(const QString &text) {
+    return inTwoLines(text, font(), kWidth).split(u'\n');
+}
+
+TEST(ToastTextTest, HeightGrowsWithTheLines) {
+    const int line = heightOf(u"One"_s);
+    EXPECT_GE(line, 13);
+    EXPECT_NEAR(heightOf(u"One\ntwo"_s), 2 * line, 1);
+    EXPECT_NEAR(heightOf(u"1\n2\n3\n4\n5"_s), 5 * line, 3);
+    EXPECT_NEAR(heightOf(QString(100, u'字')), heightOf(QString(100, u'字').left(1)) * 5, 12);
+}
+
+TEST(ToastTextTest, WhatFitsIsLeftAlone) {
+    EXPECT_EQ(linesOf(u"Short notice"_s), QStringList{u"Short notice"_s});
+    EXPECT_EQ(linesOf(u"One\ntwo"_s), (QStringList{u"One"_s, u"two"_s}));
+}
+
+TEST(ToastTextTest, BreaksBetweenWords) {
+    const QString text = u"Hotkey conflict: already used by another rule, please re-enter"_s;
+    const QStringList lines = linesOf(text);
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_EQ(lines.join(u' '), text);
+}
+
+TEST(ToastTextTest, BreaksChineseBetweenCharacters) {
+    const QString text = u"点击状态栏的图标进行快捷键配置点击状态栏的图标进行快捷键配置"_s;
+    const QStringList lines = linesOf(text);
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_EQ(lines.join(QString()), text);
+    EXPECT_GT(QFontMetrics(font()).horizontalAdvance(lines.first()), kWidth - 20);
+}
+
+TEST(ToastTextTest, BreaksAWordThatIsTooLong) {
+    const QString text(60, u'w');
+    const QStringList lines = linesOf(text);
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_LE(QFontMetrics(font()).horizontalAdvance(lines.first()), kWidth);
+}
+
+TEST(ToastTextTest, WhatGoesBeyondTwoLinesIsCut) {
+    for (const QString &text : {u"lorem ipsum "_s.repeated(20), QString(200, u'字')}) {
+        const QStringList lines = linesOf(text);
+        ASSERT_EQ(lines.size(), 2);
+        EXPECT_TRUE(lines.last().endsWith(kEllipsis)) << lines.last().toStdString();
+        EXPECT_LE(QFontMetrics(font()).horizontalAdvance(lines.last()), kWidth);
+    }
+}
+
+TEST(ToastTextTest, LinesBelowTheSecondAreCut) {
+    EXPECT_EQ(linesOf(u"1\n2\n3\n4\n5"_s), (QStringList{u"1"_s, u"2"_s + kEllipsis}));
+}
+
+TEST(ToastTextTest, NoTextIsOneEmptyLine) {
+    EXPECT_EQ(linesOf(QString()), QStringList{QString()});
+    EXPECT_EQ(heightOf(QString()), heightOf(u"One"_s));
+}
+
+}  // namespace
+
+}  // namespace kestrelbay

@@ -1,0 +1,159 @@
+#include "desktop/display/WindowManagerView.h"
+
+#include <algorithm>
+
+#include "support/Poll.h"
+
+namespace kestrelbay::desktop {
+
+namespace {
+constexpr std::uint32_t kFromPager = 2;  // EWMH source indication
+constexpr std::uint32_t kOnAllDesktops = 0xFFFFFFFF;
+}  // namespace
+
+WindowManagerView::WindowManagerView(const QString &displayName) : client_(displayName) {}
+
+std::uint32_t WindowManagerView::rootNumber(const std::string &name, std::uint32_t otherwise) {
+    const auto values = client_.numbers(client_.root(), name);
+    return values.empty() ? otherwise : values.front();
+}
+
+std::vector<WindowManagerView::Window> WindowManagerView::stacking() {
+    auto windows = client_.numbers(client_.root(), "_NET_CLIENT_LIST_STACKING");
+    // xfwm4 tells no order while there is one window only.
+    if (windows.empty())
+        windows = client_.numbers(client_.root(), "_NET_CLIENT_LIST");
+    std::ranges::reverse(windows);
+    return windows;
+}
+
+std::vector<WindowManagerView::Window> WindowManagerView::windowsOf(const QString &windowClass) {
+    auto windows = stacking();
+    std::erase_if(windows, [&](Window w) { return this->windowClass(w) != windowClass; });
+    return windows;
+}
+
+WindowManagerView::Window WindowManagerView::active() {
+    return rootNumber("_NET_ACTIVE_WINDOW", XCB_NONE);
+}
+
+bool WindowManagerView::hasFocus(Window window) {
+    const Reply<xcb_get_input_focus_reply_t> focus(
+        xcb_get_input_focus_reply(client_.get(), xcb_get_input_focus(client_.get()), nullptr));
+    Window at = focus ? focus->focus : Window{XCB_NONE};
+    // Toolkits and terminals hand the focus on to a child of their own.
+    while (at != XCB_NONE && at != client_.root() && at != XCB_INPUT_FOCUS_POINTER_ROOT) {
+        if (at == window)
+            return true;
+        const Reply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(client_.get(), xcb_query_tree(client_.get(), at), nullptr));
+        at = tree ? tree->parent : Window{XCB_NONE};
+    }
+    return false;
+}
+
+WindowManagerView::State WindowManagerView::state(Window window) {
+    const auto values = client_.numbers(window, "WM_STATE");
+    return values.empty() ? State::Withdrawn : static_cast<State>(values.front());
+}
+
+std::optional<std::uint32_t> WindowManagerView::desktopOf(Window window) {
+    const auto values = client_.numbers(window, "_NET_WM_DESKTOP");
+    if (values.empty() || values.front() == kOnAllDesktops)
+        return std::nullopt;
+    return values.front();
+}
+
+std::uint32_t WindowManagerView::currentDesktop() {
+    return rootNumber("_NET_CURRENT_DESKTOP", 0);
+}
+
+std::uint32_t WindowManagerView::desktopCount() {
+    return rootNumber("_NET_NUMBER_OF_DESKTOPS", 1);
+}
+
+QString WindowManagerView::windowClass(Window window) {
+    const auto parts = client_.text(window, "WM_CLASS").split('\0');
+    return parts.size() > 1 ? QString::fromUtf8(parts[1]) : QString();
+}
+
+QString WindowManagerView::title(Window window) {
+    const QByteArray title = client_.text(window, "_NET_WM_NAME");
+    return QString::fromUtf8(title.isEmpty() ? client_.text(window, "WM_NAME") : title);
+}
+
+qint64 WindowManagerView::processId(Window window) {
+    const auto values = client_.numbers(window, "_NET_WM_PID");
+    return values.empty() ? 0 : values.front();
+}
+
+WindowManagerView::Window WindowManagerView::managerWindow() {
+    const Window window = rootNumber("_NET_SUPPORTING_WM_CHECK", XCB_NONE);
+    const auto itself = client_.numbers(window, "_NET_SUPPORTING_WM_CHECK");
+    return !itself.empty() && itself.front() == window ? window : Window{XCB_NONE};
+}
+
+bool WindowManagerView::answers(std::chrono::milliseconds timeout) {
+    // A question that changes nothing: how wide would your frame be round this window?
+    const Window window = xcb_generate_id(client_.get());
+    xcb_create_window(client_.get(), XCB_COPY_FROM_PARENT, window, client_.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    client_.ask(window, "_NET_REQUEST_FRAME_EXTENTS", {});
+    const bool answered = testing::waitUntil(
+        [&] { return !client_.numbers(window, "_NET_FRAME_EXTENTS").empty(); }, timeout);
+    xcb_destroy_window(client_.get(), window);
+    return answered;
+}
+
+bool WindowManagerView::isShown(Window window) {
+    return state(window) == State::Normal &&
+           desktopOf(window).value_or(currentDesktop()) == currentDesktop();
+}
+
+bool WindowManagerView::isInFront(Window window) {
+    if (active() != window || !isShown(window))
+        return false;
+    // A window of another workspace may be higher up in the list.
+    const auto windows = stacking();
+    const auto first = std::ranges::find_if(
+        windows, [this](Window other) { return isShown(other) && !isPanel(other); });
+    return first != windows.end() && *first == window;
+}
+
+bool WindowManagerView::isPanel(Window window) {
+    const auto types = client_.numbers(window, "_NET_WM_WINDOW_TYPE");
+    return std::ranges::count(types, client_.atom("_NET_WM_WINDOW_TYPE_DOCK")) != 0;
+}
+
+QString WindowManagerView::describe(Window window) {
+    if (window == XCB_NONE)
+        return QStringLiteral("no window");
+    return QStringLiteral("%1 “%2” 0x%3")
+        .arg(windowClass(window), title(window), QString::number(window, 16));
+}
+
+void WindowManagerView::activate(Window window) {
+    client_.ask(window, "_NET_ACTIVE_WINDOW", {kFromPager, client_.serverTime(), 0, 0, 0});
+}
+
+void WindowManagerView::minimise(Window window) {
+    client_.ask(window, "WM_CHANGE_STATE", {static_cast<std::uint32_t>(State::Iconic), 0, 0, 0, 0});
+}
+
+void WindowManagerView::moveToDesktop(Window window, std::uint32_t desktop) {
+    client_.ask(window, "_NET_WM_DESKTOP", {desktop, kFromPager, 0, 0, 0});
+}
+
+void WindowManagerView::showDesktop(std::uint32_t desktop) {
+    client_.ask(client_.root(), "_NET_CURRENT_DESKTOP", {desktop, client_.serverTime(), 0, 0, 0});
+}
+
+void WindowManagerView::setDesktopCount(std::uint32_t count) {
+    client_.ask(client_.root(), "_NET_NUMBER_OF_DESKTOPS", {count, 0, 0, 0, 0});
+}
+
+void WindowManagerView::close(Window window) {
+    client_.ask(window, "_NET_CLOSE_WINDOW", {client_.serverTime(), kFromPager, 0, 0, 0});
+}
+
+}  // namespace kestrelbay::desktop

@@ -1,0 +1,41 @@
+// The preferences as a user works with them, told step by step, and what is on disk
+// after each step.
+
+#include <array>
+
+#include <QCoreApplication>
+
+#include "desktop/stage/Play.h"
+#include "desktop/preferences/PreferencesScenes.h"
+
+namespace {
+
+using namespace kestrelbay::desktop;
+using PreferencesScene = Scene<PreferencesStage>;
+
+constexpr auto kStarts = PreferencesScene::Program::Starts;
+constexpr std::array kScenes{
+    PreferencesScene{"From nothing to a first hotkey", sceneFirstHotkey, kStarts},
+    PreferencesScene{"A hotkey that another program has", sceneHotkeyOfAnother, kStarts},
+    PreferencesScene{"The options of a rule", sceneAdvancedPanel, kStarts},
+    PreferencesScene{"A conflict", sceneConflict, kStarts},
+    PreferencesScene{"Off and on", sceneSwitch, kStarts},
+    PreferencesScene{"Another order", sceneOrder, kStarts},
+    PreferencesScene{"Deleting", sceneDelete, kStarts},
+    PreferencesScene{"Ways out of recording by key", sceneWaysOutByKey, kStarts},
+    PreferencesScene{"Ways out of recording in the window", sceneWaysOutInWindow, kStarts},
+    PreferencesScene{"Ways out of recording by other windows", sceneWaysOutOfWindow, kStarts},
+    PreferencesScene{"Killed while recording", sceneKilledWhileRecording, kStarts},
+    PreferencesScene{"Settings", sceneSettings, kStarts},
+    PreferencesScene{"Another language", sceneLanguage, kStarts},
+    PreferencesScene{"Everything as it was left", sceneAsItWasLeft, kStarts},
+    PreferencesScene{"A thousand rules", sceneManyRules, kStarts},
+};
+
+}  // namespace
+
+int main(int argc, char *argv[]) {
+    // The session bus is asked through it.
+    const QCoreApplication application(argc, argv);
+    return playAll<PreferencesStage>(argc, argv, kScenes);
+}

@@ -1,0 +1,146 @@
+#include "desktop/scenario/Scenes.h"
+
+#include <algorithm>
+
+namespace kestrelbay::desktop {
+
+namespace {
+
+/// What stands behind the word in the command line.
+QStringList argumentsBehind(const char *word, const QStringList &commandLine) {
+    const qsizetype at = commandLine.indexOf(QLatin1String(word));
+    return at < 0 ? QStringList() : commandLine.mid(at + 1);
+}
+
+QString inBrackets(const QStringList &arguments) {
+    return arguments.isEmpty() ? QStringLiteral("nothing")
+                               : u'[' + arguments.join(QStringLiteral("] [")) + u']';
+}
+
+/// Every press starts one more process with exactly these arguments.
+void startsProcesses(Stage &stage, const Chord &hotkey, const QStringList &arguments,
+                     const std::function<std::vector<QStringList>()> &running) {
+    const auto count = [&] { return std::ranges::count(running(), arguments); };
+    for (const QString &which : {QStringLiteral("a new process"), QStringLiteral("another one")}) {
+        const auto before = count();
+        stage.press(hotkey, {.expected = which + QStringLiteral(" with ") + inBrackets(arguments),
+                             .seen = [&] { return count() == before + 1; },
+                             .saw =
+                                 [&] {
+                                     const auto all = running();
+                                     return QStringLiteral("%1 of them, the last with %2")
+                                         .arg(count())
+                                         .arg(inBrackets(all.empty() ? QStringList() : all.back()));
+                                 }});
+    }
+}
+
+}  // namespace
+
+void sceneUrl(Stage &stage) {
+    const auto opened = [&] {
+        const auto found = stage.desktop().processes().withArgument(QLatin1String(kUrlRecorder));
+        return found.empty() ? QStringList()
+                             : argumentsBehind(kUrlRecorder, Processes::commandLine(found.back()));
+    };
+    stage.press(leftCommand(scenario::kUrl),
+                {.expected = QStringLiteral("the scheme's handler is started with the URL"),
+                 .seen = [&] { return opened() == QStringList(QLatin1String(scenario::kUrlText)); },
+                 .saw = [&] { return inBrackets(opened()); }});
+}
+
+void sceneFile(Stage &stage) {
+    const Chord hotkey = leftCommand(scenario::kEditorFile);
+    const Step shown{.seen =
+                         [&] {
+                             return stage.isInFront(scenario::kEditorClass,
+                                                    QLatin1String(scenario::kFileName));
+                         },
+                     .saw = [&] { return stage.frontInWords(); }};
+    // A window with a document in it, for Mousepad does not come forward when it
+    // opens a file in place of an empty one.
+    for (const Stage::Window window : stage.windowsOf(scenario::kEditorClass)) {
+        if (stage.view().title(window).contains(u".txt"))
+            stage.bringForward(window);
+    }
+    stage.bringFrontProgram();
+    Step step = shown;
+    step.expected = QStringLiteral("the running editor shows the file");
+    stage.press(hotkey, step);
+
+    stage.closeAll(scenario::kEditorClass);
+    stage.prepare(
+        QStringLiteral("the editor has ended"), [] {},
+        [&] { return stage.desktop().processes().named(QStringLiteral("mousepad")).empty(); });
+    stage.bringFrontProgram();
+    step.expected = QStringLiteral("the editor is launched with the file");
+    stage.press(hotkey, step);
+}
+
+void sceneFolder(Stage &stage) {
+    const Chord home = leftCommand(scenario::kFiles);
+    const Chord folder = leftCommand(scenario::kFilesFolder);
+    const auto shows = [&](const QString &expected, const QString &title) {
+        return Step{
+            .expected = expected,
+            .seen = [&stage, title] { return stage.isInFront(scenario::kFilesClass, title); },
+            .saw = [&stage] { return stage.frontInWords(); }};
+    };
+    const auto processes = [&] {
+        return stage.desktop().processes().named(QStringLiteral("thunar"));
+    };
+    const QString homeTitle = QStringLiteral("kestrel-home");
+    const QString folderTitle = QLatin1String(scenario::kFolderName);
+
+    stage.bringFrontProgram();
+    stage.press(folder, shows(QStringLiteral("not running: the file manager is launched on it"),
+                              folderTitle));
+    stage.closeAll(scenario::kFilesClass);
+    stage.prepare(
+        QStringLiteral("the file manager has ended"),
+        [&] { stage.desktop().start(QStringLiteral("thunar"), {QStringLiteral("--quit")}); },
+        [&] { return processes().empty(); });
+
+    stage.prepare(
+        QStringLiteral("a file manager without windows"),
+        [&] { stage.desktop().start(QStringLiteral("thunar"), {QStringLiteral("--daemon")}); },
+        [&] { return processes().size() == 1; });
+    stage.bringFrontProgram();
+    stage.press(home, shows(QStringLiteral("no windows: one on the home folder opens"), homeTitle));
+    stage.bringFrontProgram();
+    stage.press(folder, shows(QStringLiteral("running: it shows the folder"), folderTitle));
+    stage.screenshot(QStringLiteral("folder"));
+    stage.bringFrontProgram();
+    stage.press(home, shows(QStringLiteral("with windows: it comes forward"), QString()));
+}
+
+void sceneArguments(Stage &stage) {
+    const Processes &processes = stage.desktop().processes();
+    startsProcesses(
+        stage, leftCommand(scenario::kArguments),
+        {QStringLiteral("--user-data-dir=/tmp/a b"), QStringLiteral("-v"), QStringLiteral("it's"),
+         QStringLiteral("x")},
+        [&] {
+            std::vector<QStringList> all;
+            for (const pid_t p : processes.withArgument(QLatin1String(kArgumentsRecorder)))
+                all.push_back(argumentsBehind(kArgumentsRecorder, Processes::commandLine(p)));
+            return all;
+        });
+
+    const Stage::Window terminal = stage.windowOf(scenario::kTerminalClass);
+    startsProcesses(stage, leftCommand(scenario::kTerminalArguments),
+                    {QStringLiteral("-T"), QStringLiteral("two words"), QStringLiteral("-xrm"),
+                     QStringLiteral("XTerm*kestrel: it's")},
+                    [&] {
+                        std::vector<QStringList> all;
+                        for (const pid_t p : processes.named(QStringLiteral("xterm")))
+                            all.push_back(Processes::commandLine(p).mid(1));
+                        return all;
+                    });
+    stage.prepare(
+        QStringLiteral("three terminals"), [] {},
+        [&] { return stage.windowsOf(scenario::kTerminalClass).size() == 3; });
+    stage.closeAll(scenario::kTerminalClass, {terminal});
+}
+
+}  // namespace kestrelbay::desktop

@@ -1,0 +1,130 @@
+#include "desktop/scenario/Scenes.h"
+
+#include <algorithm>
+
+namespace kestrelbay::desktop {
+
+namespace {
+
+using State = WindowManagerView::State;
+using Window = Stage::Window;
+
+/// Presses the hotkey of a rule that cycles; `order` says which of the windows,
+/// counted from the front before the first press, comes forward each time.
+void cycles(Stage &stage, const Chord &hotkey, const char *windowClass,
+            const std::vector<std::size_t> &order) {
+    const std::vector<Window> windows = stage.windowsOf(windowClass);
+    const auto letter = [](std::size_t index) {
+        return QString(QChar(u'A' + static_cast<int>(index)));
+    };
+    const auto letters = [&](const std::vector<Window> &some) {
+        QStringList names;
+        for (const Window window : some) {
+            const auto at = std::ranges::find(windows, window) - windows.begin();
+            names += letter(static_cast<std::size_t>(at));
+        }
+        return names.join(QStringLiteral(", "));
+    };
+    for (const std::size_t next : order) {
+        stage.press(hotkey, {.expected = QStringLiteral("%1 comes forward").arg(letter(next)),
+                             .seen = [&] { return stage.view().isInFront(windows.at(next)); },
+                             .saw =
+                                 [&] {
+                                     return QStringLiteral("front to back %1")
+                                         .arg(letters(stage.windowsOf(windowClass)));
+                                 }});
+    }
+}
+
+/// Opens windows until there are so many; each comes to the front before the next.
+void prepareWindows(Stage &stage, const char *windowClass, std::size_t count,
+                    const std::function<void(std::size_t)> &open) {
+    for (auto before = stage.windowsOf(windowClass); before.size() < count;
+         before = stage.windowsOf(windowClass)) {
+        stage.prepare(
+            QStringLiteral("one more window of ") + QLatin1String(windowClass),
+            [&] { open(before.size()); },
+            [&] {
+                return stage.isInFront(windowClass) &&
+                       std::ranges::find(before, stage.view().active()) == before.end() &&
+                       stage.view().hasFocus(stage.view().active());
+            });
+    }
+}
+
+}  // namespace
+
+void sceneHideAndShow(Stage &stage) {
+    const Chord hotkey = leftCommand(scenario::kEditorToggle);
+    const auto shown = [&] { return stage.isInFront(scenario::kEditorClass); };
+    const auto saw = [&] {
+        const auto windows = stage.windowsOf(scenario::kEditorClass);
+        const auto hidden = std::ranges::count_if(
+            windows, [&](Window w) { return stage.view().state(w) == State::Iconic; });
+        return QStringLiteral("%1 of %2 editor windows hidden, %3")
+            .arg(hidden)
+            .arg(windows.size())
+            .arg(stage.frontInWords());
+    };
+    const auto hidden = [&] {
+        const auto windows = stage.windowsOf(scenario::kEditorClass);
+        return !windows.empty() && std::ranges::all_of(windows, [&](Window w) {
+            return stage.view().state(w) == State::Iconic && stage.view().active() != w;
+        });
+    };
+    stage.bringFrontProgram();
+    stage.press(hotkey, {.expected = QStringLiteral("not running: the editor is launched"),
+                         .seen = shown,
+                         .saw = saw});
+    stage.press(hotkey,
+                {.expected = QStringLiteral("in front: it hides"), .seen = hidden, .saw = saw});
+    stage.press(hotkey,
+                {.expected = QStringLiteral("hidden: it shows again"), .seen = shown, .saw = saw});
+
+    prepareWindows(stage, scenario::kEditorClass, 2, [&](std::size_t) {
+        stage.desktop().start(QStringLiteral("mousepad"),
+                              {QStringLiteral("-o"), QStringLiteral("window")});
+    });
+    stage.press(
+        hotkey,
+        {.expected = QStringLiteral("with two windows both hide"), .seen = hidden, .saw = saw});
+    stage.press(hotkey, {.expected = QStringLiteral("both are back"),
+                         .seen =
+                             [&] {
+                                 const auto windows = stage.windowsOf(scenario::kEditorClass);
+                                 return shown() && std::ranges::all_of(windows, [&](Window w) {
+                                            return stage.view().state(w) == State::Normal;
+                                        });
+                             },
+                         .saw = saw});
+}
+
+void sceneCycle(Stage &stage) {
+    // One process with three windows.
+    const auto note = [&](std::size_t number) {
+        return stage.desktop().home().path(QStringLiteral("notes/%1.txt").arg(number));
+    };
+    prepareWindows(stage, scenario::kEditorClass, 3, [&](std::size_t have) {
+        HomeFolder::write(note(have), "Another note.\n");
+        stage.desktop().start(QStringLiteral("mousepad"),
+                              {QStringLiteral("-o"), QStringLiteral("window"), note(have)});
+    });
+    stage.screenshot(QStringLiteral("three-windows"));
+    cycles(stage, leftCommand(scenario::kEditorCycle), scenario::kEditorClass, {2, 1, 0, 2});
+
+    // Three processes with a window each.
+    const Window first = stage.windowOf(scenario::kTerminalClass);
+    stage.bringForward(first);
+    prepareWindows(stage, scenario::kTerminalClass, 3,
+                   [&](std::size_t) { stage.desktop().start(QStringLiteral("xterm")); });
+    cycles(stage, leftCommand(scenario::kTerminalCycle), scenario::kTerminalClass, {2, 1, 0, 2});
+    stage.closeAll(scenario::kTerminalClass, {first});
+
+    stage.bringFrontProgram();
+    stage.press(leftCommand(scenario::kTerminalCycle),
+                {.expected = QStringLiteral("not in front: it comes forward"),
+                 .seen = [&] { return stage.view().isInFront(first); },
+                 .saw = [&] { return stage.frontInWords(); }});
+}
+
+}  // namespace kestrelbay::desktop

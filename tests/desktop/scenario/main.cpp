@@ -1,0 +1,40 @@
+// A whole desktop session told step by step: a real window manager, real programs,
+// real key presses, and KestrelBay between them.
+
+#include <array>
+
+#include "desktop/stage/Play.h"
+#include "desktop/scenario/Scenes.h"
+
+namespace {
+
+using namespace kestrelbay::desktop;
+using StageScene = Scene<Stage>;
+
+constexpr std::array kScenes{
+    StageScene{"Start, and a hotkey that another client holds", sceneStart,
+               StageScene::Program::Starts},
+    StageScene{"Launch and bring forward", sceneLaunchAndForward},
+    StageScene{"Left and right", sceneSides},
+    StageScene{"Locks", sceneLocks},
+    StageScene{"A disabled rule", sceneDisabledRule},
+    StageScene{"The global switch", sceneGlobalSwitch},
+    StageScene{"A held key", sceneHeldKey},
+    StageScene{"Hide and show", sceneHideAndShow},
+    StageScene{"Cycle windows", sceneCycle},
+    StageScene{"Open a URL", sceneUrl},
+    StageScene{"Open a file", sceneFile},
+    StageScene{"Open a folder", sceneFolder},
+    StageScene{"New instances with arguments", sceneArguments},
+    StageScene{"Hung targets", sceneHungTargets},
+    StageScene{"A window manager takes over", sceneWindowManagerRestart},
+    StageScene{"Quit", sceneQuit},
+    StageScene{"A broken rules.json", sceneBrokenRules, StageScene::Program::Starts},
+    StageScene{"The X server dies", sceneServerDies, StageScene::Program::Starts},
+};
+
+}  // namespace
+
+int main(int argc, char *argv[]) {
+    return playAll<Stage>(argc, argv, kScenes);
+}

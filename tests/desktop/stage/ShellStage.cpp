@@ -1,0 +1,147 @@
+#include "desktop/stage/ShellStage.h"
+
+#include <QDir>
+#include <QJsonDocument>
+
+#include "support/ChildProcess.h"
+
+namespace kestrelbay::desktop {
+
+using testing::ChildProcess;
+
+ShellStage::ShellStage(StageOptions options)
+    : Stage(std::move(options)),
+      pointer_(desktop().displayName()),
+      toasts_(desktop().displayName()),
+      notifiers_(busAddress()) {}
+
+QString ShellStage::busAddress() {
+    return desktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
+}
+
+QString ShellStage::windowManagerName() {
+    return view().title(view().managerWindow());
+}
+
+void ShellStage::keepText(const QString &name, const QString &text) const {
+    if (!options().artifacts.isEmpty())
+        HomeFolder::write(QDir(options().artifacts).filePath(name + QStringLiteral(".txt")),
+                          text.toUtf8());
+}
+
+bool ShellStage::isFrontProgramInFront() {
+    return view().isInFront(front().id()) && view().hasFocus(front().id());
+}
+
+void ShellStage::restartProgram(const QJsonObject &settings, Keys keys) {
+    endProgram();
+    if (keys == Keys::AreFree)
+        prepare(
+            QStringLiteral("free keys"), [] {}, [&] { return !hasKeys(); });
+    QJsonObject all = settings;
+    if (!all.contains(QStringLiteral("onboardingCompleted")))
+        all.insert(QStringLiteral("onboardingCompleted"), true);
+    HomeFolder::write(desktop().home().settingsPath(), QJsonDocument(all).toJson());
+    HomeFolder::write(desktop().home().rulesPath(), rulesBytes());
+    prepare(
+        QStringLiteral("KestrelBay started"), [&] { startProgram(); },
+        [&] {
+            if (keys == Keys::AreTaken)
+                return program().line({QStringLiteral("Failed to create event tap")}).has_value();
+            return hasKeys() && grabbedCount() == ruleCount();
+        });
+}
+
+bool ShellStage::hasKeys() {
+    return view().client().ownerOf("_KESTRELBAY_EVENT_TAP") != XCB_NONE;
+}
+
+ShellStage::Ending ShellStage::startAgain(const QStringList &arguments) {
+    return startAgain(arguments, desktop().environment());
+}
+
+ShellStage::Ending ShellStage::startAgain(const QStringList &arguments,
+                                          const QProcessEnvironment &environment) const {
+    ChildProcess process(programPath(), arguments, environment);
+    if (!process.waitForExit())
+        return {};
+    const int code = process.exitCode();
+    return {.code = code, .output = QString::fromUtf8(process.output())};
+}
+
+void ShellStage::askFor(const QString &action) {
+    const Ending ending = startAgain({QStringLiteral("--action=") + action});
+    if (ending.code != 0)
+        throw NotPrepared(QStringLiteral("--action=%1 ended with %2: %3")
+                              .arg(action)
+                              .arg(ending.code)
+                              .arg(ending.output));
+}
+
+QJsonValue ShellStage::setting(const QString &key) {
+    const QByteArray text = HomeFolder::read(desktop().home().settingsPath());
+    const QJsonObject all = QJsonDocument::fromJson(text).object();
+    return all.contains(key) ? all.value(key) : QJsonValue(QJsonValue::Undefined);
+}
+
+std::optional<Stage::Window> ShellStage::programWindow(const QSize &size) {
+    const pid_t process = program().processId();
+    for (const Window window : view().stacking()) {
+        if (view().processId(window) == process && view().isShown(window) &&
+            view().client().area(window).size() == size)
+            return window;
+    }
+    return std::nullopt;
+}
+
+std::optional<Stage::Window> ShellStage::windowTitled(const QString &title) {
+    const pid_t process = program().processId();
+    for (const Window window : view().stacking()) {
+        if (view().processId(window) == process && view().isShown(window) &&
+            view().title(window) == title)
+            return window;
+    }
+    return std::nullopt;
+}
+
+Stage::Window ShellStage::waitForWindow(const QString &title) {
+    std::optional<Window> window;
+    prepare(
+        QStringLiteral("“%1” in front").arg(title), [] {},
+        [&] {
+            window = windowTitled(title);
+            return window && view().isInFront(*window) && view().hasFocus(*window);
+        });
+    return *window;
+}
+
+bool ShellStage::isInFront(const QSize &size) {
+    const auto window = programWindow(size);
+    return window && view().isInFront(*window) && view().hasFocus(*window);
+}
+
+QString ShellStage::windowsInWords() {
+    QStringList sizes;
+    for (const Window window : view().stacking()) {
+        const QSize size = view().client().area(window).size();
+        if (view().processId(window) == program().processId() && view().isShown(window))
+            sizes += QStringLiteral("%1×%2").arg(size.width()).arg(size.height());
+    }
+    return sizes.isEmpty() ? QStringLiteral("no window") : sizes.join(QStringLiteral(", "));
+}
+
+void ShellStage::closeWindow(const QSize &size) {
+    prepare(
+        QStringLiteral("the window closed"),
+        [&] {
+            if (const auto window = programWindow(size))
+                view().close(*window);
+        },
+        [&] { return !programWindow(size); });
+}
+
+void ShellStage::clickIn(Window window, const QPoint &place) {
+    pointer_.click(view().client().area(window).topLeft() + place);
+}
+
+}  // namespace kestrelbay::desktop

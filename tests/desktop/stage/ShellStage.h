@@ -1,0 +1,92 @@
+#pragma once
+
+#include <optional>
+
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include "desktop/display/Pointer.h"
+#include "desktop/stage/Stage.h"
+#include "desktop/session/StatusNotifiers.h"
+#include "desktop/display/ToastWatch.h"
+
+namespace kestrelbay::desktop {
+
+/// The stage for KestrelBay's own windows, its toasts and its icon in the tray: a
+/// mouse, the files of its settings, and its further starts are added.
+class ShellStage : public Stage {
+public:
+    static constexpr QSize kGuideSize{468, 468};
+    static constexpr QSize kAboutSize{340, 200};
+    static constexpr QSize kPreferencesSize{704, 598};
+
+    /// Does another instance have them?
+    enum class Keys { AreFree, AreTaken };
+
+    struct Ending {
+        int code = -1;  ///< -1 when it did not end in time
+        QString output = {};
+    };
+
+    explicit ShellStage(StageOptions options);
+
+    [[nodiscard]] Pointer &pointer() { return pointer_; }
+    [[nodiscard]] ToastWatch &toasts() { return toasts_; }
+    [[nodiscard]] StatusNotifiers &notifiers() { return notifiers_; }
+
+    [[nodiscard]] QString busAddress();
+    /// As it calls itself on the X server.
+    [[nodiscard]] QString windowManagerName();
+    /// Keeps the text beside the screenshots.
+    void keepText(const QString &name, const QString &text) const;
+
+    /// Ends KestrelBay if it runs, and starts it with the rules and these settings, the
+    /// guide done with unless they say otherwise. Returns when it has the keys, if it can have
+    /// them.
+    void restartProgram(const QJsonObject &settings, Keys keys = Keys::AreFree);
+    /// A further start; waits for its end.
+    [[nodiscard]] Ending startAgain(const QStringList &arguments);
+    [[nodiscard]] Ending startAgain(const QStringList &arguments,
+                                    const QProcessEnvironment &environment) const;
+    /// Has the running instance do something; throws NotPrepared when it does not.
+    void askFor(const QString &action);
+
+    /// What KestrelBay has kept; undefined when it has not.
+    [[nodiscard]] QJsonValue setting(const QString &key);
+    /// The shown window of KestrelBay of that size, without its frame.
+    [[nodiscard]] std::optional<Window> programWindow(const QSize &size);
+    /// The shown window of KestrelBay with that title.
+    [[nodiscard]] std::optional<Window> windowTitled(const QString &title);
+    /// Waits until it is there and has the keyboard; throws NotPrepared.
+    Window waitForWindow(const QString &title);
+    /// Is it there and does it have the keyboard?
+    [[nodiscard]] bool isInFront(const QSize &size);
+    using Stage::isInFront;
+    /// Does the plain program have its place and the keyboard?
+    [[nodiscard]] bool isFrontProgramInFront();
+    /// KestrelBay's windows, as "468×468, 340×200".
+    [[nodiscard]] QString windowsInWords();
+    /// Closes it as its close button does, and waits until it is gone.
+    void closeWindow(const QSize &size);
+    /// A click into it, measured from its upper left corner.
+    void clickIn(Window window, const QPoint &place);
+    void pressKey(std::uint8_t keycode) { press({QString(), {keycode}}); }
+
+private:
+    /// Does an instance of KestrelBay see them?
+    [[nodiscard]] bool hasKeys();
+
+    Pointer pointer_;
+    ToastWatch toasts_;
+    StatusNotifiers notifiers_;
+};
+
+/// Keys as X numbers them.
+namespace shellkeys {
+inline constexpr std::uint8_t kTab = 23, kReturn = 36, kUp = 111, kDown = 116, kDelete = 22;
+}
+
+}  // namespace kestrelbay::desktop

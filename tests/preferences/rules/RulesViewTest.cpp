@@ -1,0 +1,377 @@
+#include "preferences/rules/RulesViewController.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QPointer>
+#include <QScrollBar>
+#include <QTest>
+
+#include <array>
+#include <memory>
+
+#include "fixtures/ActiveWindow.h"
+#include "fixtures/DoubleClick.h"
+#include "preferences/rules/RulesListFixture.h"
+#include "preferences/recorder/HotkeyRecorderField.h"
+#include "preferences/rules/DeleteConfirmationSheet.h"
+#include "preferences/rules/RuleRowView.h"
+#include "ui/list/RowTableView.h"
+#include "ui/widgets/SymbolButton.h"
+#include "ui/widgets/TextLabel.h"
+
+namespace kestrelbay {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class RulesViewTest : public RulesListFixture {
+protected:
+    RulesViewController &list() {
+        if (!list_) {
+            list_ = std::make_unique<RulesViewController>(services(), icons_, sheets());
+            list_->show();
+            EXPECT_TRUE(activate(*list_));
+        }
+        return *list_;
+    }
+    RowTableView &table() { return *list().tableView(); }
+    [[nodiscard]] RuleRowView *row(int index) {
+        return qobject_cast<RuleRowView *>(table().rowWidget(index));
+    }
+    [[nodiscard]] bool acceptDrop(const QString &text, int gap) {
+        return source().acceptDrop(text, gap);
+    }
+    RowTableSource &source() { return const_cast<RowTableSource &>(table().source()); }
+    [[nodiscard]] const ShortcutRule &stored(int index) {
+        return manager().rules().at(static_cast<std::size_t>(index));
+    }
+
+    void startRecording(int index) {
+        row(index)->hotkeyRecorder()->startRecordingByUser();
+        mainQueue_.runAll();
+        ASSERT_TRUE(tap_.isRecording());
+        ASSERT_TRUE(manager().recordingCallback());
+    }
+    void expectKeyboardGivenBack() {
+        mainQueue_.runAll();
+        EXPECT_FALSE(tap_.isRecording());
+        EXPECT_FALSE(manager().recordingCallback());
+    }
+
+    std::unique_ptr<RulesViewController> list_;
+};
+
+TEST_F(RulesViewTest, showsTheHintAsLongAsThereIsNoRule) {
+    EXPECT_TRUE(list().emptyLabel()->isVisible());
+    EXPECT_EQ(list().emptyLabel()->text(), u"Click the \uff0b button to add your first shortcut"_s);
+    EXPECT_EQ(list().countLabel()->text(), u"0 configured"_s);
+    list().addRule();
+    pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
+    EXPECT_FALSE(list().emptyLabel()->isVisible());
+    EXPECT_EQ(list().countLabel()->text(), u"1 configured"_s);
+}
+
+TEST_F(RulesViewTest, withoutRulesTheKeyboardGoesToTheAddButton) {
+    EXPECT_EQ(table().focusPolicy(), Qt::NoFocus);
+    list().addRule();
+    pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
+    EXPECT_EQ(table().focusPolicy(), Qt::StrongFocus);
+    table().setFocus();
+    list().ruleRowViewDidDelete(nullptr, stored(0));
+    EXPECT_TRUE(list().addButton()->hasFocus());
+    QTest::keyClick(list().addButton(), Qt::Key_Backtab);
+    EXPECT_FALSE(table().hasFocus());
+}
+
+TEST_F(RulesViewTest, afterTheLastRuleIsDeletedFromItsRowTheAddButtonHasTheFocus) {
+    addRules(1);
+    list();
+    const QPointer<SymbolButton> remove = row(0)->findChildren<SymbolButton *>().last();
+    EXPECT_EQ(remove->accessibleName(), u"Delete 0"_s);
+    remove->setFocus();
+    remove->click();
+    auto *const sheet = list().findChild<DeleteConfirmationSheet *>();
+    ASSERT_NE(sheet, nullptr);
+    sheet->accept();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return list().addButton()->hasFocus(); }));
+}
+
+TEST_F(RulesViewTest, keepsTheFocusInTheRowWhoseOptionsWereEdited) {
+    addRules(100);
+    list();
+    SymbolButton *const options = row(1)->findChildren<SymbolButton *>().first();
+    options->setFocus(Qt::TabFocusReason);
+    options->click();
+    QDialog sheet(&list());
+    sheet.open();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &sheet; }));
+    table().verticalScrollBar()->setValue(3000);
+    edit_(stored(1));
+    sheet.accept();
+    ASSERT_TRUE(activate(list()));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return options->hasFocus(); }));
+    EXPECT_EQ(options->accessibleName(), u"Advanced Options: 1"_s);
+}
+
+TEST_F(RulesViewTest, speaksChinese) {
+    choose(Language::zh);
+    addRules(1);
+    EXPECT_EQ(list().emptyLabel()->text(), u"点击左下角 ＋ 按钮，添加第一个快捷键配置"_s);
+    EXPECT_EQ(list().countLabel()->text(), u"已配置 1 个"_s);
+}
+
+TEST_F(RulesViewTest, countsWithoutLimit) {
+    addRules(1000);
+    EXPECT_EQ(list().countLabel()->text(), u"1000 configured"_s);
+    EXPECT_EQ(table().rows().count, 1000);
+}
+
+TEST_F(RulesViewTest, liesWhereTheWindowHasRoomForIt) {
+    addRules(1);
+    list().resize(704, 598);
+    EXPECT_EQ(table().geometry(), QRect(16, 8, 672, 546));
+    EXPECT_EQ(list().addButton()->geometry(), QRect(20, 564, 24, 24));
+    EXPECT_EQ(list().countLabel()->geometry().right() + 1, 684);
+    EXPECT_EQ(list().countLabel()->geometry().center().y(),
+              list().addButton()->geometry().center().y());
+    EXPECT_EQ(table().rows().rowHeight, 52);
+    EXPECT_EQ(table().rows().spacing, 4);
+}
+
+TEST_F(RulesViewTest, appendsARuleThatWaitsForItsHotkey) {
+    addRules(30);
+    table().selectRow(2);
+    list().addRule();
+    pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
+
+    ASSERT_EQ(manager().rules().size(), 31U);
+    const ShortcutRule &added = stored(30);
+    EXPECT_EQ(added, (ShortcutRule{.id = added.id,
+                                   .appName = u"Safari"_s,
+                                   .appPath = u"/Applications/Safari.app"_s}));
+    EXPECT_FALSE(added.id.isNull());
+    EXPECT_NE(added.id, stored(29).id);
+    EXPECT_EQ(table().selectedRow(), 30);
+    EXPECT_EQ(table().offset(), table().verticalScrollBar()->maximum());
+    ASSERT_NE(row(30), nullptr);
+    mainQueue_.runAll();
+    EXPECT_TRUE(row(30)->hotkeyRecorder()->isRecording());
+}
+
+TEST_F(RulesViewTest, savesWhatIsAdded) {
+    list().addRule();
+    pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
+    const ShortcutManager again(folder_.path(), tap_, log_, {});
+    EXPECT_EQ(again.rules(), manager().rules());
+}
+
+TEST_F(RulesViewTest, addsNothingUntilAnApplicationIsChosen) {
+    QTest::mouseClick(list().addButton(), Qt::LeftButton);
+    EXPECT_TRUE(pick_);
+    EXPECT_TRUE(manager().rules().empty());
+}
+
+TEST_F(RulesViewTest, opensTheOptionsOfTheSelectedRule) {
+    addRules(3);
+    list().editRule();
+    EXPECT_TRUE(editedRules_.isEmpty());
+    table().selectRow(1);
+    doubleClick(table().viewport(), QPoint(200, 300));
+    EXPECT_EQ(editedRules_, QStringList{u"1"_s});
+}
+
+TEST_F(RulesViewTest, storesAnEditedRule) {
+    addRules(3);
+    table().selectRow(1);
+    list().editRule();
+    ShortcutRule edited = stored(1);
+    edited.repeatAction = RepeatAction::CycleWindows;
+    edit_(edited);
+    EXPECT_EQ(stored(1), edited);
+    EXPECT_EQ(row(1)->rule(), edited);
+    EXPECT_EQ(table().selectedRow(), 1);
+}
+
+TEST_F(RulesViewTest, findsTheRuleOfARowByItsIdentifier) {
+    addRules(3);
+    const ShortcutRule last = stored(2);
+    (void)list();
+    manager().moveRule(2, 0);
+    list().ruleRowViewDidOpenAdvanced(row(2), last);
+    EXPECT_EQ(editedRules_, QStringList{u"2"_s});
+    list().ruleRowViewDidDelete(row(2), last);
+    EXPECT_EQ(order(), u"01"_s);
+    EXPECT_EQ(list().countLabel()->text(), u"2 configured"_s);
+}
+
+TEST_F(RulesViewTest, ignoresARuleThatIsGone) {
+    addRules(2);
+    const ShortcutRule stranger{.appName = u"x"_s};
+    list().ruleRowViewDidOpenAdvanced(row(0), stranger);
+    list().ruleRowViewDidDelete(row(0), stranger);
+    EXPECT_TRUE(editedRules_.isEmpty());
+    EXPECT_EQ(order(), u"01"_s);
+}
+
+TEST_F(RulesViewTest, showsTheHintAgainWhenTheOnlyRuleIsDeleted) {
+    addRules(1);
+    EXPECT_FALSE(list().emptyLabel()->isVisible());
+    list().ruleRowViewDidDelete(row(0), stored(0));
+    EXPECT_TRUE(list().emptyLabel()->isVisible());
+    EXPECT_EQ(list().countLabel()->text(), u"0 configured"_s);
+    EXPECT_EQ(row(0), nullptr);
+}
+
+TEST_F(RulesViewTest, keepsTheSelectionOnItsRuleWhenAnotherIsDeleted) {
+    addRules(5);
+    table().selectRow(3);
+    list().ruleRowViewDidDelete(row(1), stored(1));
+    EXPECT_EQ(table().selectedRow(), 2);
+    list().ruleRowViewDidDelete(row(2), stored(2));
+    EXPECT_EQ(table().selectedRow(), 2);
+    list().ruleRowViewDidDelete(row(2), stored(2));
+    EXPECT_EQ(table().selectedRow(), 1);
+}
+
+TEST_F(RulesViewTest, movesWhatIsDropped) {
+    struct Case {
+        const char16_t *text;
+        int gap;
+        const char16_t *order;
+        int selected;
+    };
+    for (const auto &[text, gap, expected, selected] : std::array{
+             Case{u"1", 4, u"02314", 3},
+             Case{u"3", 0, u"30124", 0},
+             Case{u"2", 3, u"01234", 2},
+             Case{u"4", 5, u"01234", 4},
+             Case{u"+0", 5, u"12340", 4},
+         }) {
+        while (!manager().rules().empty())
+            manager().removeRule(0);
+        addRules(5);
+        list_.reset();
+        EXPECT_TRUE(acceptDrop(QString::fromUtf16(text), gap));
+        EXPECT_EQ(order(), QString::fromUtf16(expected));
+        EXPECT_EQ(table().selectedRow(), selected);
+        EXPECT_EQ(row(selected)->rule(), stored(selected));
+    }
+}
+
+TEST_F(RulesViewTest, refusesADropThatIsNoRow) {
+    addRules(5);
+    for (const QString &text : {QString(), u"x"_s, u"1.5"_s, u" 1"_s})
+        EXPECT_FALSE(acceptDrop(text, 4));
+    EXPECT_EQ(order(), u"01234"_s);
+}
+
+TEST_F(RulesViewTest, ignoresADropOfARowThatDoesNotExist) {
+    addRules(5);
+    table().selectRow(2);
+    for (const QString &text : {u"7"_s, u"-1"_s, u"9223372036854775807"_s})
+        EXPECT_TRUE(acceptDrop(text, 4));
+    EXPECT_EQ(order(), u"01234"_s);
+    EXPECT_EQ(table().selectedRow(), 2);
+}
+
+TEST_F(RulesViewTest, movesTheSelectedRuleByKey) {
+    addRules(3);
+    table().setFocus();
+    table().selectRow(0);
+    QTest::keyClick(&table(), Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(order(), u"102"_s);
+    EXPECT_EQ(table().selectedRow(), 1);
+}
+
+TEST_F(RulesViewTest, keepsTheScrollPositionThroughEveryChange) {
+    addRules(100);
+    table().verticalScrollBar()->setValue(1000);
+    table().selectRow(20);
+    EXPECT_TRUE(acceptDrop(u"20"_s, 24));
+    EXPECT_EQ(table().offset(), 1000);
+    list().ruleRowViewDidDelete(row(21), stored(21));
+    EXPECT_EQ(table().offset(), 1000);
+    list().editRule();
+    edit_(stored(20));
+    EXPECT_EQ(table().offset(), 1000);
+}
+
+TEST_F(RulesViewTest, endsTheRecordingOfARowThatIsScrolledAway) {
+    addRules(100);
+    startRecording(1);
+    // As long as the user sees a bit of the row it goes on.
+    table().verticalScrollBar()->setValue(2 * table().rows().pitch() - 3);
+    EXPECT_TRUE(row(1)->hotkeyRecorder()->isRecording());
+    table().verticalScrollBar()->setValue(3000);
+    expectKeyboardGivenBack();
+}
+
+TEST_F(RulesViewTest, endsTheRecordingOfARowThatASmallerWindowHides) {
+    addRules(100);
+    startRecording(4);
+    list().resize(600, 200);
+    expectKeyboardGivenBack();
+}
+
+TEST_F(RulesViewTest, recordsOnlyWhereItIsSeen) {
+    addRules(100);
+    row(1)->hotkeyRecorder()->setFocus(Qt::TabFocusReason);
+    table().verticalScrollBar()->setValue(3000);
+    QTest::keyClick(row(1)->hotkeyRecorder(), Qt::Key_Space);
+    EXPECT_TRUE(row(1)->hotkeyRecorder()->isRecording());
+    EXPECT_LE(table().offset(), table().rows().top(1));
+}
+
+TEST_F(RulesViewTest, endsTheRecordingOfARuleThatIsDeleted) {
+    addRules(3);
+    for (const int index : {2, 0}) {
+        startRecording(index);
+        list().ruleRowViewDidDelete(row(index), stored(index));
+        expectKeyboardGivenBack();
+    }
+}
+
+TEST_F(RulesViewTest, endsARecordingWhoseTapIsLost) {
+    addRules(3);
+    startRecording(1);
+    manager().teardownEventTap();
+    EXPECT_FALSE(row(1)->hotkeyRecorder()->isRecording());
+    expectKeyboardGivenBack();
+}
+
+TEST_F(RulesViewTest, endsARecordingWhenItReloads) {
+    addRules(100);
+    row(1)->hotkeyRecorder()->startRecordingByUser();
+    mainQueue_.runAll();
+    table().reload();
+    EXPECT_FALSE(row(1)->hotkeyRecorder()->isRecording());
+    EXPECT_FALSE(tap_.isRecording());
+}
+
+TEST_F(RulesViewTest, ignoresSheetsThatOutliveIt) {
+    addRules(2);
+    table().selectRow(0);
+    list().addRule();
+    list().editRule();
+    ShortcutRule edited = stored(0);
+    edited.appName = u"x"_s;
+    list_.reset();
+    pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
+    edit_(edited);
+    EXPECT_EQ(order(), u"01"_s);
+}
+
+TEST_F(RulesViewTest, tellsAScreenReaderApplicationAndHotkey) {
+    manager().addRule({.appName = u"Safari"_s,
+                       .keyCode = KeyCode{0x11},
+                       .modifierFlags = ModifierFlags(0x100000)});
+    manager().addRule({});
+    EXPECT_EQ(source().rowName(0), u"Safari, Command, T"_s);
+    EXPECT_EQ(source().rowName(1), u"No app selected, none"_s);
+    EXPECT_TRUE(source().rowName(2).isEmpty());
+    EXPECT_FALSE(table().accessibleName().isEmpty());
+    EXPECT_FALSE(list().addButton()->accessibleName().isEmpty());
+}
+
+}  // namespace
+}  // namespace kestrelbay

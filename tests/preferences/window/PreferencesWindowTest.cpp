@@ -1,0 +1,216 @@
+#include "preferences/window/PreferencesWindowController.h"
+
+#include <memory>
+
+#include <QApplication>
+#include <QPointer>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+#include "fixtures/ActiveWindow.h"
+#include "preferences/window/PreferencesWindowFixture.h"
+#include "preferences/advanced/SettingRow.h"
+#include "preferences/rules/RuleRowView.h"
+#include "preferences/window/ContainerViewController.h"
+#include "ui/widgets/SymbolView.h"
+#include "ui/widgets/TextLabel.h"
+
+using namespace Qt::StringLiterals;
+
+namespace kestrelbay {
+
+namespace {
+
+class PreferencesWindow : public PreferencesWindowFixture {};
+
+TEST_F(PreferencesWindow, IsAHiddenWindowWithTheRulesAtFirst) {
+    EXPECT_TRUE(window().isWindow());
+    EXPECT_TRUE(window().isHidden());
+    EXPECT_EQ(window().size(), QSize(704, 598));
+    EXPECT_EQ(window().minimumSize(), QSize(616, 483));
+    EXPECT_EQ(window().windowTitle(), u"KestrelBay Preferences"_s);
+    expectTab(0);
+}
+
+TEST_F(PreferencesWindow, LiesFromLeftToRightWhateverTheProgramDoes) {
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(view<TabBarView>()->layoutDirection(), Qt::LeftToRight);
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
+TEST_F(PreferencesWindow, ShowWindowBringsItForward) {
+    controller().showWindow();
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(nativeWindow_.takeCalls(),
+              QStringList{u"bringProgramForward %1"_s.arg(window().winId())});
+}
+
+TEST_F(PreferencesWindow, ItComesUpInTheMiddleOfTheScreenAndStaysWhereItIsPut) {
+    controller().showWindow();
+    const QPoint middle = window().screen()->availableGeometry().center();
+    // How wide its frame is shows only when it is there.
+    EXPECT_LE((window().geometry().center() - middle).manhattanLength(), 4);
+    window().move(30, 40);
+    const QPoint put = window().pos();
+    window().close();
+    controller().showWindow();
+    EXPECT_EQ(window().pos(), put);
+}
+
+TEST_F(PreferencesWindow, TheBarIsCenteredAboveTheContent) {
+    controller().showWindow();
+    for (const QSize size : {QSize(704, 598), QSize(616, 483), QSize(900, 700)}) {
+        window().resize(size);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(view<TabBarView>()->geometry(), QRect((window().width() - 330) / 2, 12, 330, 32));
+        const QWidget *const content = view<ContainerViewController>()->contentArea();
+        EXPECT_EQ(content->geometry(), QRect(0, 52, window().width(), window().height() - 52));
+        EXPECT_EQ(view<RulesViewController>()->geometry(), content->rect());
+    }
+}
+
+TEST_F(PreferencesWindow, AClickOnATabShowsItsView) {
+    controller().showWindow();
+    clickTab(1);
+    expectTab(1);
+    EXPECT_TRUE(view<AdvancedSettingsViewController>()->isVisible());
+    clickTab(0);
+    expectTab(0);
+}
+
+TEST_F(PreferencesWindow, EveryVisitReadsTheRulesAgain) {
+    controller().showWindow();
+    const QPointer<RulesViewController> first = view<RulesViewController>();
+    clickTab(1);
+    manager().addRule({.appName = u"Mail"_s});
+    clickTab(0);
+    const RulesViewController *const second = view<RulesViewController>();
+    EXPECT_TRUE(first.isNull());
+    ASSERT_NE(second, nullptr);
+    EXPECT_TRUE(second->emptyLabel()->isHidden());
+}
+
+TEST_F(PreferencesWindow, IconsAreKeptFromTabToTabAndReadAgainAtEveryVisit) {
+    manager().addRule({.appName = u"Mail"_s, .appPath = u"/mail"_s});
+    const auto readIcons = [this] {
+        mainQueue_.runAll();
+        backgroundQueue_.runAll();
+        mainQueue_.runAll();
+    };
+    const auto shownIcon = [this] {
+        return view<RuleRowView>()->findChild<SymbolView *>()->grab().toImage().pixelColor(14, 14);
+    };
+    const auto install = [this](const QColor &color) {
+        QPixmap pixmap(28, 28);
+        pixmap.fill(color);
+        catalog_.add(u"/mail"_s, u"Mail"_s, QIcon(pixmap));
+    };
+    install(Qt::red);
+    controller().showWindow();
+    readIcons();
+    EXPECT_EQ(shownIcon(), QColor(Qt::red));
+    clickTab(1);
+    install(Qt::green);
+    clickTab(0);
+    EXPECT_EQ(shownIcon(), QColor(Qt::red));
+    readIcons();
+    EXPECT_EQ(shownIcon(), QColor(Qt::green));
+    install(Qt::blue);
+    window().close();
+    controller().showWindow();
+    readIcons();
+    EXPECT_EQ(shownIcon(), QColor(Qt::blue));
+    EXPECT_EQ(catalog_.listIconRequests().size(), 3);
+}
+
+TEST_F(PreferencesWindow, ClosedItComesBackWithItsTab) {
+    controller().showWindow();
+    clickTab(1);
+    QWidget *const before = controller().window();
+    window().close();
+    EXPECT_FALSE(window().isVisible());
+    controller().showWindow();
+    EXPECT_EQ(controller().window(), before);
+    EXPECT_TRUE(window().isVisible());
+    expectTab(1);
+}
+
+TEST_F(PreferencesWindow, MinimizedItComesBack) {
+    controller().showWindow();
+    window().setWindowState(Qt::WindowMinimized);
+    controller().showWindow();
+    EXPECT_FALSE(window().isMinimized());
+    EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(PreferencesWindow, LeadsToTheAccessibilityRow) {
+    tap_.setPermission(false);
+    controller().switchToAccessibilityRow();
+    EXPECT_TRUE(window().isVisible());
+    expectTab(1);
+    SettingRow *const row = view<AdvancedSettingsViewController>()->accessibilityRow();
+    ASSERT_NE(row, nullptr);
+    EXPECT_EQ(timers_.waitingCount(), 0U);
+    mainQueue_.runAll();
+    EXPECT_EQ(timers_.waitingCount(), 4U);
+}
+
+TEST_F(PreferencesWindow, LeadsThereAgainWithAFreshView) {
+    controller().switchToAccessibilityRow();
+    mainQueue_.runAll();
+    const QPointer<AdvancedSettingsViewController> before = view<AdvancedSettingsViewController>();
+    controller().switchToAccessibilityRow();
+    expectTab(1);
+    EXPECT_TRUE(before.isNull());
+}
+
+TEST_F(PreferencesWindow, NothingIsHighlightedOnceItIsTooLate) {
+    controller().switchToAccessibilityRow();
+    clickTab(0);
+    mainQueue_.runAll();
+    EXPECT_EQ(timers_.waitingCount(), 0U);
+    auto other = std::make_unique<PreferencesWindowController>(services());
+    other->switchToAccessibilityRow();
+    other.reset();
+    mainQueue_.runAll();
+    EXPECT_EQ(timers_.waitingCount(), 0U);
+}
+
+TEST_F(PreferencesWindow, ControlWClosesIt) {
+    controller().showWindow();
+    ASSERT_TRUE(activate(window()));
+    QTest::keyClick(&window(), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(PreferencesWindow, ControlQEndsTheProgram) {
+    controller().showWindow();
+    ASSERT_TRUE(activate(window()));
+    const QSignalSpy quits(qApp, &QCoreApplication::aboutToQuit);
+    QTimer::singleShot(0, qApp,
+                       [this] { QTest::keyClick(&window(), Qt::Key_Q, Qt::ControlModifier); });
+    QApplication::exec();
+    EXPECT_EQ(quits.count(), 1);
+}
+
+TEST_F(PreferencesWindow, TabsAndControlsAreReachedByTheTabKey) {
+    tap_.setPermission(false);
+    controller().showWindow();
+    ASSERT_TRUE(activate(window()));
+    clickTab(1);
+    view<TabBarView>()->itemViews().at(1)->setFocus();
+    QStringList reached;
+    for (int i = 0; i < 7; ++i) {
+        reached.append(QApplication::focusWidget()->objectName());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(reached, (QStringList{u"tab1"_s, u"launchAtLogin"_s, u"language"_s, u"sound"_s,
+                                    u"toast"_s, u"configFolder"_s, u"accessibility"_s}));
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"tab1"_s);
+}
+
+}  // namespace
+
+}  // namespace kestrelbay

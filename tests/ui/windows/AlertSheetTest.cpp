@@ -1,0 +1,130 @@
+#include "ui/windows/AlertSheet.h"
+
+#include <algorithm>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "fixtures/QtPrinters.h"
+#include "platform/SystemSettings.h"
+#include "ui/look/SystemColors.h"
+#include "ui/widgets/TextLabel.h"
+
+using namespace Qt::StringLiterals;
+
+namespace kestrelbay {
+
+namespace {
+
+class AlertSheetTest : public testing::Test {
+protected:
+    ~AlertSheetTest() override {
+        delete sheet_.data();
+        QApplication::setPalette(paletteBefore_);
+    }
+
+    void open(bool isDestructive) {
+        window_.show();
+        sheet_ = new AlertSheet({.title = u"Title"_s,
+                                 .text = u"Text"_s,
+                                 .acceptTitle = u"Yes"_s,
+                                 .rejectTitle = u"No"_s,
+                                 .isWarning = isDestructive,
+                                 .isDestructive = isDestructive},
+                                &window_);
+        accepted_ = std::make_unique<QSignalSpy>(sheet_, &QDialog::accepted);
+        rejected_ = std::make_unique<QSignalSpy>(sheet_, &QDialog::rejected);
+        sheet_->open();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(sheet_));
+    }
+    /// From left to right.
+    [[nodiscard]] QList<QPushButton *> buttons() const {
+        QList<QPushButton *> all = sheet_->findChildren<QPushButton *>();
+        std::ranges::sort(all, {}, &QPushButton::x);
+        return all;
+    }
+    static void press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
+
+    const QPalette paletteBefore_ = QApplication::palette();
+    QWidget window_;
+    QPointer<AlertSheet> sheet_;
+    std::unique_ptr<QSignalSpy> accepted_;
+    std::unique_ptr<QSignalSpy> rejected_;
+};
+
+TEST_F(AlertSheetTest, HoldsUpItsWindowAndCanOnlyBeClosed) {
+    open(false);
+    EXPECT_EQ(sheet_->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(sheet_->windowTitle(), u"Title"_s);
+    EXPECT_EQ(sheet_->accessibleDescription(), u"Text"_s);
+    // Together with a dialog's flag it would be a drawer, a tool window on X.
+    EXPECT_EQ(sheet_->windowType(), Qt::Sheet);
+    const Qt::WindowFlags flags = sheet_->windowFlags();
+    EXPECT_TRUE(flags.testFlag(Qt::CustomizeWindowHint));
+    EXPECT_TRUE(flags.testFlag(Qt::WindowTitleHint));
+    EXPECT_TRUE(flags.testFlag(Qt::WindowCloseButtonHint));
+    EXPECT_FALSE(flags & Qt::WindowMinMaxButtonsHint);
+    EXPECT_EQ(sheet_->minimumSize(), sheet_->maximumSize());
+    EXPECT_EQ(sheet_->width(), 400);
+}
+
+TEST_F(AlertSheetTest, ReturnAcceptsAndEscapeRejects) {
+    open(false);
+    EXPECT_EQ(buttons()[1]->text(), u"Yes"_s);
+    EXPECT_TRUE(buttons()[1]->isDefault());
+    press(Qt::Key_Return);
+    EXPECT_EQ(accepted_->count(), 1);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return sheet_.isNull(); }));
+    open(false);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(rejected_->count(), 1);
+    EXPECT_EQ(accepted_->count(), 0);
+}
+
+TEST_F(AlertSheetTest, ReturnDestroysNothingUnlessItsButtonHasTheFocus) {
+    open(true);
+    press(Qt::Key_Return);
+    EXPECT_EQ(rejected_->count(), 1);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return sheet_.isNull(); }));
+    open(true);
+    press(Qt::Key_Tab);
+    press(Qt::Key_Return);
+    EXPECT_EQ(accepted_->count(), 1);
+}
+
+TEST_F(AlertSheetTest, TheTabKeyGoesFromLeftToRight) {
+    for (const bool isDestructive : {false, true}) {
+        open(isDestructive);
+        buttons()[0]->setFocus();
+        press(Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget(), buttons()[1]);
+        EXPECT_EQ(sheet_->focusPolicy(), Qt::NoFocus);
+        const QWidget *first = sheet_->nextInFocusChain();
+        while (first->focusPolicy() == Qt::NoFocus || !qobject_cast<const QPushButton *>(first))
+            first = first->nextInFocusChain();
+        EXPECT_EQ(first, buttons()[0]);
+        delete sheet_.data();
+    }
+}
+
+TEST_F(AlertSheetTest, RedFollowsTheAppearance) {
+    open(true);
+    const auto ink = [this] { return buttons()[1]->palette().color(QPalette::ButtonText); };
+    const QColor light = colors::systemRed();
+    EXPECT_EQ(ink(), light);
+    QApplication::setPalette(systemPalette(ColorScheme::Dark));
+    QCoreApplication::processEvents();
+    EXPECT_NE(colors::systemRed(), light);
+    EXPECT_EQ(ink(), colors::systemRed());
+    EXPECT_EQ(buttons()[0]->palette().color(QPalette::ButtonText), colors::label());
+}
+
+}  // namespace
+
+}  // namespace kestrelbay
