@@ -8,6 +8,11 @@ target_compile_options(kestrelbay_compiler_settings INTERFACE
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(kestrelbay_compiler_settings INTERFACE -Wno-restrict)
 endif()
+# To GCC a joined source is a header, in which a class must not have members of a type that only
+# its own source knows.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_UNITY_BUILD)
+    target_compile_options(kestrelbay_compiler_settings INTERFACE -Wno-subobject-linkage)
+endif()
 target_compile_definitions(kestrelbay_compiler_settings INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_FOREACH QT_NO_KEYWORDS QT_STRICT_ITERATORS
     KESTRELBAY_VERSION="${PROJECT_VERSION}")
