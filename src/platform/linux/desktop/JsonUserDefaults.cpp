@@ -1,7 +1,12 @@
 #include "platform/linux/desktop/JsonUserDefaults.h"
 
+#include <sys/stat.h>
+
+#include <mutex>
 #include <string>
 #include <utility>
+
+#include <QFile>
 
 #include <nlohmann/json.hpp>
 
@@ -11,16 +16,31 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+std::chrono::nanoseconds sinceEpoch(const timespec &time) {
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+/// What tells a file, and each of its states, from every other. No file is a state, too.
+struct FileState {
+    dev_t device = 0;
+    ino_t inode = 0;
+    off_t size = 0;
+    /// Of the content or of anything else about the file; nobody can set it.
+    std::chrono::nanoseconds changed{};
+
+    bool operator==(const FileState &) const = default;
+};
+
+FileState stateOf(const QByteArray &path) {
+    struct stat facts {};
+    if (::stat(path.constData(), &facts) != 0)
+        return {};
+    return {facts.st_dev, facts.st_ino, facts.st_size, sinceEpoch(facts.st_ctim)};
+}
+
 /// Not an object when the text is not one.
 Json parse(const QByteArray &text) {
     return Json::parse(text.begin(), text.end(), nullptr, false);
-}
-
-/// Absent when there is no such member.
-std::optional<Json> member(const DataFile &file, const QString &key) {
-    const Json object = parse(file.read().bytes);
-    const auto found = object.is_object() ? object.find(key.toStdString()) : object.end();
-    return found == object.end() ? std::nullopt : std::optional<Json>(*found);
 }
 
 void setMember(const DataFile &file, const QString &key, const Json &value) {
@@ -42,22 +62,61 @@ void setMember(const DataFile &file, const QString &key, const Json &value) {
 
 }  // namespace
 
-JsonUserDefaults::JsonUserDefaults(QString path) : file_(std::move(path)) {}
+/// The file as it was parsed last.
+class JsonUserDefaults::Parsed {
+public:
+    Parsed(const QString &path, std::chrono::nanoseconds timeStep)
+        : path_(QFile::encodeName(path)), timeStep_(timeStep) {}
+
+    /// Absent when there is no such member. Any thread.
+    std::optional<Json> member(const DataFile &file, const QString &key) {
+        const std::lock_guard lock(mutex_);
+        bringUpToDate(file);
+        const auto found = object_.is_object() ? object_.find(key.toStdString()) : object_.end();
+        return found == object_.end() ? std::nullopt : std::optional<Json>(*found);
+    }
+
+private:
+    void bringUpToDate(const DataFile &file) {
+        // Asked before the file is read: what changes meanwhile is then seen the next time.
+        const FileState now = stateOf(path_);
+        if (isKnown_ && now == state_)
+            return;
+        timespec time{};
+        ::clock_gettime(CLOCK_REALTIME, &time);
+        state_ = now;
+        isKnown_ = now.changed + timeStep_ < sinceEpoch(time);
+        object_ = parse(file.read().bytes);
+    }
+
+    const QByteArray path_;
+    const std::chrono::nanoseconds timeStep_;
+    std::mutex mutex_;
+    FileState state_;
+    // Could no other content of the file have this state?
+    bool isKnown_ = false;
+    Json object_;
+};
+
+JsonUserDefaults::JsonUserDefaults(QString path, std::chrono::nanoseconds timeStep)
+    : file_(path), parsed_(std::make_unique<Parsed>(path, timeStep)) {}
+
+JsonUserDefaults::~JsonUserDefaults() = default;
 
 std::optional<QString> JsonUserDefaults::string(const QString &key) const {
-    const std::optional<Json> value = member(file_, key);
+    const std::optional<Json> value = parsed_->member(file_, key);
     if (!value || !value->is_string())
         return std::nullopt;
     return QString::fromStdString(value->get_ref<const std::string &>());
 }
 
 std::optional<bool> JsonUserDefaults::boolean(const QString &key) const {
-    const std::optional<Json> value = member(file_, key);
+    const std::optional<Json> value = parsed_->member(file_, key);
     return value && value->is_boolean() ? std::optional(value->get<bool>()) : std::nullopt;
 }
 
 bool JsonUserDefaults::contains(const QString &key) const {
-    return member(file_, key).has_value();
+    return parsed_->member(file_, key).has_value();
 }
 
 void JsonUserDefaults::setString(const QString &key, const QString &value) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <chrono>
+#include <memory>
+
 #include <QString>
 
 #include "files/DataFile.h"
@@ -8,12 +11,20 @@
 namespace kestrelbay {
 
 /// The settings as one flat JSON object in a file that people may also edit, or
-/// keep elsewhere behind symbolic links. Nothing is cached. What else is in the
-/// object stays there, in its order. A file that holds no JSON object is kept
-/// beside the new one (DataFile::OldFile::Keep).
+/// keep elsewhere behind symbolic links. The file is parsed again when it has
+/// changed. What else is in the object stays there, in its order. A file that
+/// holds no JSON object is kept beside the new one (DataFile::OldFile::Keep).
 class JsonUserDefaults final : public UserDefaults {
 public:
-    explicit JsonUserDefaults(QString path);
+    /// Two changes of a file within this time may bear the same time: FAT, the coarsest
+    /// file system in use, counts in steps of two seconds. So long after a change the file
+    /// is read at each use.
+    static constexpr std::chrono::seconds kTimeStep{2};
+
+    explicit JsonUserDefaults(QString path, std::chrono::nanoseconds timeStep = kTimeStep);
+    ~JsonUserDefaults() override;
+    JsonUserDefaults(const JsonUserDefaults &) = delete;
+    JsonUserDefaults &operator=(const JsonUserDefaults &) = delete;
 
     [[nodiscard]] std::optional<QString> string(const QString &key) const override;
     [[nodiscard]] std::optional<bool> boolean(const QString &key) const override;
@@ -22,7 +33,10 @@ public:
     void setBoolean(const QString &key, bool value) override;
 
 private:
+    class Parsed;
+
     const DataFile file_;
+    const std::unique_ptr<Parsed> parsed_;
 };
 
 }  // namespace kestrelbay
