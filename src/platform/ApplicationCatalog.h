@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include <QIcon>
 #include <QImage>
 #include <QString>
 #include <QStringList>
@@ -35,12 +34,9 @@ class ApplicationCatalog {
 public:
     virtual ~ApplicationCatalog() = default;
 
-    /// The icon to show for the application at this path; the system's generic
-    /// application icon when it has none of its own.
-    [[nodiscard]] virtual QIcon icon(const QString &applicationPath) const = 0;
-
-    /// The icons of several applications for a list, read already: a square for each
-    /// path, in their order, the same as icon() shows. Reads every file afresh.
+    /// The icons of several applications, read already: a square for each path, in their
+    /// order; the system's generic application icon for one that has none of its own.
+    /// Reads every file afresh.
     [[nodiscard]] virtual std::vector<QImage> listIcons(const QStringList &applicationPaths,
                                                         const ListIcons &icons) const = 0;
 

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include <QIcon>
 #include <QPainter>
 
 #include "fakes/Journal.h"
@@ -13,12 +14,7 @@ namespace kestrelbay {
 
 class FakeApplicationCatalog final : public ApplicationCatalog {
 public:
-    [[nodiscard]] QIcon icon(const QString &applicationPath) const override {
-        iconRequests_.add(applicationPath);
-        const auto found = applications_.find(applicationPath);
-        return found == applications_.end() ? genericIcon_ : found->second.icon;
-    }
-    /// Empty squares where icon() gives a null icon.
+    /// Empty squares for null icons.
     [[nodiscard]] std::vector<QImage> listIcons(const QStringList &applicationPaths,
                                                 const ListIcons &icons) const override {
         listIconRequests_.add(applicationPaths.join(u' '));
@@ -62,7 +58,6 @@ public:
     [[nodiscard]] QStringList listRequests() const { return listRequests_.lines(); }
     /// A line for each list: its paths.
     [[nodiscard]] QStringList listIconRequests() const { return listIconRequests_.lines(); }
-    [[nodiscard]] QStringList iconRequests() const { return iconRequests_.lines(); }
 
 private:
     struct Application {
@@ -74,7 +69,6 @@ private:
     QIcon genericIcon_;
     QStringList directories_;
     std::vector<InstalledApplication> installed_;
-    mutable Journal iconRequests_;
     mutable Journal listRequests_;
     mutable Journal listIconRequests_;
 };

@@ -7,9 +7,9 @@
 #include <QPainter>
 #include <QTemporaryDir>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/Bundles.h"
 #include "fakes/MacJournal.h"
+#include "fixtures/QtPrinters.h"
 #include "platform/macos/applications/MacApplicationCatalog.h"
 
 namespace kestrelbay::macos {
@@ -134,22 +134,14 @@ TEST_F(MacApplicationCatalogTest, AListIconIsASquareOfThePixelsAskedFor) {
         (QStringList{QStringLiteral("iconForFile /a.app"), QStringLiteral("iconForFile /b.app")}));
 }
 
-TEST_F(MacApplicationCatalogTest, AnIconIsPaintedAtAnySize) {
-    QIcon icon;
-    std::thread([&] { icon = catalog().icon(QStringLiteral("/a.app")); }).join();
-    EXPECT_EQ(callsOffMainThread(), QStringList(QStringLiteral("iconForFile /a.app")));
-    EXPECT_FALSE(icon.isNull());
-    EXPECT_TRUE(isRed(icon.pixmap(QSize(20, 20)).toImage(), 20));
-    EXPECT_TRUE(isRed(QIcon(icon).pixmap(QSize(128, 128)).toImage(), 128));
-
-    QImage target(40, 40, QImage::Format_ARGB32_Premultiplied);
-    target.setDevicePixelRatio(2);
-    target.fill(Qt::white);
-    QPainter painter(&target);
-    icon.paint(&painter, QRect(0, 0, 10, 10));
-    painter.end();
-    EXPECT_EQ(target.pixelColor(19, 19), QColor(Qt::red));
-    EXPECT_EQ(target.pixelColor(20, 20), QColor(Qt::white));
+TEST_F(MacApplicationCatalogTest, IconsMayBeAskedForOnAnyThread) {
+    std::vector<QImage> images;
+    std::thread([&] {
+        images = catalog().listIcons({QStringLiteral("/a.app")}, {.pixels = 20, .themes = {}});
+    }).join();
+    EXPECT_TRUE(callsOffMainThread().contains(QStringLiteral("iconForFile /a.app")));
+    ASSERT_EQ(images.size(), 1U);
+    EXPECT_TRUE(isRed(images[0], 20));
     EXPECT_TRUE(takeCalls().contains(QStringLiteral("draw at 0,0 20x20, from empty 1, "
                                                     "operation 2, fraction 1")));
 }

@@ -11,7 +11,6 @@ public:
     explicit MacApplicationCatalog(QStringList directories)
         : directories_(std::move(directories)) {}
 
-    [[nodiscard]] QIcon icon(const QString &applicationPath) const override;
     [[nodiscard]] std::vector<QImage> listIcons(const QStringList &applicationPaths,
                                                 const ListIcons &icons) const override;
     [[nodiscard]] QString displayName(const QString &applicationPath) const override;

@@ -7,7 +7,6 @@
 #import <Foundation/Foundation.h>
 
 #include "platform/macos/applications/BundleFacts.h"
-#include "platform/macos/cocoa/ImageIconEngine.h"
 #include "platform/macos/cocoa/NSImages.h"
 #include "platform/macos/cocoa/NSStrings.h"
 
@@ -34,13 +33,6 @@ MacApplicationCatalog::MacApplicationCatalog()
                              QStringLiteral("/System/Applications/Utilities"),
                              QStringLiteral("/System/Library/CoreServices"),
                              QDir::homePath() + QStringLiteral("/Applications")}) {}
-
-QIcon MacApplicationCatalog::icon(const QString &applicationPath) const {
-    @autoreleasepool {
-        // The icon takes the engine over.
-        return QIcon(new ImageIconEngine(iconOf(applicationPath)));
-    }
-}
 
 std::vector<QImage> MacApplicationCatalog::listIcons(const QStringList &applicationPaths,
                                                      const ListIcons &icons) const {

@@ -4,7 +4,6 @@
 #include <QFileInfo>
 
 #include "platform/linux/applications/entries/ApplicationFolders.h"
-#include "platform/linux/applications/icons/ApplicationIconEngine.h"
 #include "platform/linux/applications/icons/ListIconReader.h"
 #include "platform/linux/glib/GObjectPtr.h"
 
@@ -32,11 +31,6 @@ QString iconName(const QString &path) {
 }
 
 }  // namespace
-
-QIcon LinuxApplicationCatalog::icon(const QString &applicationPath) const {
-    // The icon takes the engine over.
-    return QIcon(new ApplicationIconEngine(iconName(applicationPath)));
-}
 
 std::vector<QImage> LinuxApplicationCatalog::listIcons(const QStringList &applicationPaths,
                                                        const ListIcons &icons) const {

@@ -7,9 +7,6 @@ namespace kestrelbay {
 /// Applications by their desktop entries. Holds nothing.
 class LinuxApplicationCatalog : public ApplicationCatalog {
 public:
-    /// The theme is asked when the icon is painted, so that it may be made by any
-    /// thread and follows a change of the theme.
-    [[nodiscard]] QIcon icon(const QString &applicationPath) const override;
     [[nodiscard]] std::vector<QImage> listIcons(const QStringList &applicationPaths,
                                                 const ListIcons &icons) const override;
     [[nodiscard]] QString displayName(const QString &applicationPath) const override;
