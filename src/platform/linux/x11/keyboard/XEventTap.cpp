@@ -8,7 +8,6 @@
 #include <xcb/xinput.h>
 
 #include "platform/linux/x11/keyboard/KeyboardState.h"
-#include "platform/linux/x11/keyboard/TapOwnership.h"
 
 namespace kestrelbay::x11 {
 
@@ -56,6 +55,28 @@ xcb_window_t createRecordingWindow(const XConnection &connection) {
     return window;
 }
 
+xcb_window_t ownerOf(xcb_connection_t *connection, xcb_atom_t selection) {
+    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        connection, xcb_get_selection_owner(connection, selection), nullptr));
+    return reply ? reply->owner : xcb_window_t{XCB_NONE};
+}
+
+/// Makes this client the one event tap of the display by owning a selection. The
+/// server gives it up by itself when the connection ends, however that happens.
+/// False when another instance of the program has it.
+bool claimDisplay(const XConnection &connection) {
+    constexpr std::string_view kSelection = "_KESTRELBAY_EVENT_TAP";
+    xcb_connection_t *c = connection.get();
+    const xcb_atom_t selection = internAtoms(connection, std::array{kSelection})[0];
+    if (selection == XCB_ATOM_NONE || ownerOf(c, selection) != XCB_NONE)
+        return false;
+    const xcb_window_t window = xcb_generate_id(c);
+    xcb_create_window(c, 0, window, connection.root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_set_selection_owner(c, window, selection, XCB_CURRENT_TIME);
+    return ownerOf(c, selection) == window;
+}
+
 /// Returns when the server has worked off every request made so far. It drops
 /// those of a client that hangs up while an event is on its way to it.
 void synchronize(xcb_connection_t *connection) {
@@ -101,7 +122,7 @@ TapProblem XEventTap::tryInstall(Handlers handlers) {
         return TapProblem::NoDisplay;
     if (!hasRawEvents(c))
         return TapProblem::NoInputExtension;
-    if (!claimTapOwnership(*connection))
+    if (!claimDisplay(*connection))
         return TapProblem::OtherInstance;
     const std::optional<std::uint8_t> keymapChangeEvent = watchKeymap(c);
     const std::optional<KeyboardModel> keyboard = readKeyboardModel(c);

@@ -17,7 +17,7 @@
 
 #include "platform/EventTap.h"
 #include "platform/linux/x11/connection/XConnection.h"
-#include "platform/linux/x11/keyboard/KeyGrabber.h"
+#include "platform/linux/x11/keyboard/KeyGrabs.h"
 
 namespace kestrelbay::x11 {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/x11/keyboard/KeyGrabPlan.h"
+#include "platform/linux/x11/keyboard/KeyGrabs.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -27,27 +27,27 @@ Hotkey hotkey(std::uint16_t code, std::uint64_t flags) {
     return {KeyCode{code}, ModifierFlags(flags)};
 }
 
-TEST(KeyGrabPlan, GrabsTheGenericModifierOfALeftSidedHotkey) {
+TEST(KeyGrabs, GrabsTheGenericModifierOfALeftSidedHotkey) {
     EXPECT_THAT(grabsFor(hotkey(17, 0x100008), usKeyboard()), ElementsAre(KeyGrab{kT, kMod4}));
 }
 
-TEST(KeyGrabPlan, GrabsEveryCombinationOfLocksOnce) {
+TEST(KeyGrabs, GrabsEveryCombinationOfLocksOnce) {
     EXPECT_THAT(grabsFor(hotkey(17, 0x100008), usKeyboard(kLock | kMod2)),
                 ElementsAre(KeyGrab{kT, kMod4}, KeyGrab{kT, kMod4 | kLock},
                             KeyGrab{kT, kMod4 | kMod2}, KeyGrab{kT, kMod4 | kLock | kMod2}));
 }
 
-TEST(KeyGrabPlan, TakesNumLockWhereTheKeyboardHasIt) {
+TEST(KeyGrabs, TakesNumLockWhereTheKeyboardHasIt) {
     EXPECT_THAT(grabsFor(hotkey(17, 0x100008), usKeyboard(kMod5)),
                 ElementsAre(KeyGrab{kT, kMod4}, KeyGrab{kT, kMod4 | kMod5}));
 }
 
-TEST(KeyGrabPlan, DoesNotIgnoreALockThatSharesTheHotkeysModifier) {
+TEST(KeyGrabs, DoesNotIgnoreALockThatSharesTheHotkeysModifier) {
     EXPECT_THAT(grabsFor(hotkey(17, 0x100008), usKeyboard(kMod4 | kLock)),
                 ElementsAre(KeyGrab{kT, kMod4}, KeyGrab{kT, kMod4 | kLock}));
 }
 
-TEST(KeyGrabPlan, AsksForEitherSideOfAGenericHotkeyWhereTheyDiffer) {
+TEST(KeyGrabs, AsksForEitherSideOfAGenericHotkeyWhereTheyDiffer) {
     KeyboardModel model = usKeyboard();
     model.modifiersOfKey[108] = kMod5;  // right Option is the third-level key
     EXPECT_THAT(grabsFor(hotkey(17, 0x80000), model),
@@ -57,22 +57,22 @@ TEST(KeyGrabPlan, AsksForEitherSideOfAGenericHotkeyWhereTheyDiffer) {
     EXPECT_THAT(grabsFor(hotkey(17, 0x80060), model), ElementsAre(KeyGrab{kT, kMod1 | kMod5}));
 }
 
-TEST(KeyGrabPlan, CombinesAllKinds) {
+TEST(KeyGrabs, CombinesAllKinds) {
     EXPECT_THAT(grabsFor(hotkey(17, 0x1E0000 | 0x2B), usKeyboard()),
                 ElementsAre(KeyGrab{kT, kShift | kControl | kMod1 | kMod4}));
 }
 
-TEST(KeyGrabPlan, GrabsABareKey) {
+TEST(KeyGrabs, GrabsABareKey) {
     EXPECT_THAT(grabsFor(hotkey(96, 0), usKeyboard(kLock)),
                 ElementsAre(KeyGrab{71, 0}, KeyGrab{71, kLock}));
 }
 
-TEST(KeyGrabPlan, HasNothingForAHotkeyWhoseSidesCannotMatch) {
+TEST(KeyGrabs, HasNothingForAHotkeyWhoseSidesCannotMatch) {
     // Option has no side while Control has one: the held keys always have both.
     EXPECT_THAT(grabsFor(hotkey(17, 0xC0001), usKeyboard()), IsEmpty());
 }
 
-TEST(KeyGrabPlan, HasNothingWhereTheKeySetsNoModifier) {
+TEST(KeyGrabs, HasNothingWhereTheKeySetsNoModifier) {
     KeyboardModel model = usKeyboard();
     model.modifiersOfKey[108] = 0;
     EXPECT_THAT(grabsFor(hotkey(17, 0x80040), model), IsEmpty());
@@ -80,7 +80,7 @@ TEST(KeyGrabPlan, HasNothingWhereTheKeySetsNoModifier) {
     EXPECT_THAT(grabsFor(hotkey(17, 0x80000), model), ElementsAre(KeyGrab{kT, kMod1}));
 }
 
-TEST(KeyGrabPlan, HasNothingForAKeyThatXDoesNotHave) {
+TEST(KeyGrabs, HasNothingForAKeyThatXDoesNotHave) {
     EXPECT_THAT(grabsFor(hotkey(63, 0x100008), usKeyboard()), IsEmpty());
 }
 
