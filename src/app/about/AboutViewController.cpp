@@ -63,7 +63,7 @@ QString versionText() {
 
 /// Over the whole width of the view, from `top`; the bottom of it.
 int placeText(QWidget &view, int top, const QString &text, const QFont &font,
-              TextLabel::Color color) {
+              colors::Function color) {
     auto *label = new TextLabel(text, font, color, &view);
     label->setAlignment(Qt::AlignCenter);
     label->setGeometry(0, top, AboutViewController::kSize.width(), label->sizeHint().height());

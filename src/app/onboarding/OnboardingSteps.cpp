@@ -32,7 +32,7 @@ constexpr int kStatusToPrimary = 6;
 constexpr int kPrimaryToLink = 4;
 constexpr int kBottom = 12;
 
-TextLabel *centeredText(const QString &text, const QFont &font, TextLabel::Color color) {
+TextLabel *centeredText(const QString &text, const QFont &font, colors::Function color) {
     auto *label = new TextLabel(text, font, color);
     label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     return label;

@@ -21,7 +21,7 @@
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/ControlGroup.h"
-#include "ui/widgets/HelpLinkButton.h"
+#include "ui/widgets/LinkButton.h"
 #include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
@@ -185,9 +185,9 @@ void RuleAdvancedPanel::buildArgsSection(QVBoxLayout &column) {
 }
 
 void RuleAdvancedPanel::buildButtons(QVBoxLayout &column) {
-    auto *help = new HelpLinkButton(L::deepLaunchHelp(), this);
+    auto *help = new LinkButton(L::deepLaunchHelp(), LinkButton::Kind::Help, this);
     help->setAccessibleDescription(L::helpName());
-    connect(help, &HelpLinkButton::clicked, this, &RuleAdvancedPanel::openDeepLaunchHelp);
+    connect(help, &LinkButton::clicked, this, &RuleAdvancedPanel::openDeepLaunchHelp);
     QPushButton *cancel = makeButton(L::cancel());
     QPushButton *saving = makeButton(L::save(), true);
     connect(cancel, &QPushButton::clicked, this, &RuleAdvancedPanel::reject);

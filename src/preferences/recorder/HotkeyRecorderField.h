@@ -7,6 +7,7 @@
 #include "hotkeys/HotkeyRecorder.h"
 #include "preferences/PreferencesServices.h"
 #include "preferences/recorder/ShakeAnimation.h"
+#include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
 
@@ -83,8 +84,6 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    using Color = QColor (*)();
-
     [[nodiscard]] HotkeyRecorder::Hooks hooks();
     void pressedWithoutMouse();
     void takeFocusAndStart();
@@ -105,8 +104,8 @@ private:
     TextLabel *label_;
     QAbstractButton *clearButton_;
     QString subject_;
-    Color border_;
-    Color background_;
+    colors::Function border_;
+    colors::Function background_;
     bool wantsToRecord_ = false;
     bool startedWithMouse_ = false;
     bool isReturnDown_ = false;

@@ -14,6 +14,9 @@ enum class ColorScheme : std::uint8_t;
 /// call, so whoever keeps one has to ask again at QEvent::PaletteChange.
 namespace colors {
 
+/// One of the colours below, to be asked again whenever it is drawn.
+using Function = QColor (*)();
+
 /// Is the user interface light on dark just now?
 [[nodiscard]] bool isDark();
 

@@ -4,7 +4,8 @@
 
 namespace kestrelbay {
 
-ElidedLabel::ElidedLabel(const QFont &font, Color color, Qt::TextElideMode mode, QWidget *parent)
+ElidedLabel::ElidedLabel(const QFont &font, colors::Function color, Qt::TextElideMode mode,
+                         QWidget *parent)
     : TextLabel(QString(), font, color, parent), mode_(mode) {}
 
 void ElidedLabel::setFullText(const QString &text) {

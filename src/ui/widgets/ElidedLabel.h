@@ -10,7 +10,8 @@ class ElidedLabel : public TextLabel {
     Q_OBJECT
 
 public:
-    ElidedLabel(const QFont &font, Color color, Qt::TextElideMode mode, QWidget *parent = nullptr);
+    ElidedLabel(const QFont &font, colors::Function color, Qt::TextElideMode mode,
+                QWidget *parent = nullptr);
 
     void setFullText(const QString &text);
     [[nodiscard]] const QString &fullText() const { return fullText_; }

@@ -1,22 +1,31 @@
 #pragma once
 
+#include <cstdint>
+
 #include <QAbstractButton>
 
 namespace kestrelbay {
 
-/// A secondary action that looks like a link: a text without a border, underlined
-/// while it is pointed at or has the focus. The space bar presses it; Return is
-/// left to the window's primary button.
+/// A text without a border that is pressed like a button, in the colour of links. The
+/// space bar presses it; Return is left to the window's primary button.
 class LinkButton final : public QAbstractButton {
     Q_OBJECT
 
 public:
-    explicit LinkButton(const QString &text, QWidget *parent = nullptr);
+    enum class Kind : std::uint8_t {
+        Action,  ///< underlined while it is pointed at or has the focus
+        Help,    ///< smaller, behind a question mark, and quiet until then
+    };
+
+    explicit LinkButton(const QString &text, Kind kind = Kind::Action, QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    Kind kind_;
 };
 
 }  // namespace kestrelbay

@@ -7,7 +7,6 @@
 #include <QStyleOptionFocusRect>
 
 #include "ui/look/Symbols.h"
-#include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
 
@@ -21,7 +20,8 @@ constexpr float kDisabledAlpha = 0.4F;
 
 }  // namespace
 
-SymbolButton::SymbolButton(QString symbol, QSize symbolSize, Color color, QWidget *parent)
+SymbolButton::SymbolButton(QString symbol, QSize symbolSize, colors::Function color,
+                           QWidget *parent)
     : QAbstractButton(parent), symbol_(std::move(symbol)), symbolSize_(symbolSize), color_(color) {
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::TabFocus);

@@ -1,7 +1,8 @@
 #pragma once
 
 #include <QAbstractButton>
-#include <QColor>
+
+#include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
 
@@ -11,10 +12,8 @@ class SymbolButton : public QAbstractButton {
     Q_OBJECT
 
 public:
-    /// One of the functions of `colors`.
-    using Color = QColor (*)();
-
-    SymbolButton(QString symbol, QSize symbolSize, Color color, QWidget *parent = nullptr);
+    SymbolButton(QString symbol, QSize symbolSize, colors::Function color,
+                 QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -25,7 +24,7 @@ protected:
 private:
     QString symbol_;
     QSize symbolSize_;
-    Color color_;
+    colors::Function color_;
 };
 
 }  // namespace kestrelbay

@@ -5,7 +5,6 @@
 #include <QPainter>
 
 #include "ui/look/Symbols.h"
-#include "ui/look/SystemColors.h"
 #include "ui/widgets/AccessibleFactory.h"
 
 namespace kestrelbay {
@@ -14,7 +13,7 @@ SymbolView::SymbolView(QWidget *parent) : QWidget(parent), color_(colors::label)
     installAccessible<SymbolView, AccessibleWithRole<QAccessible::Graphic>>();
 }
 
-void SymbolView::setSymbol(const QString &name, Color color) {
+void SymbolView::setSymbol(const QString &name, colors::Function color) {
     image_ = {};
     symbol_ = name;
     color_ = color;

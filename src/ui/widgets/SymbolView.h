@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QColor>
 #include <QImage>
 #include <QWidget>
+
+#include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
 
@@ -12,12 +13,9 @@ class SymbolView : public QWidget {
     Q_OBJECT
 
 public:
-    /// One of the functions of `colors`.
-    using Color = QColor (*)();
-
     explicit SymbolView(QWidget *parent = nullptr);
 
-    void setSymbol(const QString &name, Color color);
+    void setSymbol(const QString &name, colors::Function color);
     /// A square of at least as many pixels as the place has.
     void setImage(const QImage &image);
 
@@ -26,7 +24,7 @@ protected:
 
 private:
     QString symbol_;
-    Color color_;
+    colors::Function color_;
     QImage image_;
 };
 

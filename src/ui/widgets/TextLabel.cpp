@@ -4,14 +4,15 @@
 
 namespace kestrelbay {
 
-TextLabel::TextLabel(const QString &text, const QFont &font, Color color, QWidget *parent)
+TextLabel::TextLabel(const QString &text, const QFont &font, colors::Function color,
+                     QWidget *parent)
     : QLabel(text, parent), color_(color) {
     setTextFormat(Qt::PlainText);
     setFont(font);
     applyColor();
 }
 
-void TextLabel::setColor(Color color) {
+void TextLabel::setColor(colors::Function color) {
     color_ = color;
     applyColor();
 }

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QColor>
 #include <QLabel>
+
+#include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
 
@@ -10,12 +11,10 @@ class TextLabel : public QLabel {
     Q_OBJECT
 
 public:
-    /// One of the functions of `colors`.
-    using Color = QColor (*)();
+    TextLabel(const QString &text, const QFont &font, colors::Function color,
+              QWidget *parent = nullptr);
 
-    TextLabel(const QString &text, const QFont &font, Color color, QWidget *parent = nullptr);
-
-    void setColor(Color color);
+    void setColor(colors::Function color);
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -23,7 +22,7 @@ protected:
 private:
     void applyColor();
 
-    Color color_;
+    colors::Function color_;
 };
 
 }  // namespace kestrelbay

@@ -31,7 +31,8 @@ qreal breakIntoLines(QTextLayout &layout, const QLabel &label, qreal width) {
 
 }  // namespace
 
-WrappingLabel::WrappingLabel(const QString &text, const QFont &font, Color color, QWidget *parent)
+WrappingLabel::WrappingLabel(const QString &text, const QFont &font, colors::Function color,
+                             QWidget *parent)
     : TextLabel(text, font, color, parent) {
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);

@@ -10,7 +10,8 @@ class WrappingLabel final : public TextLabel {
     Q_OBJECT
 
 public:
-    WrappingLabel(const QString &text, const QFont &font, Color color, QWidget *parent = nullptr);
+    WrappingLabel(const QString &text, const QFont &font, colors::Function color,
+                  QWidget *parent = nullptr);
 
     [[nodiscard]] bool hasHeightForWidth() const override;
     [[nodiscard]] int heightForWidth(int width) const override;

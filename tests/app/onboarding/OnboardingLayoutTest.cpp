@@ -51,7 +51,7 @@ protected:
         return step().findChildren<TextLabel *>().at(index);
     }
 
-    [[nodiscard]] TextLabel::Color shouldBe(const TextLabel &text) const {
+    [[nodiscard]] colors::Function shouldBe(const TextLabel &text) const {
         if (&text == label(0))
             return colors::label;
         return colors::secondaryLabel;

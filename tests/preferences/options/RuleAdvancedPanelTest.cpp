@@ -16,7 +16,7 @@
 #include "settings/Addresses.h"
 #include "settings/L.h"
 #include "ui/widgets/ControlGroup.h"
-#include "ui/widgets/HelpLinkButton.h"
+#include "ui/widgets/LinkButton.h"
 
 namespace kestrelbay {
 namespace {
@@ -247,13 +247,13 @@ TEST_F(RuleAdvancedPanelTest, TheTabKeyGoesFromTopToBottom) {
         order.append(QLatin1String(QApplication::focusWidget()->metaObject()->className()));
     }
     EXPECT_EQ(order, QStringList({QStringLiteral("QComboBox"), QStringLiteral("QLineEdit"),
-                                  QStringLiteral("kestrelbay::HelpLinkButton"),
+                                  QStringLiteral("kestrelbay::LinkButton"),
                                   QStringLiteral("QPushButton"), QStringLiteral("QPushButton")}));
 }
 
 TEST_F(RuleAdvancedPanelTest, HelpOpensItsPage) {
     open(ruleOf(ArgumentKind::None, {}));
-    auto *help = panel_->findChild<HelpLinkButton *>();
+    auto *help = panel_->findChild<LinkButton *>();
     ASSERT_NE(help, nullptr);
     EXPECT_EQ(help->cursor().shape(), Qt::PointingHandCursor);
     help->setFocus();
