@@ -1,5 +1,8 @@
 #include "desktop/preferences/PreferencesScenes.h"
 
+#include <algorithm>
+#include <vector>
+
 #include <QFile>
 
 #include "desktop/session/TrayHost.h"
@@ -24,15 +27,26 @@ void beginInAdvancedTab(PreferencesStage &stage) {
 /// Opens the popup with the mouse and chooses the entry before or after with a key.
 void choose(PreferencesStage &stage, Setting setting, std::uint8_t arrow) {
     XClient &client = stage.view().client();
-    const auto popupCount = [&] { return client.popups().size(); };
-    const std::size_t before = popupCount();
+    // A toast that is about to go is one of them, too.
+    const auto before = client.popups();
+    std::vector<xcb_window_t> opened;
     stage.prepare(
         QStringLiteral("a popup"), [&] { stage.click(places::controlOf(setting)); },
-        [&] { return popupCount() == before + 1; });
+        [&] {
+            opened = client.popups();
+            std::erase_if(opened, [&](xcb_window_t popup) {
+                return std::ranges::find(before, popup) != before.end();
+            });
+            return opened.size() == 1;
+        });
     stage.pressKey(arrow);
     stage.pressKey(kReturn);
     stage.prepare(
-        QStringLiteral("no popup"), [] {}, [&] { return popupCount() == before; });
+        QStringLiteral("no popup"), [] {},
+        [&] {
+            const auto shown = client.popups();
+            return std::ranges::find(shown, opened.front()) == shown.end();
+        });
 }
 
 QString settingInWords(PreferencesStage &stage, const QString &key) {
