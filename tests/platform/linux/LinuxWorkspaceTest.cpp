@@ -152,6 +152,28 @@ TEST_F(LinuxWorkspaceWindows, AMinimisedWindowStillNamedAsActiveIsNot) {
     EXPECT_FALSE(running(a)->isActive());
 }
 
+TEST_F(LinuxWorkspaceWindows, AWindowThatIsMinimisedButStillMappedComesBack) {
+    const QString a = entry("Aaa");
+    startWindowManager();
+    startWorkspace();
+    const auto windows = make("Aaa", 1);
+    ASSERT_TRUE(becomesActive(a));
+    // As the window manager has it for a moment, and some have it for good.
+    const xcb_atom_t hidden = maker_->atom("_NET_WM_STATE_HIDDEN");
+    maker_->setRaw(windows[0], "_NET_WM_STATE", "ATOM", 32,
+                   QByteArray(reinterpret_cast<const char *>(&hidden), 4));
+    const auto list = running(a)->windows();
+    ASSERT_EQ(list.size(), 1U);
+    ASSERT_EQ(list[0]->isMinimized(), true);
+    maker_->listen();
+    EXPECT_TRUE(list[0]->setMinimized(false));
+    EXPECT_TRUE(waitUntil([&] {
+        const auto said = maker_->heard();
+        return said.size() == 1 && said[0].window == windows[0] &&
+               said[0].type == maker_->atom("_NET_ACTIVE_WINDOW");
+    }));
+}
+
 class UnderWindowManager : public LinuxWorkspaceWindows,
                            public ::testing::WithParamInterface<const char *> {};
 

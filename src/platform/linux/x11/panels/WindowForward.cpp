@@ -40,7 +40,7 @@ void WindowForward::activate(xcb_timestamp_t time, bool restores) {
     if (state.otherWorkspace)
         system_.showWorkspace(address, *state.otherWorkspace, time);
     if (state.minimized)
-        system_.restore(address);
+        system_.restore(address, time);
     system_.activate(address, time);
 }
 

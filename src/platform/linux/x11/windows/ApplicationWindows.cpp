@@ -72,7 +72,7 @@ bool ApplicationWindows::setMinimized(std::size_t window, bool minimized) {
     states_.clear();
     const WindowAddress &address = windows_[window].address;
     return minimized ? mirror_->windowSystem().minimize(address)
-                     : mirror_->windowSystem().restore(address);
+                     : mirror_->windowSystem().restore(address, freshTime());
 }
 
 bool ApplicationWindows::raise(std::size_t window) {
@@ -136,7 +136,7 @@ bool ApplicationWindows::activate() {
     for (std::size_t i = 0; i < windows_.size(); ++i)
         if (states_[i].exists && states_[i].minimized && !windows_[i].facts->isTransient() &&
             std::find(list.begin(), list.end(), i) == list.end())
-            mirror_->windowSystem().restore(windows_[i].address);
+            mirror_->windowSystem().restore(windows_[i].address, freshTime());
     return focusLocked(main_.value_or(list.front()));
 }
 
