@@ -7,8 +7,8 @@
 #include <QString>
 #include <QStringList>
 
-#include "desktop/session/Desktop.h"
 #include "desktop/display/Keys.h"
+#include "desktop/session/Desktop.h"
 #include "desktop/session/PtyProcess.h"
 
 namespace kestrelbay::bench {

@@ -1,8 +1,8 @@
-#include "fixtures/AccessibleTree.h"
+#include "app/about/AboutWindowController.h"
 #include "app/onboarding/OnboardingFixture.h"
 #include "app/toasts/ToastFixture.h"
-#include "app/about/AboutWindowController.h"
 #include "fakes/FakeWorkspace.h"
+#include "fixtures/AccessibleTree.h"
 
 using namespace Qt::StringLiterals;
 

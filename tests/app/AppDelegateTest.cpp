@@ -15,9 +15,9 @@
 
 #include "app/onboarding/OnboardingWindowController.h"
 #include "app/toasts/LaunchToastWindow.h"
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeTimers.h"
+#include "fixtures/QtPrinters.h"
 #include "preferences/window/PreferencesWindowController.h"
 #include "settings/NotificationCenter.h"
 #include "settings/SettingsKeys.h"

@@ -6,8 +6,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeUserDefaults.h"
+#include "fixtures/QtPrinters.h"
 #include "settings/Language.h"
 #include "settings/NotificationCenter.h"
 

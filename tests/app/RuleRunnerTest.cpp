@@ -9,7 +9,6 @@
 #include <QImage>
 #include <QPainter>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeApplicationCatalog.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeSystemLog.h"
@@ -17,6 +16,7 @@
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualDispatchQueue.h"
+#include "fixtures/QtPrinters.h"
 #include "launcher/AppLauncher.h"
 #include "model/ShortcutRule.h"
 

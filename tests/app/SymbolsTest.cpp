@@ -5,10 +5,10 @@
 #include <gtest/gtest.h>
 
 #include "app/AppDelegate.h"
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeSystemSymbols.h"
 #include "fakes/FakeTimers.h"
+#include "fixtures/QtPrinters.h"
 
 using namespace Qt::StringLiterals;
 

@@ -2,8 +2,8 @@
 
 #include <optional>
 
-#include "hotkeys/ManagerFixture.h"
 #include "fakes/FakeTimers.h"
+#include "hotkeys/ManagerFixture.h"
 
 using namespace Qt::StringLiterals;
 

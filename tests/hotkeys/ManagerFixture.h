@@ -8,9 +8,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeEventTap.h"
 #include "fakes/FakeSystemLog.h"
+#include "fixtures/QtPrinters.h"
 #include "hotkeys/ShortcutManager.h"
 
 namespace kestrelbay {

@@ -4,9 +4,9 @@
 
 #include <memory>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeSystemLog.h"
 #include "fakes/FakeWorkspace.h"
+#include "fixtures/QtPrinters.h"
 #include "launcher/AppLauncher.h"
 #include "model/ShortcutRule.h"
 

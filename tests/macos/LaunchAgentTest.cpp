@@ -7,8 +7,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeUserDefaults.h"
+#include "fixtures/QtPrinters.h"
 #include "settings/LaunchAtLogin.h"
 
 using namespace Qt::StringLiterals;

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/EventTaps.h"
 #include "fakes/LiveObjects.h"
 #include "fakes/MacJournal.h"
+#include "fixtures/QtPrinters.h"
 #include "platform/EventTapContract.h"
 #include "platform/macos/MacEventTap.h"
 

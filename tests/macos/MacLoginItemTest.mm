@@ -6,9 +6,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeServices.h"
 #include "fakes/MacJournal.h"
+#include "fixtures/QtPrinters.h"
 #include "platform/LoginItemContract.h"
 #include "platform/macos/cocoa/NSStrings.h"
 #include "platform/macos/desktop/LaunchAgent.h"

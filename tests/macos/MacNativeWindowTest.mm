@@ -4,10 +4,10 @@
 
 #import <QuartzCore/CALayer.h>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeImages.h"
 #include "fakes/FakeWindows.h"
 #include "fakes/MacJournal.h"
+#include "fixtures/QtPrinters.h"
 
 using namespace Qt::StringLiterals;
 

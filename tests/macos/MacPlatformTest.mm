@@ -6,10 +6,10 @@
 
 #import <Foundation/Foundation.h>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/EventTaps.h"
 #include "fakes/FakeServices.h"
 #include "fakes/MacJournal.h"
+#include "fixtures/QtPrinters.h"
 #include "platform/macos/MacEventTap.h"
 #include "platform/macos/applications/MacApplicationCatalog.h"
 #include "platform/macos/applications/MacWorkspace.h"

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeDesktop.h"
 #include "fakes/LiveObjects.h"
 #include "fakes/MacJournal.h"
+#include "fixtures/QtPrinters.h"
 #include "platform/macos/applications/MacWorkspace.h"
 #include "platform/macos/cocoa/NSStrings.h"
 

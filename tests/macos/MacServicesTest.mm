@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeServices.h"
 #include "fakes/MacJournal.h"
+#include "fixtures/QtPrinters.h"
 #include "platform/macos/desktop/MacStatusArea.h"
 #include "platform/macos/desktop/MacSystemSounds.h"
 #include "platform/macos/desktop/UnifiedLog.h"

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeDesktop.h"
 #include "fakes/MacJournal.h"
+#include "fixtures/QtPrinters.h"
 
 using namespace Qt::StringLiterals;
 

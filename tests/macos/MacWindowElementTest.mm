@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/Bridge.h"
 #include "fakes/FakeDesktop.h"
 #include "fakes/LiveObjects.h"
 #include "fakes/MacJournal.h"
+#include "fixtures/QtPrinters.h"
 #include "platform/macos/applications/MacWindowElement.h"
 
 namespace kestrelbay::macos {

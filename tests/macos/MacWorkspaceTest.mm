@@ -7,10 +7,10 @@
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeDesktop.h"
 #include "fakes/LiveObjects.h"
 #include "fakes/MacJournal.h"
+#include "fixtures/QtPrinters.h"
 #include "platform/WorkspaceContract.h"
 #include "platform/macos/applications/MacWorkspace.h"
 

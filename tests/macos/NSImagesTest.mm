@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeImages.h"
 #include "fakes/MacJournal.h"
+#include "fixtures/QtPrinters.h"
 #include "platform/macos/desktop/MacSystemSymbols.h"
 
 using namespace Qt::StringLiterals;

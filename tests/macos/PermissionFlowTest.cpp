@@ -2,10 +2,10 @@
 
 #include <QTemporaryDir>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/EventTaps.h"
 #include "fakes/FakeSystemLog.h"
 #include "fakes/MacJournal.h"
+#include "fixtures/QtPrinters.h"
 #include "hotkeys/ShortcutManager.h"
 #include "platform/macos/MacEventTap.h"
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeUserDefaults.h"
+#include "fixtures/QtPrinters.h"
 #include "model/ShortcutRule.h"
 #include "settings/L.h"
 #include "settings/Language.h"

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "settings/LFixture.h"
 #include "platform/EventTap.h"
+#include "settings/LFixture.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeUserDefaults.h"
+#include "fixtures/QtPrinters.h"
 #include "settings/Language.h"
 #include "settings/LaunchToastDuration.h"
 #include "settings/SettingsKeys.h"

@@ -9,10 +9,10 @@
 
 #include <gmock/gmock.h>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeNativeWindow.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWorkspace.h"
+#include "fixtures/QtPrinters.h"
 #include "settings/Addresses.h"
 #include "settings/Language.h"
 #include "settings/SettingsKeys.h"

@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeUserDefaults.h"
+#include "fixtures/QtPrinters.h"
 #include "settings/Language.h"
 #include "settings/SettingsKeys.h"
 

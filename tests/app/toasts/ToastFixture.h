@@ -11,10 +11,10 @@
 
 #include "app/toasts/LaunchToastWindow.h"
 #include "app/toasts/ToastWindow.h"
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeNativeWindow.h"
 #include "fakes/FakeTimers.h"
 #include "fakes/ManualDispatchQueue.h"
+#include "fixtures/QtPrinters.h"
 
 namespace kestrelbay {
 

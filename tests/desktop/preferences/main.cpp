@@ -5,8 +5,8 @@
 
 #include <QCoreApplication>
 
-#include "desktop/stage/Play.h"
 #include "desktop/preferences/PreferencesScenes.h"
+#include "desktop/stage/Play.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 
 #include <array>
 
-#include "desktop/stage/Play.h"
 #include "desktop/scenario/Scenes.h"
+#include "desktop/stage/Play.h"
 
 namespace {
 

@@ -7,9 +7,9 @@
 #include <QString>
 #include <QStringList>
 
+#include "desktop/display/WindowManagerView.h"
 #include "desktop/session/HomeFolder.h"
 #include "desktop/session/Processes.h"
-#include "desktop/display/WindowManagerView.h"
 #include "support/ChildProcess.h"
 #include "support/PrivateXServer.h"
 

@@ -5,8 +5,8 @@
 
 #include <QCoreApplication>
 
-#include "desktop/stage/Play.h"
 #include "desktop/shell/ShellScenes.h"
+#include "desktop/stage/Play.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <QImage>
 #include <QString>
 
-#include "desktop/stage/ShellStage.h"
 #include "desktop/session/TrayHost.h"
+#include "desktop/stage/ShellStage.h"
 
 namespace kestrelbay::desktop {
 

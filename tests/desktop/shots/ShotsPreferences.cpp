@@ -2,8 +2,8 @@
 
 #include "desktop/display/HotkeyHolder.h"
 #include "desktop/display/Picture.h"
-#include "desktop/preferences/PreferencesPlaces.h"
 #include "desktop/display/TapHolder.h"
+#include "desktop/preferences/PreferencesPlaces.h"
 
 namespace kestrelbay::desktop {
 

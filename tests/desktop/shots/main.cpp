@@ -5,8 +5,8 @@
 
 #include <QCoreApplication>
 
-#include "desktop/stage/Play.h"
 #include "desktop/shots/Shots.h"
+#include "desktop/stage/Play.h"
 #include "support/FakeSettingsPortal.h"
 
 namespace {

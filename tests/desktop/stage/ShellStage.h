@@ -9,9 +9,9 @@
 #include <QStringList>
 
 #include "desktop/display/Pointer.h"
-#include "desktop/stage/Stage.h"
-#include "desktop/session/StatusNotifiers.h"
 #include "desktop/display/ToastWatch.h"
+#include "desktop/session/StatusNotifiers.h"
+#include "desktop/stage/Stage.h"
 
 namespace kestrelbay::desktop {
 

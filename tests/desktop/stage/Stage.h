@@ -6,8 +6,8 @@
 
 #include <QString>
 
-#include "desktop/session/Desktop.h"
 #include "desktop/display/FrontWindow.h"
+#include "desktop/session/Desktop.h"
 #include "desktop/session/PtyProcess.h"
 #include "desktop/stage/ScenarioRules.h"
 #include "desktop/stage/Story.h"

@@ -11,8 +11,8 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "fixtures/ServicesFixture.h"
 #include "fixtures/DoubleClick.h"
+#include "fixtures/ServicesFixture.h"
 #include "preferences/picker/AppPickerPanel.h"
 
 namespace kestrelbay {

@@ -5,8 +5,8 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "preferences/rules/RowFixture.h"
 #include "preferences/recorder/HotkeyRecorderField.h"
+#include "preferences/rules/RowFixture.h"
 
 namespace kestrelbay {
 

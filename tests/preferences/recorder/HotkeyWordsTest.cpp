@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeUserDefaults.h"
+#include "fixtures/QtPrinters.h"
 #include "settings/Language.h"
 
 using namespace Qt::StringLiterals;

@@ -5,9 +5,9 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "preferences/rules/RowFixture.h"
 #include "preferences/rules/ArgsBadgeView.h"
 #include "preferences/rules/DeleteConfirmationSheet.h"
+#include "preferences/rules/RowFixture.h"
 #include "settings/L.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Switch.h"

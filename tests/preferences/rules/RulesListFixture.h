@@ -3,8 +3,8 @@
 #include <utility>
 #include <vector>
 
-#include "model/RuleFile.h"
 #include "fixtures/ServicesFixture.h"
+#include "model/RuleFile.h"
 #include "preferences/rules/ApplicationIconCache.h"
 #include "preferences/rules/RuleSheets.h"
 

@@ -11,10 +11,10 @@
 
 #include "fixtures/ActiveWindow.h"
 #include "fixtures/DoubleClick.h"
-#include "preferences/rules/RulesListFixture.h"
 #include "preferences/recorder/HotkeyRecorderField.h"
 #include "preferences/rules/DeleteConfirmationSheet.h"
 #include "preferences/rules/RuleRowView.h"
+#include "preferences/rules/RulesListFixture.h"
 #include "ui/list/RowTableView.h"
 #include "ui/widgets/SymbolButton.h"
 #include "ui/widgets/TextLabel.h"

@@ -4,9 +4,9 @@
 #include <QTest>
 
 #include "fixtures/ActiveWindow.h"
-#include "preferences/window/PreferencesWindowFixture.h"
 #include "preferences/rules/RuleRowView.h"
 #include "preferences/window/ContainerViewController.h"
+#include "preferences/window/PreferencesWindowFixture.h"
 
 using namespace Qt::StringLiterals;
 

@@ -8,9 +8,9 @@
 #include <QTest>
 
 #include "fixtures/ActiveWindow.h"
-#include "preferences/window/PreferencesWindowFixture.h"
 #include "preferences/advanced/Restart.h"
 #include "preferences/rules/DeleteConfirmationSheet.h"
+#include "preferences/window/PreferencesWindowFixture.h"
 #include "ui/list/RowTableView.h"
 #include "ui/windows/Sheet.h"
 

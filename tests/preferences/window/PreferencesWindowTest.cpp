@@ -10,10 +10,10 @@
 #include <QTimer>
 
 #include "fixtures/ActiveWindow.h"
-#include "preferences/window/PreferencesWindowFixture.h"
 #include "preferences/advanced/SettingRow.h"
 #include "preferences/rules/RuleRowView.h"
 #include "preferences/window/ContainerViewController.h"
+#include "preferences/window/PreferencesWindowFixture.h"
 #include "ui/widgets/SymbolView.h"
 #include "ui/widgets/TextLabel.h"
 

@@ -6,10 +6,10 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/SystemSettings.h"
 #include "fixtures/ActiveWindow.h"
 #include "fixtures/PaintCounter.h"
 #include "fixtures/ServicesFixture.h"
+#include "platform/SystemSettings.h"
 #include "preferences/window/TabItemView.h"
 #include "ui/look/SystemColors.h"
 

@@ -7,9 +7,9 @@
 
 #include <memory>
 
-#include "ui/list/RowTableFixture.h"
 #include "ui/list/DropLine.h"
 #include "ui/list/RowSlot.h"
+#include "ui/list/RowTableFixture.h"
 
 namespace kestrelbay {
 namespace {

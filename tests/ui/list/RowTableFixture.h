@@ -12,9 +12,9 @@
 #include <set>
 #include <vector>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeTimers.h"
 #include "fixtures/ActiveWindow.h"
+#include "fixtures/QtPrinters.h"
 #include "ui/list/RowTableSource.h"
 #include "ui/list/RowTableView.h"
 

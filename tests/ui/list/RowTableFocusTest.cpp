@@ -3,8 +3,8 @@
 #include <set>
 #include <vector>
 
-#include "ui/list/RowTableFixture.h"
 #include "ui/list/RowSlot.h"
+#include "ui/list/RowTableFixture.h"
 
 namespace kestrelbay {
 namespace {

@@ -3,8 +3,8 @@
 #include <QScrollBar>
 #include <QTest>
 
-#include "ui/list/RowTableFixture.h"
 #include "ui/list/RowSlot.h"
+#include "ui/list/RowTableFixture.h"
 
 namespace kestrelbay {
 namespace {

@@ -9,9 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/SystemSettings.h"
 #include "fixtures/ActiveWindow.h"
 #include "fixtures/PaintCounter.h"
+#include "platform/SystemSettings.h"
 #include "ui/look/SystemColors.h"
 
 namespace kestrelbay {

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "preferences/rules/RulesListFixture.h"
-#include "preferences/rules/display/Mouse.h"
 #include "preferences/rules/RulesViewController.h"
+#include "preferences/rules/display/Mouse.h"
 #include "support/KeyPresser.h"
 #include "support/Poll.h"
 #include "tasks/MainQueue.h"

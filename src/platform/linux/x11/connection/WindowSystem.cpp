@@ -114,8 +114,8 @@ bool WindowSystem::minimize(const WindowAddress &window) const {
 
 bool WindowSystem::restore(const WindowAddress &window, xcb_timestamp_t time) const {
     xcb_connection_t *c = connection_.get();
-    const Reply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-        c, xcb_get_window_attributes(c, window.window), nullptr));
+    const Reply<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(c, xcb_get_window_attributes(c, window.window), nullptr));
     // To map what is mapped does nothing, and no window manager hears of it. Some leave
     // minimised windows mapped, and each for a moment after it has marked them.
     if (attributes && attributes->map_state != XCB_MAP_STATE_UNMAPPED)
