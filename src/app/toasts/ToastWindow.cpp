@@ -8,10 +8,10 @@
 #include <algorithm>
 #include <chrono>
 
-#include "app/toasts/ToastText.h"
 #include "tasks/DispatchQueue.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
+#include "ui/look/WrappedText.h"
 #include "ui/widgets/TextLabel.h"
 #include "ui/windows/KeyScreen.h"
 

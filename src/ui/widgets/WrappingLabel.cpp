@@ -1,35 +1,10 @@
 #include "ui/widgets/WrappingLabel.h"
 
-#include <cmath>
-
 #include <QPainter>
-#include <QTextLayout>
+
+#include "ui/look/WrappedText.h"
 
 namespace kestrelbay {
-
-namespace {
-
-/// Gives back the height of all lines.
-qreal breakIntoLines(QTextLayout &layout, const QLabel &label, qreal width) {
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option.setTextDirection(label.layoutDirection());
-    layout.setTextOption(option);
-    qreal height = 0;
-    layout.beginLayout();
-    while (true) {
-        QTextLine line = layout.createLine();
-        if (!line.isValid())
-            break;
-        line.setLineWidth(width);
-        line.setPosition({0, height});
-        height += line.height();
-    }
-    layout.endLayout();
-    return height;
-}
-
-}  // namespace
 
 WrappingLabel::WrappingLabel(const QString &text, const QFont &font, colors::Function color,
                              QWidget *parent)
@@ -44,8 +19,7 @@ bool WrappingLabel::hasHeightForWidth() const {
 }
 
 int WrappingLabel::heightForWidth(int width) const {
-    QTextLayout layout(text(), font(), this);
-    return static_cast<int>(std::ceil(breakIntoLines(layout, *this, width)));
+    return wrappedTextHeight(text(), font(), width);
 }
 
 QSize WrappingLabel::sizeHint() const {
@@ -61,9 +35,7 @@ QSize WrappingLabel::minimumSizeHint() const {
 void WrappingLabel::paintEvent(QPaintEvent * /*event*/) {
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
-    QTextLayout layout(text(), font(), this);
-    breakIntoLines(layout, *this, width());
-    layout.draw(&painter, {});
+    drawWrappedText(painter, text(), font(), width());
 }
 
 }  // namespace kestrelbay

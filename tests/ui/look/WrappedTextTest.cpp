@@ -1,4 +1,4 @@
-#include "app/toasts/ToastText.h"
+#include "ui/look/WrappedText.h"
 
 #include <gtest/gtest.h>
 
@@ -26,7 +26,7 @@ QStringList linesOf(const QString &text) {
     return inTwoLines(text, font(), kWidth).split(u'\n');
 }
 
-TEST(ToastTextTest, HeightGrowsWithTheLines) {
+TEST(WrappedTextTest, HeightGrowsWithTheLines) {
     const int line = heightOf(u"One"_s);
     EXPECT_GE(line, 13);
     EXPECT_NEAR(heightOf(u"One\ntwo"_s), 2 * line, 1);
@@ -34,19 +34,19 @@ TEST(ToastTextTest, HeightGrowsWithTheLines) {
     EXPECT_NEAR(heightOf(QString(100, u'字')), heightOf(QString(100, u'字').left(1)) * 5, 12);
 }
 
-TEST(ToastTextTest, WhatFitsIsLeftAlone) {
+TEST(WrappedTextTest, WhatFitsIsLeftAlone) {
     EXPECT_EQ(linesOf(u"Short notice"_s), QStringList{u"Short notice"_s});
     EXPECT_EQ(linesOf(u"One\ntwo"_s), (QStringList{u"One"_s, u"two"_s}));
 }
 
-TEST(ToastTextTest, BreaksBetweenWords) {
+TEST(WrappedTextTest, BreaksBetweenWords) {
     const QString text = u"Hotkey conflict: already used by another rule, please re-enter"_s;
     const QStringList lines = linesOf(text);
     ASSERT_EQ(lines.size(), 2);
     EXPECT_EQ(lines.join(u' '), text);
 }
 
-TEST(ToastTextTest, BreaksChineseBetweenCharacters) {
+TEST(WrappedTextTest, BreaksChineseBetweenCharacters) {
     const QString text = u"点击状态栏的图标进行快捷键配置点击状态栏的图标进行快捷键配置"_s;
     const QStringList lines = linesOf(text);
     ASSERT_EQ(lines.size(), 2);
@@ -54,14 +54,14 @@ TEST(ToastTextTest, BreaksChineseBetweenCharacters) {
     EXPECT_GT(QFontMetrics(font()).horizontalAdvance(lines.first()), kWidth - 20);
 }
 
-TEST(ToastTextTest, BreaksAWordThatIsTooLong) {
+TEST(WrappedTextTest, BreaksAWordThatIsTooLong) {
     const QString text(60, u'w');
     const QStringList lines = linesOf(text);
     ASSERT_EQ(lines.size(), 2);
     EXPECT_LE(QFontMetrics(font()).horizontalAdvance(lines.first()), kWidth);
 }
 
-TEST(ToastTextTest, WhatGoesBeyondTwoLinesIsCut) {
+TEST(WrappedTextTest, WhatGoesBeyondTwoLinesIsCut) {
     for (const QString &text : {u"lorem ipsum "_s.repeated(20), QString(200, u'字')}) {
         const QStringList lines = linesOf(text);
         ASSERT_EQ(lines.size(), 2);
@@ -70,11 +70,11 @@ TEST(ToastTextTest, WhatGoesBeyondTwoLinesIsCut) {
     }
 }
 
-TEST(ToastTextTest, LinesBelowTheSecondAreCut) {
+TEST(WrappedTextTest, LinesBelowTheSecondAreCut) {
     EXPECT_EQ(linesOf(u"1\n2\n3\n4\n5"_s), (QStringList{u"1"_s, u"2"_s + kEllipsis}));
 }
 
-TEST(ToastTextTest, NoTextIsOneEmptyLine) {
+TEST(WrappedTextTest, NoTextIsOneEmptyLine) {
     EXPECT_EQ(linesOf(QString()), QStringList{QString()});
     EXPECT_EQ(heightOf(QString()), heightOf(u"One"_s));
 }
