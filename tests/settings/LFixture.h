@@ -4,8 +4,8 @@
 
 #include <QStringList>
 
-#include "fixtures/QtPrinters.h"
 #include "fakes/FakeUserDefaults.h"
+#include "fixtures/QtPrinters.h"
 #include "settings/LSystemTexts.h"
 #include "settings/Language.h"
 
