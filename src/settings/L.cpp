@@ -1,24 +1,24 @@
 #include "settings/L.h"
 
-#include "settings/LSystemTexts.h"
+#include "platform/EventTap.h"
 #include "settings/Language.h"
 
 namespace kestrelbay {
 
-const LSystemTexts &systemTexts() {
+QString LText::operator()() const {
+    return (Language::current() == Language::en ? english : chinese).toString();
+}
+
+QString LSystemText::operator()() const {
 #ifdef Q_OS_MACOS
-    return macosTexts();
+    return onMacos();
 #else
-    return linuxTexts();
+    return onLinux();
 #endif
 }
 
 QString L::resolved(QStringView english, QStringView chinese) {
-    return (Language::current() == Language::en ? english : chinese).toString();
-}
-
-QString L::resolved(const LText &text) {
-    return resolved(text.english, text.chinese);
+    return LText{english, chinese}();
 }
 
 QString L::programName() {
@@ -52,14 +52,6 @@ QString L::recorderEmpty() {
 
 QString L::recorderPrompt() {
     return resolved(u"Press hotkey...", u"按下快捷键...");
-}
-
-QString L::recorderNoAccess() {
-    return resolved(systemTexts().recorderNoAccess);
-}
-
-QString L::recorderGrantAccess() {
-    return resolved(systemTexts().recorderGrantAccess);
 }
 
 QString L::recorderClear() {
@@ -112,10 +104,6 @@ QString L::welcomeBody() {
                     u"你可以在状态栏找到它，并通过菜单进行设置。");
 }
 
-QString L::welcomeTip() {
-    return resolved(systemTexts().welcomeTip);
-}
-
 QString L::welcomeStart() {
     return resolved(u"Get Started", u"开始设置");
 }
@@ -124,24 +112,8 @@ QString L::welcomeDismiss() {
     return resolved(u"Dismiss", u"关闭");
 }
 
-QString L::permissionTitle() {
-    return resolved(systemTexts().permissionTitle);
-}
-
-QString L::permissionBody() {
-    return resolved(systemTexts().permissionBody);
-}
-
-QString L::permissionOpenSettings() {
-    return resolved(systemTexts().permissionOpenSettings);
-}
-
 QString L::permissionWaitingButton() {
     return resolved(u"Waiting...", u"正在等待...");
-}
-
-QString L::permissionWaiting() {
-    return resolved(systemTexts().permissionWaiting);
 }
 
 QString L::permissionGranted() {
@@ -156,20 +128,12 @@ QString L::doneTitle() {
     return resolved(u"All set!", u"一切就绪！");
 }
 
-QString L::doneBody() {
-    return resolved(systemTexts().doneBody);
-}
-
 QString L::doneAddShortcut() {
     return resolved(u"Add First Shortcut", u"立即添加快捷键");
 }
 
 QString L::doneWithoutPermissionTitle() {
     return resolved(u"Setup complete", u"设置完成");
-}
-
-QString L::doneWithoutPermissionBody() {
-    return resolved(systemTexts().doneWithoutPermissionBody);
 }
 
 QString L::doneOpenPreferences() {
@@ -185,6 +149,23 @@ QString L::guideSkippedToast() {
     return resolved(
         u"Onboarding skipped. Click ⚡ → Welcome Guide to reopen.",
         u"已跳过引导。可随时点击状态栏的⚡️图标 → 欢迎向导 重新打开");
+}
+
+QString L::accessMissing(TapProblem problem) {
+    switch (problem) {
+        case TapProblem::None:
+        case TapProblem::NotPermitted:
+            break;
+        case TapProblem::WaylandSession:
+            return accessWaylandSession();
+        case TapProblem::NoDisplay:
+            return accessNoDisplay();
+        case TapProblem::NoInputExtension:
+            return accessNoInputExtension();
+        case TapProblem::OtherInstance:
+            return accessOtherInstance();
+    }
+    return accessNotPermitted();
 }
 
 }  // namespace kestrelbay

@@ -1,5 +1,4 @@
 #include "settings/L.h"
-#include "settings/LSystemTexts.h"
 
 #include <algorithm>
 #include <array>
@@ -70,7 +69,7 @@ QString L::noHotkey() {
 QString L::spokenKey(const QString &printed) {
     const auto *const found =
         std::ranges::find(kSpokenKeys, QStringView(printed), &SpokenKey::printed);
-    return found == kSpokenKeys.end() ? printed : resolved(found->word);
+    return found == kSpokenKeys.end() ? printed : found->word();
 }
 
 QString L::leftKey(const QString &name) {

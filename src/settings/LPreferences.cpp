@@ -1,5 +1,4 @@
 #include "settings/L.h"
-#include "settings/LSystemTexts.h"
 
 namespace kestrelbay {
 
@@ -146,10 +145,6 @@ QString L::argumentUrlSchemeHint() {
     return resolved(u"notebook://open?vault=notes", u"notebook://open?vault=notes");
 }
 
-QString L::argumentFilePathHint() {
-    return resolved(systemTexts().argumentFilePathHint);
-}
-
 QString L::argumentPasteHint() {
     return resolved(
         u"To paste text into the field, right-click instead of using keyboard shortcuts.",
@@ -198,10 +193,6 @@ QString L::appPickerFilter(const QString &pattern) {
 
 QString L::launchAtLogin() {
     return resolved(u"Launch at Login", u"登录时自动启动");
-}
-
-QString L::launchAtLoginText() {
-    return resolved(systemTexts().launchAtLoginText);
 }
 
 QString L::language() {
@@ -259,26 +250,6 @@ QString L::launchToastLong() {
 
 QString L::configFolder() {
     return resolved(u"Config File Location", u"配置文件位置");
-}
-
-QString L::configFolderShow() {
-    return resolved(systemTexts().configFolderShow);
-}
-
-QString L::accessTitle() {
-    return resolved(systemTexts().accessTitle);
-}
-
-QString L::accessGranted() {
-    return resolved(systemTexts().accessGranted);
-}
-
-QString L::accessMissing(TapProblem problem) {
-    return resolved(kestrelbay::accessMissing(systemTexts(), problem));
-}
-
-QString L::accessOpenSettings() {
-    return resolved(systemTexts().accessOpenSettings);
 }
 
 QString L::restartTitle() {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/EventTap.h"
 #include "settings/LFixture.h"
 
 using namespace Qt::StringLiterals;
@@ -84,6 +85,15 @@ TEST_F(LTest, TheVersionIsNotTranslated) {
     EXPECT_EQ(L::aboutVersion(u"1.2"_s), u"Version 1.2"_s);
     choose(Language::zh);
     EXPECT_EQ(L::aboutVersion(u"\u2014"_s), u"Version \u2014"_s);
+}
+
+TEST_F(LTest, EachProblemIsNamed) {
+    EXPECT_EQ(L::accessMissing(TapProblem::None), L::accessNotPermitted());
+    EXPECT_EQ(L::accessMissing(TapProblem::NotPermitted), L::accessNotPermitted());
+    EXPECT_EQ(L::accessMissing(TapProblem::WaylandSession), L::accessWaylandSession());
+    EXPECT_EQ(L::accessMissing(TapProblem::NoDisplay), L::accessNoDisplay());
+    EXPECT_EQ(L::accessMissing(TapProblem::NoInputExtension), L::accessNoInputExtension());
+    EXPECT_EQ(L::accessMissing(TapProblem::OtherInstance), L::accessOtherInstance());
 }
 
 TEST_F(LTest, ALabelThatIsNoSignIsSpokenAsItIs) {

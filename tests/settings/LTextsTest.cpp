@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/EventTap.h"
 #include "settings/LFixture.h"
 
 using namespace Qt::StringLiterals;
@@ -28,9 +27,7 @@ struct Sentence {
 };
 
 struct SystemMember {
-    std::function<QString()> text;
-    LText onMacos;
-    LText onLinux;
+    LSystemText text;
     QString macosEnglish;
     QString macosChinese;
     QString linuxEnglish;
@@ -177,84 +174,64 @@ std::vector<SystemMember> systemMembers() {
     const QString notGrantedChinese =
         u"\u26A0\uFE0F 未授权 \u2014 请前往系统设置 \u203A 隐私与安全性 \u203A 辅助功能，允许 KestrelBay"_s;
     return {
-        {L::recorderNoAccess, macosTexts().recorderNoAccess, linuxTexts().recorderNoAccess,
-         u"Accessibility permission required to record hotkeys"_s,
+        {L::recorderNoAccess, u"Accessibility permission required to record hotkeys"_s,
          u"需要辅助功能权限才能录入快捷键"_s,
          u"No access to the keyboard: hotkeys cannot be recorded now"_s,
          u"目前无法访问键盘，不能录入快捷键"_s},
-        {L::recorderGrantAccess, macosTexts().recorderGrantAccess, linuxTexts().recorderGrantAccess,
-         u"Grant Access"_s, u"前往授权"_s, u"See Why"_s, u"查看原因"_s},
-        {L::welcomeTip, macosTexts().welcomeTip, linuxTexts().welcomeTip,
+        {L::recorderGrantAccess, u"Grant Access"_s, u"前往授权"_s, u"See Why"_s, u"查看原因"_s},
+        {L::welcomeTip,
          u"TIP: If you cannot find the app's icon, you may use Command + mouse drag to rearrange the order, because there are too many icons that may be hidden."_s,
          u"提示：如果找不到应用图标，可以按住 Command 键拖拽图标来调整顺序，因为可能有过多图标被隐藏。"_s,
          u"TIP: If you cannot find the app's icon, look among the hidden icons of your tray. Without a tray, start KestrelBay again to open its preferences."_s,
          u"提示：如果找不到应用图标，请查看系统托盘中被隐藏的图标。没有系统托盘时，再次启动 KestrelBay 即可打开偏好设置。"_s},
-        {L::permissionTitle, macosTexts().permissionTitle, linuxTexts().permissionTitle,
-         u"Accessibility Permission Required"_s, u"需要辅助功能权限"_s,
+        {L::permissionTitle, u"Accessibility Permission Required"_s, u"需要辅助功能权限"_s,
          u"Keyboard Access Required"_s, u"需要键盘访问权限"_s},
-        {L::permissionBody, macosTexts().permissionBody, linuxTexts().permissionBody,
+        {L::permissionBody,
          u"KestrelBay uses accessibility to listen for global hotkeys.\nWe only respond to hotkeys you configure \u2014 no other keystrokes are recorded."_s,
          u"KestrelBay 通过辅助功能权限监听全局快捷键。\n我们只响应你配置的快捷键，不记录任何其他键盘输入。"_s,
          u"To listen for global hotkeys, KestrelBay needs an X11 session (not Wayland) with XInput 2.1, and no other KestrelBay running in it.\nWe only respond to hotkeys you configure \u2014 no other keystrokes are recorded."_s,
          u"KestrelBay 监听全局快捷键需要支持 XInput 2.1 的 X11 会话（而非 Wayland），且该会话中没有另一个 KestrelBay 正在运行。\n我们只响应你配置的快捷键，不记录任何其他键盘输入。"_s},
-        {L::permissionOpenSettings, macosTexts().permissionOpenSettings,
-         linuxTexts().permissionOpenSettings, u"Open System Settings"_s, u"前往系统设置"_s,
-         u"Check Access"_s, u"检查权限"_s},
-        {L::permissionWaiting, macosTexts().permissionWaiting, linuxTexts().permissionWaiting,
-         u"Waiting for permission..."_s, u"等待授权..."_s, u"Waiting for keyboard access..."_s,
-         u"等待键盘访问权限..."_s},
-        {L::doneBody, macosTexts().doneBody, linuxTexts().doneBody,
-         u"KestrelBay is ready in the menu bar\nAdd your first shortcut now"_s,
+        {L::permissionOpenSettings, u"Open System Settings"_s, u"前往系统设置"_s, u"Check Access"_s,
+         u"检查权限"_s},
+        {L::permissionWaiting, u"Waiting for permission..."_s, u"等待授权..."_s,
+         u"Waiting for keyboard access..."_s, u"等待键盘访问权限..."_s},
+        {L::doneBody, u"KestrelBay is ready in the menu bar\nAdd your first shortcut now"_s,
          u"KestrelBay 已在菜单栏就绪\n现在来添加你的第一个快捷键配置吧"_s,
          u"KestrelBay is ready in the tray\nAdd your first shortcut now"_s,
          u"KestrelBay 已在系统托盘就绪\n现在来添加你的第一个快捷键配置吧"_s},
-        {L::doneWithoutPermissionBody, macosTexts().doneWithoutPermissionBody,
-         linuxTexts().doneWithoutPermissionBody,
+        {L::doneWithoutPermissionBody,
          u"KestrelBay is ready in the menu bar\nClick \u26A1 in the menu bar to open settings\n(Tip: remember to grant Accessibility permission in Advanced settings)"_s,
          u"KestrelBay 已在菜单栏就绪\n点击 \u26A1 图标可随时打开设置\n（提示：记得前往高级设置完成辅助功能授权）"_s,
          u"KestrelBay is ready in the tray\nClick \u26A1 in the tray to open settings\n(Tip: Advanced settings say why hotkeys do not work yet)"_s,
          u"KestrelBay 已在系统托盘就绪\n点击 \u26A1 图标可随时打开设置\n（提示：高级设置中说明了快捷键尚不可用的原因）"_s},
-        {L::argumentFilePathHint, macosTexts().argumentFilePathHint,
-         linuxTexts().argumentFilePathHint, u"/Users/me/project"_s, u"/Users/me/project"_s,
+        {L::argumentFilePathHint, u"/Users/me/project"_s, u"/Users/me/project"_s,
          u"/home/me/project"_s, u"/home/me/project"_s},
-        {L::launchAtLoginText, macosTexts().launchAtLoginText, linuxTexts().launchAtLoginText,
-         u"Automatically run KestrelBay after login"_s, u"macOS 登录后自动在后台运行 KestrelBay"_s,
-         u"Automatically run KestrelBay after login"_s, u"登录后自动在后台运行 KestrelBay"_s},
-        {L::configFolderShow, macosTexts().configFolderShow, linuxTexts().configFolderShow,
-         u"Show in Finder"_s, u"在 Finder 中显示"_s, u"Show in File Manager"_s,
+        {L::launchAtLoginText, u"Automatically run KestrelBay after login"_s,
+         u"macOS 登录后自动在后台运行 KestrelBay"_s, u"Automatically run KestrelBay after login"_s,
+         u"登录后自动在后台运行 KestrelBay"_s},
+        {L::configFolderShow, u"Show in Finder"_s, u"在 Finder 中显示"_s, u"Show in File Manager"_s,
          u"在文件管理器中显示"_s},
-        {L::accessTitle, macosTexts().accessTitle, linuxTexts().accessTitle,
-         u"Accessibility Permission"_s, u"辅助功能权限"_s, u"Keyboard Access"_s, u"键盘访问权限"_s},
-        {L::accessGranted, macosTexts().accessGranted, linuxTexts().accessGranted,
-         u"\u2705 Granted \u2014 global shortcuts working"_s,
+        {L::accessTitle, u"Accessibility Permission"_s, u"辅助功能权限"_s, u"Keyboard Access"_s,
+         u"键盘访问权限"_s},
+        {L::accessGranted, u"\u2705 Granted \u2014 global shortcuts working"_s,
          u"\u2705 已授权 \u2014 全局快捷键正常工作"_s,
          u"\u2713 Available \u2014 global shortcuts working"_s,
          u"\u2713 可用 \u2014 全局快捷键正常工作"_s},
-        {L::accessOpenSettings, macosTexts().accessOpenSettings, linuxTexts().accessOpenSettings,
-         u"Open System Settings..."_s, u"打开系统设置..."_s, u"Check Again"_s, u"重新检查"_s},
-        {[] { return L::accessMissing(TapProblem::NotPermitted); },
-         accessMissing(macosTexts(), TapProblem::NotPermitted),
-         accessMissing(linuxTexts(), TapProblem::NotPermitted), notGranted, notGrantedChinese,
+        {L::accessOpenSettings, u"Open System Settings..."_s, u"打开系统设置..."_s,
+         u"Check Again"_s, u"重新检查"_s},
+        {L::accessNotPermitted, notGranted, notGrantedChinese,
          u"\u26A0 Not available \u2014 KestrelBay is not allowed to see the keyboard"_s,
          u"\u26A0 不可用 \u2014 KestrelBay 无法访问键盘"_s},
-        {[] { return L::accessMissing(TapProblem::WaylandSession); },
-         accessMissing(macosTexts(), TapProblem::WaylandSession),
-         accessMissing(linuxTexts(), TapProblem::WaylandSession), notGranted, notGrantedChinese,
+        {L::accessWaylandSession, notGranted, notGrantedChinese,
          u"\u26A0 Not available \u2014 this is a Wayland session; log out and choose an X11 (Xorg) session to use KestrelBay"_s,
          u"\u26A0 不可用 \u2014 当前为 Wayland 会话，请注销并选择 X11（Xorg）会话以使用 KestrelBay"_s},
-        {[] { return L::accessMissing(TapProblem::NoDisplay); },
-         accessMissing(macosTexts(), TapProblem::NoDisplay),
-         accessMissing(linuxTexts(), TapProblem::NoDisplay), notGranted, notGrantedChinese,
+        {L::accessNoDisplay, notGranted, notGrantedChinese,
          u"\u26A0 Not available \u2014 no X server can be reached; start KestrelBay within an X11 session"_s,
          u"\u26A0 不可用 \u2014 无法连接 X 服务器，请在 X11 会话中启动 KestrelBay"_s},
-        {[] { return L::accessMissing(TapProblem::NoInputExtension); },
-         accessMissing(macosTexts(), TapProblem::NoInputExtension),
-         accessMissing(linuxTexts(), TapProblem::NoInputExtension), notGranted, notGrantedChinese,
+        {L::accessNoInputExtension, notGranted, notGrantedChinese,
          u"\u26A0 Not available \u2014 the X server lacks XInput 2.1 or XKB, which global shortcuts need"_s,
          u"\u26A0 不可用 \u2014 X 服务器缺少全局快捷键所需的 XInput 2.1 或 XKB"_s},
-        {[] { return L::accessMissing(TapProblem::OtherInstance); },
-         accessMissing(macosTexts(), TapProblem::OtherInstance),
-         accessMissing(linuxTexts(), TapProblem::OtherInstance), notGranted, notGrantedChinese,
+        {L::accessOtherInstance, notGranted, notGrantedChinese,
          u"\u26A0 Not available \u2014 another KestrelBay has the keyboard; quit it and check again"_s,
          u"\u26A0 不可用 \u2014 另一个 KestrelBay 正在使用键盘，请退出它后重新检查"_s},
     };
@@ -286,29 +263,29 @@ TEST_F(LTextsTest, AFreshUserReadsEnglish) {
 
 TEST_F(LTextsTest, TextsOfMacosAreTheGivenOnes) {
     for (const SystemMember &member : systemMembers()) {
-        EXPECT_EQ(member.onMacos.english.toString(), member.macosEnglish);
-        EXPECT_EQ(member.onMacos.chinese.toString(), member.macosChinese);
+        EXPECT_EQ(member.text.onMacos.english.toString(), member.macosEnglish);
+        EXPECT_EQ(member.text.onMacos.chinese.toString(), member.macosChinese);
     }
 }
 
 TEST_F(LTextsTest, TextsOfLinuxAreTheGivenOnes) {
     for (const SystemMember &member : systemMembers()) {
-        EXPECT_EQ(member.onLinux.english.toString(), member.linuxEnglish);
-        EXPECT_EQ(member.onLinux.chinese.toString(), member.linuxChinese);
+        EXPECT_EQ(member.text.onLinux.english.toString(), member.linuxEnglish);
+        EXPECT_EQ(member.text.onLinux.chinese.toString(), member.linuxChinese);
     }
 }
 
 TEST_F(LTextsTest, TextsOfLinuxNameNothingThatIsNotThere) {
     for (const SystemMember &member : systemMembers())
-        expectNothingOfMacos(member.onLinux);
+        expectNothingOfMacos(member.text.onLinux);
 }
 
 TEST_F(LTextsTest, TextsOfTheSystemAreThoseOfThisOne) {
     for (const SystemMember &member : systemMembers()) {
 #ifdef Q_OS_MACOS
-        const LText &text = member.onMacos;
+        const LText &text = member.text.onMacos;
 #else
-        const LText &text = member.onLinux;
+        const LText &text = member.text.onLinux;
 #endif
         choose(Language::en);
         EXPECT_EQ(member.text(), text.english.toString());
