@@ -9,6 +9,10 @@ QString LText::operator()() const {
     return (Language::current() == Language::en ? english : chinese).toString();
 }
 
+QString LSentence::operator()(const QString &name) const {
+    return LText{english, chinese}().arg(name);
+}
+
 QString LSystemText::operator()() const {
 #ifdef Q_OS_MACOS
     return onMacos();

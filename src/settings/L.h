@@ -18,6 +18,14 @@ struct LText {
     [[nodiscard]] QString operator()() const;
 };
 
+/// A text with a place for a name, which is put in as it is given.
+struct LSentence {
+    QStringView english;
+    QStringView chinese;
+
+    [[nodiscard]] QString operator()(const QString &name) const;
+};
+
 /// A text that names a place or a permission of the system, and so reads differently on
 /// each. Called, it gives that of the system the program is built for.
 struct LSystemText {
@@ -147,85 +155,107 @@ public:
     static QString guideSkippedToast();
 
     // The preferences window.
-    static QString rulesTab();
-    static QString advancedTab();
+    static constexpr LText rulesTab{u"Shortcut Rules", u"快捷键规则"};
+    static constexpr LText advancedTab{u"Advanced", u"高级设置"};
 
     // Its list of rules. The names are what screen readers say.
-    static QString rulesEmpty();
-    static QString rulesCount(qsizetype count);
-    static QString addRuleName();
+    static constexpr LText rulesEmpty{u"Click the ＋ button to add your first shortcut",
+                                      u"点击左下角 ＋ 按钮，添加第一个快捷键配置"};
+    [[nodiscard]] static QString rulesCount(qsizetype count) {
+        return LSentence{u"%1 configured", u"已配置 %1 个"}(QString::number(count));
+    }
+    static constexpr LText addRuleName{u"Add", u"添加"};
 
     // One rule in it.
-    static QString noAppSelected();
-    static QString advancedOptions();
-    static QString ruleDeleteName();
-    static QString ruleDragName();
-    static QString enableRule(const QString &appName);
-    static QString advancedOptionsOf(const QString &appName);
-    static QString deleteRule(const QString &appName);
-    static QString hotkeyConflict();
-    static QString hotkeyRefused();
-    static QString deleteConfirmTitle();
-    static QString deleteConfirmButton();
+    static constexpr LText noAppSelected{u"No app selected", u"未选择应用"};
+    static constexpr LText advancedOptions{u"Advanced Options", u"高级选项"};
+    static constexpr LText ruleDeleteName{u"Delete", u"删除"};
+    static constexpr LText ruleDragName{u"Drag to reorder", u"拖拽以重新排序"};
+    static constexpr LSentence enableRule{u"Enable %1", u"启用 %1"};
+    static constexpr LSentence advancedOptionsOf{u"Advanced Options: %1", u"高级选项：%1"};
+    static constexpr LSentence deleteRule{u"Delete %1", u"删除 %1"};
+    static constexpr LText hotkeyConflict{
+        u"Hotkey conflict: already used by another rule, please re-enter",
+        u"快捷键冲突：已被其他规则使用，请重新录入"};
+    static constexpr LText hotkeyRefused{u"Another program is using this hotkey",
+                                         u"此快捷键已被其他程序占用"};
+    static constexpr LText deleteConfirmTitle{u"Delete Shortcut", u"删除快捷键"};
+    static constexpr LText deleteConfirmButton{u"Delete", u"删除"};
 
     // The panel of a rule's advanced options.
-    static QString repeatHeader();
-    static QString repeatKeepOpen();
-    static QString repeatKeepOpenText();
-    static QString repeatToggleVisibility();
-    static QString repeatToggleVisibilityText();
-    static QString repeatCycleWindows();
-    static QString repeatCycleWindowsText();
-    static QString argumentHeader();
-    static QString argumentSubtitle();
-    static QString argumentKindName();
-    static QString argumentValueName();
-    static QString argumentNone();
-    static QString argumentLaunchArgs();
-    static QString argumentUrlScheme();
-    static QString argumentFilePath();
-    static QString argumentNoneHint();
-    static QString argumentLaunchArgsHint();
-    static QString argumentUrlSchemeHint();
+    static constexpr LText repeatHeader{u"When shortcut is pressed repeatedly",
+                                        u"连续重复按下快捷键时"};
+    static constexpr LText repeatKeepOpen{u"Keep app open", u"保持应用打开"};
+    static constexpr LText repeatKeepOpenText{
+        u"No extra effect when app is already in front (default)",
+        u"应用已在前台时，快捷键不产生额外效果（默认）"};
+    static constexpr LText repeatToggleVisibility{u"Toggle show/hide", u"打开和隐藏窗口切换"};
+    static constexpr LText repeatToggleVisibilityText{
+        u"Press again to hide the app when already in front",
+        u"应用已在前台时再次按下，则隐藏该应用"};
+    static constexpr LText repeatCycleWindows{u"Cycle through windows", u"同应用多窗口轮询"};
+    static constexpr LText repeatCycleWindowsText{u"Cycle through multiple windows of the same app",
+                                                  u"应用已在前台且有多个窗口时，轮流切换窗口"};
+    static constexpr LText argumentHeader{u"Launch Args / URL Scheme / File Path",
+                                          u"启动参数 / URL Scheme / 文件路径"};
+    static constexpr LText argumentSubtitle{u"Pick a type, then enter the value on the right",
+                                            u"先选择类型，再在右侧输入对应内容"};
+    static constexpr LText argumentKindName{u"Type", u"类型"};
+    static constexpr LText argumentValueName{u"Value", u"内容"};
+    static constexpr LText argumentNone{u"Default (none)", u"默认（不传）"};
+    static constexpr LText argumentLaunchArgs{u"Launch arguments", u"启动参数"};
+    static constexpr LText argumentUrlScheme{u"URL Scheme", u"URL Scheme"};
+    static constexpr LText argumentFilePath{u"File path", u"文件路径"};
+    static constexpr LText argumentNoneHint{u"Select a type to enable", u"请先在左侧选择类型"};
+    static constexpr LText argumentLaunchArgsHint{
+        u"--remote-debugging-port=9222 --user-data-dir=/tmp/foo",
+        u"--remote-debugging-port=9222 --user-data-dir=/tmp/foo"};
+    static constexpr LText argumentUrlSchemeHint{u"notebook://open?vault=notes",
+                                                 u"notebook://open?vault=notes"};
     static constexpr LSystemText argumentFilePathHint{
         .onMacos = {u"/Users/me/project", u"/Users/me/project"},
         .onLinux = {u"/home/me/project", u"/home/me/project"}};
-    static QString argumentPasteHint();
-    static QString deepLaunchHelp();
-    static QString helpName();
-    static QString save();
+    static constexpr LText argumentPasteHint{
+        u"To paste text into the field, right-click instead of using keyboard shortcuts.",
+        u"如需粘贴文本到输入框，使用鼠标右键而非快捷键。"};
+    static constexpr LText deepLaunchHelp{u"Learn more about Deep Launch", u"进一步了解深度启动"};
+    static constexpr LText helpName{u"Help", u"帮助"};
+    static constexpr LText save{u"Save", u"保存"};
 
     // The choice of an application.
-    static QString appPickerTitle();
-    static QString appPickerSearch();
-    static QString appPickerBrowse();
-    static QString appPickerSelect();
-    static QString appPickerLoading();
-    static QString appPickerNothingFound();
+    static constexpr LText appPickerTitle{u"Select App", u"选择应用"};
+    static constexpr LText appPickerSearch{u"Search apps...", u"搜索应用..."};
+    static constexpr LText appPickerBrowse{u"Browse...", u"从文件系统选择..."};
+    static constexpr LText appPickerSelect{u"Select", u"选择"};
+    static constexpr LText appPickerLoading{u"Looking for apps...", u"正在查找应用..."};
+    static constexpr LText appPickerNothingFound{u"No apps found", u"未找到应用"};
     /// What files to choose from, by the pattern of their names.
-    static QString appPickerFilter(const QString &pattern);
+    static constexpr LSentence appPickerFilter{u"Applications (%1)", u"应用程序 (%1)"};
 
     // The settings of the whole program.
-    static QString launchAtLogin();
+    static constexpr LText launchAtLogin{u"Launch at Login", u"登录时自动启动"};
     static constexpr LSystemText launchAtLoginText{
         .onMacos = {u"Automatically run KestrelBay after login",
                     u"macOS 登录后自动在后台运行 KestrelBay"},
         .onLinux = {u"Automatically run KestrelBay after login",
                     u"登录后自动在后台运行 KestrelBay"}};
-    static QString language();
-    static QString languageText();
-    static QString languageNameChinese();
-    static QString languageNameEnglish();
-    static QString sound();
-    static QString soundText();
-    static QString soundNone();
-    static QString launchToast();
-    static QString launchToastText();
-    static QString launchToastNone();
-    static QString launchToastShort();
-    static QString launchToastMedium();
-    static QString launchToastLong();
-    static QString configFolder();
+    static constexpr LText language{u"Language", u"语言"};
+    static constexpr LText languageText{u"Interface language for KestrelBay",
+                                        u"KestrelBay 界面语言"};
+    static constexpr LText languageNameChinese{u"中文", u"中文"};
+    static constexpr LText languageNameEnglish{u"English", u"English"};
+    static constexpr LText sound{u"Sound on Shortcut Trigger", u"快捷键触发时播放声音"};
+    static constexpr LText soundText{u"Play a sound each time a shortcut fires",
+                                     u"每次触发快捷键时播放提示音"};
+    static constexpr LText soundNone{u"No Sound", u"无声音"};
+    static constexpr LText launchToast{u"Launch Icon Toast", u"启动图标弹窗"};
+    static constexpr LText launchToastText{u"Show app icon popup when a shortcut fires",
+                                           u"快捷键触发后显示应用图标弹窗提示"};
+    static constexpr LText launchToastNone{u"Off", u"不显示"};
+    static constexpr LText launchToastShort{u"Brief", u"短暂显示"};
+    static constexpr LText launchToastMedium{u"Medium", u"适中显示"};
+    static constexpr LText launchToastLong{u"Long", u"较长显示"};
+    static constexpr LText configFolder{u"Config File Location", u"配置文件位置"};
     static constexpr LSystemText configFolderShow{
         .onMacos = {u"Show in Finder", u"在 Finder 中显示"},
         .onLinux = {u"Show in File Manager", u"在文件管理器中显示"}};
@@ -270,10 +300,12 @@ public:
     static constexpr LSystemText accessOpenSettings{
         .onMacos = {u"Open System Settings...", u"打开系统设置..."},
         .onLinux = {u"Check Again", u"重新检查"}};
-    static QString restartTitle();
-    static QString restartText();
-    static QString restartNow();
-    static QString restartLater();
+    static constexpr LText restartTitle{u"Restart KestrelBay", u"需要重启 KestrelBay"};
+    static constexpr LText restartText{
+        u"Accessibility permission changed. KestrelBay needs to restart to take effect.",
+        u"辅助功能权限已更改，需要重启 KestrelBay 才能生效。"};
+    static constexpr LText restartNow{u"Restart Now", u"立即重启"};
+    static constexpr LText restartLater{u"Later", u"稍后"};
 
 private:
     static QString resolved(QStringView english, QStringView chinese);
