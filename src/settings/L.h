@@ -42,16 +42,18 @@ public:
     L() = delete;
 
     // In several places.
-    static QString programName();
-    static QString cancel();
-    static QString aboutKestrelBay();
-    static QString preferencesTitle();
-    static QString deleteConfirmMsg(const QString &name);
-    static QString advancedPanelTitle(const QString &appName);
+    static constexpr LText programName{u"KestrelBay", u"KestrelBay"};
+    static constexpr LText cancel{u"Cancel", u"取消"};
+    static constexpr LText aboutKestrelBay{u"About KestrelBay", u"关于 KestrelBay"};
+    static constexpr LText preferencesTitle{u"KestrelBay Preferences", u"KestrelBay 偏好设置"};
+    static constexpr LSentence deleteConfirmMsg{
+        u"Are you sure you want to delete the shortcut for \"%1\"?",
+        u"确定要删除「%1」的快捷键配置吗？"};
+    static constexpr LSentence advancedPanelTitle{u"Advanced · %1", u"高级选项 · %1"};
 
     // The field that records a hotkey.
-    static QString recorderEmpty();
-    static QString recorderPrompt();
+    static constexpr LText recorderEmpty{u"Click to record", u"点击录入"};
+    static constexpr LText recorderPrompt{u"Press hotkey...", u"按下快捷键..."};
     static constexpr LSystemText recorderNoAccess{
         .onMacos = {u"Accessibility permission required to record hotkeys",
                     u"需要辅助功能权限才能录入快捷键"},
@@ -59,38 +61,42 @@ public:
                     u"目前无法访问键盘，不能录入快捷键"}};
     static constexpr LSystemText recorderGrantAccess{.onMacos = {u"Grant Access", u"前往授权"},
                                                      .onLinux = {u"See Why", u"查看原因"}};
-    static QString recorderClear();
-    static QString recorderKeyboardHeld();
-    static QString recorderRecording();
-    static QString clearHotkeyOf(const QString &appName);
-    static QString hotkeyOf(const QString &appName);
-    static QString noHotkey();
+    static constexpr LText recorderClear{u"×", u"×"};
+    static constexpr LText recorderKeyboardHeld{
+        u"Another program is using the keyboard, please try again",
+        u"其他程序正在占用键盘，请稍后再试"};
+    static constexpr LText recorderRecording{u"recording", u"正在录入"};
+    static constexpr LSentence clearHotkeyOf{u"Clear hotkey of %1", u"清除快捷键：%1"};
+    static constexpr LSentence hotkeyOf{u"Hotkey of %1", u"快捷键：%1"};
+    static constexpr LText noHotkey{u"none", u"无"};
 
     // Keys as they are spoken.
     /// What is printed on a key as a word; unchanged when it is none of the signs
     /// that screen readers leave out.
     [[nodiscard]] static QString spokenKey(const QString &printed);
-    static QString leftKey(const QString &name);
-    static QString rightKey(const QString &name);
-    static QString keypadKey(const QString &name);
+    static constexpr LSentence leftKey{u"left %1", u"左 %1"};
+    static constexpr LSentence rightKey{u"right %1", u"右 %1"};
+    static constexpr LSentence keypadKey{u"keypad %1", u"小键盘 %1"};
     /// Between the keys of a hotkey.
-    static QString keySeparator();
+    static constexpr LText keySeparator{u", ", u"，"};
 
     // The menu of the status item.
-    static QString disableAllShortcuts();
-    static QString enableAllShortcuts();
-    static QString preferencesEntry();
-    static QString welcomeGuideEntry();
-    static QString quit();
+    static constexpr LText disableAllShortcuts{u"Disable All Shortcuts", u"禁用全部快捷键"};
+    static constexpr LText enableAllShortcuts{u"Enable All Shortcuts", u"启用全部快捷键"};
+    static constexpr LText preferencesEntry{u"Preferences...", u"偏好设置..."};
+    static constexpr LText welcomeGuideEntry{u"Welcome Guide...", u"欢迎向导..."};
+    static constexpr LText quit{u"Quit", u"退出"};
 
     // The About window.
-    static QString aboutVersion(const QString &version);
-    static QString checkForUpdates();
-    static QString contactFeedback();
+    static constexpr LSentence aboutVersion{u"Version %1", u"Version %1"};
+    static constexpr LText checkForUpdates{u"Check for Updates", u"检查更新"};
+    static constexpr LText contactFeedback{u"Contact & Feedback", u"联系作者与反馈"};
 
     // The first-run guide, step by step.
-    static QString welcomeTitle();
-    static QString welcomeBody();
+    static constexpr LText welcomeTitle{u"KestrelBay is running", u"KestrelBay 正在运行"};
+    static constexpr LText welcomeBody{
+        u"You can locate it in the status bar and access its menu for settings.",
+        u"你可以在状态栏找到它，并通过菜单进行设置。"};
     static constexpr LSystemText welcomeTip{
         .onMacos = {u"TIP: If you cannot find the app's icon, you may use Command + mouse drag to "
                     u"rearrange the order, because there are too many icons that may be hidden.",
@@ -100,8 +106,8 @@ public:
                     u"tray. Without a tray, start KestrelBay again to open its preferences.",
                     u"提示：如果找不到应用图标，请查看系统托盘中被隐藏的图标。"
                     u"没有系统托盘时，再次启动 KestrelBay 即可打开偏好设置。"}};
-    static QString welcomeStart();
-    static QString welcomeDismiss();
+    static constexpr LText welcomeStart{u"Get Started", u"开始设置"};
+    static constexpr LText welcomeDismiss{u"Dismiss", u"关闭"};
 
     static constexpr LSystemText permissionTitle{
         .onMacos = {u"Accessibility Permission Required", u"需要辅助功能权限"},
@@ -120,21 +126,21 @@ public:
     static constexpr LSystemText permissionOpenSettings{
         .onMacos = {u"Open System Settings", u"前往系统设置"},
         .onLinux = {u"Check Access", u"检查权限"}};
-    static QString permissionWaitingButton();
+    static constexpr LText permissionWaitingButton{u"Waiting...", u"正在等待..."};
     static constexpr LSystemText permissionWaiting{
         .onMacos = {u"Waiting for permission...", u"等待授权..."},
         .onLinux = {u"Waiting for keyboard access...", u"等待键盘访问权限..."}};
-    static QString permissionGranted();
-    static QString skipForNow();
+    static constexpr LText permissionGranted{u"✓ Granted", u"✓ 已授权"};
+    static constexpr LText skipForNow{u"Skip for now", u"稍后再说"};
 
-    static QString doneTitle();
+    static constexpr LText doneTitle{u"All set!", u"一切就绪！"};
     static constexpr LSystemText doneBody{
         .onMacos = {u"KestrelBay is ready in the menu bar\nAdd your first shortcut now",
                     u"KestrelBay 已在菜单栏就绪\n现在来添加你的第一个快捷键配置吧"},
         .onLinux = {u"KestrelBay is ready in the tray\nAdd your first shortcut now",
                     u"KestrelBay 已在系统托盘就绪\n现在来添加你的第一个快捷键配置吧"}};
-    static QString doneAddShortcut();
-    static QString doneWithoutPermissionTitle();
+    static constexpr LText doneAddShortcut{u"Add First Shortcut", u"立即添加快捷键"};
+    static constexpr LText doneWithoutPermissionTitle{u"Setup complete", u"设置完成"};
     static constexpr LSystemText doneWithoutPermissionBody{
         .onMacos = {u"KestrelBay is ready in the menu bar\n"
                     u"Click ⚡ in the menu bar to open settings\n"
@@ -148,11 +154,16 @@ public:
                     u"KestrelBay 已在系统托盘就绪\n"
                     u"点击 ⚡ 图标可随时打开设置\n"
                     u"（提示：高级设置中说明了快捷键尚不可用的原因）"}};
-    static QString doneOpenPreferences();
+    static constexpr LText doneOpenPreferences{u"Open Preferences", u"打开偏好设置"};
 
     // What the guide says when it goes.
-    static QString guideFinishedToast();
-    static QString guideSkippedToast();
+    static constexpr LText guideFinishedToast{
+        u"Click ⚡ → Preferences to configure shortcuts",
+        u"点击状态栏的⚡️图标 → 偏好设置 进行快捷键配置"};
+    static constexpr LText guideSkippedToast{
+        u"Onboarding skipped. Click ⚡ → Welcome Guide to reopen.",
+        u"已跳过引导。可随时点击状态栏的⚡️图标 → 欢迎向导 "
+        u"重新打开"};
 
     // The preferences window.
     static constexpr LText rulesTab{u"Shortcut Rules", u"快捷键规则"};
@@ -306,9 +317,6 @@ public:
         u"辅助功能权限已更改，需要重启 KestrelBay 才能生效。"};
     static constexpr LText restartNow{u"Restart Now", u"立即重启"};
     static constexpr LText restartLater{u"Later", u"稍后"};
-
-private:
-    static QString resolved(QStringView english, QStringView chinese);
 };
 
 }  // namespace kestrelbay
