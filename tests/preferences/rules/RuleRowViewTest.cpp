@@ -5,9 +5,9 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "preferences/rules/RowFixture.h"
 #include "preferences/rules/ArgsBadgeView.h"
 #include "preferences/rules/DeleteConfirmationSheet.h"
+#include "preferences/rules/RowFixture.h"
 #include "settings/L.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Switch.h"
@@ -372,7 +372,7 @@ TEST_F(RuleRowViewTest, AHotkeyHeldByAnotherProgramIsSigned) {
     EXPECT_EQ(refusedSign()->toolTip(), u"Another program is using this hotkey"_s);
     EXPECT_EQ(row_->hotkeyRecorder()->accessibleDescription(), refusedSign()->toolTip());
     tap_.setHeldByOthers({});
-    center_.post(notifications::kRefusedHotkeysDidChange);
+    Q_EMIT notifications_.refusedHotkeysDidChange();
     EXPECT_TRUE(refusedSign()->isHidden());
     EXPECT_EQ(row_->hotkeyRecorder()->accessibleDescription(), QString());
 }
