@@ -19,7 +19,6 @@
 #include "platform/Workspace.h"
 #include "preferences/window/PreferencesWindowController.h"
 #include "settings/Language.h"
-#include "settings/NotificationCenter.h"
 #include "settings/SettingsKeys.h"
 #include "ui/look/Symbols.h"
 
@@ -71,7 +70,7 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers)
     ToastPanel::setServices(&toastServices_);
     setSystemSymbols(platform.systemSymbols());
     // Not before the language is known.
-    qtTexts_.emplace(NotificationCenter::defaultCenter());
+    qtTexts_.emplace(notifications_);
 }
 
 AppDelegate::~AppDelegate() {
@@ -101,7 +100,7 @@ PreferencesServices AppDelegate::preferencesServices() {
             .systemSettings = platform_.systemSettings(),
             .nativeWindow = platform_.nativeWindow(),
             .launchAtLogin = launchAtLogin_,
-            .notificationCenter = NotificationCenter::defaultCenter(),
+            .notifications = notifications_,
             .timers = timers_,
             .mainQueue = mainQueue_,
             .backgroundQueue = backgroundQueue_,
@@ -141,9 +140,7 @@ void AppDelegate::bringUpShortcuts() {
     hooks.rulesChanged = [this](const ShortcutManager::Rules &rules) {
         platform_.workspace().prepare(applicationPaths(rules));
     };
-    hooks.refusalsChanged = [] {
-        NotificationCenter::defaultCenter().post(notifications::kRefusedHotkeysDidChange);
-    };
+    hooks.refusalsChanged = [this] { Q_EMIT notifications_.refusedHotkeysDidChange(); };
     manager_ = std::make_unique<ShortcutManager>(storageDirectory(platform_), platform_.eventTap(),
                                                  platform_.systemLog(), std::move(hooks));
     ShortcutManager::setShared(*manager_);
@@ -159,7 +156,7 @@ void AppDelegate::pollAccessibility() {
     if (!manager_->isAccessibilityGranted())
         return;
     accessibilityPoller_.reset();
-    NotificationCenter::defaultCenter().post(notifications::kAccessibilityGranted);
+    Q_EMIT notifications_.accessibilityGranted();
 }
 
 void AppDelegate::setUpStatusBar() {
@@ -168,11 +165,10 @@ void AppDelegate::setUpStatusBar() {
 }
 
 void AppDelegate::observeNotifications() {
-    NotificationCenter &center = NotificationCenter::defaultCenter();
-    center.observe(notifications::kOpenPreferencesToAccessibility, this,
-                   [this] { openPreferencesToAccessibility(); });
-    center.observe(notifications::kLanguageDidChange, this,
-                   [this] { menu_.build(manager_->isEnabled()); });
+    connect(&notifications_, &Notifications::openPreferencesToAccessibility, this,
+            &AppDelegate::openPreferencesToAccessibility);
+    connect(&notifications_, &Notifications::languageDidChange, this,
+            [this] { menu_.build(manager_->isEnabled()); });
 }
 
 void AppDelegate::toggleAllShortcuts() {

@@ -15,6 +15,7 @@
 #include "launcher/AppLauncher.h"
 #include "preferences/PreferencesServices.h"
 #include "settings/LaunchAtLogin.h"
+#include "settings/Notifications.h"
 #include "tasks/MainQueue.h"
 #include "tasks/SteadyClock.h"
 #include "tasks/ThreadPoolQueue.h"
@@ -55,9 +56,10 @@ public:
     void openOnboarding();
     void showAbout();
 
-    /// A wish of others (notifications::kOpenPreferencesToAccessibility).
+    /// A wish of others (Notifications::openPreferencesToAccessibility).
     void openPreferencesToAccessibility();
 
+    [[nodiscard]] Notifications &notifications() { return notifications_; }
     [[nodiscard]] ShortcutManager &shortcutManager() { return *manager_; }
     [[nodiscard]] const StatusMenu &statusMenu() const { return menu_; }
     /// Null while it is not there.
@@ -79,6 +81,7 @@ private:
 
     Platform &platform_;
     Timers &timers_;
+    Notifications notifications_;
     const Appearance appearance_;
     SteadyClock clock_;
     MainQueue mainQueue_;

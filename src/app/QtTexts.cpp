@@ -5,13 +5,13 @@
 #include <QCoreApplication>
 
 #include "settings/Language.h"
-#include "settings/NotificationCenter.h"
+#include "settings/Notifications.h"
 
 namespace kestrelbay {
 
-QtTexts::QtTexts(NotificationCenter &center, QString folder) : folder_(std::move(folder)) {
+QtTexts::QtTexts(const Notifications &notifications, QString folder) : folder_(std::move(folder)) {
     follow();
-    center.observe(notifications::kLanguageDidChange, this, [this] { follow(); });
+    connect(&notifications, &Notifications::languageDidChange, this, &QtTexts::follow);
 }
 
 void QtTexts::follow() {

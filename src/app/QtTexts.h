@@ -7,7 +7,7 @@
 
 namespace kestrelbay {
 
-class NotificationCenter;
+class Notifications;
 
 /// Has Qt's own texts, those of file dialogs and of the menus of text fields, follow the
 /// language in force. They stay English where Qt's translations are not installed. Needs
@@ -16,8 +16,8 @@ class QtTexts final : public QObject {
     Q_OBJECT
 
 public:
-    /// The centre has to outlive it; the folder is where translations lie.
-    explicit QtTexts(NotificationCenter &center,
+    /// The folder is where translations lie.
+    explicit QtTexts(const Notifications &notifications,
                      QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath));
 
 private:

@@ -10,7 +10,7 @@ class ApplicationCatalog;
 class DispatchQueue;
 class LaunchAtLogin;
 class NativeWindow;
-class NotificationCenter;
+class Notifications;
 class ShortcutManager;
 class SystemSettings;
 class SystemSounds;
@@ -28,7 +28,7 @@ struct PreferencesServices {
     SystemSettings &systemSettings;
     NativeWindow &nativeWindow;
     LaunchAtLogin &launchAtLogin;
-    NotificationCenter &notificationCenter;
+    Notifications &notifications;
     Timers &timers;
     DispatchQueue &mainQueue;
     /// For what takes long and must not keep the main thread.

@@ -1,190 +1,95 @@
 #include "settings/L.h"
 
-#include "settings/LSystemTexts.h"
+#include <algorithm>
+#include <array>
+
+#include "platform/EventTap.h"
 #include "settings/Language.h"
 
 namespace kestrelbay {
 
-const LSystemTexts &systemTexts() {
-#ifdef Q_OS_MACOS
-    return macosTexts();
-#else
-    return linuxTexts();
-#endif
-}
+namespace {
 
-QString L::resolved(QStringView english, QStringView chinese) {
+struct SpokenKey {
+    QStringView printed;
+    LText word;
+};
+
+constexpr auto kSpokenKeys = std::to_array<SpokenKey>({
+    {u"⌃", {u"Control", u"Control"}},
+    {u"⌥", {u"Option", u"Option"}},
+    {u"⇧", {u"Shift", u"Shift"}},
+    {u"⌘", {u"Command", u"Command"}},
+    {u"⇥", {u"Tab", u"Tab"}},
+    {u"⌫", {u"Backspace", u"退格"}},
+    {u"⌦", {u"Forward Delete", u"向前删除"}},
+    {u"⎋", {u"Escape", u"Escape"}},
+    {u"⌧", {u"Clear", u"清除"}},
+    {u"↩", {u"Enter", u"回车"}},
+    {u"Key(36)", {u"Return", u"回车"}},
+    {u"Space", {u"Space", u"空格"}},
+    {u"↖", {u"Home", u"Home"}},
+    {u"↘", {u"End", u"End"}},
+    {u"⇞", {u"Page Up", u"上一页"}},
+    {u"⇟", {u"Page Down", u"下一页"}},
+    {u"←", {u"Left Arrow", u"左箭头"}},
+    {u"→", {u"Right Arrow", u"右箭头"}},
+    {u"↓", {u"Down Arrow", u"下箭头"}},
+    {u"↑", {u"Up Arrow", u"上箭头"}},
+    {u"=", {u"Equals", u"等号"}},
+    {u"-", {u"Minus", u"减号"}},
+    {u"+", {u"Plus", u"加号"}},
+    {u"*", {u"Asterisk", u"星号"}},
+    {u"[", {u"Left Bracket", u"左方括号"}},
+    {u"]", {u"Right Bracket", u"右方括号"}},
+    {u"'", {u"Quote", u"引号"}},
+    {u";", {u"Semicolon", u"分号"}},
+    {u"\\", {u"Backslash", u"反斜杠"}},
+    {u",", {u"Comma", u"逗号"}},
+    {u"/", {u"Slash", u"斜杠"}},
+    {u".", {u"Period", u"句点"}},
+    {u"`", {u"Grave Accent", u"反引号"}},
+});
+
+}  // namespace
+
+QString LText::operator()() const {
     return (Language::current() == Language::en ? english : chinese).toString();
 }
 
-QString L::resolved(const LText &text) {
-    return resolved(text.english, text.chinese);
+QString LSentence::operator()(const QString &name) const {
+    return LText{english, chinese}().arg(name);
 }
 
-QString L::programName() {
-    return resolved(u"KestrelBay", u"KestrelBay");
+QString LSystemText::operator()() const {
+#ifdef Q_OS_MACOS
+    return onMacos();
+#else
+    return onLinux();
+#endif
 }
 
-QString L::cancel() {
-    return resolved(u"Cancel", u"取消");
+QString L::spokenKey(const QString &printed) {
+    const auto *const found =
+        std::ranges::find(kSpokenKeys, QStringView(printed), &SpokenKey::printed);
+    return found == kSpokenKeys.end() ? printed : found->word();
 }
 
-QString L::aboutKestrelBay() {
-    return resolved(u"About KestrelBay", u"关于 KestrelBay");
-}
-
-QString L::preferencesTitle() {
-    return resolved(u"KestrelBay Preferences", u"KestrelBay 偏好设置");
-}
-
-QString L::deleteConfirmMsg(const QString &name) {
-    return resolved(u"Are you sure you want to delete the shortcut for \"", u"确定要删除「") +
-           name + resolved(u"\"?", u"」的快捷键配置吗？");
-}
-
-QString L::advancedPanelTitle(const QString &appName) {
-    return resolved(u"Advanced · ", u"高级选项 · ") + appName;
-}
-
-QString L::recorderEmpty() {
-    return resolved(u"Click to record", u"点击录入");
-}
-
-QString L::recorderPrompt() {
-    return resolved(u"Press hotkey...", u"按下快捷键...");
-}
-
-QString L::recorderNoAccess() {
-    return resolved(systemTexts().recorderNoAccess);
-}
-
-QString L::recorderGrantAccess() {
-    return resolved(systemTexts().recorderGrantAccess);
-}
-
-QString L::recorderClear() {
-    return resolved(u"×", u"×");
-}
-
-QString L::recorderKeyboardHeld() {
-    return resolved(u"Another program is using the keyboard, please try again",
-                    u"其他程序正在占用键盘，请稍后再试");
-}
-
-QString L::disableAllShortcuts() {
-    return resolved(u"Disable All Shortcuts", u"禁用全部快捷键");
-}
-
-QString L::enableAllShortcuts() {
-    return resolved(u"Enable All Shortcuts", u"启用全部快捷键");
-}
-
-QString L::preferencesEntry() {
-    return resolved(u"Preferences...", u"偏好设置...");
-}
-
-QString L::welcomeGuideEntry() {
-    return resolved(u"Welcome Guide...", u"欢迎向导...");
-}
-
-QString L::quit() {
-    return resolved(u"Quit", u"退出");
-}
-
-QString L::aboutVersion(const QString &version) {
-    return resolved(u"Version ", u"Version ") + version;
-}
-
-QString L::checkForUpdates() {
-    return resolved(u"Check for Updates", u"检查更新");
-}
-
-QString L::contactFeedback() {
-    return resolved(u"Contact & Feedback", u"联系作者与反馈");
-}
-
-QString L::welcomeTitle() {
-    return resolved(u"KestrelBay is running", u"KestrelBay 正在运行");
-}
-
-QString L::welcomeBody() {
-    return resolved(u"You can locate it in the status bar and access its menu for settings.",
-                    u"你可以在状态栏找到它，并通过菜单进行设置。");
-}
-
-QString L::welcomeTip() {
-    return resolved(systemTexts().welcomeTip);
-}
-
-QString L::welcomeStart() {
-    return resolved(u"Get Started", u"开始设置");
-}
-
-QString L::welcomeDismiss() {
-    return resolved(u"Dismiss", u"关闭");
-}
-
-QString L::permissionTitle() {
-    return resolved(systemTexts().permissionTitle);
-}
-
-QString L::permissionBody() {
-    return resolved(systemTexts().permissionBody);
-}
-
-QString L::permissionOpenSettings() {
-    return resolved(systemTexts().permissionOpenSettings);
-}
-
-QString L::permissionWaitingButton() {
-    return resolved(u"Waiting...", u"正在等待...");
-}
-
-QString L::permissionWaiting() {
-    return resolved(systemTexts().permissionWaiting);
-}
-
-QString L::permissionGranted() {
-    return resolved(u"✓ Granted", u"✓ 已授权");
-}
-
-QString L::skipForNow() {
-    return resolved(u"Skip for now", u"稍后再说");
-}
-
-QString L::doneTitle() {
-    return resolved(u"All set!", u"一切就绪！");
-}
-
-QString L::doneBody() {
-    return resolved(systemTexts().doneBody);
-}
-
-QString L::doneAddShortcut() {
-    return resolved(u"Add First Shortcut", u"立即添加快捷键");
-}
-
-QString L::doneWithoutPermissionTitle() {
-    return resolved(u"Setup complete", u"设置完成");
-}
-
-QString L::doneWithoutPermissionBody() {
-    return resolved(systemTexts().doneWithoutPermissionBody);
-}
-
-QString L::doneOpenPreferences() {
-    return resolved(u"Open Preferences", u"打开偏好设置");
-}
-
-QString L::guideFinishedToast() {
-    return resolved(u"Click ⚡ → Preferences to configure shortcuts",
-                    u"点击状态栏的⚡️图标 → 偏好设置 进行快捷键配置");
-}
-
-QString L::guideSkippedToast() {
-    return resolved(
-        u"Onboarding skipped. Click ⚡ → Welcome Guide to reopen.",
-        u"已跳过引导。可随时点击状态栏的⚡️图标 → 欢迎向导 重新打开");
+QString L::accessMissing(TapProblem problem) {
+    switch (problem) {
+        case TapProblem::None:
+        case TapProblem::NotPermitted:
+            break;
+        case TapProblem::WaylandSession:
+            return accessWaylandSession();
+        case TapProblem::NoDisplay:
+            return accessNoDisplay();
+        case TapProblem::NoInputExtension:
+            return accessNoInputExtension();
+        case TapProblem::OtherInstance:
+            return accessOtherInstance();
+    }
+    return accessNotPermitted();
 }
 
 }  // namespace kestrelbay

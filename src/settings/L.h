@@ -7,172 +7,316 @@
 
 namespace kestrelbay {
 
-struct LText;
 enum class TapProblem : std::uint8_t;
 
-/// The texts of the user interface, in the language in force at each call (see
-/// Language::current). What is on screen already stays as it is until its owner
-/// builds it again. Names are put in as they are given.
+/// A text in both languages. Called, it gives that of the language in force (see
+/// Language::current).
+struct LText {
+    QStringView english;
+    QStringView chinese;
+
+    [[nodiscard]] QString operator()() const;
+};
+
+/// A text with a place for a name, which is put in as it is given.
+struct LSentence {
+    QStringView english;
+    QStringView chinese;
+
+    [[nodiscard]] QString operator()(const QString &name) const;
+};
+
+/// A text that names a place or a permission of the system, and so reads differently on
+/// each. Called, it gives that of the system the program is built for.
+struct LSystemText {
+    LText onMacos;
+    LText onLinux;
+
+    [[nodiscard]] QString operator()() const;
+};
+
+/// The texts of the user interface, each at its one place. What is on screen already
+/// stays as it is until its owner builds it again.
 class L {
 public:
     L() = delete;
 
     // In several places.
-    static QString programName();
-    static QString cancel();
-    static QString aboutKestrelBay();
-    static QString preferencesTitle();
-    static QString deleteConfirmMsg(const QString &name);
-    static QString advancedPanelTitle(const QString &appName);
+    static constexpr LText programName{u"KestrelBay", u"KestrelBay"};
+    static constexpr LText cancel{u"Cancel", u"取消"};
+    static constexpr LText aboutKestrelBay{u"About KestrelBay", u"关于 KestrelBay"};
+    static constexpr LText preferencesTitle{u"KestrelBay Preferences", u"KestrelBay 偏好设置"};
+    static constexpr LSentence deleteConfirmMsg{
+        u"Are you sure you want to delete the shortcut for \"%1\"?",
+        u"确定要删除「%1」的快捷键配置吗？"};
+    static constexpr LSentence advancedPanelTitle{u"Advanced · %1", u"高级选项 · %1"};
 
     // The field that records a hotkey.
-    static QString recorderEmpty();
-    static QString recorderPrompt();
-    static QString recorderNoAccess();
-    static QString recorderGrantAccess();
-    static QString recorderClear();
-    static QString recorderKeyboardHeld();
-    static QString recorderRecording();
-    static QString clearHotkeyOf(const QString &appName);
-    static QString hotkeyOf(const QString &appName);
-    static QString noHotkey();
+    static constexpr LText recorderEmpty{u"Click to record", u"点击录入"};
+    static constexpr LText recorderPrompt{u"Press hotkey...", u"按下快捷键..."};
+    static constexpr LSystemText recorderNoAccess{
+        .onMacos = {u"Accessibility permission required to record hotkeys",
+                    u"需要辅助功能权限才能录入快捷键"},
+        .onLinux = {u"No access to the keyboard: hotkeys cannot be recorded now",
+                    u"目前无法访问键盘，不能录入快捷键"}};
+    static constexpr LSystemText recorderGrantAccess{.onMacos = {u"Grant Access", u"前往授权"},
+                                                     .onLinux = {u"See Why", u"查看原因"}};
+    static constexpr LText recorderClear{u"×", u"×"};
+    static constexpr LText recorderKeyboardHeld{
+        u"Another program is using the keyboard, please try again",
+        u"其他程序正在占用键盘，请稍后再试"};
+    static constexpr LText recorderRecording{u"recording", u"正在录入"};
+    static constexpr LSentence clearHotkeyOf{u"Clear hotkey of %1", u"清除快捷键：%1"};
+    static constexpr LSentence hotkeyOf{u"Hotkey of %1", u"快捷键：%1"};
+    static constexpr LText noHotkey{u"none", u"无"};
 
     // Keys as they are spoken.
     /// What is printed on a key as a word; unchanged when it is none of the signs
     /// that screen readers leave out.
-    static QString spokenKey(const QString &printed);
-    static QString leftKey(const QString &name);
-    static QString rightKey(const QString &name);
-    static QString keypadKey(const QString &name);
+    [[nodiscard]] static QString spokenKey(const QString &printed);
+    static constexpr LSentence leftKey{u"left %1", u"左 %1"};
+    static constexpr LSentence rightKey{u"right %1", u"右 %1"};
+    static constexpr LSentence keypadKey{u"keypad %1", u"小键盘 %1"};
     /// Between the keys of a hotkey.
-    static QString keySeparator();
+    static constexpr LText keySeparator{u", ", u"，"};
 
     // The menu of the status item.
-    static QString disableAllShortcuts();
-    static QString enableAllShortcuts();
-    static QString preferencesEntry();
-    static QString welcomeGuideEntry();
-    static QString quit();
+    static constexpr LText disableAllShortcuts{u"Disable All Shortcuts", u"禁用全部快捷键"};
+    static constexpr LText enableAllShortcuts{u"Enable All Shortcuts", u"启用全部快捷键"};
+    static constexpr LText preferencesEntry{u"Preferences...", u"偏好设置..."};
+    static constexpr LText welcomeGuideEntry{u"Welcome Guide...", u"欢迎向导..."};
+    static constexpr LText quit{u"Quit", u"退出"};
 
     // The About window.
-    static QString aboutVersion(const QString &version);
-    static QString checkForUpdates();
-    static QString contactFeedback();
+    static constexpr LSentence aboutVersion{u"Version %1", u"Version %1"};
+    static constexpr LText checkForUpdates{u"Check for Updates", u"检查更新"};
+    static constexpr LText contactFeedback{u"Contact & Feedback", u"联系作者与反馈"};
 
     // The first-run guide, step by step.
-    static QString welcomeTitle();
-    static QString welcomeBody();
-    static QString welcomeTip();
-    static QString welcomeStart();
-    static QString welcomeDismiss();
+    static constexpr LText welcomeTitle{u"KestrelBay is running", u"KestrelBay 正在运行"};
+    static constexpr LText welcomeBody{
+        u"You can locate it in the status bar and access its menu for settings.",
+        u"你可以在状态栏找到它，并通过菜单进行设置。"};
+    static constexpr LSystemText welcomeTip{
+        .onMacos = {u"TIP: If you cannot find the app's icon, you may use Command + mouse drag to "
+                    u"rearrange the order, because there are too many icons that may be hidden.",
+                    u"提示：如果找不到应用图标，可以按住 Command "
+                    u"键拖拽图标来调整顺序，因为可能有过多图标被隐藏。"},
+        .onLinux = {u"TIP: If you cannot find the app's icon, look among the hidden icons of your "
+                    u"tray. Without a tray, start KestrelBay again to open its preferences.",
+                    u"提示：如果找不到应用图标，请查看系统托盘中被隐藏的图标。"
+                    u"没有系统托盘时，再次启动 KestrelBay 即可打开偏好设置。"}};
+    static constexpr LText welcomeStart{u"Get Started", u"开始设置"};
+    static constexpr LText welcomeDismiss{u"Dismiss", u"关闭"};
 
-    static QString permissionTitle();
-    static QString permissionBody();
-    static QString permissionOpenSettings();
-    static QString permissionWaitingButton();
-    static QString permissionWaiting();
-    static QString permissionGranted();
-    static QString skipForNow();
+    static constexpr LSystemText permissionTitle{
+        .onMacos = {u"Accessibility Permission Required", u"需要辅助功能权限"},
+        .onLinux = {u"Keyboard Access Required", u"需要键盘访问权限"}};
+    static constexpr LSystemText permissionBody{
+        .onMacos = {u"KestrelBay uses accessibility to listen for global hotkeys.\n"
+                    u"We only respond to hotkeys you configure — no other keystrokes are recorded.",
+                    u"KestrelBay 通过辅助功能权限监听全局快捷键。\n"
+                    u"我们只响应你配置的快捷键，不记录任何其他键盘输入。"},
+        .onLinux = {u"To listen for global hotkeys, KestrelBay needs an X11 session (not Wayland) "
+                    u"with XInput 2.1, and no other KestrelBay running in it.\n"
+                    u"We only respond to hotkeys you configure — no other keystrokes are recorded.",
+                    u"KestrelBay 监听全局快捷键需要支持 XInput 2.1 的 X11 会话（而非 "
+                    u"Wayland），且该会话中没有另一个 KestrelBay 正在运行。\n"
+                    u"我们只响应你配置的快捷键，不记录任何其他键盘输入。"}};
+    static constexpr LSystemText permissionOpenSettings{
+        .onMacos = {u"Open System Settings", u"前往系统设置"},
+        .onLinux = {u"Check Access", u"检查权限"}};
+    static constexpr LText permissionWaitingButton{u"Waiting...", u"正在等待..."};
+    static constexpr LSystemText permissionWaiting{
+        .onMacos = {u"Waiting for permission...", u"等待授权..."},
+        .onLinux = {u"Waiting for keyboard access...", u"等待键盘访问权限..."}};
+    static constexpr LText permissionGranted{u"✓ Granted", u"✓ 已授权"};
+    static constexpr LText skipForNow{u"Skip for now", u"稍后再说"};
 
-    static QString doneTitle();
-    static QString doneBody();
-    static QString doneAddShortcut();
-    static QString doneWithoutPermissionTitle();
-    static QString doneWithoutPermissionBody();
-    static QString doneOpenPreferences();
+    static constexpr LText doneTitle{u"All set!", u"一切就绪！"};
+    static constexpr LSystemText doneBody{
+        .onMacos = {u"KestrelBay is ready in the menu bar\nAdd your first shortcut now",
+                    u"KestrelBay 已在菜单栏就绪\n现在来添加你的第一个快捷键配置吧"},
+        .onLinux = {u"KestrelBay is ready in the tray\nAdd your first shortcut now",
+                    u"KestrelBay 已在系统托盘就绪\n现在来添加你的第一个快捷键配置吧"}};
+    static constexpr LText doneAddShortcut{u"Add First Shortcut", u"立即添加快捷键"};
+    static constexpr LText doneWithoutPermissionTitle{u"Setup complete", u"设置完成"};
+    static constexpr LSystemText doneWithoutPermissionBody{
+        .onMacos = {u"KestrelBay is ready in the menu bar\n"
+                    u"Click ⚡ in the menu bar to open settings\n"
+                    u"(Tip: remember to grant Accessibility permission in Advanced settings)",
+                    u"KestrelBay 已在菜单栏就绪\n"
+                    u"点击 ⚡ 图标可随时打开设置\n"
+                    u"（提示：记得前往高级设置完成辅助功能授权）"},
+        .onLinux = {u"KestrelBay is ready in the tray\n"
+                    u"Click ⚡ in the tray to open settings\n"
+                    u"(Tip: Advanced settings say why hotkeys do not work yet)",
+                    u"KestrelBay 已在系统托盘就绪\n"
+                    u"点击 ⚡ 图标可随时打开设置\n"
+                    u"（提示：高级设置中说明了快捷键尚不可用的原因）"}};
+    static constexpr LText doneOpenPreferences{u"Open Preferences", u"打开偏好设置"};
 
     // What the guide says when it goes.
-    static QString guideFinishedToast();
-    static QString guideSkippedToast();
+    static constexpr LText guideFinishedToast{
+        u"Click ⚡ → Preferences to configure shortcuts",
+        u"点击状态栏的⚡️图标 → 偏好设置 进行快捷键配置"};
+    static constexpr LText guideSkippedToast{
+        u"Onboarding skipped. Click ⚡ → Welcome Guide to reopen.",
+        u"已跳过引导。可随时点击状态栏的⚡️图标 → 欢迎向导 "
+        u"重新打开"};
 
     // The preferences window.
-    static QString rulesTab();
-    static QString advancedTab();
+    static constexpr LText rulesTab{u"Shortcut Rules", u"快捷键规则"};
+    static constexpr LText advancedTab{u"Advanced", u"高级设置"};
 
     // Its list of rules. The names are what screen readers say.
-    static QString rulesEmpty();
-    static QString rulesCount(qsizetype count);
-    static QString addRuleName();
+    static constexpr LText rulesEmpty{u"Click the ＋ button to add your first shortcut",
+                                      u"点击左下角 ＋ 按钮，添加第一个快捷键配置"};
+    [[nodiscard]] static QString rulesCount(qsizetype count) {
+        return LSentence{u"%1 configured", u"已配置 %1 个"}(QString::number(count));
+    }
+    static constexpr LText addRuleName{u"Add", u"添加"};
 
     // One rule in it.
-    static QString noAppSelected();
-    static QString advancedOptions();
-    static QString ruleDeleteName();
-    static QString ruleDragName();
-    static QString enableRule(const QString &appName);
-    static QString advancedOptionsOf(const QString &appName);
-    static QString deleteRule(const QString &appName);
-    static QString hotkeyConflict();
-    static QString hotkeyRefused();
-    static QString deleteConfirmTitle();
-    static QString deleteConfirmButton();
+    static constexpr LText noAppSelected{u"No app selected", u"未选择应用"};
+    static constexpr LText advancedOptions{u"Advanced Options", u"高级选项"};
+    static constexpr LText ruleDeleteName{u"Delete", u"删除"};
+    static constexpr LText ruleDragName{u"Drag to reorder", u"拖拽以重新排序"};
+    static constexpr LSentence enableRule{u"Enable %1", u"启用 %1"};
+    static constexpr LSentence advancedOptionsOf{u"Advanced Options: %1", u"高级选项：%1"};
+    static constexpr LSentence deleteRule{u"Delete %1", u"删除 %1"};
+    static constexpr LText hotkeyConflict{
+        u"Hotkey conflict: already used by another rule, please re-enter",
+        u"快捷键冲突：已被其他规则使用，请重新录入"};
+    static constexpr LText hotkeyRefused{u"Another program is using this hotkey",
+                                         u"此快捷键已被其他程序占用"};
+    static constexpr LText deleteConfirmTitle{u"Delete Shortcut", u"删除快捷键"};
+    static constexpr LText deleteConfirmButton{u"Delete", u"删除"};
 
     // The panel of a rule's advanced options.
-    static QString repeatHeader();
-    static QString repeatKeepOpen();
-    static QString repeatKeepOpenText();
-    static QString repeatToggleVisibility();
-    static QString repeatToggleVisibilityText();
-    static QString repeatCycleWindows();
-    static QString repeatCycleWindowsText();
-    static QString argumentHeader();
-    static QString argumentSubtitle();
-    static QString argumentKindName();
-    static QString argumentValueName();
-    static QString argumentNone();
-    static QString argumentLaunchArgs();
-    static QString argumentUrlScheme();
-    static QString argumentFilePath();
-    static QString argumentNoneHint();
-    static QString argumentLaunchArgsHint();
-    static QString argumentUrlSchemeHint();
-    static QString argumentFilePathHint();
-    static QString argumentPasteHint();
-    static QString deepLaunchHelp();
-    static QString helpName();
-    static QString save();
+    static constexpr LText repeatHeader{u"When shortcut is pressed repeatedly",
+                                        u"连续重复按下快捷键时"};
+    static constexpr LText repeatKeepOpen{u"Keep app open", u"保持应用打开"};
+    static constexpr LText repeatKeepOpenText{
+        u"No extra effect when app is already in front (default)",
+        u"应用已在前台时，快捷键不产生额外效果（默认）"};
+    static constexpr LText repeatToggleVisibility{u"Toggle show/hide", u"打开和隐藏窗口切换"};
+    static constexpr LText repeatToggleVisibilityText{
+        u"Press again to hide the app when already in front",
+        u"应用已在前台时再次按下，则隐藏该应用"};
+    static constexpr LText repeatCycleWindows{u"Cycle through windows", u"同应用多窗口轮询"};
+    static constexpr LText repeatCycleWindowsText{u"Cycle through multiple windows of the same app",
+                                                  u"应用已在前台且有多个窗口时，轮流切换窗口"};
+    static constexpr LText argumentHeader{u"Launch Args / URL Scheme / File Path",
+                                          u"启动参数 / URL Scheme / 文件路径"};
+    static constexpr LText argumentSubtitle{u"Pick a type, then enter the value on the right",
+                                            u"先选择类型，再在右侧输入对应内容"};
+    static constexpr LText argumentKindName{u"Type", u"类型"};
+    static constexpr LText argumentValueName{u"Value", u"内容"};
+    static constexpr LText argumentNone{u"Default (none)", u"默认（不传）"};
+    static constexpr LText argumentLaunchArgs{u"Launch arguments", u"启动参数"};
+    static constexpr LText argumentUrlScheme{u"URL Scheme", u"URL Scheme"};
+    static constexpr LText argumentFilePath{u"File path", u"文件路径"};
+    static constexpr LText argumentNoneHint{u"Select a type to enable", u"请先在左侧选择类型"};
+    static constexpr LText argumentLaunchArgsHint{
+        u"--remote-debugging-port=9222 --user-data-dir=/tmp/foo",
+        u"--remote-debugging-port=9222 --user-data-dir=/tmp/foo"};
+    static constexpr LText argumentUrlSchemeHint{u"notebook://open?vault=notes",
+                                                 u"notebook://open?vault=notes"};
+    static constexpr LSystemText argumentFilePathHint{
+        .onMacos = {u"/Users/me/project", u"/Users/me/project"},
+        .onLinux = {u"/home/me/project", u"/home/me/project"}};
+    static constexpr LText argumentPasteHint{
+        u"To paste text into the field, right-click instead of using keyboard shortcuts.",
+        u"如需粘贴文本到输入框，使用鼠标右键而非快捷键。"};
+    static constexpr LText deepLaunchHelp{u"Learn more about Deep Launch", u"进一步了解深度启动"};
+    static constexpr LText helpName{u"Help", u"帮助"};
+    static constexpr LText save{u"Save", u"保存"};
 
     // The choice of an application.
-    static QString appPickerTitle();
-    static QString appPickerSearch();
-    static QString appPickerBrowse();
-    static QString appPickerSelect();
-    static QString appPickerLoading();
-    static QString appPickerNothingFound();
+    static constexpr LText appPickerTitle{u"Select App", u"选择应用"};
+    static constexpr LText appPickerSearch{u"Search apps...", u"搜索应用..."};
+    static constexpr LText appPickerBrowse{u"Browse...", u"从文件系统选择..."};
+    static constexpr LText appPickerSelect{u"Select", u"选择"};
+    static constexpr LText appPickerLoading{u"Looking for apps...", u"正在查找应用..."};
+    static constexpr LText appPickerNothingFound{u"No apps found", u"未找到应用"};
     /// What files to choose from, by the pattern of their names.
-    static QString appPickerFilter(const QString &pattern);
+    static constexpr LSentence appPickerFilter{u"Applications (%1)", u"应用程序 (%1)"};
 
     // The settings of the whole program.
-    static QString launchAtLogin();
-    static QString launchAtLoginText();
-    static QString language();
-    static QString languageText();
-    static QString languageNameChinese();
-    static QString languageNameEnglish();
-    static QString sound();
-    static QString soundText();
-    static QString soundNone();
-    static QString launchToast();
-    static QString launchToastText();
-    static QString launchToastNone();
-    static QString launchToastShort();
-    static QString launchToastMedium();
-    static QString launchToastLong();
-    static QString configFolder();
-    static QString configFolderShow();
-    static QString accessTitle();
-    static QString accessGranted();
-    /// Why hotkeys do not work, and what to do about it.
-    static QString accessMissing(TapProblem problem);
-    static QString accessOpenSettings();
-    static QString restartTitle();
-    static QString restartText();
-    static QString restartNow();
-    static QString restartLater();
-
-private:
-    static QString resolved(QStringView english, QStringView chinese);
-    static QString resolved(const LText &text);
+    static constexpr LText launchAtLogin{u"Launch at Login", u"登录时自动启动"};
+    static constexpr LSystemText launchAtLoginText{
+        .onMacos = {u"Automatically run KestrelBay after login",
+                    u"macOS 登录后自动在后台运行 KestrelBay"},
+        .onLinux = {u"Automatically run KestrelBay after login",
+                    u"登录后自动在后台运行 KestrelBay"}};
+    static constexpr LText language{u"Language", u"语言"};
+    static constexpr LText languageText{u"Interface language for KestrelBay",
+                                        u"KestrelBay 界面语言"};
+    static constexpr LText languageNameChinese{u"中文", u"中文"};
+    static constexpr LText languageNameEnglish{u"English", u"English"};
+    static constexpr LText sound{u"Sound on Shortcut Trigger", u"快捷键触发时播放声音"};
+    static constexpr LText soundText{u"Play a sound each time a shortcut fires",
+                                     u"每次触发快捷键时播放提示音"};
+    static constexpr LText soundNone{u"No Sound", u"无声音"};
+    static constexpr LText launchToast{u"Launch Icon Toast", u"启动图标弹窗"};
+    static constexpr LText launchToastText{u"Show app icon popup when a shortcut fires",
+                                           u"快捷键触发后显示应用图标弹窗提示"};
+    static constexpr LText launchToastNone{u"Off", u"不显示"};
+    static constexpr LText launchToastShort{u"Brief", u"短暂显示"};
+    static constexpr LText launchToastMedium{u"Medium", u"适中显示"};
+    static constexpr LText launchToastLong{u"Long", u"较长显示"};
+    static constexpr LText configFolder{u"Config File Location", u"配置文件位置"};
+    static constexpr LSystemText configFolderShow{
+        .onMacos = {u"Show in Finder", u"在 Finder 中显示"},
+        .onLinux = {u"Show in File Manager", u"在文件管理器中显示"}};
+    static constexpr LSystemText accessTitle{
+        .onMacos = {u"Accessibility Permission", u"辅助功能权限"},
+        .onLinux = {u"Keyboard Access", u"键盘访问权限"}};
+    static constexpr LSystemText accessGranted{
+        .onMacos = {u"✅ Granted — global shortcuts working", u"✅ 已授权 — 全局快捷键正常工作"},
+        .onLinux = {u"✓ Available — global shortcuts working", u"✓ 可用 — 全局快捷键正常工作"}};
+    /// Why hotkeys do not work, and what to do about it: one of the five below.
+    [[nodiscard]] static QString accessMissing(TapProblem problem);
+    static constexpr LSystemText accessNotPermitted{
+        .onMacos = {u"⚠️ Not granted — go to System Settings › Privacy & Security › "
+                    u"Accessibility to allow KestrelBay",
+                    u"⚠️ 未授权 — 请前往系统设置 › 隐私与安全性 › "
+                    u"辅助功能，"
+                    u"允许 KestrelBay"},
+        .onLinux = {u"⚠ Not available — KestrelBay is not allowed to see the keyboard",
+                    u"⚠ 不可用 — KestrelBay 无法访问键盘"}};
+    // On macOS there is only one thing that can be missing.
+    static constexpr LSystemText accessWaylandSession{
+        .onMacos = accessNotPermitted.onMacos,
+        .onLinux = {
+            u"⚠ Not available — this is a Wayland session; log out and choose an X11 (Xorg) "
+            u"session to use KestrelBay",
+            u"⚠ 不可用 — 当前为 Wayland 会话，请注销并选择 X11（Xorg）会话以使用 KestrelBay"}};
+    static constexpr LSystemText accessNoDisplay{
+        .onMacos = accessNotPermitted.onMacos,
+        .onLinux = {u"⚠ Not available — no X server can be reached; start KestrelBay within an "
+                    u"X11 session",
+                    u"⚠ 不可用 — 无法连接 X 服务器，请在 X11 会话中启动 KestrelBay"}};
+    static constexpr LSystemText accessNoInputExtension{
+        .onMacos = accessNotPermitted.onMacos,
+        .onLinux = {u"⚠ Not available — the X server lacks XInput 2.1 or XKB, which global "
+                    u"shortcuts need",
+                    u"⚠ 不可用 — X 服务器缺少全局快捷键所需的 XInput 2.1 或 XKB"}};
+    static constexpr LSystemText accessOtherInstance{
+        .onMacos = accessNotPermitted.onMacos,
+        .onLinux = {
+            u"⚠ Not available — another KestrelBay has the keyboard; quit it and check again",
+            u"⚠ 不可用 — 另一个 KestrelBay 正在使用键盘，请退出它后重新检查"}};
+    static constexpr LSystemText accessOpenSettings{
+        .onMacos = {u"Open System Settings...", u"打开系统设置..."},
+        .onLinux = {u"Check Again", u"重新检查"}};
+    static constexpr LText restartTitle{u"Restart KestrelBay", u"需要重启 KestrelBay"};
+    static constexpr LText restartText{
+        u"Accessibility permission changed. KestrelBay needs to restart to take effect.",
+        u"辅助功能权限已更改，需要重启 KestrelBay 才能生效。"};
+    static constexpr LText restartNow{u"Restart Now", u"立即重启"};
+    static constexpr LText restartLater{u"Later", u"稍后"};
 };
 
 }  // namespace kestrelbay

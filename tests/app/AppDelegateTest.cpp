@@ -19,7 +19,7 @@
 #include "fakes/FakeTimers.h"
 #include "fixtures/QtPrinters.h"
 #include "preferences/window/PreferencesWindowController.h"
-#include "settings/NotificationCenter.h"
+#include "settings/Notifications.h"
 #include "settings/SettingsKeys.h"
 
 namespace kestrelbay {
@@ -29,17 +29,15 @@ using std::chrono_literals::operator""ms;
 
 class AppDelegateTest : public testing::Test {
 protected:
-    AppDelegateTest() {
-        platform_.setApplicationSupportDirectory(folder_.path());
-        NotificationCenter::defaultCenter().observe(notifications::kAccessibilityGranted, &context_,
-                                                    [this] { ++grantedPosts_; });
-    }
+    AppDelegateTest() { platform_.setApplicationSupportDirectory(folder_.path()); }
 
     void completeOnboarding() {
         write(platform_.userDefaults(), settings::kOnboardingCompleted, true);
     }
     AppDelegate &launch() {
         delegate_.emplace(platform_, timers_);
+        QObject::connect(&delegate_->notifications(), &Notifications::accessibilityGranted,
+                         &context_, [this] { ++grantedPosts_; });
         delegate_->applicationDidFinishLaunching();
         return *delegate_;
     }
@@ -104,6 +102,21 @@ TEST_F(AppDelegateTest, AsksForThePermissionEverySecondAndTellsOfItOnce) {
     EXPECT_EQ(grantedPosts_, 1);
 }
 
+TEST_F(AppDelegateTest, TellsOfHotkeysThatOtherProgramsHold) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    delegate.shortcutManager().addRule({.appPath = QStringLiteral("/Applications/Files"),
+                                        .keyCode = KeyCode{40},
+                                        .modifierFlags = ModifierFlags(0x100008)});
+    int posts = 0;
+    QObject::connect(&delegate.notifications(), &Notifications::refusedHotkeysDidChange, &context_,
+                     [&posts] { ++posts; });
+    platform_.eventTap().setHeldByOthers({{KeyCode{40}, ModifierFlags(0x100008)}});
+    EXPECT_EQ(posts, 1);
+    platform_.eventTap().setHeldByOthers({});
+    EXPECT_EQ(posts, 2);
+}
+
 TEST_F(AppDelegateTest, TheSwitchTurnsTheEntryAndKeepsTheTap) {
     completeOnboarding();
     AppDelegate &delegate = launch();
@@ -123,7 +136,7 @@ TEST_F(AppDelegateTest, AnotherLanguageRebuildsTheMenuAsTheSwitchStands) {
     delegate.toggleAllShortcuts();
     write(platform_.userDefaults(), settings::kAppLanguage, QStringLiteral("zh"));
     EXPECT_EQ(firstTitle(), QStringLiteral("Enable All Shortcuts"));
-    NotificationCenter::defaultCenter().post(notifications::kLanguageDidChange);
+    Q_EMIT delegate.notifications().languageDidChange();
     EXPECT_EQ(firstTitle(), QStringLiteral("启用全部快捷键"));
 }
 
@@ -166,7 +179,7 @@ TEST_F(AppDelegateTest, ThePreferencesAreMadeOnceAndClosingThemEndsNothing) {
 TEST_F(AppDelegateTest, AWishForThePermissionRowOpensThePreferences) {
     completeOnboarding();
     AppDelegate &delegate = launch();
-    NotificationCenter::defaultCenter().post(notifications::kOpenPreferencesToAccessibility);
+    Q_EMIT delegate.notifications().openPreferencesToAccessibility();
     ASSERT_NE(delegate.preferences(), nullptr);
     EXPECT_TRUE(delegate.preferences()->window()->isVisible());
 }

@@ -9,7 +9,7 @@
 #include "fakes/FakeUserDefaults.h"
 #include "fixtures/QtPrinters.h"
 #include "settings/Language.h"
-#include "settings/NotificationCenter.h"
+#include "settings/Notifications.h"
 
 using namespace Qt::StringLiterals;
 
@@ -34,7 +34,7 @@ protected:
 
     void choose(Language language) {
         defaults_.setString(u"appLanguage"_s, language.rawValue());
-        center_.post(notifications::kLanguageDidChange);
+        Q_EMIT notifications_.languageDidChange();
     }
     void installTranslation() const {
         QFile file(folder_.filePath(u"qtbase_zh_CN.qm"_s));
@@ -43,7 +43,7 @@ protected:
     }
 
     FakeUserDefaults defaults_;
-    NotificationCenter center_;
+    Notifications notifications_;
     QTemporaryDir folder_;
 };
 
@@ -51,7 +51,7 @@ TEST_F(QtTextsTest, FollowTheLanguageFromTheStart) {
     installTranslation();
     choose(Language::zh);
     {
-        const QtTexts texts(center_, folder_.path());
+        const QtTexts texts(notifications_, folder_.path());
         EXPECT_EQ(copyEntry(), u"复制(&C)"_s);
         choose(Language::en);
         EXPECT_EQ(copyEntry(), u"&Copy"_s);
@@ -63,7 +63,7 @@ TEST_F(QtTextsTest, FollowTheLanguageFromTheStart) {
 
 TEST_F(QtTextsTest, StayEnglishWithoutATranslation) {
     choose(Language::zh);
-    const QtTexts texts(center_, folder_.path());
+    const QtTexts texts(notifications_, folder_.path());
     EXPECT_EQ(copyEntry(), u"&Copy"_s);
 }
 

@@ -16,7 +16,7 @@
 #include "fakes/ManualDispatchQueue.h"
 #include "preferences/PreferencesServices.h"
 #include "settings/LaunchAtLogin.h"
-#include "settings/NotificationCenter.h"
+#include "settings/Notifications.h"
 
 namespace kestrelbay {
 
@@ -34,7 +34,7 @@ protected:
                 .systemSettings = systemSettings_,
                 .nativeWindow = nativeWindow_,
                 .launchAtLogin = launchAtLogin_,
-                .notificationCenter = center_,
+                .notifications = notifications_,
                 .timers = timers,
                 .mainQueue = mainQueue,
                 .backgroundQueue = backgroundQueue_,
@@ -65,7 +65,7 @@ protected:
                                  [this](const LaunchAtLogin::Failure &failure) {
                                      launchAtLoginFailures_.append(failure.informativeText);
                                  }};
-    NotificationCenter center_;
+    Notifications notifications_;
     FakeTimers timers_;
     ManualDispatchQueue mainQueue_;
     ManualDispatchQueue backgroundQueue_;

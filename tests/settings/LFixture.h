@@ -6,7 +6,7 @@
 
 #include "fakes/FakeUserDefaults.h"
 #include "fixtures/QtPrinters.h"
-#include "settings/LSystemTexts.h"
+#include "settings/L.h"
 #include "settings/Language.h"
 
 namespace kestrelbay {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/EventTap.h"
 #include "settings/LFixture.h"
-#include "settings/LTexts.h"
 
 using namespace Qt::StringLiterals;
 
@@ -87,21 +87,18 @@ TEST_F(LTest, TheVersionIsNotTranslated) {
     EXPECT_EQ(L::aboutVersion(u"\u2014"_s), u"Version \u2014"_s);
 }
 
-TEST_F(LTest, NoTextOfTheShellReadsTheSameOnBothSystems) {
-    const LTexts texts = shellTexts();
-    for (const LSystemMember &member : texts.systemMembers) {
-        const LText &text = linuxTexts().*member.pair;
-        EXPECT_NE(text.english, member.english);
-        EXPECT_NE(text.chinese, member.chinese);
-    }
+TEST_F(LTest, EachProblemIsNamed) {
+    EXPECT_EQ(L::accessMissing(TapProblem::None), L::accessNotPermitted());
+    EXPECT_EQ(L::accessMissing(TapProblem::NotPermitted), L::accessNotPermitted());
+    EXPECT_EQ(L::accessMissing(TapProblem::WaylandSession), L::accessWaylandSession());
+    EXPECT_EQ(L::accessMissing(TapProblem::NoDisplay), L::accessNoDisplay());
+    EXPECT_EQ(L::accessMissing(TapProblem::NoInputExtension), L::accessNoInputExtension());
+    EXPECT_EQ(L::accessMissing(TapProblem::OtherInstance), L::accessOtherInstance());
 }
 
-TEST_F(LTest, TextsOfTheSystemAreThoseOfThisOne) {
-#ifdef Q_OS_MACOS
-    EXPECT_EQ(&systemTexts(), &macosTexts());
-#else
-    EXPECT_EQ(&systemTexts(), &linuxTexts());
-#endif
+TEST_F(LTest, ALabelThatIsNoSignIsSpokenAsItIs) {
+    EXPECT_EQ(L::spokenKey(u"F12"_s), u"F12"_s);
+    EXPECT_EQ(L::spokenKey(u""_s), u""_s);
 }
 
 }  // namespace

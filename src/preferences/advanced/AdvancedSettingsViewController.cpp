@@ -18,7 +18,7 @@
 #include "preferences/advanced/SettingRow.h"
 #include "settings/L.h"
 #include "settings/LaunchAtLogin.h"
-#include "settings/NotificationCenter.h"
+#include "settings/Notifications.h"
 #include "settings/SettingsKeys.h"
 #include "ui/widgets/Switch.h"
 
@@ -173,14 +173,14 @@ void AdvancedSettingsViewController::showEvent(QShowEvent *event) {
     if (event->spontaneous())
         return;
     refreshAccessibilityRow();
-    services_.notificationCenter.observe(notifications::kAccessibilityGranted, this,
-                                         [this] { refreshAccessibilityRow(); });
+    connect(&services_.notifications, &Notifications::accessibilityGranted, this,
+            &AdvancedSettingsViewController::refreshAccessibilityRow);
 }
 
 void AdvancedSettingsViewController::hideEvent(QHideEvent *event) {
     QWidget::hideEvent(event);
     if (!event->spontaneous())
-        services_.notificationCenter.stopObserving(notifications::kAccessibilityGranted, this);
+        disconnect(&services_.notifications, &Notifications::accessibilityGranted, this, nullptr);
 }
 
 }  // namespace kestrelbay

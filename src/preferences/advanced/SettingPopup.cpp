@@ -10,7 +10,7 @@
 #include "settings/L.h"
 #include "settings/Language.h"
 #include "settings/LaunchToastDuration.h"
-#include "settings/NotificationCenter.h"
+#include "settings/Notifications.h"
 #include "settings/SettingsKeys.h"
 #include "ui/look/Fonts.h"
 
@@ -75,9 +75,9 @@ SettingPopup *makeLanguagePopup(const PreferencesServices &services) {
     popup->addChoice(L::languageNameEnglish(), Language(Language::en).rawValue());
     popup->selectValue(Language::current(services.defaults).rawValue());
     popup->setOnChoice([&defaults = services.defaults,
-                        &center = services.notificationCenter](const QString &value) {
+                        &notifications = services.notifications](const QString &value) {
         write(defaults, settings::kAppLanguage, value);
-        center.post(notifications::kLanguageDidChange);
+        Q_EMIT notifications.languageDidChange();
     });
     return popup;
 }

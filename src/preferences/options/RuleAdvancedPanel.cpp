@@ -41,15 +41,15 @@ constexpr int kPopupWidth = 140;
 
 struct RepeatChoice {
     RepeatAction action;
-    QString (*title)();
-    QString (*description)();
+    LText title;
+    LText description;
 };
 
 constexpr std::array kRepeatChoices{
-    RepeatChoice{RepeatAction::KeepOpen, &L::repeatKeepOpen, &L::repeatKeepOpenText},
-    RepeatChoice{RepeatAction::ToggleVisibility, &L::repeatToggleVisibility,
-                 &L::repeatToggleVisibilityText},
-    RepeatChoice{RepeatAction::CycleWindows, &L::repeatCycleWindows, &L::repeatCycleWindowsText},
+    RepeatChoice{RepeatAction::KeepOpen, L::repeatKeepOpen, L::repeatKeepOpenText},
+    RepeatChoice{RepeatAction::ToggleVisibility, L::repeatToggleVisibility,
+                 L::repeatToggleVisibilityText},
+    RepeatChoice{RepeatAction::CycleWindows, L::repeatCycleWindows, L::repeatCycleWindowsText},
 };
 
 QString nameOf(ArgumentKind kind) {

@@ -12,7 +12,7 @@
 
 #include "preferences/recorder/HotkeyWords.h"
 #include "settings/L.h"
-#include "settings/NotificationCenter.h"
+#include "settings/Notifications.h"
 #include "tasks/DispatchQueue.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
@@ -98,11 +98,10 @@ HotkeyRecorder::Hooks HotkeyRecorderField::hooks() {
         .ended = [this] { recordingEnded(); },
         .tapMissing =
             [this] {
-                services_.showToast(
-                    L::recorderNoAccess(), L::recorderGrantAccess(),
-                    [center = &services_.notificationCenter] {
-                        center->post(notifications::kOpenPreferencesToAccessibility);
-                    });
+                services_.showToast(L::recorderNoAccess(), L::recorderGrantAccess(),
+                                    [&notifications = services_.notifications] {
+                                        Q_EMIT notifications.openPreferencesToAccessibility();
+                                    });
             },
         .keyboardHeld = [this] { services_.showToast(L::recorderKeyboardHeld(), {}, {}); },
     };

@@ -15,7 +15,7 @@
 #include "preferences/rules/HotkeyConflict.h"
 #include "preferences/rules/RuleRowLayout.h"
 #include "settings/L.h"
-#include "settings/NotificationCenter.h"
+#include "settings/Notifications.h"
 #include "tasks/DispatchQueue.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
@@ -68,8 +68,8 @@ RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCac
     connect(advancedButton_, &QAbstractButton::clicked, this, &RuleRowView::openAdvanced);
     connect(deleteButton_, &QAbstractButton::clicked, this, &RuleRowView::deleteRule);
     connect(&icons_, &ApplicationIconCache::iconsArrived, this, &RuleRowView::showIcon);
-    services_.notificationCenter.observe(notifications::kRefusedHotkeysDidChange, this,
-                                         [this] { refreshRefusal(); });
+    connect(&services_.notifications, &Notifications::refusedHotkeysDidChange, this,
+            &RuleRowView::refreshRefusal);
 }
 
 RuleRowView::~RuleRowView() = default;

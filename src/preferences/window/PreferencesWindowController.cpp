@@ -16,7 +16,7 @@
 #include "preferences/window/ContainerViewController.h"
 #include "preferences/window/TabBarView.h"
 #include "settings/L.h"
-#include "settings/NotificationCenter.h"
+#include "settings/Notifications.h"
 #include "tasks/DispatchQueue.h"
 #include "ui/windows/KeyScreen.h"
 #include "ui/windows/Sheet.h"
@@ -71,8 +71,8 @@ PreferencesWindowController::PreferencesWindowController(PreferencesServices ser
     window_->setWindowTitle(L::preferencesTitle());
     buildContainer();
     showTab(kRulesTab);
-    services_.notificationCenter.observe(notifications::kLanguageDidChange, this,
-                                         [this] { languageChanged(); });
+    connect(&services_.notifications, &Notifications::languageDidChange, this,
+            &PreferencesWindowController::languageChanged);
 }
 
 PreferencesWindowController::~PreferencesWindowController() = default;

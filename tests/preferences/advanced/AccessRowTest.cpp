@@ -60,7 +60,7 @@ TEST_F(AccessRow, AccessThatIsGrantedShowsAtOnce) {
     tap_.setPermission(true);
     manager().reinstallEventTap();
     EXPECT_NE(accessibilityButton(), nullptr);
-    center_.post(notifications::kAccessibilityGranted);
+    Q_EMIT notifications_.accessibilityGranted();
     EXPECT_EQ(subtitle(tab().accessibilityRow()), L::accessGranted());
     EXPECT_EQ(rows().size(), 6);
     EXPECT_EQ(rows().last(), tab().accessibilityRow());
@@ -73,7 +73,7 @@ TEST_F(AccessRow, OutOfViewItHearsNothingButLooksAgainWhenItComesBack) {
     const SettingRow *const before = tab().accessibilityRow();
     tap_.setPermission(true);
     manager().reinstallEventTap();
-    center_.post(notifications::kAccessibilityGranted);
+    Q_EMIT notifications_.accessibilityGranted();
     EXPECT_EQ(tab().accessibilityRow(), before);
     show();
     EXPECT_EQ(subtitle(tab().accessibilityRow()), L::accessGranted());

@@ -89,8 +89,8 @@ TEST_F(SettingPopups, LanguagesAreNamedInThemselves) {
 TEST_F(SettingPopups, ALanguageIsStoredAndThenAnnounced) {
     QObject context;
     QStringList heard;
-    center_.observe(notifications::kLanguageDidChange, &context,
-                    [&] { heard.append(*defaults_.string(u"appLanguage"_s)); });
+    QObject::connect(&notifications_, &Notifications::languageDidChange, &context,
+                     [&] { heard.append(*defaults_.string(u"appLanguage"_s)); });
     const Popup popup = languagePopup();
     pick(popup, 0);
     pick(popup, 0);

@@ -134,8 +134,8 @@ TEST_F(HotkeyRecordingTest, AReinstalledTapKeepsRecording) {
 
 TEST_F(HotkeyRecordingTest, WithoutATapAToastSaysWhatIsMissing) {
     int wishes = 0;
-    center_.observe(notifications::kOpenPreferencesToAccessibility, field_,
-                    [&wishes] { ++wishes; });
+    QObject::connect(&notifications_, &Notifications::openPreferencesToAccessibility, field_,
+                     [&wishes] { ++wishes; });
     manager().teardownEventTap();
     click();
     mainQueue_.runAll();

@@ -372,7 +372,7 @@ TEST_F(RuleRowViewTest, AHotkeyHeldByAnotherProgramIsSigned) {
     EXPECT_EQ(refusedSign()->toolTip(), u"Another program is using this hotkey"_s);
     EXPECT_EQ(row_->hotkeyRecorder()->accessibleDescription(), refusedSign()->toolTip());
     tap_.setHeldByOthers({});
-    center_.post(notifications::kRefusedHotkeysDidChange);
+    Q_EMIT notifications_.refusedHotkeysDidChange();
     EXPECT_TRUE(refusedSign()->isHidden());
     EXPECT_EQ(row_->hotkeyRecorder()->accessibleDescription(), QString());
 }

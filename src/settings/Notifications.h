@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QObject>
+
+namespace kestrelbay {
+
+/// News between parts of the program that do not know each other. Main thread. Whoever
+/// hears of one may destroy anything but this.
+class Notifications final : public QObject {
+    Q_OBJECT
+
+Q_SIGNALS:
+    /// The system now lets the program see keys.
+    void accessibilityGranted();
+    /// A wish: show the preferences at the row of that permission.
+    void openPreferencesToAccessibility();
+    /// Texts now come out in the chosen language, which may be the one from before.
+    void languageDidChange();
+    /// Other programs hold other hotkeys of the rules than before.
+    void refusedHotkeysDidChange();
+};
+
+}  // namespace kestrelbay
