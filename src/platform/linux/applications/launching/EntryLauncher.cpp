@@ -95,7 +95,7 @@ QString notInstalled(const QString &path) {
 
 }  // namespace
 
-EntryLauncher::EntryLauncher(QString displayName, LaunchedProcesses &processes, SessionBus &bus,
+EntryLauncher::EntryLauncher(QString displayName, LaunchedProcesses &processes, LaunchBus &bus,
                              ServerTime serverTime)
     : displayName_(std::move(displayName)),
       processes_(processes),
@@ -159,7 +159,7 @@ struct EntryLauncher::Child {
 
 QString EntryLauncher::spawn(GAppInfo *application, const QString &entryPath, const QString &id,
                              const QStringList &uris, const QString &startupId) {
-    bus_.connect();
+    connect();
     const GObjectPtr<GAppLaunchContext> context(g_app_launch_context_new());
     for (const char *name : kOwnVariables)
         g_app_launch_context_unsetenv(context.get(), name);
