@@ -28,7 +28,11 @@ CLEAN_TREE = {
     "platform/linux/x11/connection/X.h": "#include <xcb/xcb.h>\n",
     "platform/linux/x11/keyboard/XTap.h":
         '#include "platform/EventTap.h"\n#include "platform/linux/x11/connection/X.h"\n',
-    "platform/linux/desktop/Tray.cpp": '#include "platform/linux/glib/Ptr.h"\n',
+    "platform/linux/bus/Bus.h": "#include <QDBusConnection>\n",
+    "platform/linux/desktop/Tray.cpp":
+        '#include <QDBusMessage>\n#include "platform/linux/bus/Bus.h"\n'
+        '#include "platform/linux/glib/Ptr.h"\n',
+    "platform/linux/applications/launching/Launch.h": '#include "platform/linux/bus/Bus.h"\n',
     "platform/macos/Tap.mm":
         "#import <Cocoa/Cocoa.h>\n#include <TargetConditionals.h>\n#if TARGET_OS_OSX\n#endif\n",
     "ui/look/Colors.h": '#include <QColor>\n#include "settings/L.h"\n',
@@ -121,6 +125,11 @@ PLANTED = {
         ("app/toasts/A.cpp", '#include "preferences/window/Window.h"', "window/Window.h"),
     "a part of the application includes another":
         ("app/toasts/A.cpp", '#include "app/instance/Service.cpp"', "app/instance/Service.cpp"),
+    "a back end's root talks D-Bus":
+        ("platform/linux/A.cpp", "#include <QDBusMessage>", "QtDBus"),
+    "the tap talks D-Bus":
+        ("platform/linux/x11/keyboard/A.cpp", '#include "platform/linux/bus/Bus.h"',
+         "platform/linux/bus/Bus.h"),
     "a toast talks D-Bus": ("app/toasts/A.cpp", "#include <QDBusMessage>", "QtDBus"),
     "the preferences include the application":
         ("preferences/rules/A.cpp", '#include "app/toasts/Toast.h"', "app/toasts/Toast.h"),

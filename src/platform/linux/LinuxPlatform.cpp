@@ -7,6 +7,7 @@
 
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
+#include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/desktop/AutostartLoginItem.h"
 #include "platform/linux/desktop/CanberraSounds.h"
 #include "platform/linux/desktop/JsonUserDefaults.h"
@@ -14,7 +15,6 @@
 #include "platform/linux/desktop/PortalSystemSettings.h"
 #include "platform/linux/desktop/SoundFiles.h"
 #include "platform/linux/desktop/SyslogLog.h"
-#include "platform/linux/glib/BusListener.h"
 #include "platform/linux/x11/connection/DisplayDiagnostics.h"
 #include "platform/linux/x11/connection/XConnection.h"
 #include "platform/linux/x11/keyboard/XEventTap.h"
@@ -101,15 +101,15 @@ NativeWindow &LinuxPlatform::nativeWindow() {
     return *nativeWindow_;
 }
 
-BusListener &LinuxPlatform::bus() {
+SessionBus &LinuxPlatform::bus() {
     if (!bus_)
-        bus_ = std::make_unique<BusListener>();
+        bus_ = std::make_unique<SessionBus>();
     return *bus_;
 }
 
 PortalSystemSettings &LinuxPlatform::portalSettings() {
     if (!systemSettings_) {
-        systemSettings_ = std::make_unique<PortalSystemSettings>(bus());
+        systemSettings_ = std::make_unique<PortalSystemSettings>(bus().connection());
         systemSettings_->addObserver([this] {
             if (statusArea_)
                 statusArea_->colorSchemeChanged();
@@ -127,8 +127,8 @@ LinuxStatusArea &LinuxPlatform::linuxStatusArea() {
         LinuxStatusArea::Settings settings;
         settings.displayName = displayName_;
         settings.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
-        statusArea_ =
-            std::make_unique<LinuxStatusArea>(bus(), portalSettings(), std::move(settings));
+        statusArea_ = std::make_unique<LinuxStatusArea>(bus().connection(), portalSettings(),
+                                                        std::move(settings));
     }
     return *statusArea_;
 }
@@ -147,7 +147,7 @@ std::vector<std::pair<QString, QString>> LinuxPlatform::diagnostics() {
         pairs.push_back(std::move(pair));
     linuxStatusArea().waitForAnswer();
     pairs.emplace_back(QStringLiteral("Tray"), linuxStatusArea().description());
-    pairs.emplace_back(QStringLiteral("Session bus"), bus().isConnected()
+    pairs.emplace_back(QStringLiteral("Session bus"), bus().connection().isConnected()
                                                           ? QStringLiteral("reachable")
                                                           : QStringLiteral("not reachable"));
     pairs.emplace_back(QStringLiteral("Portal"), portalSettings().isPortalPresent()

@@ -14,9 +14,9 @@ class GrabFocusFilter;
 }
 
 class AutostartLoginItem;
-class BusListener;
 class LinuxStatusArea;
 class PortalSystemSettings;
+class SessionBus;
 
 /// The services of an X11 session. Each is made when it is first asked for, so
 /// that asking for the start-up problem needs none of them.
@@ -48,7 +48,7 @@ public:
     [[nodiscard]] QString startupProblem() const override;
 
 private:
-    [[nodiscard]] BusListener &bus();
+    [[nodiscard]] SessionBus &bus();
     [[nodiscard]] PortalSystemSettings &portalSettings();
     [[nodiscard]] LinuxStatusArea &linuxStatusArea();
 
@@ -63,7 +63,7 @@ private:
     std::unique_ptr<EventTap> tap_;
     std::unique_ptr<AutostartLoginItem> loginItem_;
     std::unique_ptr<NativeWindow> nativeWindow_;
-    std::unique_ptr<BusListener> bus_;
+    std::unique_ptr<SessionBus> bus_;
     std::unique_ptr<PortalSystemSettings> systemSettings_;
     std::unique_ptr<LinuxStatusArea> statusArea_;
 };

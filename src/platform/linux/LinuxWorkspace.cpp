@@ -39,6 +39,7 @@ LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log)
           displayName, [this](std::int64_t pid) { return processes_.entryOf(pid); })),
       launcher_(displayName, processes_, bus_, [this] { return mirror_->serverTime(); }),
       index_([this] { lookAhead(); }) {
+    index_.loop().post([this] { launcher_.connect(); });
     const XConnection &connection = mirror_->windowSystem().connection();
     if (!connection.isUsable()) {
         log.write(QStringLiteral("KestrelBay [WARN] no X server: windows can't be seen"));

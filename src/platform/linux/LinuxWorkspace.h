@@ -7,8 +7,8 @@
 #include "platform/Workspace.h"
 #include "platform/linux/applications/entries/ApplicationIndexKeeper.h"
 #include "platform/linux/applications/launching/EntryLauncher.h"
+#include "platform/linux/applications/launching/LaunchBus.h"
 #include "platform/linux/applications/launching/LaunchedProcesses.h"
-#include "platform/linux/glib/SessionBus.h"
 #include "platform/linux/x11/windows/WindowEventPump.h"
 #include "platform/linux/x11/windows/WindowMirror.h"
 
@@ -42,7 +42,7 @@ private:
     void lookAhead();
 
     LaunchedProcesses processes_;
-    SessionBus bus_;
+    LaunchBus bus_;
     std::shared_ptr<WindowMirror> mirror_;
     EntryLauncher launcher_;
     std::unique_ptr<WindowEventPump> pump_;

@@ -312,12 +312,12 @@ TEST_F(WorkspaceLaunch, AskedByDBusWhereThatIsWanted) {
         EXPECT_EQ(startNew(path, list({"x"})), QString());
         EXPECT_EQ(start().extra(), list({"x"}));
     }
-    {
+    for (const auto manner : {BusService::Manner::Refuses, BusService::Manner::Dies}) {
         const BusService service(QStringLiteral("org.example.My-App"),
-                                 QStringLiteral("/org/example/My_App"), kApplicationXml,
-                                 BusService::Manner::Refuses);
+                                 QStringLiteral("/org/example/My_App"), kApplicationXml, manner);
         EXPECT_TRUE(open(path));
         EXPECT_EQ(start().extra(), QStringList());
+        EXPECT_EQ(service.calls().size(), 1);
     }
     // Nobody has the name.
     EXPECT_TRUE(workspace().openFiles({file}, QUrl::fromLocalFile(path)));

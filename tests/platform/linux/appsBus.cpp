@@ -46,7 +46,7 @@ void BusService::own(const QString &name, const QString &path, const char *inter
     owned_.notify_all();
 }
 
-void BusService::onCall(GDBusConnection *, const char *, const char *, const char *,
+void BusService::onCall(GDBusConnection *connection, const char *, const char *, const char *,
                         const char *method, GVariant *parameters, GDBusMethodInvocation *invocation,
                         gpointer data) {
     auto *self = static_cast<BusService *>(data);
@@ -68,6 +68,10 @@ void BusService::onCall(GDBusConnection *, const char *, const char *, const cha
             break;
         case Manner::KeepsSilent:
             g_object_unref(invocation);
+            break;
+        case Manner::Dies:
+            g_object_unref(invocation);
+            g_dbus_connection_close_sync(connection, nullptr, nullptr);
             break;
     }
 }

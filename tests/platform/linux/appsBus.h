@@ -16,7 +16,13 @@ namespace kestrelbay::testing {
 /// A program on the session bus that owns one name and takes every call.
 class BusService {
 public:
-    enum class Manner { Answers, Refuses, KeepsSilent };
+    enum class Manner {
+        Answers,
+        Refuses,
+        KeepsSilent,
+        /// Leaves the bus over the first call.
+        Dies,
+    };
 
     /// Waits until the name is there.
     BusService(const QString &name, const QString &path, const char *interfaceXml, Manner manner);

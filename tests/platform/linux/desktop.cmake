@@ -12,6 +12,7 @@ add_custom_command(OUTPUT ${KESTRELBAY_TEST_SCHEMAS}/gschemas.compiled
 kestrelbay_test(linux_desktop_tests LABEL display
     SOURCES
         linux/LinuxPlatformDiagnosticsTest.cpp
+        linux/bus/SessionBusTest.cpp
         linux/desktop/LinuxStatusAreaTest.cpp
         linux/desktop/PortalSystemSettingsTest.cpp
         linux/x11/panels/X11NativeWindowManagedTest.cpp

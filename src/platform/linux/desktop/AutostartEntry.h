@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "platform/linux/glib/GObjectPtr.h"
+#include "platform/linux/glib/KeyFile.h"
 
 namespace kestrelbay {
 
@@ -27,7 +27,7 @@ public:
     };
 
     /// Starts nothing yet.
-    AutostartEntry();
+    AutostartEntry() = default;
 
     /// No value when the text is not in the format of desktop entries.
     [[nodiscard]] static std::optional<AutostartEntry> parse(const QByteArray &text);
@@ -43,24 +43,16 @@ public:
     /// folder that matters less.
     void hide();
 
-    [[nodiscard]] QByteArray text() const;
+    [[nodiscard]] QByteArray text() const { return file_.text(); }
 
 private:
-    explicit AutostartEntry(GKeyFilePtr file);
+    explicit AutostartEntry(KeyFile file);
 
-    [[nodiscard]] bool has(const char *key) const;
-    [[nodiscard]] bool boolean(const char *key, bool whenAbsent) const;
-    [[nodiscard]] QString string(const char *key) const;
-    [[nodiscard]] QStringList list(const char *key) const;
-    void set(const char *key, const QString &value);
-    void erase(const char *key);
-
-    [[nodiscard]] bool isApplication() const;
     [[nodiscard]] bool isShownIn(const QStringList &desktops) const;
     [[nodiscard]] bool tryExecIsThere() const;
     [[nodiscard]] bool execLeadsTo(const QString &executable) const;
 
-    GKeyFilePtr file_;
+    KeyFile file_;
 };
 
 }  // namespace kestrelbay

@@ -1,8 +1,7 @@
 #include "platform/linux/desktop/DesktopColorScheme.h"
 
+#include <memory>
 #include <utility>
-
-#include "platform/linux/glib/GObjectPtr.h"
 
 namespace kestrelbay {
 
@@ -26,53 +25,53 @@ GObjectPtr<GSettings> interfaceSettings() {
 
 }  // namespace
 
-struct DesktopColorScheme::Remote {
-    Remote(std::shared_ptr<MainThreadInbox> inboxOfOwner, Handler handlerOfOwner)
-        : inbox(std::move(inboxOfOwner)), handler(std::move(handlerOfOwner)) {}
-
-    void start() {
-        settings = interfaceSettings();
-        if (settings)
-            g_signal_connect(settings.get(), "changed::color-scheme",
-                             G_CALLBACK(&Remote::onChanged), this);
-        tell();
-    }
-
-    void stop() {
-        if (settings)
-            g_signal_handlers_disconnect_by_data(settings.get(), this);
-    }
-
-    void tell() const {
-        std::optional<ColorScheme> scheme;
-        if (settings) {
-            const GVariantPtr value(g_settings_get_value(settings.get(), kKey));
-            const bool isText = g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING);
-            scheme =
-                isText && qstrcmp(g_variant_get_string(value.get(), nullptr), "prefer-dark") == 0
-                    ? ColorScheme::Dark
-                    : ColorScheme::Light;
-        }
-        inbox->post([kept = handler, scheme] { kept(scheme); });
-    }
-
-    static void onChanged(GSettings *, const char *, gpointer self) {
-        static_cast<Remote *>(self)->tell();
-    }
-
-    const std::shared_ptr<MainThreadInbox> inbox;
-    const Handler handler;
-    GObjectPtr<GSettings> settings;
-};
-
-DesktopColorScheme::DesktopColorScheme(BackgroundLoop &loop, std::shared_ptr<MainThreadInbox> inbox,
-                                       Handler handler)
-    : loop_(loop), remote_(new Remote(std::move(inbox), std::move(handler))) {
-    loop_.post([remote = remote_.get()] { remote->start(); });
+DesktopColorScheme::DesktopColorScheme(Handler handler) : handler_(std::move(handler)) {
+    loop_.post([this] { start(); });
 }
 
 DesktopColorScheme::~DesktopColorScheme() {
-    loop_.post([remote = std::shared_ptr<Remote>(std::move(remote_))] { remote->stop(); });
+    loop_.post([this] {
+        if (settings_)
+            g_signal_handlers_disconnect_by_data(settings_.get(), this);
+        settings_.reset();
+    });
+}
+
+std::optional<ColorScheme> DesktopColorScheme::waitForFirst(std::chrono::milliseconds longest) {
+    const bool isKnown = first_.wait_for(longest) == std::future_status::ready;
+    return isKnown ? first_.get() : std::nullopt;
+}
+
+void DesktopColorScheme::start() {
+    settings_ = interfaceSettings();
+    if (settings_)
+        g_signal_connect(settings_.get(), "changed::color-scheme",
+                         G_CALLBACK(&DesktopColorScheme::onChanged), this);
+    const std::optional<ColorScheme> scheme = read();
+    firstPromise_.set_value(scheme);
+    tell(scheme);
+    // GSettings hears of changes over it.
+    bus_.keep();
+}
+
+void DesktopColorScheme::tell(std::optional<ColorScheme> scheme) {
+    QMetaObject::invokeMethod(
+        &receiver_, [handler = handler_, scheme] { handler(scheme); }, Qt::QueuedConnection);
+}
+
+std::optional<ColorScheme> DesktopColorScheme::read() const {
+    if (!settings_)
+        return std::nullopt;
+    const GVariantPtr value(g_settings_get_value(settings_.get(), kKey));
+    const bool isText = g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING);
+    return isText && qstrcmp(g_variant_get_string(value.get(), nullptr), "prefer-dark") == 0
+               ? ColorScheme::Dark
+               : ColorScheme::Light;
+}
+
+void DesktopColorScheme::onChanged(GSettings *, const char *, gpointer self) {
+    auto *scheme = static_cast<DesktopColorScheme *>(self);
+    scheme->tell(scheme->read());
 }
 
 }  // namespace kestrelbay

@@ -2,62 +2,80 @@
 
 #include <utility>
 
+#include <QDBusError>
+#include <QDBusPendingCallWatcher>
+#include <QDBusVariant>
 #include <QStringList>
+
+using namespace Qt::StringLiterals;
 
 namespace kestrelbay {
 
 namespace {
 
-constexpr BusWatch::Service kWatcher{.name = "org.kde.StatusNotifierWatcher",
-                                     .path = "/StatusNotifierWatcher",
-                                     .interface = "org.kde.StatusNotifierWatcher"};
+/// The name of the service and of its interface.
+constexpr QLatin1StringView kWatcher{"org.kde.StatusNotifierWatcher"};
+constexpr QLatin1StringView kWatcherPath{"/StatusNotifierWatcher"};
 
-constexpr std::chrono::milliseconds kLongestWatcherWait{100};
+constexpr int kLongestWatcherWaitMilliseconds = 100;
+constexpr int kLongestWatcherCallMilliseconds = 5000;
 
-bool isTrue(GVariant *reply) {
-    if (!reply || !g_variant_is_of_type(reply, G_VARIANT_TYPE("(v)")))
-        return false;
-    const GVariantPtr wrapped(g_variant_get_child_value(reply, 0));
-    const GVariantPtr value(g_variant_get_variant(wrapped.get()));
-    return g_variant_is_of_type(value.get(), G_VARIANT_TYPE_BOOLEAN) &&
-           g_variant_get_boolean(value.get());
+QDBusMessage hostQuestion() {
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        kWatcher, kWatcherPath, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    message.setArguments({QString(kWatcher), u"IsStatusNotifierHostRegistered"_s});
+    message.setAutoStartService(false);
+    return message;
 }
 
 }  // namespace
 
-LinuxStatusArea::LinuxStatusArea(BusListener &listener, const SystemSettings &systemSettings,
+LinuxStatusArea::LinuxStatusArea(const QDBusConnection &bus, const SystemSettings &systemSettings,
                                  Settings settings)
     : systemSettings_(systemSettings),
       settings_(std::move(settings)),
+      bus_(bus),
+      watcherWatch_(kWatcher, bus_, QDBusServiceWatcher::WatchForOwnerChange),
       embedTray_(settings_.displayName, [this] {
           settle();
           if (darkHandler_)
               darkHandler_();
       }) {
-    watcher_ = std::make_unique<BusWatch>(
-        listener, inbox_, kWatcher,
-        BusWatch::Handlers{.appeared = [this] { askForHost(); },
-                           .vanished = [this] { setHost(false); },
-                           .signal = [this](const QString &, GVariant *) { askForHost(); }});
+    connect(&watcherWatch_, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &, const QString &owner) {
+                if (owner.isEmpty())
+                    setHost(false);
+                else
+                    askForHost();
+            });
+    for (const QString &change :
+         {u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s})
+        bus_.connect(kWatcher, kWatcherPath, kWatcher, change, this, SLOT(askForHost()));
+    askForHost();
     grace_.setSingleShot(true);
-    QObject::connect(&grace_, &QTimer::timeout, &grace_, [this] { settle(); });
+    connect(&grace_, &QTimer::timeout, this, [this] { settle(); });
     grace_.start(settings_.graceForNotifiers);
-}
-
-LinuxStatusArea::~LinuxStatusArea() {
-    inbox_->close();
 }
 
 void LinuxStatusArea::whenAvailable(std::function<void()> handler) {
     availableHandler_ = std::move(handler);
     // Whoever asks is not called back before this call is over.
-    inbox_->post([this] { settle(); });
+    QMetaObject::invokeMethod(
+        this, [this] { settle(); }, Qt::QueuedConnection);
 }
 
 void LinuxStatusArea::askForHost() {
-    watcher_->call("org.freedesktop.DBus.Properties", "Get",
-                   g_variant_new("(ss)", kWatcher.interface, "IsStatusNotifierHostRegistered"),
-                   [this](GVariant *reply) { setHost(isTrue(reply)); });
+    auto *call = new QDBusPendingCallWatcher(
+        bus_.asyncCall(hostQuestion(), kLongestWatcherCallMilliseconds), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
+        call->deleteLater();
+        takeAnswer(call->reply());
+    });
+}
+
+void LinuxStatusArea::takeAnswer(const QDBusMessage &answer) {
+    setHost(answer.type() == QDBusMessage::ReplyMessage &&
+            answer.arguments().value(0).value<QDBusVariant>().variant().toBool());
 }
 
 void LinuxStatusArea::setHost(bool present) {
@@ -67,16 +85,21 @@ void LinuxStatusArea::setHost(bool present) {
 }
 
 void LinuxStatusArea::waitForAnswer() {
-    inbox_->waitUntil([this] { return hasAnswer_; }, kLongestWatcherWait);
+    if (hasAnswer_)
+        return;
+    const QDBusMessage answer =
+        bus_.call(hostQuestion(), QDBus::Block, kLongestWatcherWaitMilliseconds);
+    if (QDBusError(answer).type() != QDBusError::NoReply)
+        takeAnswer(answer);
 }
 
 void LinuxStatusArea::settle() {
     if (!availableHandler_)
         return;
     const bool canEmbed = embedTray_.isPresent() && !grace_.isActive();
-    if (!hasHost_ && !canEmbed)
+    if (!hasHost() && !canEmbed)
         return;
-    settledForHost_ = hasHost_;
+    settledForHost_ = hasHost();
     std::exchange(availableHandler_, nullptr)();
 }
 
@@ -85,7 +108,7 @@ bool LinuxStatusArea::isKde() const {
 }
 
 bool LinuxStatusArea::isEmbedding() const {
-    return embedTray_.isPresent() && !settledForHost_.value_or(hasHost_);
+    return embedTray_.isPresent() && !settledForHost_.value_or(hasHost());
 }
 
 std::optional<bool> LinuxStatusArea::isDark() const {
@@ -108,7 +131,7 @@ void LinuxStatusArea::colorSchemeChanged() {
 QString LinuxStatusArea::description() const {
     if (isEmbedding())
         return QStringLiteral("XEmbed tray");
-    return hasHost_ ? QStringLiteral("StatusNotifier host") : QStringLiteral("none");
+    return hasHost() ? QStringLiteral("StatusNotifier host") : QStringLiteral("none");
 }
 
 }  // namespace kestrelbay

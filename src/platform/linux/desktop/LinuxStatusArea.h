@@ -2,23 +2,27 @@
 
 #include <chrono>
 #include <functional>
-#include <memory>
 #include <optional>
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusServiceWatcher>
+#include <QObject>
 #include <QString>
 #include <QTimer>
 
 #include "platform/StatusArea.h"
 #include "platform/SystemSettings.h"
 #include "platform/linux/desktop/XEmbedTray.h"
-#include "platform/linux/glib/BusListener.h"
 
 namespace kestrelbay {
 
 /// The tray of a Linux desktop: a panel that shows status notifiers or, failing that,
 /// one that embeds windows. Panels start at login, as this program does, so either
 /// is waited for as long as it takes.
-class LinuxStatusArea final : public StatusArea {
+class LinuxStatusArea final : public QObject, public StatusArea {
+    Q_OBJECT
+
 public:
     struct Settings {
         QString displayName;
@@ -30,10 +34,8 @@ public:
         std::chrono::milliseconds graceForNotifiers{2000};
     };
 
-    LinuxStatusArea(BusListener &listener, const SystemSettings &systemSettings, Settings settings);
-    ~LinuxStatusArea() override;
-    LinuxStatusArea(const LinuxStatusArea &) = delete;
-    LinuxStatusArea &operator=(const LinuxStatusArea &) = delete;
+    LinuxStatusArea(const QDBusConnection &bus, const SystemSettings &systemSettings,
+                    Settings settings);
 
     void whenAvailable(std::function<void()> handler) override;
     /// What an embedding tray says of its colours. Otherwise the panels of KDE follow
@@ -52,17 +54,21 @@ public:
     /// The system settings have another colour scheme.
     void colorSchemeChanged();
 
-private:
+private Q_SLOTS:
     void askForHost();
+
+private:
+    void takeAnswer(const QDBusMessage &answer);
     void setHost(bool present);
+    [[nodiscard]] bool hasHost() const { return hasHost_ && bus_.isConnected(); }
     void settle();
     [[nodiscard]] bool isKde() const;
     [[nodiscard]] bool isEmbedding() const;
 
     const SystemSettings &systemSettings_;
     const Settings settings_;
-    std::shared_ptr<MainThreadInbox> inbox_ = MainThreadInbox::make();
-    std::unique_ptr<BusWatch> watcher_;
+    QDBusConnection bus_;
+    QDBusServiceWatcher watcherWatch_;
     x11::XEmbedTray embedTray_;
     QTimer grace_;
     std::function<void()> availableHandler_;

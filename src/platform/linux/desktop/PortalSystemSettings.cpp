@@ -3,50 +3,83 @@
 #include <chrono>
 #include <utility>
 
+#include <QDBusConnectionInterface>
+#include <QDBusError>
+#include <QDBusPendingCallWatcher>
+
+using namespace Qt::StringLiterals;
+
 namespace kestrelbay {
 
 namespace {
 
 constexpr std::chrono::milliseconds kLongestPortalWait{100};
+/// A portal that is slower than this is treated like one that is not there.
+constexpr int kLongestPortalCallMilliseconds = 5000;
 
-constexpr BusWatch::Service kPortal{.name = "org.freedesktop.portal.Desktop",
-                                    .path = "/org/freedesktop/portal/desktop",
-                                    .interface = "org.freedesktop.portal.Settings"};
-constexpr const char *kNamespace = "org.freedesktop.appearance";
-constexpr const char *kColorSchemeKey = "color-scheme";
-constexpr guint32 kPrefersDark = 1;
+constexpr QLatin1StringView kPortal{"org.freedesktop.portal.Desktop"};
+constexpr QLatin1StringView kPortalPath{"/org/freedesktop/portal/desktop"};
+constexpr QLatin1StringView kPortalInterface{"org.freedesktop.portal.Settings"};
+constexpr QLatin1StringView kNamespace{"org.freedesktop.appearance"};
+constexpr QLatin1StringView kColorSchemeKey{"color-scheme"};
+constexpr QLatin1StringView kRead{"ReadOne"};
+/// Of portals before version 2 of the interface.
+constexpr QLatin1StringView kOlderRead{"Read"};
+constexpr uint kPrefersDark = 1;
 
 /// As the portal gives it; the older of its methods wraps it twice.
-std::optional<ColorScheme> schemeIn(GVariant *value) {
-    GVariantPtr inner(g_variant_ref(value));
-    while (g_variant_is_of_type(inner.get(), G_VARIANT_TYPE_VARIANT))
-        inner.reset(g_variant_get_variant(inner.get()));
-    if (!g_variant_is_of_type(inner.get(), G_VARIANT_TYPE_UINT32))
+std::optional<ColorScheme> schemeIn(QVariant value) {
+    while (value.metaType() == QMetaType::fromType<QDBusVariant>())
+        value = value.value<QDBusVariant>().variant();
+    if (value.metaType() != QMetaType::fromType<uint>())
         return std::nullopt;
-    return g_variant_get_uint32(inner.get()) == kPrefersDark ? ColorScheme::Dark
-                                                             : ColorScheme::Light;
+    return value.toUInt() == kPrefersDark ? ColorScheme::Dark : ColorScheme::Light;
 }
 
-GVariant *question() {
-    return g_variant_new("(ss)", kNamespace, kColorSchemeKey);
+QDBusMessage schemeQuestion(const QString &method) {
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(kPortal, kPortalPath, kPortalInterface, method);
+    message.setArguments({QString(kNamespace), QString(kColorSchemeKey)});
+    message.setAutoStartService(false);
+    return message;
+}
+
+bool isAnswer(const QDBusMessage &message) {
+    return message.type() == QDBusMessage::ReplyMessage;
+}
+
+bool isTimeout(const QDBusMessage &message) {
+    return QDBusError(message).type() == QDBusError::NoReply;
 }
 
 }  // namespace
 
-PortalSystemSettings::PortalSystemSettings(BusListener &listener) : listener_(listener) {
-    portal_ = std::make_unique<BusWatch>(
-        listener, inbox_, kPortal,
-        BusWatch::Handlers{.appeared = [this] { askPortal(); },
-                           .vanished = [this] { portalVanished(); },
-                           .signal = [this](const QString &member,
-                                            GVariant *values) { takeSignal(member, values); }});
-    inbox_->waitUntil([this] { return isSettled_; }, kLongestPortalWait);
-    if (!fromPortal_)
-        askDesktop();
-}
+PortalSystemSettings::PortalSystemSettings(const QDBusConnection &bus)
+    : bus_(bus), portalWatch_(kPortal, bus_, QDBusServiceWatcher::WatchForOwnerChange) {
+    connect(&portalWatch_, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &, const QString &owner) {
+                if (owner.isEmpty()) {
+                    portalVanished();
+                } else {
+                    isPortalPresent_ = true;
+                    askPortal(kRead);
+                }
+            });
+    // Qt looks for the types of a slot by name, and knows this one only once it was used.
+    qRegisterMetaType<QDBusVariant>();
+    bus_.connect(kPortal, kPortalPath, kPortalInterface, u"SettingChanged"_s, this,
+                 SLOT(takeChange(QString, QString, QDBusVariant)));
 
-PortalSystemSettings::~PortalSystemSettings() {
-    inbox_->close();
+    const QDeadlineTimer patience(kLongestPortalWait);
+    isPortalPresent_ = bus_.isConnected() && bus_.interface()->isServiceRegistered(kPortal);
+    if (isPortalPresent_)
+        waitForPortal(patience);
+    else
+        portalVanished();
+    if (desktop_) {
+        fromDesktop_ = desktop_->waitForFirst(std::chrono::milliseconds(patience.remainingTime()));
+        update();
+    }
 }
 
 void PortalSystemSettings::setColorSchemeHandler(std::function<void()> handler) {
@@ -57,68 +90,71 @@ void PortalSystemSettings::addObserver(std::function<void()> observer) {
     observers_.push_back(std::move(observer));
 }
 
-void PortalSystemSettings::askPortal() {
-    isPortalPresent_ = true;
-    portal_->call(kPortal.interface, "ReadOne", question(), [this](GVariant *reply) {
-        if (reply) {
-            takePortalValue(reply);
-            return;
-        }
-        // Portals before version 2 of this interface.
-        portal_->call(kPortal.interface, "Read", question(), [this](GVariant *older) {
-            if (older)
-                takePortalValue(older);
-            else
-                askDesktop();
-        });
+void PortalSystemSettings::waitForPortal(const QDeadlineTimer &patience) {
+    const auto ask = [&](const QString &method) {
+        return bus_.call(schemeQuestion(method), QDBus::Block,
+                         static_cast<int>(patience.remainingTime()));
+    };
+    QDBusMessage answer = ask(kRead);
+    if (!isAnswer(answer) && !isTimeout(answer))
+        answer = ask(kOlderRead);
+    // The answer to a call that was given up is lost; the next one is waited for by nobody.
+    if (isTimeout(answer))
+        askPortal(kRead);
+    takeAnswer(answer);
+}
+
+void PortalSystemSettings::askPortal(const QString &method) {
+    auto *call = new QDBusPendingCallWatcher(
+        bus_.asyncCall(schemeQuestion(method), kLongestPortalCallMilliseconds), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, method] {
+        call->deleteLater();
+        const QDBusMessage answer = call->reply();
+        if (!isAnswer(answer) && method == kRead)
+            askPortal(kOlderRead);
+        else
+            takeAnswer(answer);
     });
 }
 
-void PortalSystemSettings::portalVanished() {
-    isPortalPresent_ = false;
-    if (!std::exchange(wasStarted_, true))
-        portal_->startService();
-    if (!fromPortal_)
-        askDesktop();
-}
-
-void PortalSystemSettings::takeSignal(const QString &member, GVariant *parameters) {
-    if (member != QLatin1String("SettingChanged") ||
-        !g_variant_is_of_type(parameters, G_VARIANT_TYPE("(ssv)")))
-        return;
-    const char *space = nullptr;
-    const char *key = nullptr;
-    GVariant *value = nullptr;
-    g_variant_get(parameters, "(&s&sv)", &space, &key, &value);
-    const GVariantPtr owned(value);
-    if (qstrcmp(space, kNamespace) != 0 || qstrcmp(key, kColorSchemeKey) != 0)
-        return;
-    if (const auto scheme = schemeIn(owned.get())) {
-        fromPortal_ = scheme;
-        update();
-    }
-}
-
-void PortalSystemSettings::takePortalValue(GVariant *reply) {
-    if (g_variant_is_of_type(reply, G_VARIANT_TYPE("(v)"))) {
-        const GVariantPtr value(g_variant_get_child_value(reply, 0));
-        fromPortal_ = schemeIn(value.get());
-    }
-    isSettled_ = true;
+void PortalSystemSettings::takeAnswer(const QDBusMessage &answer) {
+    if (isAnswer(answer))
+        fromPortal_ = schemeIn(answer.arguments().value(0));
     if (!fromPortal_)
         askDesktop();
     update();
 }
 
+void PortalSystemSettings::takeChange(const QString &space, const QString &key,
+                                      const QDBusVariant &value) {
+    if (space != kNamespace || key != kColorSchemeKey)
+        return;
+    if (const auto scheme = schemeIn(value.variant())) {
+        fromPortal_ = scheme;
+        update();
+    }
+}
+
+void PortalSystemSettings::portalVanished() {
+    isPortalPresent_ = false;
+    if (!std::exchange(wasStarted_, true) && bus_.isConnected()) {
+        QDBusMessage message =
+            QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                           u"org.freedesktop.DBus"_s, u"StartServiceByName"_s);
+        message.setArguments({QString(kPortal), 0U});
+        bus_.send(message);
+    }
+    if (!fromPortal_)
+        askDesktop();
+}
+
 void PortalSystemSettings::askDesktop() {
     if (desktop_)
         return;
-    desktop_ = std::make_unique<DesktopColorScheme>(listener_.loop(), inbox_,
-                                                    [this](std::optional<ColorScheme> scheme) {
-                                                        fromDesktop_ = scheme;
-                                                        isSettled_ = true;
-                                                        update();
-                                                    });
+    desktop_ = std::make_unique<DesktopColorScheme>([this](std::optional<ColorScheme> scheme) {
+        fromDesktop_ = scheme;
+        update();
+    });
 }
 
 void PortalSystemSettings::update() {

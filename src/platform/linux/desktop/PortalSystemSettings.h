@@ -5,9 +5,15 @@
 #include <optional>
 #include <vector>
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+#include <QDeadlineTimer>
+#include <QObject>
+
 #include "platform/SystemSettings.h"
 #include "platform/linux/desktop/DesktopColorScheme.h"
-#include "platform/linux/glib/BusListener.h"
 
 namespace kestrelbay {
 
@@ -15,16 +21,15 @@ namespace kestrelbay {
 /// or without one, as GNOME's settings have it, and otherwise Light.
 ///
 /// A portal that goes leaves its last word behind: it is usually back in a moment.
-class PortalSystemSettings final : public SystemSettings {
+class PortalSystemSettings final : public QObject, public SystemSettings {
+    Q_OBJECT
+
 public:
     /// Waits for the first answer, at most 100 ms altogether, if the portal runs or
     /// there is none; a portal that has still to be started is not waited for. So the
     /// first window normally comes up in the right colours, and nothing hangs with a
     /// portal that hangs.
-    explicit PortalSystemSettings(BusListener &listener);
-    ~PortalSystemSettings() override;
-    PortalSystemSettings(const PortalSystemSettings &) = delete;
-    PortalSystemSettings &operator=(const PortalSystemSettings &) = delete;
+    explicit PortalSystemSettings(const QDBusConnection &bus);
 
     [[nodiscard]] std::optional<ColorScheme> colorScheme() const override { return scheme_; }
     void setColorSchemeHandler(std::function<void()> handler) override;
@@ -34,19 +39,21 @@ public:
     /// Another service of the platform that follows the colour scheme; called before
     /// the handler.
     void addObserver(std::function<void()> observer);
-    [[nodiscard]] bool isPortalPresent() const { return isPortalPresent_; }
+    [[nodiscard]] bool isPortalPresent() const { return isPortalPresent_ && bus_.isConnected(); }
+
+private Q_SLOTS:
+    void takeChange(const QString &space, const QString &key, const QDBusVariant &value);
 
 private:
-    void askPortal();
+    void waitForPortal(const QDeadlineTimer &patience);
+    void askPortal(const QString &method);
+    void takeAnswer(const QDBusMessage &answer);
     void portalVanished();
-    void takeSignal(const QString &member, GVariant *parameters);
-    void takePortalValue(GVariant *reply);
     void askDesktop();
     void update();
 
-    BusListener &listener_;
-    std::shared_ptr<MainThreadInbox> inbox_ = MainThreadInbox::make();
-    std::unique_ptr<BusWatch> portal_;
+    QDBusConnection bus_;
+    QDBusServiceWatcher portalWatch_;
     std::unique_ptr<DesktopColorScheme> desktop_;
     std::vector<std::function<void()>> observers_;
     std::function<void()> handler_;
@@ -56,8 +63,6 @@ private:
     ColorScheme scheme_ = ColorScheme::Light;
     bool isPortalPresent_ = false;
     bool wasStarted_ = false;
-    /// There is an answer, or nobody to wait for.
-    bool isSettled_ = false;
 };
 
 }  // namespace kestrelbay

@@ -22,7 +22,6 @@ using GObjectPtr = std::unique_ptr<T, ReleaseWith<g_object_unref>>;
 
 using GCharPtr = std::unique_ptr<char, ReleaseWith<g_free>>;
 using GStringList = std::unique_ptr<char *, ReleaseWith<g_strfreev>>;
-using GKeyFilePtr = std::unique_ptr<GKeyFile, ReleaseWith<g_key_file_unref>>;
 using GVariantPtr = std::unique_ptr<GVariant, ReleaseWith<g_variant_unref>>;
 using GSourcePtr = std::unique_ptr<GSource, ReleaseWith<g_source_unref>>;
 

@@ -9,6 +9,7 @@
 
 #include "fakes/FakeSystemSettings.h"
 #include "platform/StatusAreaContract.h"
+#include "platform/linux/bus/SessionBus.h"
 #include "support/FakeNotifierWatcher.h"
 #include "support/FakeTray.h"
 #include "support/Poll.h"
@@ -29,12 +30,11 @@ public:
     ~Panel() { qunsetenv(kAddressVariable); }
 
     void start(std::chrono::milliseconds grace, const QString &desktop = {}) {
-        listener_ = std::make_unique<BusListener>();
         LinuxStatusArea::Settings settings;
         settings.displayName = server_.displayName();
         settings.desktop = desktop;
         settings.graceForNotifiers = grace;
-        area_ = std::make_unique<LinuxStatusArea>(*listener_, scheme_, settings);
+        area_ = std::make_unique<LinuxStatusArea>(sessionBus_.connection(), scheme_, settings);
     }
     void ask() {
         area_->whenAvailable([this] { ++calls_; });
@@ -47,7 +47,7 @@ public:
     PrivateXServer server_;
     PrivateSessionBus bus_;
     FakeSystemSettings scheme_;
-    std::unique_ptr<BusListener> listener_;
+    SessionBus sessionBus_;
     std::unique_ptr<LinuxStatusArea> area_;
     std::optional<FakeTray> tray_;
     std::optional<FakeNotifierWatcher> watcher_;
@@ -183,11 +183,11 @@ TEST_F(LinuxStatusAreaTest, SurvivesTheEndOfTheBusAndOfTheDisplay) {
 }
 
 TEST(LinuxStatusAreaWithoutDisplay, IsNone) {
-    BusListener listener;
+    SessionBus bus;
     const FakeSystemSettings scheme;
     LinuxStatusArea::Settings settings;
     settings.displayName = QStringLiteral(":99999");
-    LinuxStatusArea area(listener, scheme, settings);
+    LinuxStatusArea area(bus.connection(), scheme, settings);
     area.whenAvailable([] { FAIL(); });
     area.waitForAnswer();
     EXPECT_EQ(area.description(), QStringLiteral("none"));

@@ -4,12 +4,17 @@
 #include <memory>
 #include <optional>
 
+#include <QCoreApplication>
+#include <QDBusConnectionInterface>
+#include <QDBusError>
+#include <QDBusMessage>
 #include <QElapsedTimer>
 #include <QFile>
 
 #include <gtest/gtest.h>
 
 #include "platform/SystemSettingsContract.h"
+#include "platform/linux/bus/SessionBus.h"
 #include "support/FakeSettingsPortal.h"
 #include "support/Poll.h"
 #include "support/PrivateSessionBus.h"
@@ -40,8 +45,8 @@ public:
         portal_.emplace(bus_.address(), scheme, manner);
     }
     void start() {
-        listener_ = std::make_unique<BusListener>();
-        settings_ = std::make_unique<PortalSystemSettings>(*listener_);
+        sessionBus_ = std::make_unique<SessionBus>();
+        settings_ = std::make_unique<PortalSystemSettings>(sessionBus_->connection());
         settings_->setColorSchemeHandler([this] { ++changes_; });
     }
     bool becomes(ColorScheme scheme) {
@@ -50,22 +55,19 @@ public:
     /// Everything the portal has told so far was taken in: an answer to a question
     /// comes after it.
     void settle() const {
-        bool answered = false;
-        const auto inbox = MainThreadInbox::make();
-        BusWatch watch(*listener_, inbox,
-                       {.name = "org.freedesktop.portal.Desktop",
-                        .path = "/org/freedesktop/portal/desktop",
-                        .interface = "org.freedesktop.portal.Settings"},
-                       {.appeared = [] {}, .vanished = [] {}, .signal = [](auto &&...) {}});
-        watch.call("org.freedesktop.portal.Settings", "Nothing", g_variant_new("()"),
-                   [&](GVariant *) { answered = true; });
-        EXPECT_TRUE(waitUntil([&] { return answered; }));
-        inbox->close();
+        // A connection holds signals back until the event loop has run.
+        QCoreApplication::processEvents();
+        const QDBusMessage answer = sessionBus_->connection().call(QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.portal.Desktop"),
+            QStringLiteral("/org/freedesktop/portal/desktop"),
+            QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Nothing")));
+        EXPECT_EQ(QDBusError(answer).type(), QDBusError::UnknownMethod);
+        QCoreApplication::sendPostedEvents();
     }
 
     PrivateSessionBus bus_;
     std::optional<Portal> portal_;
-    std::unique_ptr<BusListener> listener_;
+    std::unique_ptr<SessionBus> sessionBus_;
     std::unique_ptr<PortalSystemSettings> settings_;
     int changes_ = 0;
 };
@@ -144,7 +146,7 @@ TEST_F(PortalSystemSettingsTest, StartsInSpiteOfAPortalThatKeepsSilent) {
     portal_->setColorScheme(Portal::kPreferLight);
     EXPECT_TRUE(becomes(ColorScheme::Light));
     settings_.reset();
-    listener_.reset();
+    sessionBus_.reset();
     EXPECT_LT(time.elapsed(), 5000) << "waited for the portal at the end";
 }
 
@@ -191,6 +193,24 @@ TEST_F(PortalSystemSettingsTest, SurvivesTheEndOfTheBus) {
     EXPECT_EQ(settings_->colorScheme(), ColorScheme::Dark);
 }
 
+TEST_F(PortalSystemSettingsTest, FollowsTheDesktopWhenTheBusHasGone) {
+    setDesktopScheme("prefer-dark");
+    start();
+    EXPECT_TRUE(becomes(ColorScheme::Dark));
+    // GSettings has a connection of its own, which ends programs by default.
+    const auto names = [&] {
+        return sessionBus_->connection().interface()->registeredServiceNames().value().size();
+    };
+    constexpr int kTheBusQtAndGSettings = 3;
+    EXPECT_TRUE(waitUntil([&] { return names() == kTheBusQtAndGSettings; }));
+    bus_.process().kill();
+    EXPECT_TRUE(waitUntil([&] { return !sessionBus_->connection().isConnected(); }));
+    for (const bool dark : {false, true}) {
+        setDesktopScheme(dark ? "prefer-dark" : "prefer-light");
+        EXPECT_TRUE(becomes(dark ? ColorScheme::Dark : ColorScheme::Light));
+    }
+}
+
 TEST_F(PortalSystemSettingsTest, FollowsTheDesktopWithoutABus) {
     for (const char *address : {"", "unix:path=/nonexistent/bus"}) {
         qputenv(kAddressVariable, address);
@@ -198,9 +218,9 @@ TEST_F(PortalSystemSettingsTest, FollowsTheDesktopWithoutABus) {
         start();
         EXPECT_TRUE(becomes(ColorScheme::Dark));
         EXPECT_FALSE(settings_->isPortalPresent());
-        EXPECT_FALSE(listener_->isConnected());
+        EXPECT_FALSE(sessionBus_->connection().isConnected());
         settings_.reset();
-        listener_.reset();
+        sessionBus_.reset();
     }
 }
 

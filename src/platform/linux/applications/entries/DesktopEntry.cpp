@@ -10,7 +10,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
-#include "platform/linux/glib/GObjectPtr.h"
+#include "platform/linux/glib/KeyFile.h"
 
 namespace kestrelbay {
 
@@ -78,32 +78,6 @@ constexpr auto kWrappers = std::to_array<std::string_view>({
 });
 static_assert(std::is_sorted(kWrappers.begin(), kWrappers.end()));
 
-QString stringValue(GKeyFile *file, const char *key) {
-    const GCharPtr value(g_key_file_get_string(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr));
-    return value ? QString::fromUtf8(value.get()) : QString();
-}
-
-QString localeValue(GKeyFile *file, const char *key) {
-    const GCharPtr value(
-        g_key_file_get_locale_string(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr));
-    return QString::fromUtf8(value.get());
-}
-
-std::optional<QStringList> listValue(GKeyFile *file, const char *key) {
-    if (!g_key_file_has_key(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr))
-        return std::nullopt;
-    const GStringList values(
-        g_key_file_get_string_list(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr));
-    QStringList list;
-    for (char **value = values.get(); value && *value; ++value)
-        list.append(QString::fromUtf8(*value));
-    return list;
-}
-
-bool booleanValue(GKeyFile *file, const char *key) {
-    return g_key_file_get_boolean(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr) != FALSE;
-}
-
 QString baseName(const QString &program) {
     return program.section(u'/', -1);
 }
@@ -127,20 +101,22 @@ void locateExecutable(DesktopEntry &entry, const QString &program) {
     addName(entry.executableNames, real);
 }
 
-bool isShownIn(const DesktopEntry &entry, const QStringList &currentDesktops) {
-    for (const QString &desktop : currentDesktops) {
-        if (entry.onlyShowIn && entry.onlyShowIn->contains(desktop))
-            return true;
-        if (entry.notShowIn.contains(desktop))
-            return false;
-    }
-    return !entry.onlyShowIn;
-}
-
 }  // namespace
 
+bool isShownIn(const QStringList &currentDesktops, const std::optional<QStringList> &onlyShowIn,
+               const QStringList &notShowIn) {
+    for (const QString &desktop : currentDesktops) {
+        if (onlyShowIn && onlyShowIn->contains(desktop))
+            return true;
+        if (notShowIn.contains(desktop))
+            return false;
+    }
+    return !onlyShowIn;
+}
+
 bool belongsInMenus(const DesktopEntry &entry, const QStringList &currentDesktops) {
-    return !entry.hidden && !entry.noDisplay && isShownIn(entry, currentDesktops) &&
+    return !entry.hidden && !entry.noDisplay &&
+           isShownIn(currentDesktops, entry.onlyShowIn, entry.notShowIn) &&
            (entry.tryExec.isEmpty() || !QStandardPaths::findExecutable(entry.tryExec).isEmpty());
 }
 
@@ -180,29 +156,24 @@ QString programOfExec(const QString &exec) {
 
 std::optional<DesktopEntry> parseDesktopEntry(const QByteArray &text, const QString &path,
                                               const QString &id) {
-    const GKeyFilePtr file(g_key_file_new());
-    if (!g_key_file_load_from_data(file.get(), text.constData(), static_cast<gsize>(text.size()),
-                                   G_KEY_FILE_NONE, nullptr))
-        return std::nullopt;
-    if (stringValue(file.get(), G_KEY_FILE_DESKTOP_KEY_TYPE) !=
-        QLatin1String(G_KEY_FILE_DESKTOP_TYPE_APPLICATION))
+    const std::optional<KeyFile> file = KeyFile::parse(text);
+    if (!file || !file->isApplication())
         return std::nullopt;
 
     DesktopEntry entry;
     entry.path = path;
     entry.id = id;
-    entry.startupWmClass = stringValue(file.get(), G_KEY_FILE_DESKTOP_KEY_STARTUP_WM_CLASS);
-    entry.flatpakId = stringValue(file.get(), "X-Flatpak");
-    entry.snapName = stringValue(file.get(), "X-SnapInstanceName");
-    entry.name = localeValue(file.get(), G_KEY_FILE_DESKTOP_KEY_NAME);
-    entry.icon = localeValue(file.get(), G_KEY_FILE_DESKTOP_KEY_ICON);
-    entry.tryExec = stringValue(file.get(), G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
-    entry.onlyShowIn = listValue(file.get(), G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN);
-    entry.notShowIn =
-        listValue(file.get(), G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN).value_or(QStringList());
-    entry.noDisplay = booleanValue(file.get(), G_KEY_FILE_DESKTOP_KEY_NO_DISPLAY);
-    entry.hidden = booleanValue(file.get(), G_KEY_FILE_DESKTOP_KEY_HIDDEN);
-    entry.executablePath = programOfExec(stringValue(file.get(), G_KEY_FILE_DESKTOP_KEY_EXEC));
+    entry.startupWmClass = file->string(G_KEY_FILE_DESKTOP_KEY_STARTUP_WM_CLASS);
+    entry.flatpakId = file->string("X-Flatpak");
+    entry.snapName = file->string("X-SnapInstanceName");
+    entry.name = file->localized(G_KEY_FILE_DESKTOP_KEY_NAME);
+    entry.icon = file->localized(G_KEY_FILE_DESKTOP_KEY_ICON);
+    entry.tryExec = file->string(G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
+    entry.onlyShowIn = file->list(G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN);
+    entry.notShowIn = file->list(G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN).value_or(QStringList());
+    entry.noDisplay = file->boolean(G_KEY_FILE_DESKTOP_KEY_NO_DISPLAY);
+    entry.hidden = file->boolean(G_KEY_FILE_DESKTOP_KEY_HIDDEN);
+    entry.executablePath = programOfExec(file->string(G_KEY_FILE_DESKTOP_KEY_EXEC));
     addName(entry.executableNames, entry.executablePath);
     addName(entry.executableNames, entry.tryExec);
     return entry;

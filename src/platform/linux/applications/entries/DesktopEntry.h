@@ -54,6 +54,11 @@ struct DesktopEntry {
 /// particular first? Says nothing of shadowed entries. Looks for TryExec's program.
 [[nodiscard]] bool belongsInMenus(const DesktopEntry &entry, const QStringList &currentDesktops);
 
+/// Do these keys of an entry name the running desktop as one that it is for?
+[[nodiscard]] bool isShownIn(const QStringList &currentDesktops,
+                             const std::optional<QStringList> &onlyShowIn,
+                             const QStringList &notShowIn);
+
 /// The program that an Exec line starts, as it is written there, past `env` and its
 /// assignments. Empty when the line is broken.
 [[nodiscard]] QString programOfExec(const QString &exec);

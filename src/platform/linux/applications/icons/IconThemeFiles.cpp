@@ -1,14 +1,14 @@
 #include "platform/linux/applications/icons/IconThemeFiles.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include "platform/linux/applications/entries/ApplicationFolders.h"
-#include "platform/linux/glib/GObjectPtr.h"
+#include "platform/linux/glib/KeyFile.h"
 
 namespace kestrelbay {
 
@@ -30,41 +30,32 @@ QStringList iconFolders() {
     return folders;
 }
 
-/// Null when no folder has a readable index of this theme.
-GKeyFilePtr readIndex(const QStringList &roots, const QString &theme) {
-    for (const QString &root : roots) {
-        const QString path = root + u'/' + theme + QStringLiteral("/index.theme");
-        GKeyFilePtr file(g_key_file_new());
-        if (QFileInfo(path).isFile() &&
-            g_key_file_load_from_file(file.get(), QFile::encodeName(path).constData(),
-                                      G_KEY_FILE_NONE, nullptr))
-            return file;
-    }
-    return nullptr;
+/// None when no folder has a readable index of this theme.
+std::optional<KeyFile> readIndex(const QStringList &roots, const QString &theme) {
+    for (const QString &root : roots)
+        if (auto index = KeyFile::read(root + u'/' + theme + QStringLiteral("/index.theme")))
+            return index;
+    return std::nullopt;
 }
 
-QStringList names(GKeyFile *index, const char *key) {
-    const GCharPtr value(g_key_file_get_string(index, kThemeGroup, key, nullptr));
+QStringList names(const KeyFile &index, const char *key) {
     QStringList result;
-    for (const QString &name : QString::fromUtf8(value.get()).split(u',', Qt::SkipEmptyParts))
+    for (const QString &name : index.string(key, kThemeGroup).split(u',', Qt::SkipEmptyParts))
         result.append(name.trimmed());
     return result;
 }
 
-int number(GKeyFile *index, const QByteArray &group, const char *key, int otherwise) {
-    if (!g_key_file_has_key(index, group.constData(), key, nullptr))
-        return otherwise;
-    return std::clamp(g_key_file_get_integer(index, group.constData(), key, nullptr), 0,
-                      kLargestNumber);
+int number(const KeyFile &index, const char *group, const char *key, int otherwise) {
+    return index.has(key, group) ? std::clamp(index.number(key, group), 0, kLargestNumber)
+                                 : otherwise;
 }
 
-int distanceOf(GKeyFile *index, const QByteArray &group, int pixels) {
+int distanceOf(const KeyFile &index, const char *group, int pixels) {
     const int scale = number(index, group, "Scale", 1);
     const int size = number(index, group, "Size", 0);
     if (size * scale == pixels)
         return 0;
-    const GCharPtr type(g_key_file_get_string(index, group.constData(), "Type", nullptr));
-    if (qstrcmp(type.get(), "Scalable") == 0 &&
+    if (index.string("Type", group) == QLatin1String("Scalable") &&
         number(index, group, "MinSize", size) * scale <= pixels &&
         pixels <= number(index, group, "MaxSize", size) * scale)
         return kScalable;
@@ -87,13 +78,13 @@ void IconThemeFiles::addTheme(const QString &name) {
     if (name.isEmpty() || name.contains(u'/') || known_.contains(name))
         return;
     known_.append(name);
-    const GKeyFilePtr index = readIndex(roots_, name);
+    const std::optional<KeyFile> index = readIndex(roots_, name);
     if (!index)
         return;
     Theme theme;
     for (const char *key : {"Directories", "ScaledDirectories"})
-        for (const QString &folder : names(index.get(), key)) {
-            const int distance = distanceOf(index.get(), folder.toUtf8(), pixels_);
+        for (const QString &folder : names(*index, key)) {
+            const int distance = distanceOf(*index, folder.toUtf8().constData(), pixels_);
             for (const QString &root : roots_)
                 theme.push_back({.path = root + u'/' + name + u'/' + folder + u'/',
                                  .distance = distance,
@@ -103,7 +94,7 @@ void IconThemeFiles::addTheme(const QString &name) {
         return one.distance < other.distance;
     });
     themes_.push_back(std::move(theme));
-    for (const QString &parent : names(index.get(), "Inherits"))
+    for (const QString &parent : names(*index, "Inherits"))
         addTheme(parent);
 }
 

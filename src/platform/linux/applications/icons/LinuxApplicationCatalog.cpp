@@ -1,33 +1,20 @@
 #include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
 
-#include <QFile>
+#include <optional>
+
 #include <QFileInfo>
 
 #include "platform/linux/applications/entries/ApplicationFolders.h"
 #include "platform/linux/applications/icons/ListIconReader.h"
-#include "platform/linux/glib/GObjectPtr.h"
+#include "platform/linux/glib/KeyFile.h"
 
 namespace kestrelbay {
 
 namespace {
 
-/// Without anything in it when there is no such entry.
-GKeyFilePtr readEntry(const QString &path) {
-    GKeyFilePtr file(g_key_file_new());
-    if (QFileInfo(path).isFile())
-        g_key_file_load_from_file(file.get(), QFile::encodeName(path).constData(),
-                                  G_KEY_FILE_KEEP_TRANSLATIONS, nullptr);
-    return file;
-}
-
-QString valueOf(GKeyFile &file, const char *key) {
-    const GCharPtr value(
-        g_key_file_get_locale_string(&file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr));
-    return QString::fromUtf8(value.get());
-}
-
 QString iconName(const QString &path) {
-    return valueOf(*readEntry(path), G_KEY_FILE_DESKTOP_KEY_ICON);
+    const std::optional<KeyFile> entry = KeyFile::read(path);
+    return entry ? entry->localized(G_KEY_FILE_DESKTOP_KEY_ICON) : QString();
 }
 
 }  // namespace
@@ -43,12 +30,10 @@ std::vector<QImage> LinuxApplicationCatalog::listIcons(const QStringList &applic
 }
 
 QString LinuxApplicationCatalog::displayName(const QString &applicationPath) const {
-    const GKeyFilePtr entry = readEntry(applicationPath);
+    const std::optional<KeyFile> entry = KeyFile::read(applicationPath);
     // A link or a folder has a name too.
-    if (valueOf(*entry, G_KEY_FILE_DESKTOP_KEY_TYPE) !=
-        QLatin1StringView(G_KEY_FILE_DESKTOP_TYPE_APPLICATION))
-        return {};
-    return valueOf(*entry, G_KEY_FILE_DESKTOP_KEY_NAME);
+    return entry && entry->isApplication() ? entry->localized(G_KEY_FILE_DESKTOP_KEY_NAME)
+                                           : QString();
 }
 
 QStringList LinuxApplicationCatalog::applicationDirectories() const {

@@ -3,6 +3,7 @@
 #include <array>
 #include <atomic>
 #include <csignal>
+#include <optional>
 #include <utility>
 
 #include <gio/gdesktopappinfo.h>
@@ -10,18 +11,16 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QSysInfo>
 
 #include "platform/linux/applications/entries/ApplicationFolders.h"
 #include "platform/linux/applications/entries/DesktopEntry.h"
 #include "platform/linux/applications/launching/ExecLine.h"
+#include "platform/linux/glib/KeyFile.h"
 
 namespace kestrelbay {
 
 namespace {
-
-constexpr const char *kGroup = G_KEY_FILE_DESKTOP_GROUP;
 
 /// Meant for this process, or for the way it was started.
 constexpr auto kOwnVariables = std::to_array<const char *>(
@@ -46,42 +45,27 @@ void prepareChild(gpointer) {
         static_cast<void>(std::signal(signal, SIG_DFL));
 }
 
-GKeyFilePtr loadEntry(const QString &path) {
-    // A pipe of this name would never end.
-    if (!QFileInfo(path).isFile())
-        return nullptr;
-    GKeyFilePtr file(g_key_file_new());
-    const bool loaded = g_key_file_load_from_file(
-        file.get(), QFile::encodeName(path).constData(),
-        static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_TRANSLATIONS), nullptr);
-    const GCharPtr type(
-        loaded ? g_key_file_get_string(file.get(), kGroup, G_KEY_FILE_DESKTOP_KEY_TYPE, nullptr)
-               : nullptr);
-    return type && qstrcmp(type.get(), G_KEY_FILE_DESKTOP_TYPE_APPLICATION) == 0 ? std::move(file)
-                                                                                 : nullptr;
+std::optional<KeyFile> loadEntry(const QString &path) {
+    std::optional<KeyFile> entry = KeyFile::read(path);
+    if (entry && !entry->isApplication())
+        entry.reset();
+    return entry;
 }
 
-QString localizedValue(GKeyFile *file, const char *key) {
-    const GCharPtr value(g_key_file_get_locale_string(file, kGroup, key, nullptr, nullptr));
-    return QString::fromUtf8(value.get());
-}
-
-/// The application of a copy of the entry that is started by its Exec line, with the
-/// line rewritten.
-GObjectPtr<GAppInfo> rewrittenApplication(GKeyFile *file, const QString &path, FileCodes fileCodes,
+/// The application of the entry, to be started by its Exec line, which is rewritten.
+GObjectPtr<GAppInfo> rewrittenApplication(KeyFile &entry, const QString &path, FileCodes fileCodes,
                                           const QStringList &arguments) {
-    const GCharPtr exec(g_key_file_get_string(file, kGroup, G_KEY_FILE_DESKTOP_KEY_EXEC, nullptr));
     const std::optional<QString> line =
-        rewrittenExec(QString::fromUtf8(exec.get()),
-                      {.localizedName = localizedValue(file, G_KEY_FILE_DESKTOP_KEY_NAME),
-                       .icon = localizedValue(file, G_KEY_FILE_DESKTOP_KEY_ICON),
+        rewrittenExec(entry.string(G_KEY_FILE_DESKTOP_KEY_EXEC),
+                      {.localizedName = entry.localized(G_KEY_FILE_DESKTOP_KEY_NAME),
+                       .icon = entry.localized(G_KEY_FILE_DESKTOP_KEY_ICON),
                        .entryPath = path},
                       fileCodes, arguments);
     if (!line)
         return nullptr;
-    g_key_file_set_string(file, kGroup, G_KEY_FILE_DESKTOP_KEY_EXEC, line->toUtf8().constData());
-    g_key_file_remove_key(file, kGroup, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr);
-    GDesktopAppInfo *application = g_desktop_app_info_new_from_keyfile(file);
+    entry.set(G_KEY_FILE_DESKTOP_KEY_EXEC, *line);
+    entry.remove(G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE);
+    GDesktopAppInfo *application = g_desktop_app_info_new_from_keyfile(entry.get());
     return GObjectPtr<GAppInfo>(application ? G_APP_INFO(application) : nullptr);
 }
 
@@ -95,7 +79,7 @@ QString notInstalled(const QString &path) {
 
 }  // namespace
 
-EntryLauncher::EntryLauncher(QString displayName, LaunchedProcesses &processes, SessionBus &bus,
+EntryLauncher::EntryLauncher(QString displayName, LaunchedProcesses &processes, LaunchBus &bus,
                              ServerTime serverTime)
     : displayName_(std::move(displayName)),
       processes_(processes),
@@ -113,19 +97,18 @@ QString EntryLauncher::newStartupId() const {
 
 QString EntryLauncher::open(const QString &entryPath, const QStringList &uris) {
     const QString path = QDir::cleanPath(entryPath);
-    const GKeyFilePtr file = loadEntry(path);
-    if (!file)
+    std::optional<KeyFile> entry = loadEntry(path);
+    if (!entry)
         return unreadable(path);
     const QString id = desktopFileId(path, applicationFolders());
     const QString startupId = newStartupId();
 
     GObjectPtr<GAppInfo> application;
-    if (g_key_file_get_boolean(file.get(), kGroup, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE,
-                               nullptr)) {
+    if (entry->boolean(G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE)) {
         // A slow service has been told; starting a second one would be worse.
         if (bus_.activate(baseId(id), uris, startupId) != BusAnswer::Failed)
             return {};
-        application = rewrittenApplication(file.get(), path, FileCodes::Keep, {});
+        application = rewrittenApplication(*entry, path, FileCodes::Keep, {});
     } else if (GDesktopAppInfo *info =
                    g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData())) {
         application.reset(G_APP_INFO(info));
@@ -135,11 +118,11 @@ QString EntryLauncher::open(const QString &entryPath, const QStringList &uris) {
 
 QString EntryLauncher::startNew(const QString &entryPath, const QStringList &arguments) {
     const QString path = QDir::cleanPath(entryPath);
-    const GKeyFilePtr file = loadEntry(path);
-    if (!file)
+    std::optional<KeyFile> entry = loadEntry(path);
+    if (!entry)
         return unreadable(path);
     const GObjectPtr<GAppInfo> application =
-        rewrittenApplication(file.get(), path, FileCodes::Drop, arguments);
+        rewrittenApplication(*entry, path, FileCodes::Drop, arguments);
     return application ? spawn(application.get(), path, desktopFileId(path, applicationFolders()),
                                {}, newStartupId())
                        : notInstalled(path);
@@ -159,7 +142,7 @@ struct EntryLauncher::Child {
 
 QString EntryLauncher::spawn(GAppInfo *application, const QString &entryPath, const QString &id,
                              const QStringList &uris, const QString &startupId) {
-    bus_.connect();
+    connect();
     const GObjectPtr<GAppLaunchContext> context(g_app_launch_context_new());
     for (const char *name : kOwnVariables)
         g_app_launch_context_unsetenv(context.get(), name);

@@ -6,8 +6,9 @@
 #include <QString>
 #include <QStringList>
 
+#include "platform/linux/applications/launching/LaunchBus.h"
 #include "platform/linux/applications/launching/LaunchedProcesses.h"
-#include "platform/linux/glib/SessionBus.h"
+#include "platform/linux/glib/GioBus.h"
 
 namespace kestrelbay {
 
@@ -23,8 +24,11 @@ public:
     using ServerTime = std::function<std::uint32_t()>;
 
     /// An empty display name means the one of the environment.
-    EntryLauncher(QString displayName, LaunchedProcesses &processes, SessionBus &bus,
+    EntryLauncher(QString displayName, LaunchedProcesses &processes, LaunchBus &bus,
                   ServerTime serverTime);
+
+    /// Has GIO connect to the session bus, so that the first launch need not wait for it.
+    void connect() { gioBus_.keep(); }
 
     /// Launches it, with URIs if there are any. One that is D-Bus activatable is
     /// asked by D-Bus, and started by its Exec line when that fails.
@@ -44,7 +48,8 @@ private:
 
     const QString displayName_;
     LaunchedProcesses &processes_;
-    SessionBus &bus_;
+    LaunchBus &bus_;
+    GioBus gioBus_;
     const ServerTime serverTime_;
 };
 

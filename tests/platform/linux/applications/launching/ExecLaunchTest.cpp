@@ -5,8 +5,8 @@
 #include <gio/gdesktopappinfo.h>
 
 #include "platform/linux/applications/launching/ExecLine.h"
+#include "platform/linux/applications/launching/LaunchBus.h"
 #include "platform/linux/glib/GObjectPtr.h"
-#include "platform/linux/glib/SessionBus.h"
 
 namespace kestrelbay {
 namespace {

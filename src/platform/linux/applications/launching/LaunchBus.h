@@ -1,11 +1,11 @@
 #pragma once
 
-#include <mutex>
-
 #include <QString>
 #include <QStringList>
 
-#include "platform/linux/glib/GObjectPtr.h"
+#include "platform/linux/bus/SessionBus.h"
+
+class QDBusMessage;
 
 namespace kestrelbay {
 
@@ -20,7 +20,7 @@ enum class BusAnswer {
 
 /// The calls that launching makes on the session bus. Every call has an end; a
 /// missing bus is like a bus without anybody on it. Any thread.
-class SessionBus {
+class LaunchBus {
 public:
     /// org.freedesktop.Application of a D-Bus activatable application: Open with
     /// URIs, otherwise Activate. The service is started when it does not run.
@@ -34,19 +34,10 @@ public:
     /// manager. Does not wait for it.
     void moveToScope(const QString &applicationId, qint64 pid);
 
-    /// GLib connects to the bus at every launch; this keeps one connection for all,
-    /// and keeps the program alive when the bus goes away.
-    void connect();
-
-    /// Null without a bus.
-    [[nodiscard]] GObjectPtr<GDBusConnection> connection();
-
 private:
-    [[nodiscard]] BusAnswer call(const QString &name, const QString &path, const char *interface,
-                                 const char *method, GVariant *parameters);
+    [[nodiscard]] BusAnswer call(const QDBusMessage &message);
 
-    std::mutex mutex_;
-    GObjectPtr<GDBusConnection> connection_;
+    SessionBus bus_;
 };
 
 /// Name of the scope, with the application's id as systemd escapes it.

@@ -1,0 +1,40 @@
+#include "platform/linux/bus/SessionBus.h"
+
+#include <atomic>
+
+namespace kestrelbay {
+
+namespace {
+
+QString newName() {
+    static std::atomic<int> count = 0;
+    return QStringLiteral("kestrelbay-%1").arg(++count);
+}
+
+}  // namespace
+
+SessionBus::~SessionBus() {
+    if (!name_.isEmpty())
+        QDBusConnection::disconnectFromBus(name_);
+}
+
+QDBusConnection SessionBus::connection() {
+    // Qt opens this one once and for all.
+    const QDBusConnection shared = QDBusConnection::sessionBus();
+    if (shared.isConnected())
+        return shared;
+    const std::lock_guard lock(mutex_);
+    if (!name_.isEmpty()) {
+        const QDBusConnection own(name_);
+        if (own.isConnected())
+            return own;
+        QDBusConnection::disconnectFromBus(name_);
+    }
+    name_ = newName();
+    // libdbus looks for the address once as well.
+    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    return address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name_)
+                             : QDBusConnection::connectToBus(address, name_);
+}
+
+}  // namespace kestrelbay
