@@ -47,7 +47,10 @@ PrivateHome::PrivateHome() {
         environment);
     if (!waitUntil([&] { return bus_->output().endsWith('\n'); }))
         throw std::runtime_error("no session bus");
-    qputenv("DBUS_SESSION_BUS_ADDRESS", bus_->output().trimmed());
+    // The bus complains on the same stream about what it may not do.
+    for (const QByteArray &line : bus_->output().split('\n'))
+        if (line.startsWith("unix:"))
+            qputenv("DBUS_SESSION_BUS_ADDRESS", line);
 }
 
 PrivateHome::~PrivateHome() = default;
