@@ -39,6 +39,16 @@ bool isDropAccepted(const DropProposal &proposal) {
     return proposal.operation == DropOperation::Above;
 }
 
+std::optional<int> gapAt(int y, int pitch, int rows) {
+    if (y < 0 || y >= rows * pitch)
+        return y < 0 ? 0 : rows;
+    const int row = y / pitch;
+    const int within = y % pitch;
+    if (within < pitch / 4)
+        return row;
+    return within >= pitch - pitch / 4 ? std::optional(row + 1) : std::nullopt;
+}
+
 QString textOfDraggedRow(int row) {
     return QString::number(row);
 }
