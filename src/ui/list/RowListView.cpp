@@ -13,6 +13,7 @@
 
 #include "ui/list/DropLine.h"
 #include "ui/list/RowDrop.h"
+#include "ui/list/RowListAccessible.h"
 #include "ui/list/RowWidget.h"
 
 namespace kestrelbay {
@@ -33,6 +34,7 @@ RowListView::RowListView(QAbstractItemModel &model, RowDelegate::Rows rows, Time
       timers_(timers),
       rows_(new RowDelegate(std::move(rows), this)),
       dropLine_(new DropLine(viewport())) {
+    installRowListAccessibility();
     setItemDelegate(rows_);
     setModel(&model);
     setUniformItemSizes(true);
