@@ -8,8 +8,9 @@
 
 #include "core/RulesBench.h"
 #include "preferences/rules/ApplicationIconCache.h"
+#include "preferences/rules/RulesModel.h"
 #include "preferences/rules/RulesViewController.h"
-#include "ui/list/RowTableView.h"
+#include "ui/list/RowListView.h"
 #include "views/Frame.h"
 #include "views/Services.h"
 
@@ -42,7 +43,8 @@ public:
         services_.finishWork();
         paintFrame(view_);
     }
-    [[nodiscard]] RowTableView &table() { return *view_.tableView(); }
+    [[nodiscard]] RulesModel &model() { return *view_.model(); }
+    [[nodiscard]] RowListView &rows() { return *view_.listView(); }
 
 private:
     const std::vector<ShortcutRule> rules_ = manyRules(kRules);
@@ -53,7 +55,7 @@ private:
 
 void scrollRules(benchmark::State &state) {
     ShownList list;
-    QScrollBar &bar = *list.table().verticalScrollBar();
+    QScrollBar &bar = *list.rows().verticalScrollBar();
     int step = kStep;
     Milliseconds worst{0};
     for ([[maybe_unused]] auto _ : state) {
@@ -70,7 +72,7 @@ void scrollRules(benchmark::State &state) {
 void reloadRules(benchmark::State &state) {
     ShownList list;
     for ([[maybe_unused]] auto _ : state) {
-        list.table().reload();
+        list.model().reload();
         list.paint();
     }
 }

@@ -2,10 +2,17 @@
 
 #include <QApplication>
 #include <QLoggingCategory>
+#include <QTemporaryDir>
 
+#include <chrono>
 #include <cstdlib>
 
+#ifdef __linux__
+#include "platform/linux/desktop/JsonUserDefaults.h"
+#endif
 #include "platform/SystemSettings.h"
+#include "settings/Language.h"
+#include "settings/SettingsKeys.h"
 #include "ui/look/SystemColors.h"
 #include "ui/look/SystemStyle.h"
 
@@ -18,10 +25,20 @@ int main(int argc, char **argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setStyle(new kestrelbay::SystemStyle);
     QApplication::setPalette(kestrelbay::systemPalette(kestrelbay::ColorScheme::Light));
+#ifdef __linux__
+    // As in the program, where every text asks it for the language. The file counts as one
+    // that has not changed for long.
+    const QTemporaryDir folder;
+    kestrelbay::JsonUserDefaults defaults(folder.filePath(QStringLiteral("settings.json")),
+                                          std::chrono::nanoseconds::zero());
+    defaults.setString(QStringLiteral("appLanguage"), QStringLiteral("en"));
+    kestrelbay::Language::setDefaults(&defaults);
+#endif
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return EXIT_FAILURE;
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
+    kestrelbay::Language::setDefaults(nullptr);
     return EXIT_SUCCESS;
 }

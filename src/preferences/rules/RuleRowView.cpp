@@ -36,7 +36,7 @@ constexpr float kSelectionAlpha = 0.14F;
 
 RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCache &icons,
                          QWidget *parent)
-    : QWidget(parent),
+    : RowWidget(parent),
       services_(services),
       icons_(icons),
       iconView_(new SymbolView(this)),
@@ -118,6 +118,14 @@ void RuleRowView::setSelected(bool selected) {
         if (recorder)
             recorder->refreshDisplayColors();
     });
+}
+
+bool RuleRowView::takesAllKeys() const {
+    return hotkeyRecorder_->isRecording();
+}
+
+void RuleRowView::leftView() {
+    hotkeyRecorder_->stopRecording();
 }
 
 void RuleRowView::refreshRefusal() {

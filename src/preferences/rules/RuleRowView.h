@@ -3,12 +3,11 @@
 #include <memory>
 #include <optional>
 
-#include <QWidget>
-
 #include "model/ShortcutRule.h"
 #include "preferences/PreferencesServices.h"
 #include "preferences/recorder/HotkeyRecorderField.h"
 #include "preferences/rules/RuleRowViewDelegate.h"
+#include "ui/list/RowWidget.h"
 
 namespace kestrelbay {
 
@@ -26,7 +25,7 @@ class SymbolView;
 ///
 /// Paints the ground of a selected row itself. Works at any width; made for 52 px of
 /// height.
-class RuleRowView : public QWidget, private HotkeyRecorderDelegate {
+class RuleRowView : public RowWidget, private HotkeyRecorderDelegate {
     Q_OBJECT
 
 public:
@@ -46,8 +45,10 @@ public:
     [[nodiscard]] int rowIndex() const { return rowIndex_; }
     [[nodiscard]] HotkeyRecorderField *hotkeyRecorder() const { return hotkeyRecorder_; }
 
-    void setSelected(bool selected);
+    void setSelected(bool selected) override;
     [[nodiscard]] bool isSelected() const { return isSelected_; }
+    [[nodiscard]] bool takesAllKeys() const override;
+    void leftView() override;
 
     /// Looks whether another program holds the hotkey. Done by itself whenever
     /// that may have changed.

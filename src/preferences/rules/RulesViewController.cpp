@@ -7,13 +7,11 @@
 #include <utility>
 
 #include "hotkeys/ShortcutManager.h"
-#include "preferences/RuleRowTexts.h"
-#include "preferences/recorder/HotkeyWords.h"
 #include "preferences/rules/ApplicationIconCache.h"
 #include "preferences/rules/RuleRowView.h"
+#include "preferences/rules/RulesModel.h"
 #include "settings/L.h"
-#include "ui/list/RowDrop.h"
-#include "ui/list/RowTableView.h"
+#include "ui/list/RowListView.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/SymbolButton.h"
@@ -24,9 +22,9 @@ namespace kestrelbay {
 namespace {
 
 constexpr QSize kInitialSize{600, 440};
-constexpr int kTableTop = 8;
-constexpr int kTableSide = 16;
-constexpr int kTableBottom = 44;
+constexpr int kListTop = 8;
+constexpr int kListSide = 16;
+constexpr int kListBottom = 44;
 constexpr int kRowSpacing = 4;
 
 constexpr int kBarSide = 20;
@@ -47,26 +45,34 @@ RulesViewController::RulesViewController(const PreferencesServices &services,
       services_(services),
       icons_(icons),
       sheets_(std::move(sheets)),
-      tableView_(new RowTableView(*this, services.timers, RuleRowView::kHeight, kRowSpacing, this)),
+      model_(new RulesModel(services.manager, this)),
+      listView_(new RowListView(
+          *model_,
+          {.make = [this](QWidget *owner) { return new RuleRowView(services_, icons_, owner); },
+           .fill = [this](RowWidget *row, int index) { fillRow(row, index); },
+           .height = RuleRowView::kHeight,
+           .spacing = kRowSpacing},
+          services.timers, this)),
       addButton_(new SymbolButton(QStringLiteral("plus"), kAddSymbol, colors::label, this)),
       countLabel_(new TextLabel({}, systemFont(11), colors::secondaryLabel, this)),
       emptyLabel_(new TextLabel(L::rulesEmpty(), systemFont(13), colors::tertiaryLabel, this)) {
     resize(kInitialSize);
-    tableView_->setAccessibleName(L::rulesTab());
+    listView_->setAccessibleName(L::rulesTab());
     addButton_->setAccessibleName(L::addRuleName());
     emptyLabel_->setAlignment(Qt::AlignCenter);
     emptyLabel_->setAttribute(Qt::WA_TransparentForMouseEvents);
 
-    connect(tableView_, &RowTableView::activated, this, &RulesViewController::editRule);
+    connect(listView_, &RowListView::activated, this, &RulesViewController::editRule);
+    connect(model_, &RulesModel::ruleMoved, listView_, &RowListView::selectRow);
     connect(addButton_, &QAbstractButton::clicked, this, &RulesViewController::addRule);
 
-    tableView_->reload();
+    model_->reload();
     updateCountLabel();
 }
 
 RulesViewController::~RulesViewController() {
-    // It asks this object, and QWidget would destroy it when that is gone.
-    delete tableView_;
+    // It has its rows from this object, and QWidget would destroy it when that is gone.
+    delete listView_;
 }
 
 void RulesViewController::addRule() {
@@ -79,16 +85,16 @@ void RulesViewController::addRule() {
 
 void RulesViewController::appendRule(const QString &appName, const QString &appPath) {
     changeRules([&] { services_.manager.addRule({.appName = appName, .appPath = appPath}); });
-    const int last = rowCount() - 1;
-    tableView_->scrollToRow(last);
-    tableView_->selectRow(last);
-    if (auto *const row = qobject_cast<RuleRowView *>(tableView_->rowWidget(last)))
+    const int last = model_->rowCount() - 1;
+    listView_->scrollToRow(last);
+    listView_->selectRow(last);
+    if (auto *const row = qobject_cast<RuleRowView *>(listView_->rowWidget(last)))
         row->hotkeyRecorder()->startRecordingByUser();
 }
 
 void RulesViewController::editRule() {
-    if (tableView_->selectedRow() >= 0)
-        showAdvancedPanel(tableView_->selectedRow());
+    if (listView_->selectedRow() >= 0)
+        showAdvancedPanel(listView_->selectedRow());
 }
 
 void RulesViewController::showAdvancedPanel(std::ptrdiff_t index) {
@@ -115,34 +121,15 @@ void RulesViewController::ruleRowViewDidOpenAdvanced(RuleRowView *, const Shortc
 /// The selection stays with its rule; when that goes, with its place in the list.
 void RulesViewController::changeRules(const std::function<void()> &change) {
     const ShortcutManager::Rules &rules = services_.manager.rules();
-    const int selected = tableView_->selectedRow();
+    const int selected = listView_->selectedRow();
     std::optional<QUuid> id;
     if (selected >= 0 && selected < std::ssize(rules))
         id = rules[static_cast<std::size_t>(selected)].id;
     change();
-    tableView_->reload();
+    model_->reload();
     if (const auto row = id ? rowOfRule(*id) : std::nullopt)
-        tableView_->selectRow(*row);
+        listView_->selectRow(*row);
     updateCountLabel();
-}
-
-bool RulesViewController::acceptDrop(const QString &text, int gap) {
-    const auto source = draggedRow(text);
-    if (!source)
-        return false;
-    moveRule(*source, dropDestination(*source, gap));
-    return true;
-}
-
-void RulesViewController::moveRow(int source, int destination) {
-    moveRule(source, destination);
-}
-
-void RulesViewController::moveRule(std::ptrdiff_t source, std::ptrdiff_t destination) {
-    services_.manager.moveRule(source, destination);
-    tableView_->reload();
-    if (source >= 0 && source < rowCount())
-        tableView_->selectRow(static_cast<int>(destination));
 }
 
 void RulesViewController::updateCountLabel() {
@@ -150,17 +137,10 @@ void RulesViewController::updateCountLabel() {
     countLabel_->setText(L::rulesCount(std::ssize(rules)));
     emptyLabel_->setVisible(rules.empty());
     layout();
-    leaveEmptyTable();
-}
-
-/// Without rows there is nothing on which the table could show that it has the focus.
-void RulesViewController::leaveEmptyTable() {
-    const bool isEmpty = services_.manager.rules().empty();
     // The window's, as it may be behind the sheet that led here.
     const QWidget *const focus = window()->focusWidget();
-    if (isEmpty && focus && (focus == tableView_ || tableView_->isAncestorOf(focus)))
+    if (rules.empty() && focus && (focus == listView_ || listView_->isAncestorOf(focus)))
         addButton_->setFocus(Qt::OtherFocusReason);
-    tableView_->setFocusPolicy(isEmpty ? Qt::NoFocus : Qt::StrongFocus);
 }
 
 void RulesViewController::resizeEvent(QResizeEvent *) {
@@ -174,8 +154,8 @@ void RulesViewController::showEvent(QShowEvent *event) {
 }
 
 void RulesViewController::layout() {
-    tableView_->setGeometry(kTableSide, kTableTop, width() - 2 * kTableSide,
-                            height() - kTableTop - kTableBottom);
+    listView_->setGeometry(kListSide, kListTop, width() - 2 * kListSide,
+                           height() - kListTop - kListBottom);
     addButton_->setGeometry(
         {QPoint(kBarSide, height() - kAddButtonBottom - kAddButton.height()), kAddButton});
     QRect count({}, countLabel_->sizeHint());
@@ -187,37 +167,12 @@ void RulesViewController::layout() {
     emptyLabel_->setGeometry(empty);
 }
 
-int RulesViewController::rowCount() const {
-    return static_cast<int>(services_.manager.rules().size());
-}
-
-QWidget *RulesViewController::makeRow(QWidget *parent) {
-    return new RuleRowView(services_, icons_, parent);
-}
-
-void RulesViewController::configureRow(QWidget *widget, int row) {
-    if (row < rowCount())
-        static_cast<RuleRowView *>(widget)->configure(
-            services_.manager.rules()[static_cast<std::size_t>(row)], row, this);
-}
-
-void RulesViewController::setRowSelected(QWidget *widget, bool selected) {
-    static_cast<RuleRowView *>(widget)->setSelected(selected);
-}
-
-bool RulesViewController::rowTakesAllKeys(QWidget *widget) const {
-    return static_cast<RuleRowView *>(widget)->hotkeyRecorder()->isRecording();
-}
-
-void RulesViewController::rowLeftView(QWidget *widget) {
-    static_cast<RuleRowView *>(widget)->hotkeyRecorder()->stopRecording();
-}
-
-QString RulesViewController::rowName(int row) const {
-    if (row < 0 || row >= rowCount())
-        return {};
-    const ShortcutRule &rule = services_.manager.rules()[static_cast<std::size_t>(row)];
-    return shownAppName(rule) + L::keySeparator() + hotkeyInWords(rule.keyCode, rule.modifierFlags);
+void RulesViewController::fillRow(RowWidget *row, int index) {
+    const ShortcutManager::Rules &rules = services_.manager.rules();
+    // The store may have fewer of them than the list still shows.
+    if (index < std::ssize(rules))
+        static_cast<RuleRowView *>(row)->configure(rules[static_cast<std::size_t>(index)], index,
+                                                   this);
 }
 
 std::optional<int> RulesViewController::rowOfRule(const QUuid &id) const {

@@ -1,35 +1,18 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 
 #include <QString>
 #include <QStringView>
 
-#include "ui/list/RowGeometry.h"
-
 namespace kestrelbay {
 
-enum class DropOperation : std::uint8_t {
-    On,     ///< the row itself
-    Above,  ///< the gap above it; below the last one when it is the number of rows
-};
-
-/// Where a drag would drop.
-struct DropProposal {
-    DropOperation operation = DropOperation::Above;
-    int row = 0;
-
-    bool operator==(const DropProposal &) const = default;
-};
-
-/// A quarter of a row belongs to the gap next to it. Everything above the first row
-/// and below the last one is the gap there.
-[[nodiscard]] DropProposal proposedDrop(const RowGeometry &rows, int y);
-
-/// Rows are put between others, never on them.
-[[nodiscard]] bool isDropAccepted(const DropProposal &proposal);
+/// The gap into which a drag at y would drop: that above the row of this index, below the
+/// last one when it is the number of rows; null on a row, where nothing is dropped. A
+/// quarter of a row belongs to the gap next to it. Everything above the first row and below
+/// the last one is the gap there. y counts from the top of the first row.
+[[nodiscard]] std::optional<int> gapAt(int y, int pitch, int rows);
 
 /// What a dragged row carries: its index as a decimal number.
 [[nodiscard]] QString textOfDraggedRow(int row);

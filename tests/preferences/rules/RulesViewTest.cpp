@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QMimeData>
 #include <QPointer>
 #include <QScrollBar>
 #include <QTest>
@@ -15,7 +16,8 @@
 #include "preferences/rules/DeleteConfirmationSheet.h"
 #include "preferences/rules/RuleRowView.h"
 #include "preferences/rules/RulesListFixture.h"
-#include "ui/list/RowTableView.h"
+#include "preferences/rules/RulesModel.h"
+#include "ui/list/RowListView.h"
 #include "ui/widgets/SymbolButton.h"
 #include "ui/widgets/TextLabel.h"
 
@@ -34,14 +36,19 @@ protected:
         }
         return *list_;
     }
-    RowTableView &table() { return *list().tableView(); }
+    RowListView &view() { return *list().listView(); }
+    RulesModel &model() { return *list().model(); }
     [[nodiscard]] RuleRowView *row(int index) {
-        return qobject_cast<RuleRowView *>(table().rowWidget(index));
+        return qobject_cast<RuleRowView *>(view().rowWidget(index));
     }
     [[nodiscard]] bool acceptDrop(const QString &text, int gap) {
-        return source().acceptDrop(text, gap);
+        QMimeData data;
+        data.setText(text);
+        return model().dropMimeData(&data, Qt::MoveAction, gap, 0, {});
     }
-    RowTableSource &source() { return const_cast<RowTableSource &>(table().source()); }
+    [[nodiscard]] QString rowName(int row) {
+        return model().index(row).data(Qt::AccessibleTextRole).toString();
+    }
     [[nodiscard]] const ShortcutRule &stored(int index) {
         return manager().rules().at(static_cast<std::size_t>(index));
     }
@@ -72,15 +79,23 @@ TEST_F(RulesViewTest, showsTheHintAsLongAsThereIsNoRule) {
 }
 
 TEST_F(RulesViewTest, withoutRulesTheKeyboardGoesToTheAddButton) {
-    EXPECT_EQ(table().focusPolicy(), Qt::NoFocus);
+    EXPECT_EQ(view().focusPolicy(), Qt::NoFocus);
     list().addRule();
     pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
-    EXPECT_EQ(table().focusPolicy(), Qt::StrongFocus);
-    table().setFocus();
+    EXPECT_EQ(view().focusPolicy(), Qt::StrongFocus);
+    view().setFocus();
     list().ruleRowViewDidDelete(nullptr, stored(0));
     EXPECT_TRUE(list().addButton()->hasFocus());
     QTest::keyClick(list().addButton(), Qt::Key_Backtab);
-    EXPECT_FALSE(table().hasFocus());
+    EXPECT_FALSE(view().hasFocus());
+}
+
+TEST_F(RulesViewTest, tabGoesFromTheListIntoTheFirstRuleThatIsAdded) {
+    list().addRule();
+    pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
+    view().setFocus();
+    QTest::keyClick(&view(), Qt::Key_Tab);
+    EXPECT_TRUE(row(0)->hotkeyRecorder()->hasFocus());
 }
 
 TEST_F(RulesViewTest, afterTheLastRuleIsDeletedFromItsRowTheAddButtonHasTheFocus) {
@@ -105,7 +120,7 @@ TEST_F(RulesViewTest, keepsTheFocusInTheRowWhoseOptionsWereEdited) {
     QDialog sheet(&list());
     sheet.open();
     ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &sheet; }));
-    table().verticalScrollBar()->setValue(3000);
+    view().verticalScrollBar()->setValue(3000);
     edit_(stored(1));
     sheet.accept();
     ASSERT_TRUE(activate(list()));
@@ -123,24 +138,24 @@ TEST_F(RulesViewTest, speaksChinese) {
 TEST_F(RulesViewTest, countsWithoutLimit) {
     addRules(1000);
     EXPECT_EQ(list().countLabel()->text(), u"1000 configured"_s);
-    EXPECT_EQ(table().rows().count, 1000);
+    EXPECT_EQ(model().rowCount(), 1000);
 }
 
 TEST_F(RulesViewTest, liesWhereTheWindowHasRoomForIt) {
     addRules(1);
     list().resize(704, 598);
-    EXPECT_EQ(table().geometry(), QRect(16, 8, 672, 546));
+    EXPECT_EQ(view().geometry(), QRect(16, 8, 672, 546));
     EXPECT_EQ(list().addButton()->geometry(), QRect(20, 564, 24, 24));
     EXPECT_EQ(list().countLabel()->geometry().right() + 1, 684);
     EXPECT_EQ(list().countLabel()->geometry().center().y(),
               list().addButton()->geometry().center().y());
-    EXPECT_EQ(table().rows().rowHeight, 52);
-    EXPECT_EQ(table().rows().spacing, 4);
+    EXPECT_EQ(row(0)->height(), 52);
+    EXPECT_EQ(view().pitch() - row(0)->height(), 4);
 }
 
 TEST_F(RulesViewTest, appendsARuleThatWaitsForItsHotkey) {
     addRules(30);
-    table().selectRow(2);
+    view().selectRow(2);
     list().addRule();
     pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
 
@@ -151,8 +166,8 @@ TEST_F(RulesViewTest, appendsARuleThatWaitsForItsHotkey) {
                                    .appPath = u"/Applications/Safari.app"_s}));
     EXPECT_FALSE(added.id.isNull());
     EXPECT_NE(added.id, stored(29).id);
-    EXPECT_EQ(table().selectedRow(), 30);
-    EXPECT_EQ(table().offset(), table().verticalScrollBar()->maximum());
+    EXPECT_EQ(view().selectedRow(), 30);
+    EXPECT_EQ(view().offset(), view().verticalScrollBar()->maximum());
     ASSERT_NE(row(30), nullptr);
     mainQueue_.runAll();
     EXPECT_TRUE(row(30)->hotkeyRecorder()->isRecording());
@@ -175,21 +190,21 @@ TEST_F(RulesViewTest, opensTheOptionsOfTheSelectedRule) {
     addRules(3);
     list().editRule();
     EXPECT_TRUE(editedRules_.isEmpty());
-    table().selectRow(1);
-    doubleClick(table().viewport(), QPoint(200, 300));
+    view().selectRow(1);
+    doubleClick(view().viewport(), QPoint(200, 300));
     EXPECT_EQ(editedRules_, QStringList{u"1"_s});
 }
 
 TEST_F(RulesViewTest, storesAnEditedRule) {
     addRules(3);
-    table().selectRow(1);
+    view().selectRow(1);
     list().editRule();
     ShortcutRule edited = stored(1);
     edited.repeatAction = RepeatAction::CycleWindows;
     edit_(edited);
     EXPECT_EQ(stored(1), edited);
     EXPECT_EQ(row(1)->rule(), edited);
-    EXPECT_EQ(table().selectedRow(), 1);
+    EXPECT_EQ(view().selectedRow(), 1);
 }
 
 TEST_F(RulesViewTest, findsTheRuleOfARowByItsIdentifier) {
@@ -224,13 +239,13 @@ TEST_F(RulesViewTest, showsTheHintAgainWhenTheOnlyRuleIsDeleted) {
 
 TEST_F(RulesViewTest, keepsTheSelectionOnItsRuleWhenAnotherIsDeleted) {
     addRules(5);
-    table().selectRow(3);
+    view().selectRow(3);
     list().ruleRowViewDidDelete(row(1), stored(1));
-    EXPECT_EQ(table().selectedRow(), 2);
+    EXPECT_EQ(view().selectedRow(), 2);
     list().ruleRowViewDidDelete(row(2), stored(2));
-    EXPECT_EQ(table().selectedRow(), 2);
+    EXPECT_EQ(view().selectedRow(), 2);
     list().ruleRowViewDidDelete(row(2), stored(2));
-    EXPECT_EQ(table().selectedRow(), 1);
+    EXPECT_EQ(view().selectedRow(), 1);
 }
 
 TEST_F(RulesViewTest, movesWhatIsDropped) {
@@ -253,7 +268,7 @@ TEST_F(RulesViewTest, movesWhatIsDropped) {
         list_.reset();
         EXPECT_TRUE(acceptDrop(QString::fromUtf16(text), gap));
         EXPECT_EQ(order(), QString::fromUtf16(expected));
-        EXPECT_EQ(table().selectedRow(), selected);
+        EXPECT_EQ(view().selectedRow(), selected);
         EXPECT_EQ(row(selected)->rule(), stored(selected));
     }
 }
@@ -267,42 +282,42 @@ TEST_F(RulesViewTest, refusesADropThatIsNoRow) {
 
 TEST_F(RulesViewTest, ignoresADropOfARowThatDoesNotExist) {
     addRules(5);
-    table().selectRow(2);
+    view().selectRow(2);
     for (const QString &text : {u"7"_s, u"-1"_s, u"9223372036854775807"_s})
         EXPECT_TRUE(acceptDrop(text, 4));
     EXPECT_EQ(order(), u"01234"_s);
-    EXPECT_EQ(table().selectedRow(), 2);
+    EXPECT_EQ(view().selectedRow(), 2);
 }
 
 TEST_F(RulesViewTest, movesTheSelectedRuleByKey) {
     addRules(3);
-    table().setFocus();
-    table().selectRow(0);
-    QTest::keyClick(&table(), Qt::Key_Down, Qt::AltModifier);
+    view().setFocus();
+    view().selectRow(0);
+    QTest::keyClick(&view(), Qt::Key_Down, Qt::AltModifier);
     EXPECT_EQ(order(), u"102"_s);
-    EXPECT_EQ(table().selectedRow(), 1);
+    EXPECT_EQ(view().selectedRow(), 1);
 }
 
 TEST_F(RulesViewTest, keepsTheScrollPositionThroughEveryChange) {
     addRules(100);
-    table().verticalScrollBar()->setValue(1000);
-    table().selectRow(20);
+    view().verticalScrollBar()->setValue(1000);
+    view().selectRow(20);
     EXPECT_TRUE(acceptDrop(u"20"_s, 24));
-    EXPECT_EQ(table().offset(), 1000);
+    EXPECT_EQ(view().offset(), 1000);
     list().ruleRowViewDidDelete(row(21), stored(21));
-    EXPECT_EQ(table().offset(), 1000);
+    EXPECT_EQ(view().offset(), 1000);
     list().editRule();
     edit_(stored(20));
-    EXPECT_EQ(table().offset(), 1000);
+    EXPECT_EQ(view().offset(), 1000);
 }
 
 TEST_F(RulesViewTest, endsTheRecordingOfARowThatIsScrolledAway) {
     addRules(100);
     startRecording(1);
     // As long as the user sees a bit of the row it goes on.
-    table().verticalScrollBar()->setValue(2 * table().rows().pitch() - 3);
+    view().verticalScrollBar()->setValue(2 * view().pitch() - 3);
     EXPECT_TRUE(row(1)->hotkeyRecorder()->isRecording());
-    table().verticalScrollBar()->setValue(3000);
+    view().verticalScrollBar()->setValue(3000);
     expectKeyboardGivenBack();
 }
 
@@ -316,10 +331,10 @@ TEST_F(RulesViewTest, endsTheRecordingOfARowThatASmallerWindowHides) {
 TEST_F(RulesViewTest, recordsOnlyWhereItIsSeen) {
     addRules(100);
     row(1)->hotkeyRecorder()->setFocus(Qt::TabFocusReason);
-    table().verticalScrollBar()->setValue(3000);
+    view().verticalScrollBar()->setValue(3000);
     QTest::keyClick(row(1)->hotkeyRecorder(), Qt::Key_Space);
     EXPECT_TRUE(row(1)->hotkeyRecorder()->isRecording());
-    EXPECT_LE(table().offset(), table().rows().top(1));
+    EXPECT_LE(view().offset(), view().pitch() + 2);
 }
 
 TEST_F(RulesViewTest, endsTheRecordingOfARuleThatIsDeleted) {
@@ -343,14 +358,14 @@ TEST_F(RulesViewTest, endsARecordingWhenItReloads) {
     addRules(100);
     row(1)->hotkeyRecorder()->startRecordingByUser();
     mainQueue_.runAll();
-    table().reload();
+    model().reload();
     EXPECT_FALSE(row(1)->hotkeyRecorder()->isRecording());
     EXPECT_FALSE(tap_.isRecording());
 }
 
 TEST_F(RulesViewTest, ignoresSheetsThatOutliveIt) {
     addRules(2);
-    table().selectRow(0);
+    view().selectRow(0);
     list().addRule();
     list().editRule();
     ShortcutRule edited = stored(0);
@@ -366,10 +381,10 @@ TEST_F(RulesViewTest, tellsAScreenReaderApplicationAndHotkey) {
                        .keyCode = KeyCode{0x11},
                        .modifierFlags = ModifierFlags(0x100000)});
     manager().addRule({});
-    EXPECT_EQ(source().rowName(0), u"Safari, Command, T"_s);
-    EXPECT_EQ(source().rowName(1), u"No app selected, none"_s);
-    EXPECT_TRUE(source().rowName(2).isEmpty());
-    EXPECT_FALSE(table().accessibleName().isEmpty());
+    EXPECT_EQ(rowName(0), u"Safari, Command, T"_s);
+    EXPECT_EQ(rowName(1), u"No app selected, none"_s);
+    EXPECT_TRUE(rowName(2).isEmpty());
+    EXPECT_FALSE(view().accessibleName().isEmpty());
     EXPECT_FALSE(list().addButton()->accessibleName().isEmpty());
 }
 

@@ -11,7 +11,8 @@
 #include "preferences/advanced/Restart.h"
 #include "preferences/rules/DeleteConfirmationSheet.h"
 #include "preferences/window/PreferencesWindowFixture.h"
-#include "ui/list/RowTableView.h"
+#include "ui/list/RowListView.h"
+#include "ui/list/RowWidget.h"
 #include "ui/windows/Sheet.h"
 
 using namespace Qt::StringLiterals;
@@ -27,8 +28,8 @@ TEST_F(PreferencesSheets, TheListKeepsTheKeyboardWhenItsLastRuleIsDeleted) {
         manager().addRule({});
     controller().showWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
-    const RowTableView *const table = view<RowTableView>();
-    auto *const remove = table->rowWidget(2)->findChildren<QAbstractButton *>().last();
+    const RowListView *const list = view<RowListView>();
+    auto *const remove = list->rowWidget(2)->findChildren<QAbstractButton *>().last();
     remove->setFocus(Qt::TabFocusReason);
     QTest::keyClick(remove, Qt::Key_Space);
     const QPointer sheet = view<DeleteConfirmationSheet>();
@@ -38,8 +39,8 @@ TEST_F(PreferencesSheets, TheListKeepsTheKeyboardWhenItsLastRuleIsDeleted) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return !sheet; }));
     EXPECT_EQ(manager().rules().size(), 2U);
     ASSERT_TRUE(activate(window()));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return table->hasFocus(); }));
-    EXPECT_EQ(table->selectedRow(), 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return list->hasFocus(); }));
+    EXPECT_EQ(list->selectedRow(), 1);
 }
 
 TEST_F(PreferencesSheets, ASheetKeepsItsTabUntilItIsClosed) {
@@ -83,7 +84,7 @@ TEST_F(PreferencesSheets, SheetsGoWithTheirTab) {
         return std::vector<std::function<void()>>{
             [this] { view<RulesViewController>()->addRule(); },
             [this] {
-                view<RulesViewController>()->tableView()->selectRow(0);
+                view<RulesViewController>()->listView()->selectRow(0);
                 view<RulesViewController>()->editRule();
             },
             [this] { DeleteConfirmationSheet::open(&window(), u"Mail"_s, [] { FAIL(); }); },

@@ -13,33 +13,29 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-// Five rows, each with 26 px of space above and 26 below its middle of 28.
-constexpr RowGeometry kRows{.rowHeight = 52, .spacing = 4, .count = 5};
 constexpr int kPitch = 56;
 
-DropProposal above(int row) {
-    return {.operation = DropOperation::Above, .row = row};
-}
-DropProposal on(int row) {
-    return {.operation = DropOperation::On, .row = row};
+/// In a list of five rows.
+std::optional<int> gapOfFive(int y) {
+    return gapAt(y, kPitch, 5);
 }
 
-TEST(RowDropTest, proposesTheGapNearWhichTheDragIs) {
-    EXPECT_EQ(proposedDrop(kRows, 0), above(0));
-    EXPECT_EQ(proposedDrop(kRows, 13), above(0));
-    EXPECT_EQ(proposedDrop(kRows, 14), on(0));
-    EXPECT_EQ(proposedDrop(kRows, 41), on(0));
-    EXPECT_EQ(proposedDrop(kRows, 42), above(1));
-    EXPECT_EQ(proposedDrop(kRows, kPitch), above(1));
-    EXPECT_EQ(proposedDrop(kRows, 3 * kPitch + 28), on(3));
-    EXPECT_EQ(proposedDrop(kRows, 5 * kPitch - 1), above(5));
+TEST(RowDropTest, takesTheGapNearWhichTheDragIs) {
+    EXPECT_EQ(gapOfFive(0), 0);
+    EXPECT_EQ(gapOfFive(13), 0);
+    EXPECT_EQ(gapOfFive(14), std::nullopt);
+    EXPECT_EQ(gapOfFive(41), std::nullopt);
+    EXPECT_EQ(gapOfFive(42), 1);
+    EXPECT_EQ(gapOfFive(kPitch), 1);
+    EXPECT_EQ(gapOfFive(3 * kPitch + 28), std::nullopt);
+    EXPECT_EQ(gapOfFive(5 * kPitch - 1), 5);
 }
 
-TEST(RowDropTest, proposesTheOuterGapsBesideTheRows) {
-    EXPECT_EQ(proposedDrop(kRows, -1), above(0));
-    EXPECT_EQ(proposedDrop(kRows, 5 * kPitch), above(5));
-    EXPECT_EQ(proposedDrop(kRows, 10'000), above(5));
-    EXPECT_EQ(proposedDrop({.rowHeight = 52, .spacing = 4, .count = 0}, 30), above(0));
+TEST(RowDropTest, takesTheOuterGapsBesideTheRows) {
+    EXPECT_EQ(gapOfFive(-1), 0);
+    EXPECT_EQ(gapOfFive(5 * kPitch), 5);
+    EXPECT_EQ(gapOfFive(10'000), 5);
+    EXPECT_EQ(gapAt(30, kPitch, 0), 0);
 }
 
 TEST(RowDropTest, writesTheRowAsADecimalNumber) {
@@ -110,40 +106,6 @@ TEST(RowDropTest, scrollsFasterTheNearerTheEdge) {
 TEST(RowDropTest, scrollsToTheNearerEdgeOfALowList) {
     EXPECT_LT(autoscrollStep(10, 40), 0);
     EXPECT_GT(autoscrollStep(30, 40), 0);
-}
-
-TEST(RowGeometryTest, givesEachRowHalfOfTheSpacesBesideIt) {
-    EXPECT_EQ(kRows.contentHeight(), 5 * kPitch);
-    EXPECT_EQ(kRows.top(0), 2);
-    EXPECT_EQ(kRows.top(4), 4 * kPitch + 2);
-    EXPECT_EQ(kRows.rowAt(0), 0);
-    EXPECT_EQ(kRows.rowAt(kPitch - 1), 0);
-    EXPECT_EQ(kRows.rowAt(kPitch), 1);
-    EXPECT_EQ(kRows.rowAt(-1), std::nullopt);
-    EXPECT_EQ(kRows.rowAt(5 * kPitch), std::nullopt);
-}
-
-TEST(RowGeometryTest, knowsTheRowsOfAView) {
-    using Range = RowGeometry::Range;
-    EXPECT_EQ(kRows.rowsBetween(0, 1), (Range{0, 1}));
-    EXPECT_EQ(kRows.rowsBetween(0, 2 * kPitch), (Range{0, 2}));
-    EXPECT_EQ(kRows.rowsBetween(kPitch - 1, 2 * kPitch + 1), (Range{0, 3}));
-    EXPECT_EQ(kRows.rowsBetween(0, 10'000), (Range{0, 5}));
-    EXPECT_EQ(kRows.rowsBetween(1'000, 2'000), (Range{5, 5}));
-}
-
-TEST(RowGeometryTest, scrollsAsLittleAsShowsTheRow) {
-    constexpr int kView = 2 * kPitch;
-    EXPECT_EQ(kRows.offsetShowing(1, 0, kView), 0);
-    EXPECT_EQ(kRows.offsetShowing(2, 0, kView), kPitch);
-    EXPECT_EQ(kRows.offsetShowing(0, 70, kView), 0);
-    EXPECT_EQ(kRows.offsetShowing(3, 10, kPitch / 2), 3 * kPitch);
-}
-
-TEST(RowGeometryTest, movesByAtLeastOneRowAPage) {
-    EXPECT_EQ(kRows.rowsOfPage(400), 6);
-    EXPECT_EQ(kRows.rowsOfPage(kPitch), 1);
-    EXPECT_EQ(kRows.rowsOfPage(10), 1);
 }
 
 }  // namespace

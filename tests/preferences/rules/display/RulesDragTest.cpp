@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QDrag>
 #include <QPointer>
 #include <QTimer>
 #include <QWindow>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "preferences/rules/RulesListFixture.h"
+#include "preferences/rules/RulesModel.h"
 #include "preferences/rules/RulesViewController.h"
 #include "preferences/rules/display/Mouse.h"
 #include "support/KeyPresser.h"
@@ -16,8 +18,8 @@
 #include "tasks/MainQueue.h"
 #include "tasks/QtTimers.h"
 #include "ui/list/DropLine.h"
-#include "ui/list/RowDrag.h"
-#include "ui/list/RowTableView.h"
+
+#include "ui/list/RowListView.h"
 
 namespace kestrelbay {
 namespace {
@@ -68,13 +70,13 @@ protected:
         ASSERT_TRUE(waitUntil([this] { return list_->windowHandle()->isExposed(); }));
         mouse_.moveTo({1200, 780});
     }
-    [[nodiscard]] RowTableView &table() const { return *list_->tableView(); }
-    [[nodiscard]] DropLine *line() const { return table().viewport()->findChild<DropLine *>(); }
+    [[nodiscard]] RowListView &view() const { return *list_->listView(); }
+    [[nodiscard]] DropLine *line() const { return view().viewport()->findChild<DropLine *>(); }
     [[nodiscard]] bool isLineShown() const { return line()->isVisible(); }
 
     /// A place in the list on the screen; y counts from its upper edge.
     [[nodiscard]] QPoint place(int y) const {
-        return table().viewport()->mapToGlobal(QPoint(80, y));
+        return view().viewport()->mapToGlobal(QPoint(80, y));
     }
     /// Presses in the middle of a row and goes on until the drag is under way.
     void takeUp(int row) {
@@ -83,7 +85,7 @@ protected:
                          mouse_.moveTo(place(row * kPitch + 28));
                          mouse_.press();
                      });
-        script_.when([this, row] { return table().selectedRow() == row; },
+        script_.when([this, row] { return view().selectedRow() == row; },
                      [this, row] { mouse_.moveTo(place(row * kPitch + 48)); });
     }
     /// Goes there step by step, as drags are told of moves only.
@@ -114,7 +116,7 @@ TEST_F(RulesDragTest, movesARowToTheGapWhereItIsDropped) {
     script_.when([] { return true; }, [this] { mouse_.release(); });
     script_.when([this] { return order() == u"023145"_s; }, [] {});
     ASSERT_TRUE(script_.run()) << order().toStdString();
-    EXPECT_EQ(table().selectedRow(), 3);
+    EXPECT_EQ(view().selectedRow(), 3);
     EXPECT_FALSE(isLineShown());
 }
 
@@ -125,7 +127,7 @@ TEST_F(RulesDragTest, leavesTheOrderWhenDroppedOnARow) {
     dragTo(4 * kPitch + 28, [this] { return !isLineShown(); });
     script_.when([] { return true; }, [this] { mouse_.release(); });
     ASSERT_TRUE(script_.run());
-    EXPECT_TRUE(waitUntil([this] { return !table().isDragging(); }));
+    EXPECT_TRUE(waitUntil([this] { return !view().drag(); }));
     EXPECT_EQ(order(), u"012345"_s);
 }
 
@@ -134,7 +136,7 @@ TEST_F(RulesDragTest, leavesTheOrderWhenEscapeIsPressed) {
     takeUp(1);
     dragTo(4 * kPitch, [this] { return isLineShown(); });
     script_.when([] { return true; }, [this] { keys_.chord({testing::xkey::kEscape}); });
-    script_.when([this] { return !table().isDragging(); }, [this] { mouse_.release(); });
+    script_.when([this] { return !view().drag(); }, [this] { mouse_.release(); });
     ASSERT_TRUE(script_.run());
     EXPECT_FALSE(isLineShown());
     EXPECT_EQ(order(), u"012345"_s);
@@ -144,35 +146,34 @@ TEST_F(RulesDragTest, scrollsToTheEndOfALongList) {
     show(50);
     const QStringList before = names();
     takeUp(1);
-    const int bottom = table().viewport()->height() - 3;
-    dragTo(bottom,
-           [this] { return table().offset() + table().viewport()->height() == 50 * kPitch; });
+    const int bottom = view().viewport()->height() - 3;
+    dragTo(bottom, [this] { return view().offset() + view().viewport()->height() == 50 * kPitch; });
     dragTo(bottom, [this] { return isLineShown(); });
     script_.when([] { return true; }, [this] { mouse_.release(); });
     script_.when([this] { return names().last() == u"1"_s; }, [] {});
     ASSERT_TRUE(script_.run());
     EXPECT_EQ(names().first(), before.first());
-    EXPECT_EQ(table().selectedRow(), 49);
+    EXPECT_EQ(view().selectedRow(), 49);
 }
 
 TEST_F(RulesDragTest, givesADragUpWhenTheListIsReloaded) {
     show(6);
     takeUp(1);
     dragTo(4 * kPitch, [this] { return isLineShown(); });
-    script_.when([] { return true; }, [this] { table().reload(); });
-    script_.when([this] { return !table().isDragging(); }, [this] { mouse_.release(); });
+    script_.when([] { return true; }, [this] { list_->model()->reload(); });
+    script_.when([this] { return !view().drag(); }, [this] { mouse_.release(); });
     ASSERT_TRUE(script_.run());
     EXPECT_EQ(order(), u"012345"_s);
 }
 
 TEST_F(RulesDragTest, bearsTheEndOfTheListDuringADrag) {
     show(6);
-    QPointer<RowDrag> drag;
+    QPointer<QDrag> drag;
     takeUp(1);
     dragTo(4 * kPitch, [this] { return isLineShown(); });
     script_.when([] { return true; },
                  [this, &drag] {
-                     drag = table().drag();
+                     drag = view().drag();
                      list_.reset();
                  });
     script_.when([&drag] { return drag.isNull(); }, [this] { mouse_.release(); });

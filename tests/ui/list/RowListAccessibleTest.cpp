@@ -1,21 +1,21 @@
-#include "ui/list/RowTableAccessible.h"
+#include "ui/list/RowListAccessible.h"
 
 #include <QAccessible>
 #include <QSignalSpy>
 
-#include "ui/list/RowTableFixture.h"
+#include "ui/list/RowListFixture.h"
 
 namespace kestrelbay {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-class RowTableAccessibleTest : public RowTableFixture {};
+class RowListAccessibleTest : public RowListFixture {};
 
-TEST_F(RowTableAccessibleTest, isAListOfAllItsRows) {
+TEST_F(RowListAccessibleTest, isAListOfAllItsRows) {
     show(1000);
-    table_->selectRow(1);
-    QAccessibleInterface *const list = QAccessible::queryAccessibleInterface(table_);
+    list_->selectRow(1);
+    QAccessibleInterface *const list = QAccessible::queryAccessibleInterface(list_);
     ASSERT_NE(list, nullptr);
     EXPECT_EQ(list->role(), QAccessible::List);
     ASSERT_EQ(list->childCount(), 1000);
@@ -32,31 +32,31 @@ TEST_F(RowTableAccessibleTest, isAListOfAllItsRows) {
     EXPECT_EQ(list->child(1000), nullptr);
 }
 
-TEST_F(RowTableAccessibleTest, hasTheControlsOfARowUnderIt) {
+TEST_F(RowListAccessibleTest, hasTheControlsOfARowUnderIt) {
     show(10);
-    QAccessibleInterface *const item = QAccessible::queryAccessibleInterface(table_)->child(2);
+    QAccessibleInterface *const item = QAccessible::queryAccessibleInterface(list_)->child(2);
     ASSERT_EQ(item->childCount(), 1);
     EXPECT_EQ(item->child(0)->childCount(), 2);
 }
 
-TEST_F(RowTableAccessibleTest, findsRowsByTheirPlaceOnTheScreen) {
+TEST_F(RowListAccessibleTest, findsRowsByTheirPlaceOnTheScreen) {
     show(1000);
     scrollTo(100 * kPitch);
-    QAccessibleInterface *const list = QAccessible::queryAccessibleInterface(table_);
-    const QPoint point = table_->viewport()->mapToGlobal(QPoint(50, kPitch + 10));
+    QAccessibleInterface *const list = QAccessible::queryAccessibleInterface(list_);
+    const QPoint point = list_->viewport()->mapToGlobal(QPoint(50, kPitch + 10));
     ASSERT_NE(list->childAt(point.x(), point.y()), nullptr);
     EXPECT_EQ(list->indexOfChild(list->childAt(point.x(), point.y())), 101);
     EXPECT_EQ(list->childAt(-10, -10), nullptr);
 }
 
-TEST_F(RowTableAccessibleTest, letsAScreenReaderGoToARowOutOfSight) {
+TEST_F(RowListAccessibleTest, letsAScreenReaderGoToARowOutOfSight) {
     show(1000);
-    const QSignalSpy opened(table_, &RowTableView::activated);
-    QAccessibleInterface *const list = QAccessible::queryAccessibleInterface(table_);
+    const QSignalSpy opened(list_, &RowListView::activated);
+    QAccessibleInterface *const list = QAccessible::queryAccessibleInterface(list_);
     QAccessibleActionInterface *const actions = list->child(700)->actionInterface();
     ASSERT_NE(actions, nullptr);
     actions->doAction(QAccessibleActionInterface::setFocusAction());
-    EXPECT_EQ(table_->selectedRow(), 700);
+    EXPECT_EQ(list_->selectedRow(), 700);
     EXPECT_TRUE(isInView(700));
     EXPECT_EQ(list->focusChild(), list->child(700));
     EXPECT_EQ(opened.count(), 0);

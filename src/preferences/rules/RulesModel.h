@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+
+#include <QAbstractListModel>
+
+#include "hotkeys/ShortcutManager.h"
+
+namespace kestrelbay {
+
+/// The rules as the rows of a list, by their place in it. Qt::AccessibleTextRole is what
+/// a screen reader says of one; all else is in the store. A dragged row carries its index.
+class RulesModel final : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    /// The manager has to outlive the model. There are no rows before the first reload().
+    RulesModel(ShortcutManager &manager, QObject *parent);
+
+    /// Takes over the rules as they are in the store now: any row may show another one.
+    void reload();
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    bool moveRows(const QModelIndex &sourceParent, int source, int count,
+                  const QModelIndex &destinationParent, int gap) override;
+
+    [[nodiscard]] QStringList mimeTypes() const override;
+    [[nodiscard]] QMimeData *mimeData(const QModelIndexList &indexes) const override;
+    [[nodiscard]] Qt::DropActions supportedDropActions() const override;
+    bool dropMimeData(const QMimeData *data, Qt::DropAction action, int gap, int column,
+                      const QModelIndex &parent) override;
+
+Q_SIGNALS:
+    /// A rule has been put there, by a drag or by a key.
+    void ruleMoved(int row);
+
+private:
+    void moveRule(std::ptrdiff_t source, std::ptrdiff_t destination);
+
+    ShortcutManager &manager_;
+    int rowCount_ = 0;
+};
+
+}  // namespace kestrelbay
