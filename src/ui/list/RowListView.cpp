@@ -130,6 +130,9 @@ void RowListView::scrollContentsBy(int dx, int dy) {
 
 void RowListView::updateGeometries() {
     QListView::updateGeometries();
+    // The scroll bar may have gone or come just now, of which a view that is not shown yet is
+    // not told.
+    updateEditorGeometries();
     showRows();
 }
 

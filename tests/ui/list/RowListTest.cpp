@@ -43,6 +43,18 @@ TEST_F(RowListTest, configuresOnlyRowsThatComeIntoView) {
     EXPECT_EQ(configured_, 2);
 }
 
+TEST_F(RowListTest, takesTheRoomOfAScrollBarThatGoesBeforeTheListIsShown) {
+    list_->setFixedHeight(30);
+    window_.resize(100, 100);
+    reload(1);
+    ASSERT_GT(list_->verticalScrollBar()->maximum(), 0);
+    list_->setFixedHeight(5 * kPitch);
+    window_.resize(400, 400);
+    window_.show();
+    ASSERT_TRUE(activate(window_));
+    EXPECT_EQ(row(0)->geometry(), QRect(10, 2, 400 - 20, 52));
+}
+
 TEST_F(RowListTest, hasAScrollBarOnlyWhenItNeedsOne) {
     show(5);
     QCoreApplication::processEvents();
