@@ -50,7 +50,7 @@ void drawWrappedText(QPainter &painter, const QString &text, const QFont &font, 
 }
 
 QString inTwoLines(const QString &text, const QFont &font, int width) {
-    const QString separated = withSeparators(text);
+    QString separated = withSeparators(text);
     QTextLayout layout(separated, font);
     breakIntoLines(layout, width);
     if (layout.lineCount() < 2)

@@ -20,12 +20,12 @@ SessionBus::~SessionBus() {
 
 QDBusConnection SessionBus::connection() {
     // Qt opens this one once and for all.
-    const QDBusConnection shared = QDBusConnection::sessionBus();
+    QDBusConnection shared = QDBusConnection::sessionBus();
     if (shared.isConnected())
         return shared;
     const std::lock_guard lock(mutex_);
     if (!name_.isEmpty()) {
-        const QDBusConnection own(name_);
+        QDBusConnection own(name_);
         if (own.isConnected())
             return own;
         QDBusConnection::disconnectFromBus(name_);

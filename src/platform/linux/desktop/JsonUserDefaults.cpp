@@ -98,7 +98,7 @@ private:
     Json object_;
 };
 
-JsonUserDefaults::JsonUserDefaults(QString path, std::chrono::nanoseconds timeStep)
+JsonUserDefaults::JsonUserDefaults(const QString &path, std::chrono::nanoseconds timeStep)
     : file_(path), parsed_(std::make_unique<Parsed>(path, timeStep)) {}
 
 JsonUserDefaults::~JsonUserDefaults() = default;

@@ -21,7 +21,7 @@ public:
     /// is read at each use.
     static constexpr std::chrono::seconds kTimeStep{2};
 
-    explicit JsonUserDefaults(QString path, std::chrono::nanoseconds timeStep = kTimeStep);
+    explicit JsonUserDefaults(const QString &path, std::chrono::nanoseconds timeStep = kTimeStep);
     ~JsonUserDefaults() override;
     JsonUserDefaults(const JsonUserDefaults &) = delete;
     JsonUserDefaults &operator=(const JsonUserDefaults &) = delete;

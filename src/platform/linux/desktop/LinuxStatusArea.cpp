@@ -30,11 +30,11 @@ QDBusMessage hostQuestion() {
 
 }  // namespace
 
-LinuxStatusArea::LinuxStatusArea(const QDBusConnection &bus, const SystemSettings &systemSettings,
+LinuxStatusArea::LinuxStatusArea(QDBusConnection bus, const SystemSettings &systemSettings,
                                  Settings settings)
     : systemSettings_(systemSettings),
       settings_(std::move(settings)),
-      bus_(bus),
+      bus_(std::move(bus)),
       watcherWatch_(kWatcher, bus_, QDBusServiceWatcher::WatchForOwnerChange),
       embedTray_(settings_.displayName, [this] {
           settle();

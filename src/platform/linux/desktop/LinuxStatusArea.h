@@ -34,8 +34,7 @@ public:
         std::chrono::milliseconds graceForNotifiers{2000};
     };
 
-    LinuxStatusArea(const QDBusConnection &bus, const SystemSettings &systemSettings,
-                    Settings settings);
+    LinuxStatusArea(QDBusConnection bus, const SystemSettings &systemSettings, Settings settings);
 
     void whenAvailable(std::function<void()> handler) override;
     /// What an embedding tray says of its colours. Otherwise the panels of KDE follow

@@ -54,8 +54,8 @@ bool isTimeout(const QDBusMessage &message) {
 
 }  // namespace
 
-PortalSystemSettings::PortalSystemSettings(const QDBusConnection &bus)
-    : bus_(bus), portalWatch_(kPortal, bus_, QDBusServiceWatcher::WatchForOwnerChange) {
+PortalSystemSettings::PortalSystemSettings(QDBusConnection bus)
+    : bus_(std::move(bus)), portalWatch_(kPortal, bus_, QDBusServiceWatcher::WatchForOwnerChange) {
     connect(&portalWatch_, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &owner) {
                 if (owner.isEmpty()) {

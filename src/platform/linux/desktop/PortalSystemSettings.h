@@ -29,7 +29,7 @@ public:
     /// there is none; a portal that has still to be started is not waited for. So the
     /// first window normally comes up in the right colours, and nothing hangs with a
     /// portal that hangs.
-    explicit PortalSystemSettings(const QDBusConnection &bus);
+    explicit PortalSystemSettings(QDBusConnection bus);
 
     [[nodiscard]] std::optional<ColorScheme> colorScheme() const override { return scheme_; }
     void setColorSchemeHandler(std::function<void()> handler) override;

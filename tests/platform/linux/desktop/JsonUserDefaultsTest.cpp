@@ -141,7 +141,7 @@ TEST_F(JsonUserDefaultsTest, AFileThatDoesNotChangeIsReadOnce) {
 TEST_F(JsonUserDefaultsTest, ChangesOfTheSameSizeOneRightAfterTheOtherAreAllSeen) {
     const JsonUserDefaults defaults(path_);
     for (int i = 100; i < 300; ++i) {
-        write(path_, "{\"appLanguage\": \"" + QByteArray::number(i) + "\"}");
+        write(path_, R"({"appLanguage": ")" + QByteArray::number(i) + R"("})");
         EXPECT_EQ(defaults.string(key_), QString::number(i));
     }
 }
