@@ -22,6 +22,7 @@
 #include <QTemporaryDir>
 
 #include "platform/UserDefaultsContract.h"
+#include "support/Poll.h"
 
 namespace kestrelbay {
 
@@ -72,17 +73,6 @@ public:
         return opens;
     }
 
-    /// Asks until it is so, for at most ten seconds.
-    [[nodiscard]] static bool eventually(const std::function<bool()> &isSo) {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-        while (!isSo()) {
-            if (std::chrono::steady_clock::now() > end)
-                return false;
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        }
-        return true;
-    }
-
 private:
     int queue_;
 };
@@ -124,7 +114,7 @@ TEST_F(JsonUserDefaultsTest, AFileThatDoesNotChangeIsReadOnce) {
     const JsonUserDefaults defaults(path_, std::chrono::milliseconds(100));
     // As soon as no later change could bear the time of this one.
     const Opens opens(path_);
-    ASSERT_TRUE(opens.eventually([&] {
+    ASSERT_TRUE(testing::waitUntil([&] {
         EXPECT_EQ(defaults.string(key_), QStringLiteral("zh"));
         return opens.count() == 0;
     }));
