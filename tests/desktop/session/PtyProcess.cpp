@@ -78,6 +78,8 @@ void PtyProcess::readTerminal() {
 }
 
 bool PtyProcess::isRunning() {
+    // One that has much to say would otherwise wait for its reader and never end.
+    readTerminal();
     int status = 0;
     if (!waitStatus_ && ::waitpid(processId_, &status, WNOHANG) == processId_)
         waitStatus_ = status;

@@ -57,11 +57,14 @@ void Stage::setProgramVariable(const QString &name, const QString &value) {
 }
 
 void Stage::endProgram() {
-    if (!program_)
+    if (!program_ || !program_->isRunning())
         return;
     prepare(
         QStringLiteral("KestrelBay ended"), [&] { program_->sendSignal(SIGTERM); },
         [&] { return !program_->isRunning(); });
+    if (program_->exitCode() != 0)
+        throw NotPrepared(QStringLiteral("KestrelBay ended with %1: %2")
+                              .arg(program_->ending(), program_->lines().join(u'\n')));
 }
 
 bool Stage::isGrabbed(const Key &key) {
