@@ -37,5 +37,6 @@ NSString *displayName(id /*fileManager*/, SEL /*selector*/, NSString *path) {
 void kestrelbay::macos::replaceDisplayNames() {
     method_setImplementation(
         class_getInstanceMethod([NSFileManager class], @selector(displayNameAtPath:)),
-        reinterpret_cast<IMP>(&displayName));
+        // By way of the type that stands for any function: an IMP takes any arguments.
+        reinterpret_cast<IMP>(reinterpret_cast<void (*)()>(&displayName)));
 }
