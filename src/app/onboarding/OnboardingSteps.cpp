@@ -1,10 +1,10 @@
 #include "app/onboarding/OnboardingSteps.h"
 
 #include <QKeyEvent>
+#include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "app/onboarding/HeroImage.h"
 #include "settings/L.h"
 #include "ui/look/FittingFont.h"
 #include "ui/look/Fonts.h"
@@ -50,6 +50,18 @@ bool isReturn(const QKeyEvent &event) {
 }
 
 }  // namespace
+
+HeroImage::HeroImage(const QString &name, QWidget *parent)
+    : QWidget(parent), pixmap_(QStringLiteral(":/hero/%1.png").arg(name)) {
+    setFixedSize(468, 200);
+}
+
+void HeroImage::paintEvent(QPaintEvent * /*event*/) {
+    // The files have two pixels to a point. A label would scale them in steps.
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(rect(), pixmap_);
+}
 
 OnboardingStep *OnboardingStep::welcome(QWidget *parent) {
     return new OnboardingStep({.hero = QStringLiteral("welcome_hero"),

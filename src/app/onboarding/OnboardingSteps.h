@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPixmap>
 #include <QWidget>
 
 class QPushButton;
@@ -8,6 +9,22 @@ namespace kestrelbay {
 
 class LinkButton;
 class TextLabel;
+
+/// A picture of the program's resources, edge to edge in an area of 468 by 200
+/// device-independent pixels. The area stays empty when there is no such picture.
+class HeroImage final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// The file's name without folder and extension.
+    explicit HeroImage(const QString &name, QWidget *parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QPixmap pixmap_;
+};
 
 /// One step of the first-run guide: a picture, what it says, and two buttons. Its
 /// texts are in the language in force when it is built.

@@ -5,7 +5,6 @@
 #include <QPalette>
 #include <QTimer>
 
-#include "app/onboarding/HeroImage.h"
 #include "platform/SystemSettings.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
