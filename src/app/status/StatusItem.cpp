@@ -1,15 +1,81 @@
 #include "app/status/StatusItem.h"
 
 #include <QCursor>
+#include <QIconEngine>
 #include <QMenu>
+#include <QPainter>
+#include <QPixmap>
 #include <QPointer>
 #include <QSystemTrayIcon>
 
-#include "app/status/StatusIcon.h"
+#include <algorithm>
+
 #include "platform/StatusArea.h"
 #include "settings/L.h"
+#include "ui/look/Symbols.h"
 
 namespace kestrelbay {
+
+namespace {
+
+// Of a menu bar or tray slot of 22 points, the symbol gets 16.
+constexpr qreal kSymbolShare = 16.0 / 22.0;
+constexpr float kEdgeOpacity = 0.8F;
+
+class StatusIconEngine final : public QIconEngine {
+public:
+    StatusIconEngine(QString symbol, std::optional<bool> onDark)
+        : symbol_(std::move(symbol)), onDark_(onDark) {}
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode /*mode*/,
+               QIcon::State /*state*/) override {
+        const bool light = onDark_.value_or(false);
+        const int side = std::max(
+            1, qRound(std::min(rect.width(), rect.height()) * (onDark_ ? 1.0 : kSymbolShare)));
+        QRect place(0, 0, side, side);
+        place.moveCenter(rect.center());
+        if (onDark_) {
+            const QPixmap edge = symbolIn(light ? Qt::black : Qt::white, side);
+            painter->setOpacity(kEdgeOpacity);
+            for (const QPoint offset : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, -1), QPoint(0, 1)})
+                painter->drawPixmap(place.topLeft() + offset, edge);
+            painter->setOpacity(1);
+        }
+        painter->drawPixmap(place.topLeft(), symbolIn(light ? Qt::white : Qt::black, side));
+    }
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, pixmap.rect(), mode, state);
+        return pixmap;
+    }
+
+    /// What is sent to desktops that draw the icon themselves.
+    QList<QSize> availableSizes(QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+        return {{16, 16}, {22, 22}, {24, 24}, {32, 32}};
+    }
+
+    [[nodiscard]] QIconEngine *clone() const override { return new StatusIconEngine(*this); }
+
+private:
+    [[nodiscard]] QPixmap symbolIn(const QColor &color, int side) const {
+        return symbolPixmap(symbol_, {side, side}, color, 1);
+    }
+
+    QString symbol_;
+    std::optional<bool> onDark_;
+};
+
+}  // namespace
+
+QIcon statusIcon(bool enabled, std::optional<bool> onDark) {
+    QIcon icon(new StatusIconEngine(
+        enabled ? QStringLiteral("bolt.fill") : QStringLiteral("bolt.slash.fill"), onDark));
+    icon.setIsMask(!onDark);
+    return icon;
+}
 
 StatusItem::StatusItem(StatusArea &area, QMenu &menu) : area_(area), menu_(menu) {
     area_.setDarkHandler([this] { updateIcon(); });

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
+#include <QIcon>
 #include <QObject>
 
 class QMenu;
@@ -10,6 +12,13 @@ class QSystemTrayIcon;
 namespace kestrelbay {
 
 class StatusArea;
+
+/// The icon among those of the programs that run: a bolt, struck through while the
+/// shortcuts are disabled. Drawn afresh for every size. It is light on a dark
+/// ground and the other way round, with a faint edge of the other colour, since
+/// not every desktop tells what its ground is; without any `onDark` it is a mask
+/// that the system tints.
+[[nodiscard]] QIcon statusIcon(bool enabled, std::optional<bool> onDark);
 
 /// The program's icon in the menu bar or tray: from the moment on that there is a
 /// place for it.

@@ -1,4 +1,4 @@
-#include "app/status/StatusIcon.h"
+#include "app/status/StatusItem.h"
 
 #include <QImage>
 #include <QPixmap>
