@@ -8,7 +8,6 @@
 #include "app/QtTexts.h"
 #include "app/RuleRunner.h"
 #include "app/instance/ApplicationService.h"
-#include "app/instance/DiagnosticsService.h"
 #include "app/status/StatusMenu.h"
 #include "app/toasts/ToastPanel.h"
 #include "hotkeys/ShortcutManager.h"

@@ -31,4 +31,11 @@ void ApplicationService::ActivateAction(const QString &name, const QVariantList 
         action->second();
 }
 
+DiagnosticsService::DiagnosticsService(QObject *parent, std::function<QString()> report)
+    : QDBusAbstractAdaptor(parent), report_(std::move(report)) {}
+
+QString DiagnosticsService::Report() {
+    return report_();
+}
+
 }  // namespace kestrelbay

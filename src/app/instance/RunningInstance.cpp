@@ -9,7 +9,6 @@
 #include <chrono>
 
 #include "app/instance/ApplicationService.h"
-#include "app/instance/DiagnosticsService.h"
 
 namespace kestrelbay {
 
