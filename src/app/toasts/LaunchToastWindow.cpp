@@ -1,8 +1,8 @@
 #include "app/toasts/LaunchToastWindow.h"
 
-#include <QGuiApplication>
 #include <QIcon>
 #include <QPainter>
+#include <QPointer>
 #include <QScreen>
 
 #include <chrono>
@@ -28,17 +28,13 @@ QPoint topLeft(const QRect &available) {
         .toPoint();
 }
 
-}  // namespace
-
-struct LaunchToastWindow::Timing {
+struct Timing {
     std::chrono::milliseconds fadeIn;
     std::chrono::milliseconds hold;
     std::chrono::milliseconds fadeOut;
 };
 
-LaunchToastWindow *LaunchToastWindow::current = nullptr;
-
-LaunchToastWindow::Timing LaunchToastWindow::timing(LaunchToastDuration duration) {
+Timing timing(LaunchToastDuration duration) {
     switch (duration) {
         case LaunchToastDuration::None:
             break;
@@ -52,14 +48,17 @@ LaunchToastWindow::Timing LaunchToastWindow::timing(LaunchToastDuration duration
     return {};
 }
 
+}  // namespace
+
 void LaunchToastWindow::show(const QIcon &appIcon, LaunchToastDuration duration) {
     if (duration == LaunchToastDuration::None || !services())
         return;
+    static QPointer<LaunchToastWindow> current;
     if (current)
         current->dismissImmediate();
-    QScreen *screen = keyScreen(services()->nativeWindow);
+    QScreen *const screen = keyScreen(services()->nativeWindow);
     current = new LaunchToastWindow(appIcon, screen);
-    current->present(screen, timing(duration));
+    current->present(screen, duration);
 }
 
 LaunchToastWindow::LaunchToastWindow(const QIcon &appIcon, QScreen *screen)
@@ -70,30 +69,17 @@ LaunchToastWindow::LaunchToastWindow(const QIcon &appIcon, QScreen *screen)
     icon_.setDevicePixelRatio(ratio);
 }
 
-LaunchToastWindow::~LaunchToastWindow() {
-    if (current == this)
-        current = nullptr;
-}
-
-void LaunchToastWindow::present(QScreen *screen, const Timing &timing) {
+void LaunchToastWindow::present(QScreen *screen, LaunchToastDuration duration) {
+    const auto [fadeIn, hold, fadeOut] = timing(duration);
     setWindowOpacity(0);
     orderFront(screen, screen ? topLeft(screen->availableGeometry()) : pos());
-    fade(1, timing.fadeIn);
-    dismissWork = later(timing.fadeIn + timing.hold, [this, fadeOut = timing.fadeOut] {
-        fade(0, fadeOut, [this] { finish(); });
-    });
+    fade(1, fadeIn);
+    fadeOutAfter(fadeIn + hold, fadeOut);
 }
 
 void LaunchToastWindow::dismissImmediate() {
-    dismissWork.reset();
     setWindowOpacity(0);
-    finish();
-}
-
-void LaunchToastWindow::finish() {
     closePanel();
-    if (current == this)
-        current = nullptr;
 }
 
 void LaunchToastWindow::paintEvent(QPaintEvent *event) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <memory>
-
 #include <QImage>
 
 #include "app/toasts/ToastPanel.h"
@@ -24,8 +22,6 @@ public:
     /// without services.
     static void show(const QIcon &appIcon, LaunchToastDuration duration);
 
-    ~LaunchToastWindow() override;
-
     /// Without fading out.
     void dismissImmediate();
 
@@ -33,18 +29,11 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    struct Timing;
-
     LaunchToastWindow(const QIcon &appIcon, QScreen *screen);
 
-    [[nodiscard]] static Timing timing(LaunchToastDuration duration);
-    void present(QScreen *screen, const Timing &timing);
-    void finish();
-
-    static LaunchToastWindow *current;
+    void present(QScreen *screen, LaunchToastDuration duration);
 
     QImage icon_;
-    std::unique_ptr<Timers::Timer> dismissWork;
 };
 
 }  // namespace kestrelbay

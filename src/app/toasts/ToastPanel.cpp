@@ -105,7 +105,7 @@ void ToastPanel::fade(qreal opacity, std::chrono::milliseconds duration,
     opacityAnimation_->setDuration(static_cast<int>(duration.count()));
     opacityAnimation_->start();
     // The animation's frames come when they can; its end has to come in time.
-    fadeEnd_ = later(duration, [this, opacity, done = std::move(done)] {
+    fadeEnd_ = services_.timers.once(duration, [this, opacity, done = std::move(done)] {
         opacityAnimation_->stop();
         setWindowOpacity(opacity);
         update();
@@ -114,14 +114,15 @@ void ToastPanel::fade(qreal opacity, std::chrono::milliseconds duration,
     });
 }
 
-std::unique_ptr<Timers::Timer> ToastPanel::later(std::chrono::milliseconds delay,
-                                                 std::function<void()> work) const {
-    return services_.timers.once(delay, std::move(work));
+void ToastPanel::fadeOutAfter(std::chrono::milliseconds delay, std::chrono::milliseconds duration) {
+    fadeOutStart_ = services_.timers.once(
+        delay, [this, duration] { fade(0, duration, [this] { closePanel(); }); });
 }
 
 void ToastPanel::closePanel() {
     opacityAnimation_->stop();
     fadeEnd_.reset();
+    fadeOutStart_.reset();
     close();
     deleteLater();
 }

@@ -53,8 +53,8 @@ protected:
     /// Runs the opacity from where it is, slow at both ends. After exactly this time
     /// it is there and `done` is called, unless the panel was closed or faded anew.
     void fade(qreal opacity, std::chrono::milliseconds duration, std::function<void()> done = {});
-    [[nodiscard]] std::unique_ptr<Timers::Timer> later(std::chrono::milliseconds delay,
-                                                       std::function<void()> work) const;
+    /// Closes the panel that much later, unless it is closed before.
+    void fadeOutAfter(std::chrono::milliseconds delay, std::chrono::milliseconds duration);
     /// Off the screen at once. The object goes with the next turn of the event loop.
     void closePanel();
 
@@ -66,6 +66,7 @@ private:
     const bool isTranslucent_;
     QPropertyAnimation *opacityAnimation_;
     std::unique_ptr<Timers::Timer> fadeEnd_;
+    std::unique_ptr<Timers::Timer> fadeOutStart_;
 };
 
 }  // namespace kestrelbay

@@ -1,7 +1,7 @@
 #include "app/toasts/ToastWindow.h"
 
 #include <QAccessible>
-#include <QGuiApplication>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 
@@ -68,8 +68,6 @@ QPoint topLeft(const QRect &screen, int height) {
 
 }  // namespace
 
-ToastWindow *ToastWindow::current = nullptr;
-
 void ToastWindow::show(const QString &message, const QString &actionTitle,
                        const std::function<void()> &action) {
     if (const Services *all = services())
@@ -81,8 +79,9 @@ void ToastWindow::showOnMainThread(const QString &message, const QString &action
                                    const std::function<void()> &action) {
     if (!services())
         return;
+    static QPointer<ToastWindow> current;
     if (current)
-        current->finish();
+        current->closePanel();
     current = new ToastWindow(message, actionTitle, action);
     current->present();
 }
@@ -112,24 +111,12 @@ ToastWindow::ToastWindow(const QString &message, const QString &actionTitle,
     setAccessibleName(message);
 }
 
-ToastWindow::~ToastWindow() {
-    if (current == this)
-        current = nullptr;
-}
-
 void ToastWindow::present() {
     QScreen *screen = keyScreen(services()->nativeWindow);
     orderFront(screen, screen ? topLeft(screen->geometry(), height()) : pos());
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
-    dismissWork = later(kStay, [this] { fade(0, kFadeOut, [this] { finish(); }); });
-}
-
-void ToastWindow::finish() {
-    dismissWork.reset();
-    closePanel();
-    if (current == this)
-        current = nullptr;
+    fadeOutAfter(kStay, kFadeOut);
 }
 
 }  // namespace kestrelbay

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
 #include <QString>
 
@@ -21,8 +20,6 @@ public:
     static void show(const QString &message, const QString &actionTitle = {},
                      const std::function<void()> &action = {});
 
-    ~ToastWindow() override;
-
 private:
     ToastWindow(const QString &message, const QString &actionTitle,
                 const std::function<void()> &action);
@@ -30,11 +27,6 @@ private:
     static void showOnMainThread(const QString &message, const QString &actionTitle,
                                  const std::function<void()> &action);
     void present();
-    void finish();
-
-    static ToastWindow *current;
-
-    std::unique_ptr<Timers::Timer> dismissWork;
 };
 
 }  // namespace kestrelbay
