@@ -1,7 +1,7 @@
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
-#include <QPixmap>
+#include <QImage>
 
 #include "app/toasts/LaunchToastWindow.h"
 #include "fakes/FakeNativeWindow.h"
@@ -20,9 +20,8 @@ void showLaunchToast(benchmark::State &state) {
     ManualDispatchQueue mainQueue;
     const ToastPanel::Services services{nativeWindow, timers, mainQueue};
     ToastPanel::setServices(&services);
-    QPixmap pixmap(256, 256);
-    pixmap.fill(Qt::darkCyan);
-    const QIcon icon(pixmap);
+    QImage icon(256, 256, QImage::Format_ARGB32_Premultiplied);
+    icon.fill(Qt::darkCyan);
     for ([[maybe_unused]] auto _ : state) {
         LaunchToastWindow::show(icon, LaunchToastDuration::Short);
         for (QWidget *window : QApplication::topLevelWidgets()) {

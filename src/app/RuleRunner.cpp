@@ -4,7 +4,6 @@
 #include <utility>
 #include <vector>
 
-#include "app/toasts/IconImage.h"
 #include "app/toasts/LaunchToastWindow.h"
 #include "launcher/AppLauncher.h"
 #include "model/ShortcutRule.h"
@@ -49,7 +48,7 @@ void queueLaunchToast(const std::shared_ptr<const RuleRunner::Services> &service
     // Reading an icon can take longer than a key press may wait.
     std::vector<QImage> images = services->catalog.listIcons({rule.appPath}, icons);
     services->mainQueue.async([services, image = std::move(images.front()), duration] {
-        services->showLaunchToast(iconOfImage(image), duration);
+        services->showLaunchToast(image, duration);
     });
 }
 

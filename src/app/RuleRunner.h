@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-#include <QIcon>
+#include <QImage>
 
 #include "settings/LaunchToastDuration.h"
 
@@ -22,7 +22,7 @@ struct ShortcutRule;
 /// then the flash of the application's icon.
 class RuleRunner {
 public:
-    using ShowLaunchToast = std::function<void(const QIcon &, LaunchToastDuration)>;
+    using ShowLaunchToast = std::function<void(const QImage &, LaunchToastDuration)>;
 
     /// All have to outlive every piece of work on the two queues, not just the
     /// runner.
@@ -35,8 +35,7 @@ public:
         const Clock &clock;
         DispatchQueue &mainQueue;
         DispatchQueue &launchQueue;
-        /// Called on the main queue, with an icon that needs no more than copying to
-        /// the screen. May be empty.
+        /// Called on the main queue, with the application's icon. May be empty.
         ShowLaunchToast showLaunchToast;
     };
 

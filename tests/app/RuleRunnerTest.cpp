@@ -51,14 +51,6 @@ private:
     Drawn &drawn_;
 };
 
-QRgb centerColor(const QIcon &icon) {
-    QImage image(72, 72, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    icon.paint(&painter, image.rect());
-    return image.pixel(36, 36);
-}
-
 class RuleRunnerTest : public testing::Test {
 protected:
     RuleRunnerTest() { catalog_.add(rule_.appPath, u"Notes"_s, icon_); }
@@ -66,8 +58,8 @@ protected:
     [[nodiscard]] RuleRunner runner(bool withToast = true) {
         RuleRunner::ShowLaunchToast show;
         if (withToast)
-            show = [this](const QIcon &icon, LaunchToastDuration duration) {
-                toasts_.emplace_back(centerColor(icon), duration);
+            show = [this](const QImage &icon, LaunchToastDuration duration) {
+                toasts_.emplace_back(icon.pixel(36, 36), duration);
             };
         return RuleRunner({.launcher = launcher_,
                            .catalog = catalog_,

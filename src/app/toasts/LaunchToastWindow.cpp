@@ -1,13 +1,11 @@
 #include "app/toasts/LaunchToastWindow.h"
 
-#include <QIcon>
 #include <QPainter>
 #include <QPointer>
 #include <QScreen>
 
 #include <chrono>
 
-#include "app/toasts/IconImage.h"
 #include "ui/windows/KeyScreen.h"
 
 namespace kestrelbay {
@@ -50,7 +48,18 @@ Timing timing(LaunchToastDuration duration) {
 
 }  // namespace
 
-void LaunchToastWindow::show(const QIcon &appIcon, LaunchToastDuration duration) {
+QImage inSquare(const QImage &picture, int side) {
+    QImage square(side, side, QImage::Format_ARGB32_Premultiplied);
+    square.fill(Qt::transparent);
+    QRectF target(QPointF(), QSizeF(picture.size()).scaled(square.size(), Qt::KeepAspectRatio));
+    target.moveCenter(QRectF(square.rect()).center());
+    QPainter painter(&square);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(target, picture);
+    return square;
+}
+
+void LaunchToastWindow::show(const QImage &appIcon, LaunchToastDuration duration) {
     if (duration == LaunchToastDuration::None || !services())
         return;
     static QPointer<LaunchToastWindow> current;
@@ -61,11 +70,11 @@ void LaunchToastWindow::show(const QIcon &appIcon, LaunchToastDuration duration)
     current->present(screen, duration);
 }
 
-LaunchToastWindow::LaunchToastWindow(const QIcon &appIcon, QScreen *screen)
+LaunchToastWindow::LaunchToastWindow(const QImage &appIcon, QScreen *screen)
     : ToastPanel(kIconToastRadius, Input::PassesThrough) {
     setPanelSize({kSide, kSide});
     const qreal ratio = screen ? screen->devicePixelRatio() : 1;
-    icon_ = iconImage(appIcon, qRound(kIconSide * ratio));
+    icon_ = inSquare(appIcon, qRound(kIconSide * ratio));
     icon_.setDevicePixelRatio(ratio);
 }
 

@@ -5,9 +5,11 @@
 #include "app/toasts/ToastPanel.h"
 #include "settings/LaunchToastDuration.h"
 
-class QIcon;
-
 namespace kestrelbay {
+
+/// The picture fitted into a square of this many pixels, scaled up or down in proportion
+/// and centred, transparent around. A null picture gives an empty square.
+[[nodiscard]] QImage inSquare(const QImage &picture, int side);
 
 /// The icon of the application that a hotkey has just brought up, shown for a moment
 /// on the screen at which the user looks. There is one at a time. Main thread.
@@ -20,7 +22,7 @@ public:
 
     /// Takes the place of the one on screen, if any. Shows nothing for None or
     /// without services.
-    static void show(const QIcon &appIcon, LaunchToastDuration duration);
+    static void show(const QImage &appIcon, LaunchToastDuration duration);
 
     /// Without fading out.
     void dismissImmediate();
@@ -29,7 +31,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    LaunchToastWindow(const QIcon &appIcon, QScreen *screen);
+    LaunchToastWindow(const QImage &appIcon, QScreen *screen);
 
     void present(QScreen *screen, LaunchToastDuration duration);
 

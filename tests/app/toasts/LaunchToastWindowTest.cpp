@@ -1,7 +1,6 @@
 #include "app/toasts/LaunchToastWindow.h"
 
-#include <QIcon>
-#include <QPixmap>
+#include <QImage>
 #include <QPointer>
 
 #include <algorithm>
@@ -16,10 +15,10 @@ namespace kestrelbay {
 
 namespace {
 
-QIcon plainIcon(Qt::GlobalColor color) {
-    QPixmap pixmap(72, 72);
-    pixmap.fill(color);
-    return pixmap;
+QImage plainIcon(Qt::GlobalColor color) {
+    QImage image(72, 72, QImage::Format_ARGB32_Premultiplied);
+    image.fill(color);
+    return image;
 }
 
 class LaunchToastWindowTest : public ToastFixture<LaunchToastWindow> {

@@ -221,7 +221,7 @@ TEST_F(ToastWindowTest, ServicesTakenAwayCloseItAndStopWhatIsQueued) {
 
 TEST_F(ToastWindowTest, BothKindsCanBeOnScreen) {
     ToastWindow *toast = show(u"Notice"_s);
-    LaunchToastWindow::show(QIcon(), LaunchToastDuration::Short);
+    LaunchToastWindow::show(QImage(), LaunchToastDuration::Short);
     EXPECT_EQ(current(), toast);
     timers_.advance(450ms);
     EXPECT_EQ(current(), toast);

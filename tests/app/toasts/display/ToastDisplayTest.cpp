@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QIcon>
+#include <QImage>
 #include <QPainter>
-#include <QPixmap>
 #include <QPushButton>
 #include <QWindow>
 
@@ -34,10 +33,10 @@ using Clock = std::chrono::steady_clock;
 
 constexpr QRgb kBackgroundColor = qRgb(220, 30, 30);
 
-QIcon plainIcon(Qt::GlobalColor color = Qt::blue) {
-    QPixmap pixmap(72, 72);
-    pixmap.fill(color);
-    return pixmap;
+QImage plainIcon(Qt::GlobalColor color = Qt::blue) {
+    QImage image(72, 72, QImage::Format_ARGB32_Premultiplied);
+    image.fill(color);
+    return image;
 }
 
 /// QWidget::winId() stays behind when Qt makes the window anew.
