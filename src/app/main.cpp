@@ -2,6 +2,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QIcon>
+#include <QScopeGuard>
 #include <QSessionManager>
 #include <QTimer>
 
@@ -13,7 +14,6 @@
 
 #include "app/AppDelegate.h"
 #include "app/DiagnosticReport.h"
-#include "app/QtMessages.h"
 #include "app/TerminationSignals.h"
 #include "app/instance/ApplicationActions.h"
 #include "app/instance/RunningInstance.h"
@@ -78,6 +78,17 @@ int diagnose(int argc, char **argv, kestrelbay::Platform &platform) {
     return EXIT_SUCCESS;
 }
 
+/// Where Qt's own messages go. Its handler is a plain function without user data.
+kestrelbay::SystemLog *messageLog = nullptr;
+
+/// Sends what Qt itself has to say to the system log, where the user looks.
+void forwardMessage(QtMsgType type, const QMessageLogContext & /*context*/,
+                    const QString &message) {
+    const bool plain = type == QtDebugMsg || type == QtInfoMsg;
+    messageLog->write(
+        (plain ? QStringLiteral("KestrelBay: ") : QStringLiteral("KestrelBay [WARN] ")) + message);
+}
+
 }  // namespace
 
 int main(int argc, char **argv) {
@@ -105,7 +116,9 @@ int main(int argc, char **argv) {
         [](QSessionManager &manager) { manager.setRestartHint(QSessionManager::RestartNever); });
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/org.kestrelbay.KestrelBay.svg")));
-    const kestrelbay::QtMessages messages(platform->systemLog());
+    messageLog = &platform->systemLog();
+    qInstallMessageHandler(forwardMessage);
+    const auto restoreMessages = qScopeGuard([] { qInstallMessageHandler(nullptr); });
     const kestrelbay::TerminationSignals signals([] { QCoreApplication::exit(EXIT_SUCCESS); });
     platform->setSessionEndedHandler([&platform] {
         platform->systemLog().write(
