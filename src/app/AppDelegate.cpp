@@ -126,9 +126,12 @@ void AppDelegate::performAction(const QString &name) {
 void AppDelegate::applicationDidFinishLaunching() {
     platform_.becomeAccessory();
     bringUpShortcuts();
-    if (!manager_->isAccessibilityGranted())
-        startAccessibilityPolling();
-    setUpStatusBar();
+    if (!manager_->isAccessibilityGranted()) {
+        accessibilityPoller_ =
+            timers_.every(kAccessibilityPollInterval, [this] { pollAccessibility(); });
+    }
+    menu_.build(manager_->isEnabled());
+    statusItem_ = std::make_unique<StatusItem>(platform_.statusArea(), menu_);
     observeNotifications();
     if (!read(platform_.userDefaults(), settings::kOnboardingCompleted))
         showOnboarding();
@@ -146,11 +149,6 @@ void AppDelegate::bringUpShortcuts() {
     ShortcutManager::setShared(*manager_);
 }
 
-void AppDelegate::startAccessibilityPolling() {
-    accessibilityPoller_ =
-        timers_.every(kAccessibilityPollInterval, [this] { pollAccessibility(); });
-}
-
 void AppDelegate::pollAccessibility() {
     manager_->reinstallEventTap();
     if (!manager_->isAccessibilityGranted())
@@ -159,14 +157,9 @@ void AppDelegate::pollAccessibility() {
     Q_EMIT notifications_.accessibilityGranted();
 }
 
-void AppDelegate::setUpStatusBar() {
-    menu_.build(manager_->isEnabled());
-    statusItem_ = std::make_unique<StatusItem>(platform_.statusArea(), menu_);
-}
-
 void AppDelegate::observeNotifications() {
     connect(&notifications_, &Notifications::openPreferencesToAccessibility, this,
-            &AppDelegate::openPreferencesToAccessibility);
+            [this] { preferencesWindow().switchToAccessibilityRow(); });
     connect(&notifications_, &Notifications::languageDidChange, this,
             [this] { menu_.build(manager_->isEnabled()); });
 }
@@ -186,10 +179,6 @@ PreferencesWindowController &AppDelegate::preferencesWindow() {
 
 void AppDelegate::openPreferences() {
     preferencesWindow().showWindow();
-}
-
-void AppDelegate::openPreferencesToAccessibility() {
-    preferencesWindow().switchToAccessibilityRow();
 }
 
 void AppDelegate::showOnboarding() {

@@ -55,9 +55,6 @@ public:
     void openOnboarding();
     void showAbout();
 
-    /// A wish of others (Notifications::openPreferencesToAccessibility).
-    void openPreferencesToAccessibility();
-
     [[nodiscard]] Notifications &notifications() { return notifications_; }
     [[nodiscard]] ShortcutManager &shortcutManager() { return *manager_; }
     [[nodiscard]] const StatusMenu &statusMenu() const { return menu_; }
@@ -71,9 +68,7 @@ private:
     [[nodiscard]] PreferencesServices preferencesServices();
     [[nodiscard]] ApplicationService::Actions serviceActions();
     void bringUpShortcuts();
-    void startAccessibilityPolling();
     void pollAccessibility();
-    void setUpStatusBar();
     void observeNotifications();
     void showOnboarding();
     PreferencesWindowController &preferencesWindow();
