@@ -33,8 +33,6 @@ public:
     /// Shows whether the shortcuts are enabled.
     void setShortcutsEnabled(bool enabled);
 
-    [[nodiscard]] bool isVisible() const { return icon_ != nullptr; }
-
 private:
     void appear();
     void updateIcon();
