@@ -12,7 +12,6 @@
 #include "platform/LoginItemContract.h"
 #include "platform/macos/cocoa/NSStrings.h"
 #include "platform/macos/desktop/LaunchAgent.h"
-#include "platform/macos/desktop/ServiceLoginItem.h"
 
 using namespace Qt::StringLiterals;
 

@@ -14,13 +14,13 @@
 #include "platform/macos/applications/MacApplicationCatalog.h"
 #include "platform/macos/applications/MacWorkspace.h"
 #include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/desktop/MacLoginItem.h"
 #include "platform/macos/desktop/MacNativeWindow.h"
 #include "platform/macos/desktop/MacStatusArea.h"
 #include "platform/macos/desktop/MacSystemSettings.h"
 #include "platform/macos/desktop/MacSystemSounds.h"
 #include "platform/macos/desktop/MacSystemSymbols.h"
 #include "platform/macos/desktop/MacUserDefaults.h"
-#include "platform/macos/desktop/ServiceLoginItem.h"
 #include "platform/macos/desktop/UnifiedLog.h"
 
 using namespace Qt::StringLiterals;
