@@ -16,10 +16,7 @@
 #include "platform/macos/cocoa/NSStrings.h"
 #include "platform/macos/desktop/MacLoginItem.h"
 #include "platform/macos/desktop/MacNativeWindow.h"
-#include "platform/macos/desktop/MacStatusArea.h"
-#include "platform/macos/desktop/MacSystemSettings.h"
-#include "platform/macos/desktop/MacSystemSounds.h"
-#include "platform/macos/desktop/MacSystemSymbols.h"
+#include "platform/macos/desktop/MacServices.h"
 #include "platform/macos/desktop/MacUserDefaults.h"
 #include "platform/macos/desktop/UnifiedLog.h"
 

@@ -3,8 +3,7 @@
 #include "fakes/FakeServices.h"
 #include "fakes/MacJournal.h"
 #include "fixtures/QtPrinters.h"
-#include "platform/macos/desktop/MacStatusArea.h"
-#include "platform/macos/desktop/MacSystemSounds.h"
+#include "platform/macos/desktop/MacServices.h"
 #include "platform/macos/desktop/UnifiedLog.h"
 
 using namespace Qt::StringLiterals;

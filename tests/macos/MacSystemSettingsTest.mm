@@ -1,4 +1,4 @@
-#include "platform/macos/desktop/MacSystemSettings.h"
+#include "platform/macos/desktop/MacServices.h"
 
 #include <gtest/gtest.h>
 

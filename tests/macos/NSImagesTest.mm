@@ -5,7 +5,7 @@
 #include "fakes/FakeImages.h"
 #include "fakes/MacJournal.h"
 #include "fixtures/QtPrinters.h"
-#include "platform/macos/desktop/MacSystemSymbols.h"
+#include "platform/macos/desktop/MacServices.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/StatusArea.h"
+#include "platform/SystemSettings.h"
+#include "platform/SystemSounds.h"
+#include "platform/SystemSymbols.h"
+
+namespace kestrelbay {
+
+// The services that take macOS a call or none.
+
+/// The menu bar, which is always there, tints icons by itself and opens their menus.
+class MacStatusArea final : public StatusArea {
+public:
+    /// Calls the handler at once.
+    void whenAvailable(std::function<void()> handler) override { handler(); }
+    [[nodiscard]] std::optional<bool> isDark() const override { return std::nullopt; }
+    /// Never called: there is nothing to tell.
+    void setDarkHandler(std::function<void()> /*handler*/) override {}
+    [[nodiscard]] bool opensMenus() const override { return true; }
+    [[nodiscard]] QString description() const override { return QStringLiteral("menu bar"); }
+};
+
+/// Light and dark are Qt's business here: it follows the system by itself.
+class MacSystemSettings final : public SystemSettings {
+public:
+    [[nodiscard]] std::optional<ColorScheme> colorScheme() const override { return std::nullopt; }
+    /// Never called: there is nothing to tell.
+    void setColorSchemeHandler(std::function<void()> /*handler*/) override {}
+    /// Privacy & Security › Accessibility.
+    bool openAccessibilityPane() override;
+};
+
+/// The sounds that the system brings, by NSSound.
+class MacSystemSounds final : public SystemSounds {
+public:
+    [[nodiscard]] QStringList directories() const override;
+    [[nodiscard]] QStringList suffixes() const override;
+    void play(const QString &name) override;
+};
+
+/// SF Symbols, which have the names that ours are called by.
+class MacSystemSymbols final : public SystemSymbols {
+public:
+    [[nodiscard]] QImage image(const QString &name, QSize size) const override;
+};
+
+}  // namespace kestrelbay
