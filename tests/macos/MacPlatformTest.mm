@@ -1,4 +1,4 @@
-#include "platform/macos/MacPlatform.h"
+#include "platform/Platform.h"
 
 #include <sys/utsname.h>
 

@@ -1,4 +1,4 @@
-#include "platform/macos/MacPlatform.h"
+#include "platform/Platform.h"
 
 #import <AppKit/NSApplication.h>
 #import <ApplicationServices/ApplicationServices.h>
@@ -23,69 +23,53 @@ namespace {
 static_assert(NSApplicationActivationPolicyAccessory == 1);
 static_assert(NSApplicationSupportDirectory == 14 && NSUserDomainMask == 1);
 
-template <typename Service, typename Interface>
-Interface &made(std::unique_ptr<Interface> &service) {
-    if (!service)
-        service = std::make_unique<Service>();
-    return *service;
-}
-
 QString machine() {
     utsname names{};
     return ::uname(&names) == 0 ? QString::fromLocal8Bit(names.machine)
                                 : QStringLiteral("not known");
 }
 
-}  // namespace
+/// The services of macOS, which is asked for nothing before they are.
+class MacPlatform final : public Platform {
+public:
+    [[nodiscard]] EventTap &eventTap() override { return tap_; }
+    [[nodiscard]] Workspace &workspace() override { return workspace_; }
+    [[nodiscard]] ApplicationCatalog &applicationCatalog() override { return catalog_; }
+    [[nodiscard]] UserDefaults &userDefaults() override { return defaults_; }
+    [[nodiscard]] SystemSounds &systemSounds() override { return sounds_; }
+    [[nodiscard]] SystemLog &systemLog() override { return log_; }
+    [[nodiscard]] LoginItem &loginItem() override {
+        if (!loginItem_)
+            loginItem_ = makeLoginItem();
+        return *loginItem_;
+    }
+    [[nodiscard]] SystemSettings &systemSettings() override { return systemSettings_; }
+    [[nodiscard]] NativeWindow &nativeWindow() override { return nativeWindow_; }
+    [[nodiscard]] StatusArea &statusArea() override { return statusArea_; }
+    [[nodiscard]] const SystemSymbols *systemSymbols() override { return &systemSymbols_; }
+    /// The user's Library/Application Support.
+    [[nodiscard]] QString applicationSupportDirectory() const override;
+    void becomeAccessory() override;
+    [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override;
+    /// Never called: a program ends with the session, which ends it.
+    void setSessionEndedHandler(std::function<void()> /*handler*/) override {}
+    /// Always empty.
+    [[nodiscard]] QString startupProblem() const override { return {}; }
 
-MacPlatform::MacPlatform() = default;
-MacPlatform::~MacPlatform() = default;
-
-EventTap &MacPlatform::eventTap() {
-    return made<MacEventTap>(tap_);
-}
-
-Workspace &MacPlatform::workspace() {
-    return made<MacWorkspace>(workspace_);
-}
-
-ApplicationCatalog &MacPlatform::applicationCatalog() {
-    return made<MacApplicationCatalog>(catalog_);
-}
-
-UserDefaults &MacPlatform::userDefaults() {
-    return made<MacUserDefaults>(defaults_);
-}
-
-SystemSounds &MacPlatform::systemSounds() {
-    return made<MacSystemSounds>(sounds_);
-}
-
-SystemLog &MacPlatform::systemLog() {
-    return made<UnifiedLog>(log_);
-}
-
-LoginItem &MacPlatform::loginItem() {
-    if (!loginItem_)
-        loginItem_ = makeLoginItem();
-    return *loginItem_;
-}
-
-SystemSettings &MacPlatform::systemSettings() {
-    return made<MacSystemSettings>(systemSettings_);
-}
-
-NativeWindow &MacPlatform::nativeWindow() {
-    return made<MacNativeWindow>(nativeWindow_);
-}
-
-StatusArea &MacPlatform::statusArea() {
-    return made<MacStatusArea>(statusArea_);
-}
-
-const SystemSymbols *MacPlatform::systemSymbols() {
-    return &made<MacSystemSymbols>(systemSymbols_);
-}
+private:
+    MacEventTap tap_;
+    MacWorkspace workspace_;
+    MacApplicationCatalog catalog_;
+    MacUserDefaults defaults_;
+    MacSystemSounds sounds_;
+    UnifiedLog log_;
+    /// Made when it is first asked for: it is the system's version that decides which.
+    std::unique_ptr<LoginItem> loginItem_;
+    MacSystemSettings systemSettings_;
+    MacNativeWindow nativeWindow_;
+    MacStatusArea statusArea_;
+    MacSystemSymbols systemSymbols_;
+};
 
 QString MacPlatform::applicationSupportDirectory() const {
     @autoreleasepool {
@@ -112,6 +96,8 @@ std::vector<std::pair<QString, QString>> MacPlatform::diagnostics() {
                  AXIsProcessTrusted() ? QStringLiteral("given") : QStringLiteral("not given")}};
     }
 }
+
+}  // namespace
 
 std::unique_ptr<Platform> makePlatform() {
     return std::make_unique<MacPlatform>();
