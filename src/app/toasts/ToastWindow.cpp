@@ -70,20 +70,18 @@ QPoint topLeft(const QRect &screen, int height) {
 
 void ToastWindow::show(const QString &message, const QString &actionTitle,
                        const std::function<void()> &action) {
-    if (const Services *all = services())
-        all->mainQueue.async(
-            [message, actionTitle, action] { showOnMainThread(message, actionTitle, action); });
-}
-
-void ToastWindow::showOnMainThread(const QString &message, const QString &actionTitle,
-                                   const std::function<void()> &action) {
-    if (!services())
+    const Services *const all = services();
+    if (!all)
         return;
-    static QPointer<ToastWindow> current;
-    if (current)
-        current->closePanel();
-    current = new ToastWindow(message, actionTitle, action);
-    current->present();
+    all->mainQueue.async([message, actionTitle, action] {
+        if (!services())
+            return;
+        static QPointer<ToastWindow> current;
+        if (current)
+            current->closePanel();
+        current = new ToastWindow(message, actionTitle, action);
+        current->present();
+    });
 }
 
 ToastWindow::ToastWindow(const QString &message, const QString &actionTitle,

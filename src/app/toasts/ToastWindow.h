@@ -24,8 +24,6 @@ private:
     ToastWindow(const QString &message, const QString &actionTitle,
                 const std::function<void()> &action);
 
-    static void showOnMainThread(const QString &message, const QString &actionTitle,
-                                 const std::function<void()> &action);
     void present();
 };
 
