@@ -62,11 +62,11 @@ void OnboardingViewController::setOnFinished(std::function<void(bool)> onFinishe
 }
 
 QPushButton *OnboardingViewController::goSettingsBtn() const {
-    return goSettingsBtn_;
+    return waitingLabel() ? &step_->primaryButton() : nullptr;
 }
 
 TextLabel *OnboardingViewController::waitingLabel() const {
-    return waitingLabel_;
+    return step_ ? step_->statusLabel() : nullptr;
 }
 
 void OnboardingViewController::showStep(int index, bool animated) {
@@ -97,8 +97,6 @@ OnboardingStep *OnboardingViewController::makeStep(int index) {
         step = OnboardingStep::permission(contentContainer_);
         connectButtons(&OnboardingViewController::openAccessibilitySettings,
                        &OnboardingViewController::skipPermission);
-        goSettingsBtn_ = &step->primaryButton();
-        waitingLabel_ = step->statusLabel();
     } else {
         step = OnboardingStep::done(permissionGranted_, contentContainer_);
         connectButtons(&OnboardingViewController::finishAndOpenPrefs,
@@ -138,14 +136,14 @@ void OnboardingViewController::goToPermission() {
 }
 
 void OnboardingViewController::openAccessibilitySettings() {
-    if (!goSettingsBtn_ || !waitingLabel_)
+    if (!waitingLabel())
         return;
     // Otherwise the focus would go to the link, and whoever presses the key once
     // more would skip the step unawares.
-    goSettingsBtn_->parentWidget()->setFocus();
-    goSettingsBtn_->setEnabled(false);
-    goSettingsBtn_->setText(L::permissionWaitingButton());
-    waitingLabel_->show();
+    step_->setFocus();
+    goSettingsBtn()->setEnabled(false);
+    goSettingsBtn()->setText(L::permissionWaitingButton());
+    waitingLabel()->show();
     services_.systemSettings.openAccessibilityPane();
     permissionTimer_ = services_.timers.every(kPollInterval, [this] { checkPermission(); });
 }
@@ -156,9 +154,9 @@ void OnboardingViewController::checkPermission() {
         return;
     permissionTimer_.reset();
     permissionGranted_ = true;
-    if (waitingLabel_) {
-        waitingLabel_->setText(L::permissionGranted());
-        waitingLabel_->setColor(colors::systemGreen);
+    if (TextLabel *const label = waitingLabel()) {
+        label->setText(L::permissionGranted());
+        label->setColor(colors::systemGreen);
     }
     nextStepTimer_ = services_.timers.once(kGrantedDelay, [this] { showStep(kDoneStep, true); });
 }

@@ -76,8 +76,6 @@ private:
     QWidget *contentContainer_;
     QPointer<OnboardingStep> step_;
     QPointer<QAbstractAnimation> fade_;
-    QPointer<QPushButton> goSettingsBtn_;
-    QPointer<TextLabel> waitingLabel_;
     std::unique_ptr<Timers::Timer> permissionTimer_;
     std::unique_ptr<Timers::Timer> nextStepTimer_;
     bool permissionGranted_ = false;
