@@ -3,8 +3,6 @@
 #include <functional>
 #include <optional>
 
-#include <QString>
-
 namespace kestrelbay {
 
 /// Where the desktop shows the icons of programs that run without a window: menu
@@ -28,9 +26,6 @@ public:
 
     /// Does a click on the icon open its menu without the program's doing?
     [[nodiscard]] virtual bool opensMenus() const = 0;
-
-    /// What it is, for a report of a problem: one line in English.
-    [[nodiscard]] virtual QString description() const = 0;
 };
 
 }  // namespace kestrelbay

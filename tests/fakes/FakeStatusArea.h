@@ -20,7 +20,6 @@ public:
         darkHandler_ = std::move(handler);
     }
     [[nodiscard]] bool opensMenus() const override { return opensMenus_; }
-    [[nodiscard]] QString description() const override { return description_; }
 
     // For the test:
     void setAvailable(bool available) {
@@ -32,7 +31,6 @@ public:
             darkHandler_();
     }
     void setOpensMenus(bool opens) { opensMenus_ = opens; }
-    void setDescription(const QString &description) { description_ = description; }
 
 private:
     void tellAvailable() {
@@ -43,7 +41,6 @@ private:
     bool isAvailable_ = true;
     bool opensMenus_ = false;
     std::optional<bool> isDark_ = false;
-    QString description_ = QStringLiteral("a fake");
     std::function<void()> availableHandler_;
     std::function<void()> darkHandler_;
 };

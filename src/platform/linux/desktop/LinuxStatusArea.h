@@ -44,8 +44,8 @@ public:
     /// A left click is told to the program, by both kinds; those few hosts that open the
     /// menu at it do not tell of it.
     [[nodiscard]] bool opensMenus() const override { return false; }
-    /// "StatusNotifier host", "XEmbed tray" or "none".
-    [[nodiscard]] QString description() const override;
+    /// For a report of a problem: "StatusNotifier host", "XEmbed tray" or "none".
+    [[nodiscard]] QString description() const;
 
     /// Returns when it is known whether there is a panel for notifiers, or after 100 ms.
     void waitForAnswer();

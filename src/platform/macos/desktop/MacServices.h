@@ -18,7 +18,6 @@ public:
     /// Never called: there is nothing to tell.
     void setDarkHandler(std::function<void()> /*handler*/) override {}
     [[nodiscard]] bool opensMenus() const override { return true; }
-    [[nodiscard]] QString description() const override { return QStringLiteral("menu bar"); }
 };
 
 /// Light and dark are Qt's business here: it follows the system by itself.
