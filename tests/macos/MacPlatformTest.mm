@@ -18,7 +18,6 @@
 #include "platform/macos/desktop/MacNativeWindow.h"
 #include "platform/macos/desktop/MacServices.h"
 #include "platform/macos/desktop/MacUserDefaults.h"
-#include "platform/macos/desktop/UnifiedLog.h"
 
 using namespace Qt::StringLiterals;
 

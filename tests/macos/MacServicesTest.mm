@@ -4,7 +4,6 @@
 #include "fakes/MacJournal.h"
 #include "fixtures/QtPrinters.h"
 #include "platform/macos/desktop/MacServices.h"
-#include "platform/macos/desktop/UnifiedLog.h"
 
 using namespace Qt::StringLiterals;
 

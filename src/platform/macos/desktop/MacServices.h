@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/StatusArea.h"
+#include "platform/SystemLog.h"
 #include "platform/SystemSettings.h"
 #include "platform/SystemSounds.h"
 #include "platform/SystemSymbols.h"
@@ -42,6 +43,13 @@ public:
 class MacSystemSymbols final : public SystemSymbols {
 public:
     [[nodiscard]] QImage image(const QString &name, QSize size) const override;
+};
+
+/// The unified log, under the bundle's identifier as subsystem. Warnings are written
+/// as errors, so that the log keeps them longest; nothing in a line is hidden.
+class UnifiedLog final : public SystemLog {
+public:
+    void write(const QString &line) override;
 };
 
 }  // namespace kestrelbay
