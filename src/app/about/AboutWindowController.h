@@ -23,8 +23,6 @@ public:
 
     explicit AboutWindowController(Services services);
     ~AboutWindowController();
-    AboutWindowController(const AboutWindowController &) = delete;
-    AboutWindowController &operator=(const AboutWindowController &) = delete;
 
     /// In the middle of the screen and before all other windows, those of other
     /// programs included.

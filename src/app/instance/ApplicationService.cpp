@@ -17,8 +17,7 @@ bool ApplicationService::registerOnSessionBus() {
 }
 
 void ApplicationService::Activate(const QVariantMap & /*platformData*/) {
-    if (activate_)
-        activate_();
+    activate_();
 }
 
 void ApplicationService::Open(const QStringList & /*uris*/, const QVariantMap &platformData) {

@@ -51,8 +51,7 @@ bool isReturn(const QKeyEvent &event) {
 
 }  // namespace
 
-HeroImage::HeroImage(const QString &name, QWidget *parent)
-    : QWidget(parent), pixmap_(QStringLiteral(":/hero/%1.png").arg(name)) {
+HeroImage::HeroImage(const QString &name) : pixmap_(QStringLiteral(":/hero/%1.png").arg(name)) {
     setFixedSize(468, 200);
 }
 

@@ -17,7 +17,7 @@ class HeroImage final : public QWidget {
 
 public:
     /// The file's name without folder and extension.
-    explicit HeroImage(const QString &name, QWidget *parent = nullptr);
+    explicit HeroImage(const QString &name);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -34,8 +34,6 @@ public:
     /// The window is not in view yet.
     explicit OnboardingWindowController(Services services);
     ~OnboardingWindowController() override;
-    OnboardingWindowController(const OnboardingWindowController &) = delete;
-    OnboardingWindowController &operator=(const OnboardingWindowController &) = delete;
 
     /// Called when the guide ends with the question answered whether to open the
     /// preferences, closing its window being a no. It may delete this. Not called

@@ -33,8 +33,6 @@ public:
     static void setServices(const Services *services);
 
     ~ToastPanel() override;
-    ToastPanel(const ToastPanel &) = delete;
-    ToastPanel &operator=(const ToastPanel &) = delete;
 
 protected:
     enum class Input : std::uint8_t { PassesThrough, IsAccepted };
