@@ -126,10 +126,8 @@ void AppDelegate::performAction(const QString &name) {
 void AppDelegate::applicationDidFinishLaunching() {
     platform_.becomeAccessory();
     bringUpShortcuts();
-    if (!manager_->isAccessibilityGranted()) {
-        accessibilityPoller_ =
-            timers_.every(kAccessibilityPollInterval, [this] { pollAccessibility(); });
-    }
+    if (!manager_->isAccessibilityGranted())
+        startAccessibilityPolling();
     menu_.build(manager_->isEnabled());
     statusItem_ = std::make_unique<StatusItem>(platform_.statusArea(), menu_);
     observeNotifications();
@@ -147,6 +145,11 @@ void AppDelegate::bringUpShortcuts() {
     manager_ = std::make_unique<ShortcutManager>(storageDirectory(platform_), platform_.eventTap(),
                                                  platform_.systemLog(), std::move(hooks));
     ShortcutManager::setShared(*manager_);
+}
+
+void AppDelegate::startAccessibilityPolling() {
+    accessibilityPoller_ =
+        timers_.every(kAccessibilityPollInterval, [this] { pollAccessibility(); });
 }
 
 void AppDelegate::pollAccessibility() {

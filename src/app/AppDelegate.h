@@ -68,6 +68,7 @@ private:
     [[nodiscard]] PreferencesServices preferencesServices();
     [[nodiscard]] ApplicationService::Actions serviceActions();
     void bringUpShortcuts();
+    void startAccessibilityPolling();
     void pollAccessibility();
     void observeNotifications();
     void showOnboarding();

@@ -115,14 +115,14 @@ void ToastPanel::fade(qreal opacity, std::chrono::milliseconds duration,
 }
 
 void ToastPanel::fadeOutAfter(std::chrono::milliseconds delay, std::chrono::milliseconds duration) {
-    fadeOutStart_ = services_.timers.once(
+    dismissWork_ = services_.timers.once(
         delay, [this, duration] { fade(0, duration, [this] { closePanel(); }); });
 }
 
 void ToastPanel::closePanel() {
     opacityAnimation_->stop();
     fadeEnd_.reset();
-    fadeOutStart_.reset();
+    dismissWork_.reset();
     close();
     deleteLater();
 }

@@ -64,7 +64,7 @@ private:
     const bool isTranslucent_;
     QPropertyAnimation *opacityAnimation_;
     std::unique_ptr<Timers::Timer> fadeEnd_;
-    std::unique_ptr<Timers::Timer> fadeOutStart_;
+    std::unique_ptr<Timers::Timer> dismissWork_;
 };
 
 }  // namespace kestrelbay
