@@ -9,7 +9,6 @@
 #include "preferences/rules/RulesViewController.h"
 #include "preferences/window/PreferencesWindowController.h"
 #include "preferences/window/TabBarView.h"
-#include "preferences/window/TabItemView.h"
 
 namespace kestrelbay {
 

@@ -10,7 +10,6 @@
 #include "fixtures/PaintCounter.h"
 #include "fixtures/ServicesFixture.h"
 #include "platform/SystemSettings.h"
-#include "preferences/window/TabItemView.h"
 #include "ui/look/SystemColors.h"
 
 using namespace Qt::StringLiterals;
