@@ -1,6 +1,5 @@
 #include "preferences/window/PreferencesWindowController.h"
 
-#include <memory>
 #include <utility>
 
 #include <QCoreApplication>
@@ -11,9 +10,7 @@
 
 #include "platform/NativeWindow.h"
 #include "preferences/advanced/AdvancedSettingsViewController.h"
-#include "preferences/rules/ApplicationIconCache.h"
 #include "preferences/rules/RulesViewController.h"
-#include "preferences/window/ContainerViewController.h"
 #include "preferences/window/TabBarView.h"
 #include "settings/L.h"
 #include "settings/Notifications.h"
@@ -27,6 +24,9 @@ namespace {
 
 constexpr QSize kSize{704, 598};
 constexpr QSize kMinimumSize{616, 483};
+constexpr int kBarTop = 12;
+constexpr QSize kBarSize{330, 32};
+constexpr int kBarToContent = 8;
 constexpr int kRulesTab = 0;
 constexpr int kAdvancedTab = 1;
 
@@ -57,28 +57,12 @@ void centerOn(const QScreen *screen, QWidget &window) {
 
 }  // namespace
 
-PreferencesWindowController::PreferencesWindowController(const PreferencesServices &services)
-    : PreferencesWindowController(services, [icons = std::make_shared<ApplicationIconCache>(
-                                                 services)](const PreferencesServices &given) {
-          return new RulesViewController(given, *icons);
-      }) {}
-
-PreferencesWindowController::PreferencesWindowController(PreferencesServices services,
-                                                         RulesViewFactory makeRulesView)
-    : services_(std::move(services)),
-      makeRulesView_(std::move(makeRulesView)),
-      window_(makeWindow()) {
+PreferencesWindowController::PreferencesWindowController(PreferencesServices services)
+    : services_(std::move(services)), window_(makeWindow()) {
     window_->setWindowTitle(L::preferencesTitle());
-    buildContainer();
-    showTab(kRulesTab);
+    buildContainer(kRulesTab);
     connect(&services_.notifications, &Notifications::languageDidChange, this,
-            &PreferencesWindowController::languageChanged);
-}
-
-PreferencesWindowController::~PreferencesWindowController() = default;
-
-QWidget *PreferencesWindowController::window() const {
-    return window_.get();
+            &PreferencesWindowController::rebuildUI);
 }
 
 void PreferencesWindowController::showWindow() {
@@ -103,12 +87,13 @@ void PreferencesWindowController::switchToAccessibilityRow() {
         sheet->activateWindow();
         return;
     }
-    container_->tabBarView()->select(kAdvancedTab);
+    tabBar_->select(kAdvancedTab);
     showTab(kAdvancedTab);
     // Its place is known only when the view that was just made is laid out.
     services_.mainQueue.async([self = QPointer(this)] {
-        if (self && self->advanced_)
-            self->advanced_->highlightAccessibilityRow();
+        QWidget *const shown = self ? self->currentChild_ : nullptr;
+        if (auto *const advanced = qobject_cast<AdvancedSettingsViewController *>(shown))
+            advanced->highlightAccessibilityRow();
     });
 }
 
@@ -128,58 +113,56 @@ void PreferencesWindowController::sheetFinished() {
     });
 }
 
-void PreferencesWindowController::rejectSheets() {
-    while (Sheet *const sheet = openSheet())
-        sheet->reject();
-}
-
-void PreferencesWindowController::buildContainer() {
-    container_ = new ContainerViewController(window_.get());
+void PreferencesWindowController::buildContainer(int tab) {
+    container_ = new QWidget(window_.get());
+    tabBar_ = new TabBarView(container_);
+    tabBar_->setFixedSize(kBarSize);
+    auto *const column = new QVBoxLayout(container_);
+    column->setContentsMargins(0, kBarTop, 0, 0);
+    column->setSpacing(kBarToContent);
+    column->addWidget(tabBar_, 0, Qt::AlignHCenter);
     window_->layout()->addWidget(container_);
     container_->show();
-    container_->tabBarView()->setOnSelect([this](int index) { showTab(index); });
+    tabBar_->select(tab);
+    connect(tabBar_, &TabBarView::chosen, this, &PreferencesWindowController::showTab);
+    showTab(tab);
 }
 
 void PreferencesWindowController::closeCurrentChild() {
     if (!currentChild_)
         return;
-    rejectSheets();
+    while (Sheet *const sheet = openSheet())
+        sheet->reject();
     currentChild_->hide();
     // One of its controls may be what leads here.
     currentChild_->deleteLater();
     currentChild_ = nullptr;
-    advanced_ = nullptr;
 }
 
 void PreferencesWindowController::showTab(int index) {
     closeCurrentChild();
     if (index == kAdvancedTab)
-        currentChild_ = advanced_ = new AdvancedSettingsViewController(services_);
+        currentChild_ = new AdvancedSettingsViewController(services_);
     else
-        currentChild_ = makeRulesView_(services_);
-    container_->setChild(currentChild_);
-}
-
-void PreferencesWindowController::languageChanged() {
-    window_->setWindowTitle(L::preferencesTitle());
-    rebuildUI();
+        currentChild_ = new RulesViewController(services_, icons_);
+    container_->layout()->addWidget(currentChild_);
+    currentChild_->show();
 }
 
 void PreferencesWindowController::rebuildUI() {
     const bool wasVisible = window_->isVisible();
-    const int index = container_->tabBarView()->selectedIndex();
+    const int tab = tabBar_->selectedIndex();
     const QWidget *const focused = window_->focusWidget();
     const QString focusedName = focused ? focused->objectName() : QString();
 
     // All of it is one change for the user.
     window_->setUpdatesEnabled(false);
+    window_->setWindowTitle(L::preferencesTitle());
     closeCurrentChild();
     container_->hide();
     window_->layout()->removeWidget(container_);
     container_->deleteLater();
-    buildContainer();
-    container_->tabBarView()->select(index);
-    showTab(index);
+    buildContainer(tab);
     if (!focusedName.isEmpty()) {
         if (auto *const again = container_->findChild<QWidget *>(focusedName))
             again->setFocus(Qt::OtherFocusReason);

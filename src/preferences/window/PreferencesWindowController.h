@@ -1,19 +1,16 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 
-#include <QObject>
+#include <QWidget>
 
 #include "preferences/PreferencesServices.h"
-
-class QWidget;
+#include "preferences/rules/ApplicationIconCache.h"
 
 namespace kestrelbay {
 
-class AdvancedSettingsViewController;
-class ContainerViewController;
 class Sheet;
+class TabBarView;
 
 /// The preferences window: a tab bar, and below it the view of the tab that is
 /// chosen. In another language it is built anew, in place. Main thread.
@@ -21,12 +18,7 @@ class PreferencesWindowController final : public QObject {
     Q_OBJECT
 
 public:
-    /// Makes the view of the first tab, as a child of nobody. Outlives the window.
-    using RulesViewFactory = std::function<QWidget *(const PreferencesServices &)>;
-
-    explicit PreferencesWindowController(const PreferencesServices &services);
-    PreferencesWindowController(PreferencesServices services, RulesViewFactory makeRulesView);
-    ~PreferencesWindowController() override;
+    explicit PreferencesWindowController(PreferencesServices services);
 
     /// Closed by the user, the same window comes back, at the tab that was shown
     /// last.
@@ -36,25 +28,23 @@ public:
     /// open, only that, and the row when it has been closed.
     void switchToAccessibilityRow();
 
-    [[nodiscard]] QWidget *window() const;
+    [[nodiscard]] QWidget *window() const { return window_.get(); }
 
 private:
-    void buildContainer();
+    void buildContainer(int tab);
     void showTab(int index);
     [[nodiscard]] Sheet *openSheet() const;
     void sheetFinished();
-    void rejectSheets();
     void closeCurrentChild();
-    void languageChanged();
     void rebuildUI();
 
     const PreferencesServices services_;
-    const RulesViewFactory makeRulesView_;
+    ApplicationIconCache icons_{services_};
     const std::unique_ptr<QWidget> window_;
-    // Both belong to the window.
-    ContainerViewController *container_ = nullptr;
+    // All belong to the window.
+    QWidget *container_ = nullptr;
+    TabBarView *tabBar_ = nullptr;
     QWidget *currentChild_ = nullptr;
-    AdvancedSettingsViewController *advanced_ = nullptr;
     bool wasShown_ = false;
 };
 

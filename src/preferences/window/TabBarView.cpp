@@ -1,7 +1,6 @@
 #include "preferences/window/TabBarView.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <utility>
 
 #include <QAccessibleWidget>
@@ -123,20 +122,15 @@ QStringList TabBarView::labels() {
     return {L::rulesTab(), L::advancedTab()};
 }
 
-void TabBarView::setOnSelect(std::function<void(int)> onSelect) {
-    onSelect_ = std::move(onSelect);
-}
-
 void TabBarView::select(int index) {
-    if (index < 0 || std::cmp_greater_equal(index, itemViews_.size()))
+    if (index < 0 || index >= itemViews_.size())
         return;
-    const auto item = [this](int at) { return itemViews_[static_cast<std::size_t>(at)]; };
-    const bool moveFocus = item(selectedIndex_)->hasFocus();
-    item(selectedIndex_)->setSelected(false);
+    const bool moveFocus = itemViews_[selectedIndex_]->hasFocus();
+    itemViews_[selectedIndex_]->setSelected(false);
     selectedIndex_ = index;
-    item(index)->setSelected(true);
+    itemViews_[index]->setSelected(true);
     if (moveFocus)
-        item(index)->setFocus(Qt::OtherFocusReason);
+        itemViews_[index]->setFocus(Qt::OtherFocusReason);
 }
 
 std::optional<int> TabBarView::indexAt(QPointF location) const {
@@ -154,8 +148,7 @@ void TabBarView::clicked(QPointF location) {
 
 void TabBarView::choose(int index) {
     select(index);
-    if (const auto onSelect = onSelect_)
-        onSelect(index);
+    Q_EMIT chosen(index);
 }
 
 void TabBarView::mousePressEvent(QMouseEvent *event) {
@@ -199,7 +192,7 @@ void TabBarView::resizeEvent(QResizeEvent * /*event*/) {
     const auto count = static_cast<qreal>(itemViews_.size());
     const qreal itemWidth = (width() - kGap * (count + 1)) / count;
     qreal left = kGap;
-    for (TabItemView *item : itemViews_) {
+    for (TabItemView *item : std::as_const(itemViews_)) {
         item->setFrame({left, kGap, itemWidth, height() - 2 * kGap});
         left += itemWidth + kGap;
     }

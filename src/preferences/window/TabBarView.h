@@ -1,9 +1,8 @@
 #pragma once
 
-#include <functional>
 #include <optional>
-#include <vector>
 
+#include <QList>
 #include <QStringList>
 #include <QWidget>
 
@@ -51,18 +50,19 @@ public:
     /// The titles in the language in force at each call.
     [[nodiscard]] static QStringList labels();
 
-    [[nodiscard]] const std::vector<TabItemView *> &itemViews() const { return itemViews_; }
+    [[nodiscard]] const QList<TabItemView *> &itemViews() const { return itemViews_; }
     [[nodiscard]] int selectedIndex() const { return selectedIndex_; }
 
     /// Moves the highlight and no more. Nothing happens for an index beyond the
     /// last tab.
     void select(int index);
 
-    /// Called with the index of each tab that the user chooses.
-    void setOnSelect(std::function<void(int)> onSelect);
-
     /// A click at that place. Between the tabs and on the margin nothing happens.
     void clicked(QPointF location);
+
+Q_SIGNALS:
+    /// Each tab that the user chooses, also the selected one again.
+    void chosen(int index);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -75,9 +75,8 @@ private:
     [[nodiscard]] std::optional<int> indexAt(QPointF location) const;
     void choose(int index);
 
-    std::vector<TabItemView *> itemViews_;
+    QList<TabItemView *> itemViews_;
     int selectedIndex_ = 0;
-    std::function<void(int)> onSelect_;
     std::optional<int> pressedIndex_;
 };
 

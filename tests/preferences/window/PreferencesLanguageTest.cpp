@@ -5,7 +5,6 @@
 
 #include "fixtures/ActiveWindow.h"
 #include "preferences/rules/RuleRowView.h"
-#include "preferences/window/ContainerViewController.h"
 #include "preferences/window/PreferencesWindowFixture.h"
 
 using namespace Qt::StringLiterals;
@@ -39,7 +38,7 @@ TEST_F(PreferencesLanguage, AnotherLanguageEndsARecording) {
 TEST_F(PreferencesLanguage, AnotherLanguageRebuildsItInPlace) {
     controller().showWindow();
     clickTab(1);
-    const QPointer<ContainerViewController> before = view<ContainerViewController>();
+    const QPointer<QWidget> before = view<TabBarView>()->parentWidget();
     changeLanguage(Language::zh);
     EXPECT_TRUE(window().isVisible());
     EXPECT_EQ(window().windowTitle(), u"KestrelBay 偏好设置"_s);
@@ -47,7 +46,7 @@ TEST_F(PreferencesLanguage, AnotherLanguageRebuildsItInPlace) {
     expectTab(1);
     EXPECT_TRUE(before.isNull());
     EXPECT_TRUE(view<AdvancedSettingsViewController>()->isVisible());
-    EXPECT_EQ(view<ContainerViewController>()->size(), window().size());
+    EXPECT_EQ(view<TabBarView>()->parentWidget()->size(), window().size());
     clickTab(0);
     expectTab(0);
 }
@@ -63,7 +62,7 @@ TEST_F(PreferencesLanguage, AHiddenWindowIsRebuiltHidden) {
 
 TEST_F(PreferencesLanguage, TheSameLanguageRebuildsItToo) {
     controller().showWindow();
-    const QPointer<ContainerViewController> before = view<ContainerViewController>();
+    const QPointer<QWidget> before = view<TabBarView>()->parentWidget();
     changeLanguage(Language::en);
     expectTab(0);
     EXPECT_TRUE(before.isNull());

@@ -23,12 +23,13 @@ protected:
     TabBar() {
         window_.resize(400, 100);
         bar_.setGeometry(10, 20, 330, 32);
-        bar_.setOnSelect([this](int index) { chosen_.append(index); });
+        QObject::connect(&bar_, &TabBarView::chosen, &bar_,
+                         [this](int index) { chosen_.append(index); });
         window_.show();
         EXPECT_TRUE(activate(window_));
     }
 
-    [[nodiscard]] TabItemView &item(std::size_t index) const { return *bar_.itemViews().at(index); }
+    [[nodiscard]] TabItemView &item(qsizetype index) const { return *bar_.itemViews().at(index); }
     void expectSelected(int index) const {
         EXPECT_EQ(bar_.selectedIndex(), index);
         EXPECT_EQ(item(0).isSelected(), index == 0);
