@@ -1,5 +1,6 @@
 #include "preferences/options/RuleAdvancedPanel.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <utility>
@@ -12,10 +13,10 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "model/TrimmedText.h"
 #include "platform/Workspace.h"
 #include "preferences/PreferencesServices.h"
 #include "preferences/RuleRowTexts.h"
-#include "preferences/options/RuleAdvancedResult.h"
 #include "settings/Addresses.h"
 #include "settings/L.h"
 #include "ui/look/Fonts.h"
@@ -51,6 +52,17 @@ constexpr std::array kRepeatChoices{
                  L::repeatToggleVisibilityText},
     RepeatChoice{RepeatAction::CycleWindows, L::repeatCycleWindows, L::repeatCycleWindowsText},
 };
+
+RepeatAction repeatActionOf(int tag) {
+    switch (tag) {
+        case 1:
+            return RepeatAction::ToggleVisibility;
+        case 2:
+            return RepeatAction::CycleWindows;
+        default:
+            return RepeatAction::KeepOpen;
+    }
+}
 
 QString nameOf(ArgumentKind kind) {
     switch (kind) {
@@ -92,6 +104,26 @@ TextLabel *makeSmallText(const QString &text, QWidget *parent) {
 }
 
 }  // namespace
+
+ArgumentKind argumentKindAt(int index) {
+    const auto at = static_cast<std::size_t>(index);
+    return index >= 0 && at < kArgumentKindOrder.size() ? kArgumentKindOrder[at]
+                                                        : ArgumentKind::None;
+}
+
+int indexOfArgumentKind(ArgumentKind kind) {
+    const auto *const found = std::find(kArgumentKindOrder.begin(), kArgumentKindOrder.end(), kind);
+    return found == kArgumentKindOrder.end() ? 0
+                                             : static_cast<int>(found - kArgumentKindOrder.begin());
+}
+
+ShortcutRule ruleWith(ShortcutRule rule, const RuleAdvancedInput &input) {
+    rule.repeatAction = repeatActionOf(input.repeatTag);
+    rule.argumentKind = argumentKindAt(input.kindIndex);
+    rule.launchArguments =
+        rule.argumentKind == ArgumentKind::None ? QString() : trimmedSpacesAndTabs(input.argument);
+    return rule;
+}
 
 RuleAdvancedPanel::RuleAdvancedPanel(const PreferencesServices &services, const ShortcutRule &rule,
                                      Completion completion, QWidget *parent)

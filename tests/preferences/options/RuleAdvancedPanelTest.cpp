@@ -12,7 +12,6 @@
 
 #include "fixtures/ServicesFixture.h"
 #include "preferences/options/RuleAdvancedPanel.h"
-#include "preferences/options/RuleAdvancedResult.h"
 #include "settings/Addresses.h"
 #include "settings/L.h"
 #include "ui/widgets/ControlGroup.h"
