@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -46,6 +47,7 @@ struct RepeatChoice {
     LText description;
 };
 
+/// As the cases of RepeatAction are counted.
 constexpr std::array kRepeatChoices{
     RepeatChoice{RepeatAction::KeepOpen, L::repeatKeepOpen, L::repeatKeepOpenText},
     RepeatChoice{RepeatAction::ToggleVisibility, L::repeatToggleVisibility,
@@ -53,43 +55,27 @@ constexpr std::array kRepeatChoices{
     RepeatChoice{RepeatAction::CycleWindows, L::repeatCycleWindows, L::repeatCycleWindowsText},
 };
 
-RepeatAction repeatActionOf(int tag) {
-    switch (tag) {
-        case 1:
-            return RepeatAction::ToggleVisibility;
-        case 2:
-            return RepeatAction::CycleWindows;
-        default:
-            return RepeatAction::KeepOpen;
-    }
-}
+struct KindChoice {
+    ArgumentKind kind;
+    LText title;
+    QString (*hint)();
+};
 
-QString nameOf(ArgumentKind kind) {
-    switch (kind) {
-        case ArgumentKind::LaunchArgs:
-            return L::argumentLaunchArgs();
-        case ArgumentKind::UrlScheme:
-            return L::argumentUrlScheme();
-        case ArgumentKind::FilePath:
-            return L::argumentFilePath();
-        case ArgumentKind::None:
-            break;
-    }
-    return L::argumentNone();
-}
+constexpr std::array kKindChoices{
+    KindChoice{ArgumentKind::None, L::argumentNone, [] { return L::argumentNoneHint(); }},
+    KindChoice{ArgumentKind::LaunchArgs, L::argumentLaunchArgs,
+               [] { return L::argumentLaunchArgsHint(); }},
+    KindChoice{ArgumentKind::UrlScheme, L::argumentUrlScheme,
+               [] { return L::argumentUrlSchemeHint(); }},
+    KindChoice{ArgumentKind::FilePath, L::argumentFilePath,
+               [] { return L::argumentFilePathHint(); }},
+};
 
-QString hintOf(ArgumentKind kind) {
-    switch (kind) {
-        case ArgumentKind::LaunchArgs:
-            return L::argumentLaunchArgsHint();
-        case ArgumentKind::UrlScheme:
-            return L::argumentUrlSchemeHint();
-        case ArgumentKind::FilePath:
-            return L::argumentFilePathHint();
-        case ArgumentKind::None:
-            break;
-    }
-    return L::argumentNoneHint();
+/// The choice at this place, and the first one outside of them.
+template <typename Choices>
+const auto &choiceAt(const Choices &choices, int index) {
+    const bool isThere = index >= 0 && index < std::ssize(choices);
+    return choices[isThere ? static_cast<std::size_t>(index) : 0];
 }
 
 TextLabel *addHeader(QVBoxLayout &column, const QString &text, QWidget *parent) {
@@ -106,19 +92,16 @@ TextLabel *makeSmallText(const QString &text, QWidget *parent) {
 }  // namespace
 
 ArgumentKind argumentKindAt(int index) {
-    const auto at = static_cast<std::size_t>(index);
-    return index >= 0 && at < kArgumentKindOrder.size() ? kArgumentKindOrder[at]
-                                                        : ArgumentKind::None;
+    return choiceAt(kKindChoices, index).kind;
 }
 
 int indexOfArgumentKind(ArgumentKind kind) {
-    const auto *const found = std::find(kArgumentKindOrder.begin(), kArgumentKindOrder.end(), kind);
-    return found == kArgumentKindOrder.end() ? 0
-                                             : static_cast<int>(found - kArgumentKindOrder.begin());
+    const auto *const found = std::ranges::find(kKindChoices, kind, &KindChoice::kind);
+    return found == kKindChoices.end() ? 0 : static_cast<int>(found - kKindChoices.begin());
 }
 
 ShortcutRule ruleWith(ShortcutRule rule, const RuleAdvancedInput &input) {
-    rule.repeatAction = repeatActionOf(input.repeatTag);
+    rule.repeatAction = choiceAt(kRepeatChoices, input.repeatTag).action;
     rule.argumentKind = argumentKindAt(input.kindIndex);
     rule.launchArguments =
         rule.argumentKind == ArgumentKind::None ? QString() : trimmedSpacesAndTabs(input.argument);
@@ -190,8 +173,8 @@ void RuleAdvancedPanel::buildArgsSection(QVBoxLayout &column) {
     kindPopup_->setAccessibleName(L::argumentKindName());
     // On some systems the name of a popup is what is chosen in it.
     header->setBuddy(kindPopup_);
-    for (const ArgumentKind kind : kArgumentKindOrder)
-        kindPopup_->addItem(nameOf(kind));
+    for (const KindChoice &choice : kKindChoices)
+        kindPopup_->addItem(choice.title());
     kindPopup_->setCurrentIndex(indexOfArgumentKind(rule_.argumentKind));
 
     argsField_ = new QLineEdit(this);
@@ -219,7 +202,8 @@ void RuleAdvancedPanel::buildArgsSection(QVBoxLayout &column) {
 void RuleAdvancedPanel::buildButtons(QVBoxLayout &column) {
     auto *help = new LinkButton(L::deepLaunchHelp(), LinkButton::Kind::Help, this);
     help->setAccessibleDescription(L::helpName());
-    connect(help, &LinkButton::clicked, this, &RuleAdvancedPanel::openDeepLaunchHelp);
+    connect(help, &LinkButton::clicked, this,
+            [this] { workspace_.open(addresses::deepLaunchHelpPage()); });
     QPushButton *cancel = makeButton(L::cancel());
     QPushButton *saving = makeButton(L::save(), true);
     connect(cancel, &QPushButton::clicked, this, &RuleAdvancedPanel::reject);
@@ -235,13 +219,9 @@ void RuleAdvancedPanel::buildButtons(QVBoxLayout &column) {
 }
 
 void RuleAdvancedPanel::applyKindSelection() {
-    const ArgumentKind kind = argumentKindAt(kindPopup_->currentIndex());
-    argsField_->setEnabled(kind != ArgumentKind::None);
-    argsField_->setPlaceholderText(hintOf(kind));
-}
-
-void RuleAdvancedPanel::openDeepLaunchHelp() {
-    workspace_.open(addresses::deepLaunchHelpPage());
+    const KindChoice &choice = choiceAt(kKindChoices, kindPopup_->currentIndex());
+    argsField_->setEnabled(choice.kind != ArgumentKind::None);
+    argsField_->setPlaceholderText(choice.hint());
 }
 
 void RuleAdvancedPanel::save() {

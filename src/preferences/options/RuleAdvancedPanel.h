@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <functional>
 
 #include <QString>
@@ -18,11 +17,8 @@ namespace kestrelbay {
 class Workspace;
 struct PreferencesServices;
 
-/// The kinds of arguments in the order in which the user is offered them.
-inline constexpr std::array kArgumentKindOrder{ArgumentKind::None, ArgumentKind::LaunchArgs,
-                                               ArgumentKind::UrlScheme, ArgumentKind::FilePath};
-
-/// The kind at this place; none outside of the order.
+/// The kind of argument at this place in the order in which the user is offered them; none
+/// outside of it.
 [[nodiscard]] ArgumentKind argumentKindAt(int index);
 /// The place of a kind.
 [[nodiscard]] int indexOfArgumentKind(ArgumentKind kind);
@@ -61,7 +57,6 @@ private:
     void buildArgsSection(QVBoxLayout &column);
     void buildButtons(QVBoxLayout &column);
     void applyKindSelection();
-    void openDeepLaunchHelp();
     void save();
 
     Workspace &workspace_;
