@@ -11,9 +11,10 @@
 #include "preferences/advanced/Restart.h"
 #include "preferences/options/RuleAdvancedPanel.h"
 #include "preferences/picker/AppPickerPanel.h"
-#include "preferences/rules/DeleteConfirmationSheet.h"
+#include "preferences/rules/RuleRowView.h"
 #include "preferences/window/PreferencesWindowController.h"
 #include "preferences/window/TabBarView.h"
+#include "ui/windows/AlertSheet.h"
 
 using namespace Qt::StringLiterals;
 
@@ -196,7 +197,7 @@ TEST_F(Accessibility, AdvancedSheet) {
 }
 
 TEST_F(Accessibility, DeleteConfirmation) {
-    expectTree(*DeleteConfirmationSheet::open(&window(), u"Mail"_s, [] {}),
+    expectTree(*openDeleteConfirmation(&window(), u"Mail"_s, [] {}),
                {u"Dialog: Delete Shortcut"_s, u"StaticText: Delete Shortcut"_s,
                 u"StaticText: Are you sure you want to delete the shortcut for \"Mail\"?"_s,
                 u"Button: Cancel (focusable)"_s, u"Button: Delete (focusable)"_s});
@@ -334,7 +335,7 @@ TEST_F(Accessibility, AdvancedSheetInChinese) {
 
 TEST_F(Accessibility, DeleteConfirmationInChinese) {
     choose(Language::zh);
-    expectTree(*DeleteConfirmationSheet::open(&window(), u"Mail"_s, [] {}),
+    expectTree(*openDeleteConfirmation(&window(), u"Mail"_s, [] {}),
                {u"Dialog: 删除快捷键"_s, u"StaticText: 删除快捷键"_s,
                 u"StaticText: 确定要删除「Mail」的快捷键配置吗？"_s, u"Button: 取消 (focusable)"_s,
                 u"Button: 删除 (focusable)"_s});

@@ -6,13 +6,12 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <utility>
 
 #include "hotkeys/ShortcutManager.h"
 #include "preferences/RuleRowTexts.h"
 #include "preferences/rules/ApplicationIconCache.h"
 #include "preferences/rules/ArgsBadgeView.h"
-#include "preferences/rules/DeleteConfirmationSheet.h"
-#include "preferences/rules/HotkeyConflict.h"
 #include "preferences/rules/RuleRowLayout.h"
 #include "settings/L.h"
 #include "settings/Notifications.h"
@@ -23,6 +22,7 @@
 #include "ui/widgets/Switch.h"
 #include "ui/widgets/SymbolButton.h"
 #include "ui/widgets/SymbolView.h"
+#include "ui/windows/AlertSheet.h"
 
 namespace kestrelbay {
 
@@ -233,13 +233,41 @@ void RuleRowView::deleteRule() {
     if (!rule_)
         return;
     QWidget *const sheetWindow = isWindow() ? nullptr : window();
-    DeleteConfirmationSheet::open(sheetWindow, shownAppName(*rule_),
-                                  [row = QPointer(this), rule = *rule_] {
-                                      if (!row)
-                                          return;
-                                      if (const auto delegate = row->delegate_.lock())
-                                          delegate->ruleRowViewDidDelete(row, rule);
-                                  });
+    openDeleteConfirmation(sheetWindow, shownAppName(*rule_),
+                           [row = QPointer(this), rule = *rule_] {
+                               if (!row)
+                                   return;
+                               if (const auto delegate = row->delegate_.lock())
+                                   delegate->ruleRowViewDidDelete(row, rule);
+                           });
+}
+
+const ShortcutRule *conflictingRule(const std::vector<ShortcutRule> &rules, const QUuid &id,
+                                    const Hotkey &recorded) {
+    const auto found = std::ranges::find_if(rules, [&](const ShortcutRule &rule) {
+        if (rule.id == id || rule.keyCode != recorded.keyCode)
+            return false;
+        const ModifierFlags different = rule.modifierFlags ^ recorded.modifierFlags;
+        if (!(different & modifier::kGenericMask).isEmpty())
+            return false;
+        return (rule.modifierFlags & modifier::kSideMask).isEmpty() ||
+               (different & modifier::kSideMask).isEmpty();
+    });
+    return found == rules.end() ? nullptr : &*found;
+}
+
+AlertSheet *openDeleteConfirmation(QWidget *window, const QString &appName,
+                                   std::function<void()> confirmed) {
+    auto *const sheet = new AlertSheet({.title = L::deleteConfirmTitle(),
+                                        .text = L::deleteConfirmMsg(appName),
+                                        .acceptTitle = L::deleteConfirmButton(),
+                                        .rejectTitle = L::cancel(),
+                                        .isWarning = true,
+                                        .isDestructive = true},
+                                       window);
+    QObject::connect(sheet, &QDialog::accepted, sheet, std::move(confirmed));
+    sheet->open();
+    return sheet;
 }
 
 }  // namespace kestrelbay

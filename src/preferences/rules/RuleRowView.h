@@ -1,22 +1,47 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
+#include "keys/Hotkey.h"
 #include "model/ShortcutRule.h"
 #include "preferences/PreferencesServices.h"
 #include "preferences/recorder/HotkeyRecorderField.h"
-#include "preferences/rules/RuleRowViewDelegate.h"
 #include "ui/list/RowWidget.h"
 
 namespace kestrelbay {
 
+class AlertSheet;
 class ApplicationIconCache;
 class ArgsBadgeView;
 class ElidedLabel;
+class RuleRowView;
 class Switch;
 class SymbolButton;
 class SymbolView;
+
+/// Whoever shows rule rows. Rows hold it weakly: once it is destroyed, nothing is
+/// asked of it any more. Both may reconfigure or destroy the row.
+class RuleRowViewDelegate {
+public:
+    RuleRowViewDelegate() = default;
+    virtual ~RuleRowViewDelegate() = default;
+    RuleRowViewDelegate(const RuleRowViewDelegate &) = delete;
+    RuleRowViewDelegate &operator=(const RuleRowViewDelegate &) = delete;
+
+    /// The user has confirmed that the rule shall go.
+    virtual void ruleRowViewDidDelete(RuleRowView *row, const ShortcutRule &rule) = 0;
+    /// The user wants the advanced options of a rule that is in the list.
+    virtual void ruleRowViewDidOpenAdvanced(RuleRowView *row, const ShortcutRule &rule) = 0;
+
+    [[nodiscard]] std::weak_ptr<RuleRowViewDelegate> weakly() const { return self_; }
+
+private:
+    // Owns nothing; it only ends with the object.
+    std::shared_ptr<RuleRowViewDelegate> self_{this, [](RuleRowViewDelegate *) {}};
+};
 
 /// One rule of the list: shows it, records its hotkey in place, switches it, and
 /// leads to its advanced options and to its deletion. Changes of the hotkey and of
@@ -95,5 +120,17 @@ private:
     SymbolButton *deleteButton_;
     SymbolView *dragHandle_;
 };
+
+/// The first rule, other than the one with this id, that already has the hotkey;
+/// null when none has. A rule for either side of a modifier has those of both sides
+/// too; but a recorded hotkey for either side leaves those of one side alone, which
+/// a press then finds by the order of the list.
+[[nodiscard]] const ShortcutRule *conflictingRule(const std::vector<ShortcutRule> &rules,
+                                                  const QUuid &id, const Hotkey &recorded);
+
+/// Asks whether the rule of an application shall go, as a sheet of the window. Destroys itself
+/// when it closes. `confirmed` is called for Delete only.
+AlertSheet *openDeleteConfirmation(QWidget *window, const QString &appName,
+                                   std::function<void()> confirmed);
 
 }  // namespace kestrelbay

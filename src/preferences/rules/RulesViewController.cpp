@@ -7,8 +7,9 @@
 #include <utility>
 
 #include "hotkeys/ShortcutManager.h"
+#include "preferences/options/RuleAdvancedPanel.h"
+#include "preferences/picker/AppPickerPanel.h"
 #include "preferences/rules/ApplicationIconCache.h"
-#include "preferences/rules/RuleRowView.h"
 #include "preferences/rules/RulesModel.h"
 #include "settings/L.h"
 #include "ui/list/RowListView.h"
@@ -31,6 +32,23 @@ constexpr int kBarSide = 20;
 constexpr int kAddButtonBottom = 10;
 constexpr QSize kAddButton{24, 24};
 constexpr QSize kAddSymbol{13, 13};
+
+/// The real ones. The services have to outlive the sheets.
+RuleSheets ruleSheets(const PreferencesServices &services) {
+    return {
+        .pickApplication =
+            [services](QWidget *parent, RuleSheets::Picked completion) {
+                auto *const panel = new AppPickerPanel(services, std::move(completion), parent);
+                panel->open();
+            },
+        .editRule =
+            [services](QWidget *parent, const ShortcutRule &rule, RuleSheets::Edited completion) {
+                auto *const panel =
+                    new RuleAdvancedPanel(services, rule, std::move(completion), parent);
+                panel->open();
+            },
+    };
+}
 
 }  // namespace
 

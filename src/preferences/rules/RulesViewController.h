@@ -8,8 +8,7 @@
 #include <QWidget>
 
 #include "preferences/PreferencesServices.h"
-#include "preferences/rules/RuleRowViewDelegate.h"
-#include "preferences/rules/RuleSheets.h"
+#include "preferences/rules/RuleRowView.h"
 
 namespace kestrelbay {
 
@@ -19,6 +18,16 @@ class RowWidget;
 class RulesModel;
 class SymbolButton;
 class TextLabel;
+
+/// Opens the sheets of the rules list over the window of `parent`. Each returns at
+/// once; the completion is called when the user has confirmed, and otherwise never.
+struct RuleSheets {
+    using Picked = std::function<void(const QString &appName, const QString &appPath)>;
+    using Edited = std::function<void(const ShortcutRule &rule)>;
+
+    std::function<void(QWidget *parent, Picked completion)> pickApplication;
+    std::function<void(QWidget *parent, const ShortcutRule &rule, Edited completion)> editRule;
+};
 
 /// The rules in their order, to be moved, added, edited and deleted. Keeps no copy of
 /// them: it shows the store's as of its last change here, so it is made afresh for

@@ -1,4 +1,4 @@
-#include "preferences/rules/HotkeyConflict.h"
+#include "preferences/rules/RuleRowView.h"
 
 #include <gtest/gtest.h>
 

@@ -6,12 +6,12 @@
 #include <QTest>
 
 #include "preferences/rules/ArgsBadgeView.h"
-#include "preferences/rules/DeleteConfirmationSheet.h"
 #include "preferences/rules/RowFixture.h"
 #include "settings/L.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Switch.h"
 #include "ui/widgets/SymbolButton.h"
+#include "ui/windows/AlertSheet.h"
 
 using namespace Qt::StringLiterals;
 
@@ -87,9 +87,7 @@ protected:
         tap_.release(modifierKey);
         EXPECT_FALSE(row_->hotkeyRecorder()->isRecording());
     }
-    [[nodiscard]] DeleteConfirmationSheet *sheet() const {
-        return window_->findChild<DeleteConfirmationSheet *>();
-    }
+    [[nodiscard]] AlertSheet *sheet() const { return window_->findChild<AlertSheet *>(); }
     static void press(QWidget *sheet, const QString &title) {
         for (QPushButton *button : sheet->findChildren<QPushButton *>()) {
             if (button->text() == title)

@@ -6,7 +6,7 @@
 #include "fixtures/ServicesFixture.h"
 #include "model/RuleFile.h"
 #include "preferences/rules/ApplicationIconCache.h"
-#include "preferences/rules/RuleSheets.h"
+#include "preferences/rules/RulesViewController.h"
 
 namespace kestrelbay {
 

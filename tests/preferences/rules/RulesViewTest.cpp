@@ -13,13 +13,13 @@
 #include "fixtures/ActiveWindow.h"
 #include "fixtures/DoubleClick.h"
 #include "preferences/recorder/HotkeyRecorderField.h"
-#include "preferences/rules/DeleteConfirmationSheet.h"
 #include "preferences/rules/RuleRowView.h"
 #include "preferences/rules/RulesListFixture.h"
 #include "preferences/rules/RulesModel.h"
 #include "ui/list/RowListView.h"
 #include "ui/widgets/SymbolButton.h"
 #include "ui/widgets/TextLabel.h"
+#include "ui/windows/AlertSheet.h"
 
 namespace kestrelbay {
 namespace {
@@ -105,7 +105,7 @@ TEST_F(RulesViewTest, afterTheLastRuleIsDeletedFromItsRowTheAddButtonHasTheFocus
     EXPECT_EQ(remove->accessibleName(), u"Delete 0"_s);
     remove->setFocus();
     remove->click();
-    auto *const sheet = list().findChild<DeleteConfirmationSheet *>();
+    auto *const sheet = list().findChild<AlertSheet *>();
     ASSERT_NE(sheet, nullptr);
     sheet->accept();
     EXPECT_TRUE(QTest::qWaitFor([&] { return list().addButton()->hasFocus(); }));

@@ -9,10 +9,11 @@
 
 #include "fixtures/ActiveWindow.h"
 #include "preferences/advanced/Restart.h"
-#include "preferences/rules/DeleteConfirmationSheet.h"
+#include "preferences/rules/RuleRowView.h"
 #include "preferences/window/PreferencesWindowFixture.h"
 #include "ui/list/RowListView.h"
 #include "ui/list/RowWidget.h"
+#include "ui/windows/AlertSheet.h"
 #include "ui/windows/Sheet.h"
 
 using namespace Qt::StringLiterals;
@@ -32,7 +33,7 @@ TEST_F(PreferencesSheets, TheListKeepsTheKeyboardWhenItsLastRuleIsDeleted) {
     auto *const remove = list->rowWidget(2)->findChildren<QAbstractButton *>().last();
     remove->setFocus(Qt::TabFocusReason);
     QTest::keyClick(remove, Qt::Key_Space);
-    const QPointer sheet = view<DeleteConfirmationSheet>();
+    const QPointer sheet = view<AlertSheet>();
     ASSERT_TRUE(sheet);
     ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == sheet; }));
     sheet->accept();
@@ -67,8 +68,7 @@ TEST_F(PreferencesSheets, WhatASheetWasOpenedForIsDoneBeforeTheTabChanges) {
     manager().addRule({.appName = u"Mail"_s});
     controller().showWindow();
     bool isDone = false;
-    auto *const sheet =
-        DeleteConfirmationSheet::open(&window(), u"Mail"_s, [&isDone] { isDone = true; });
+    auto *const sheet = openDeleteConfirmation(&window(), u"Mail"_s, [&isDone] { isDone = true; });
     controller().switchToAccessibilityRow();
     expectTab(0);
     sheet->accept();
@@ -87,7 +87,7 @@ TEST_F(PreferencesSheets, SheetsGoWithTheirTab) {
                 view<RulesViewController>()->listView()->selectRow(0);
                 view<RulesViewController>()->editRule();
             },
-            [this] { DeleteConfirmationSheet::open(&window(), u"Mail"_s, [] { FAIL(); }); },
+            [this] { openDeleteConfirmation(&window(), u"Mail"_s, [] { FAIL(); }); },
             [this] { openRestartSheet(&window(), [] { FAIL(); }); }};
     };
     for (const auto &open : openEach()) {
