@@ -11,9 +11,8 @@
 
 namespace kestrelbay {
 
-ApplicationIconCache::ApplicationIconCache(const PreferencesServices &services, QObject *parent)
-    : QObject(parent),
-      catalog_(services.catalog),
+ApplicationIconCache::ApplicationIconCache(const PreferencesServices &services)
+    : catalog_(services.catalog),
       mainQueue_(services.mainQueue),
       backgroundQueue_(services.backgroundQueue) {}
 

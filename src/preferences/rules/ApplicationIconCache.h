@@ -24,7 +24,7 @@ public:
     static constexpr int kIconSide = 28;
 
     /// The services have to outlive the cache, and work that it has begun.
-    explicit ApplicationIconCache(const PreferencesServices &services, QObject *parent = nullptr);
+    explicit ApplicationIconCache(const PreferencesServices &services);
 
     /// The icon of the application at this path. Null for no path, and until the icon
     /// is read, which this call sets going.

@@ -72,25 +72,26 @@ RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCac
             &RuleRowView::refreshRefusal);
 }
 
-RuleRowView::~RuleRowView() = default;
-
-void RuleRowView::configure(const ShortcutRule &rule, int index, RuleRowViewDelegate *delegate) {
+void RuleRowView::configure(const ShortcutRule &rule, RuleRowViewDelegate *delegate) {
     hotkeyRecorder_->stopRecording();
     hotkeyRecorder_->stopShaking();
     const QScopedValueRollback configuring(isConfiguring_, true);
     rule_ = rule;
-    rowIndex_ = index;
     delegate_ = delegate ? delegate->weakly() : std::weak_ptr<RuleRowViewDelegate>();
 
     showIcon();
-    nameLabel_->setFullText(shownAppName(rule));
+    const QString name = shownAppName(rule);
+    nameLabel_->setFullText(name);
     pathLabel_->setFullText(abbreviatedPath(rule.appPath, QDir::homePath()));
     argsBadge_->setText(argsBadgeText(rule), rule.launchArguments);
     argsBadge_->setVisible(!argsBadge_->text().isEmpty());
     argsBadge_->setToolTip(argsBadge_->isHidden() ? QString() : rule.launchArguments);
     hotkeyRecorder_->configure(rule.keyCode, rule.modifierFlags);
     enableToggle_->setChecked(rule.isEnabled);
-    nameControls();
+    hotkeyRecorder_->setSubject(name);
+    enableToggle_->setAccessibleName(L::enableRule(name));
+    advancedButton_->setAccessibleName(L::advancedOptionsOf(name));
+    deleteButton_->setAccessibleName(L::deleteRule(name));
     refreshRefusal();
     layout();
 }
@@ -101,14 +102,6 @@ void RuleRowView::showIcon() {
         iconView_->setSymbol(QStringLiteral("app.dashed"), colors::secondaryLabel);
     else
         iconView_->setImage(icon);
-}
-
-void RuleRowView::nameControls() {
-    const QString name = shownAppName(*rule_);
-    hotkeyRecorder_->setSubject(name);
-    enableToggle_->setAccessibleName(L::enableRule(name));
-    advancedButton_->setAccessibleName(L::advancedOptionsOf(name));
-    deleteButton_->setAccessibleName(L::deleteRule(name));
 }
 
 void RuleRowView::setSelected(bool selected) {
@@ -136,10 +129,6 @@ void RuleRowView::refreshRefusal() {
     refusedSign_->setVisible(isRefused);
     hotkeyRecorder_->setRemark(isRefused ? L::hotkeyRefused() : QString());
     layout();
-}
-
-QSize RuleRowView::sizeHint() const {
-    return {QWidget::sizeHint().width(), kHeight};
 }
 
 void RuleRowView::paintEvent(QPaintEvent * /*event*/) {

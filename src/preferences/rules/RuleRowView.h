@@ -59,27 +59,18 @@ public:
     /// The icons have to outlive the row.
     RuleRowView(const PreferencesServices &services, ApplicationIconCache &icons,
                 QWidget *parent = nullptr);
-    ~RuleRowView() override;
 
     /// Ends a recording that goes on in the row. Held weakly, a null delegate included:
     /// without one every control of the row does nothing.
-    void configure(const ShortcutRule &rule, int index, RuleRowViewDelegate *delegate);
+    void configure(const ShortcutRule &rule, RuleRowViewDelegate *delegate);
 
     /// The rule as last configured; what was changed in the row since is in the store.
     [[nodiscard]] const std::optional<ShortcutRule> &rule() const { return rule_; }
-    [[nodiscard]] int rowIndex() const { return rowIndex_; }
     [[nodiscard]] HotkeyRecorderField *hotkeyRecorder() const { return hotkeyRecorder_; }
 
     void setSelected(bool selected) override;
-    [[nodiscard]] bool isSelected() const { return isSelected_; }
     [[nodiscard]] bool takesAllKeys() const override;
     void leftView() override;
-
-    /// Looks whether another program holds the hotkey. Done by itself whenever
-    /// that may have changed.
-    void refreshRefusal();
-
-    [[nodiscard]] QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -98,13 +89,13 @@ private:
     [[nodiscard]] std::optional<ShortcutRule> storedRule() const;
     void storeHotkey(KeyCode keyCode, ModifierFlags modifierFlags);
     void showIcon();
-    void nameControls();
+    /// Looks whether another program holds the hotkey.
+    void refreshRefusal();
     void layout();
 
     PreferencesServices services_;
     ApplicationIconCache &icons_;
     std::optional<ShortcutRule> rule_;
-    int rowIndex_ = -1;
     std::weak_ptr<RuleRowViewDelegate> delegate_;
     bool isSelected_ = false;
     bool isConfiguring_ = false;

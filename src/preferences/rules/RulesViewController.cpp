@@ -38,14 +38,11 @@ RuleSheets ruleSheets(const PreferencesServices &services) {
     return {
         .pickApplication =
             [services](QWidget *parent, RuleSheets::Picked completion) {
-                auto *const panel = new AppPickerPanel(services, std::move(completion), parent);
-                panel->open();
+                (new AppPickerPanel(services, std::move(completion), parent))->open();
             },
         .editRule =
             [services](QWidget *parent, const ShortcutRule &rule, RuleSheets::Edited completion) {
-                auto *const panel =
-                    new RuleAdvancedPanel(services, rule, std::move(completion), parent);
-                panel->open();
+                (new RuleAdvancedPanel(services, rule, std::move(completion), parent))->open();
             },
     };
 }
@@ -53,14 +50,12 @@ RuleSheets ruleSheets(const PreferencesServices &services) {
 }  // namespace
 
 RulesViewController::RulesViewController(const PreferencesServices &services,
-                                         ApplicationIconCache &icons, QWidget *parent)
-    : RulesViewController(services, icons, ruleSheets(services), parent) {}
+                                         ApplicationIconCache &icons)
+    : RulesViewController(services, icons, ruleSheets(services)) {}
 
 RulesViewController::RulesViewController(const PreferencesServices &services,
-                                         ApplicationIconCache &icons, RuleSheets sheets,
-                                         QWidget *parent)
-    : QWidget(parent),
-      services_(services),
+                                         ApplicationIconCache &icons, RuleSheets sheets)
+    : services_(services),
       icons_(icons),
       sheets_(std::move(sheets)),
       model_(new RulesModel(services.manager, this)),
@@ -111,19 +106,15 @@ void RulesViewController::appendRule(const QString &appName, const QString &appP
 }
 
 void RulesViewController::editRule() {
-    if (listView_->selectedRow() >= 0)
-        showAdvancedPanel(listView_->selectedRow());
+    showAdvancedPanel(listView_->selectedRow());
 }
 
-void RulesViewController::showAdvancedPanel(std::ptrdiff_t index) {
-    const ShortcutManager::Rules &rules = services_.manager.rules();
-    if (index < 0 || index >= std::ssize(rules))
-        return;
-    sheets_.editRule(this, rules[static_cast<std::size_t>(index)],
-                     [self = QPointer(this)](const ShortcutRule &rule) {
-                         if (self)
-                             self->changeRules([&] { self->services_.manager.updateRule(rule); });
-                     });
+void RulesViewController::showAdvancedPanel(int row) {
+    if (const ShortcutRule *const shown = ruleAt(row))
+        sheets_.editRule(this, *shown, [self = QPointer(this)](const ShortcutRule &rule) {
+            if (self)
+                self->changeRules([&] { self->services_.manager.updateRule(rule); });
+        });
 }
 
 void RulesViewController::ruleRowViewDidDelete(RuleRowView *, const ShortcutRule &rule) {
@@ -138,11 +129,9 @@ void RulesViewController::ruleRowViewDidOpenAdvanced(RuleRowView *, const Shortc
 
 /// The selection stays with its rule; when that goes, with its place in the list.
 void RulesViewController::changeRules(const std::function<void()> &change) {
-    const ShortcutManager::Rules &rules = services_.manager.rules();
-    const int selected = listView_->selectedRow();
     std::optional<QUuid> id;
-    if (selected >= 0 && selected < std::ssize(rules))
-        id = rules[static_cast<std::size_t>(selected)].id;
+    if (const ShortcutRule *const selected = ruleAt(listView_->selectedRow()))
+        id = selected->id;
     change();
     model_->reload();
     if (const auto row = id ? rowOfRule(*id) : std::nullopt)
@@ -186,11 +175,14 @@ void RulesViewController::layout() {
 }
 
 void RulesViewController::fillRow(RowWidget *row, int index) {
-    const ShortcutManager::Rules &rules = services_.manager.rules();
     // The store may have fewer of them than the list still shows.
-    if (index < std::ssize(rules))
-        static_cast<RuleRowView *>(row)->configure(rules[static_cast<std::size_t>(index)], index,
-                                                   this);
+    if (const ShortcutRule *const rule = ruleAt(index))
+        static_cast<RuleRowView *>(row)->configure(*rule, this);
+}
+
+const ShortcutRule *RulesViewController::ruleAt(int row) const {
+    const ShortcutManager::Rules &rules = services_.manager.rules();
+    return row >= 0 && row < std::ssize(rules) ? &rules[static_cast<std::size_t>(row)] : nullptr;
 }
 
 std::optional<int> RulesViewController::rowOfRule(const QUuid &id) const {

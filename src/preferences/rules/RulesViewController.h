@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <optional>
 
@@ -37,10 +36,9 @@ class RulesViewController final : public QWidget, public RuleRowViewDelegate {
 
 public:
     /// The icons have to outlive the view.
+    RulesViewController(const PreferencesServices &services, ApplicationIconCache &icons);
     RulesViewController(const PreferencesServices &services, ApplicationIconCache &icons,
-                        QWidget *parent = nullptr);
-    RulesViewController(const PreferencesServices &services, ApplicationIconCache &icons,
-                        RuleSheets sheets, QWidget *parent = nullptr);
+                        RuleSheets sheets);
     ~RulesViewController() override;
 
     /// Asks for an application and appends a rule for it, which then waits for its hotkey.
@@ -64,10 +62,12 @@ protected:
 private:
     void fillRow(RowWidget *row, int index);
     void appendRule(const QString &appName, const QString &appPath);
-    void showAdvancedPanel(std::ptrdiff_t index);
+    void showAdvancedPanel(int row);
     void changeRules(const std::function<void()> &change);
     void updateCountLabel();
     void layout();
+    /// Null for a row that the store does not have.
+    [[nodiscard]] const ShortcutRule *ruleAt(int row) const;
     [[nodiscard]] std::optional<int> rowOfRule(const QUuid &id) const;
 
     PreferencesServices services_;

@@ -138,7 +138,7 @@ TEST_F(ApplicationIcons, MayGoWhileTheirIconsAreOnTheWay) {
 
 TEST_F(ApplicationIcons, ARowShowsASymbolUntilItsIconIsThere) {
     RuleRowView *const row = makeRow();
-    row->configure(ruleOf(u"/red"_s), 0, nullptr);
+    row->configure(ruleOf(u"/red"_s), nullptr);
     const QRect place = iconView(row)->geometry();
     const QRect name = row->findChild<ElidedLabel *>()->geometry();
     EXPECT_EQ(place.size(), QSize(28, 28));
@@ -151,16 +151,16 @@ TEST_F(ApplicationIcons, ARowShowsASymbolUntilItsIconIsThere) {
 
 TEST_F(ApplicationIcons, ARowThatHasAnotherRuleMeanwhileShowsThatOnesIcon) {
     RuleRowView *const row = makeRow();
-    row->configure(ruleOf(u"/red"_s), 0, nullptr);
+    row->configure(ruleOf(u"/red"_s), nullptr);
     mainQueue_.runAll();
-    row->configure(ruleOf(u"/blue"_s), 1, nullptr);
+    row->configure(ruleOf(u"/blue"_s), nullptr);
     readIcons();
     EXPECT_NE(shown(row), QColor(Qt::red));
     readIcons();
     EXPECT_EQ(shown(row), QColor(Qt::blue));
-    row->configure(ruleOf(u"/red"_s), 0, nullptr);
+    row->configure(ruleOf(u"/red"_s), nullptr);
     EXPECT_EQ(shown(row), QColor(Qt::red));
-    row->configure(ruleOf({}), 2, nullptr);
+    row->configure(ruleOf({}), nullptr);
     EXPECT_NE(shown(row), QColor(Qt::red));
 }
 
@@ -168,13 +168,13 @@ TEST_F(ApplicationIcons, ARowMadeLaterHasItsIconAtOnce) {
     EXPECT_TRUE(icons_->icon(u"/red"_s).isNull());
     readIcons();
     RuleRowView *const row = makeRow();
-    row->configure(ruleOf(u"/red"_s), 0, nullptr);
+    row->configure(ruleOf(u"/red"_s), nullptr);
     EXPECT_EQ(shown(row), QColor(Qt::red));
 }
 
 TEST_F(ApplicationIcons, ARowMayGoWhileItsIconIsOnTheWay) {
     RuleRowView *const row = makeRow();
-    row->configure(ruleOf(u"/red"_s), 0, nullptr);
+    row->configure(ruleOf(u"/red"_s), nullptr);
     delete row;
     readIcons();
     EXPECT_EQ(arrivals_, 1);

@@ -43,7 +43,7 @@ protected:
         ASSERT_NO_FATAL_FAILURE(showWindow());
     }
 
-    void show(const ShortcutRule &rule) { row_->configure(rule, 0, list_.get()); }
+    void show(const ShortcutRule &rule) { row_->configure(rule, list_.get()); }
     /// Adds the rule to the store and shows it.
     void addAndShow(const ShortcutRule &rule) {
         manager().addRule(rule);
@@ -123,13 +123,12 @@ TEST_F(RuleRowViewTest, NothingOfTheRuleBeforeIsLeft) {
     tap_.setHeldByOthers({{kK, ModifierFlags(kLeftCommand)}});
     addAndShow(before);
     EXPECT_FALSE(refusedSign()->isHidden());
-    row_->configure({}, 7, nullptr);
+    row_->configure({}, nullptr);
     EXPECT_EQ(texts(), (QStringList{u"No app selected"_s, QString()}));
     EXPECT_TRUE(badge()->isHidden());
     EXPECT_EQ(shownHotkey(), u"Click to record"_s);
     EXPECT_TRUE(toggle()->isChecked());
     EXPECT_TRUE(refusedSign()->isHidden());
-    EXPECT_EQ(row_->rowIndex(), 7);
 }
 
 TEST_F(RuleRowViewTest, ConfiguringChangesNothingInTheStore) {
