@@ -2,6 +2,9 @@
 
 #include <QString>
 
+#include "keys/KeyCode.h"
+#include "keys/ModifierFlags.h"
+
 namespace kestrelbay {
 
 struct ShortcutRule;
@@ -16,5 +19,12 @@ struct ShortcutRule;
 /// where there are ten or more. Empty when there is no badge. A character is what the
 /// reader takes for one.
 [[nodiscard]] QString argsBadgeText(const ShortcutRule &rule);
+
+/// The modifiers as they are spoken, e.g. "right Shift, left Command"; empty for none.
+[[nodiscard]] QString modifiersInWords(ModifierFlags flags);
+
+/// The hotkey as it is spoken, e.g. "left Command, T". Names the key A, which is not
+/// shown. "none" where no hotkey is set.
+[[nodiscard]] QString hotkeyInWords(KeyCode keyCode, ModifierFlags flags);
 
 }  // namespace kestrelbay

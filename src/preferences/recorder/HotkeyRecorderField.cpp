@@ -10,7 +10,7 @@
 #include <chrono>
 #include <utility>
 
-#include "preferences/recorder/HotkeyWords.h"
+#include "preferences/RuleRowTexts.h"
 #include "settings/L.h"
 #include "settings/Notifications.h"
 #include "tasks/DispatchQueue.h"

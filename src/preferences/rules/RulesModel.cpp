@@ -3,7 +3,6 @@
 #include <QMimeData>
 
 #include "preferences/RuleRowTexts.h"
-#include "preferences/recorder/HotkeyWords.h"
 #include "settings/L.h"
 #include "ui/list/RowDrop.h"
 

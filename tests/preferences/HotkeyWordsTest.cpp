@@ -1,4 +1,4 @@
-#include "preferences/recorder/HotkeyWords.h"
+#include "preferences/RuleRowTexts.h"
 
 #include <gtest/gtest.h>
 
