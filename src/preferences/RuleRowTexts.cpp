@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <vector>
 
 #include "keys/KeyNames.h"
 #include "model/ShortcutRule.h"
@@ -16,17 +15,7 @@ namespace kestrelbay {
 
 namespace {
 
-constexpr qsizetype kShortestCut = 10;
-constexpr qsizetype kShownEnd = 9;
-
-/// Where the characters begin.
-std::vector<qsizetype> characterStarts(QStringView text) {
-    std::vector<qsizetype> starts;
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    for (qsizetype start = 0; start >= 0 && start < text.size(); start = finder.toNextBoundary())
-        starts.push_back(start);
-    return starts;
-}
+constexpr int kShownEnd = 9;
 
 // Those whose names are the same as of keys of the main block.
 constexpr auto kKeypad = std::to_array<KeyCode>(
@@ -36,7 +25,7 @@ constexpr auto kKeypad = std::to_array<KeyCode>(
 
 QStringList modifierWords(ModifierFlags flags) {
     QStringList words;
-    QString side;
+    QChar side;
     // "R⇧L⌘": a side belongs to the sign after it.
     for (const QChar sign : modifierDisplayString(flags)) {
         if (sign == u'L' || sign == u'R') {
@@ -44,15 +33,10 @@ QStringList modifierWords(ModifierFlags flags) {
             continue;
         }
         const QString name = L::spokenKey(sign);
-        words += side.isEmpty() ? name : side[0] == u'L' ? L::leftKey(name) : L::rightKey(name);
-        side.clear();
+        words += side.isNull() ? name : side == u'L' ? L::leftKey(name) : L::rightKey(name);
+        side = {};
     }
     return words;
-}
-
-QString keyInWords(KeyCode keyCode) {
-    const QString name = L::spokenKey(keyName(keyCode));
-    return std::ranges::find(kKeypad, keyCode) == kKeypad.end() ? name : L::keypadKey(name);
 }
 
 }  // namespace
@@ -71,12 +55,13 @@ QString abbreviatedPath(const QString &path, const QString &homeFolder) {
 QString argsBadgeText(const ShortcutRule &rule) {
     if (rule.argumentKind == ArgumentKind::None)
         return {};
-    QString text = trimmedSpacesAndTabs(rule.launchArguments);
-    const std::vector<qsizetype> starts = characterStarts(text);
-    const auto count = static_cast<qsizetype>(starts.size());
-    if (count < kShortestCut)
-        return text;
-    return u'…' + text.sliced(starts[static_cast<std::size_t>(count - kShownEnd)]);
+    const QString text = trimmedSpacesAndTabs(rule.launchArguments);
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    finder.toEnd();
+    for (int shown = 0; shown < kShownEnd; ++shown)
+        finder.toPreviousBoundary();
+    // Before the beginning there is no position.
+    return finder.position() > 0 ? u'…' + text.sliced(finder.position()) : text;
 }
 
 QString modifiersInWords(ModifierFlags flags) {
@@ -87,7 +72,9 @@ QString hotkeyInWords(KeyCode keyCode, ModifierFlags flags) {
     QStringList words = modifierWords(flags);
     if (keyCode == KeyCode{} && words.isEmpty())
         return L::noHotkey();
-    words += keyInWords(keyCode);
+    const QString key = L::spokenKey(keyName(keyCode));
+    const bool isOnKeypad = std::ranges::find(kKeypad, keyCode) != kKeypad.end();
+    words += isOnKeypad ? L::keypadKey(key) : key;
     return words.join(L::keySeparator());
 }
 
