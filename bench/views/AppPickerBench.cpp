@@ -6,9 +6,8 @@
 #include <array>
 #include <cstddef>
 
-#include "preferences/picker/AppPickerList.h"
+#include "preferences/picker/AppPickerModel.h"
 #include "preferences/picker/AppPickerPanel.h"
-#include "preferences/picker/AppPickerRow.h"
 #include "views/Frame.h"
 #include "views/Services.h"
 
@@ -23,7 +22,7 @@ constexpr std::array<const char16_t *, 7> kTyped{u"a",      u"ap",      u"app", 
                                                  u"app 19", u"app 19x", u""};
 
 std::vector<InstalledApplication> manyApplications() {
-    QImage icon(AppPickerRow::kIconSize, AppPickerRow::kIconSize,
+    QImage icon(AppPickerPanel::kIconSize, AppPickerPanel::kIconSize,
                 QImage::Format_ARGB32_Premultiplied);
     icon.fill(Qt::darkCyan);
     std::vector<InstalledApplication> applications;

@@ -1,8 +1,63 @@
 #include "preferences/picker/AppPickerModel.h"
 
+#include <algorithm>
+#include <numeric>
 #include <utility>
 
+#include <QCollator>
+
+#include "model/TrimmedText.h"
+
 namespace kestrelbay {
+
+namespace {
+
+/// Upper case first: it writes out what lower case has several forms for, such as ß and
+/// the two small sigmas.
+QString folded(const QString &text, const QLocale &locale) {
+    const QString composed = text.normalized(QString::NormalizationForm_C);
+    return locale.toLower(locale.toUpper(composed)).normalized(QString::NormalizationForm_C);
+}
+
+QCollator collatorFor(const QLocale &locale) {
+    // "C" compares code points, which is no order for people.
+    QCollator collator(locale.language() == QLocale::C ? QLocale(QLocale::English) : locale);
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    return collator;
+}
+
+}  // namespace
+
+AppPickerList::AppPickerList(std::vector<InstalledApplication> applications, const QLocale &locale)
+    : locale_(locale) {
+    const QCollator collator = collatorFor(locale);
+    std::vector<QCollatorSortKey> keys;
+    keys.reserve(applications.size());
+    for (const InstalledApplication &application : applications)
+        keys.push_back(collator.sortKey(application.name));
+    std::vector<std::size_t> order(applications.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::size_t one, std::size_t other) { return keys[one] < keys[other]; });
+
+    applications_.reserve(order.size());
+    folded_.reserve(order.size());
+    for (const std::size_t at : order) {
+        const InstalledApplication &application =
+            applications_.emplace_back(std::move(applications[at]));
+        folded_.push_back({.name = folded(application.name, locale_),
+                           .fileName = folded(application.fileName, locale_)});
+    }
+}
+
+std::vector<int> AppPickerList::matching(const QString &searchText) const {
+    const QString wanted = folded(trimmedHorizontalSpace(searchText), locale_);
+    std::vector<int> result;
+    for (std::size_t i = 0; i < folded_.size(); ++i)
+        if (folded_[i].name.contains(wanted) || folded_[i].fileName.contains(wanted))
+            result.push_back(static_cast<int>(i));
+    return result;
+}
 
 void AppPickerModel::setList(std::shared_ptr<const AppPickerList> list) {
     beginResetModel();

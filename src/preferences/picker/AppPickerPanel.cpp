@@ -12,14 +12,15 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
+#include <QPainter>
 #include <QPointer>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 #include "platform/ApplicationCatalog.h"
 #include "preferences/PreferencesServices.h"
 #include "preferences/picker/AppPickerModel.h"
-#include "preferences/picker/AppPickerRow.h"
 #include "settings/L.h"
 #include "tasks/DispatchQueue.h"
 #include "ui/look/Fonts.h"
@@ -37,6 +38,14 @@ constexpr int kGap = 10;
 constexpr int kTitleFont = 15;
 constexpr int kTextFont = 13;
 
+constexpr int kRowHeight = 36;
+constexpr QSize kIcon{AppPickerPanel::kIconSize, AppPickerPanel::kIconSize};
+/// Before the icon, and after the name.
+constexpr int kRowMargin = 4;
+constexpr int kIconGap = 8;
+constexpr qreal kSelectionRadius = 5;
+constexpr int kFocusRingWidth = 2;
+
 QString nameWithoutExtension(const QString &path) {
     const QFileInfo info(path);
     const QString name = info.completeBaseName();
@@ -44,10 +53,53 @@ QString nameWithoutExtension(const QString &path) {
 }
 
 QString firstExistingFolder(const QStringList &folders) {
-    const auto found = std::find_if(folders.begin(), folders.end(),
-                                    [](const QString &folder) { return QDir(folder).exists(); });
+    const auto found =
+        std::ranges::find_if(folders, [](const QString &folder) { return QDir(folder).exists(); });
     return found == folders.end() ? QDir::rootPath() : *found;
 }
+
+/// Paints one row: the icon, then the name on one line.
+class AppPickerRow final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override {
+        const bool selected = option.state.testFlag(QStyle::State_Selected);
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setRenderHint(QPainter::SmoothPixmapTransform);
+        if (selected) {
+            painter->setPen(Qt::NoPen);
+            painter->setBrush(colors::controlAccent());
+            painter->drawRoundedRect(QRectF(option.rect), kSelectionRadius, kSelectionRadius);
+        } else if (option.state.testFlag(QStyle::State_HasFocus)) {
+            painter->setPen(QPen(colors::controlAccent(), kFocusRingWidth));
+            painter->drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -1), kSelectionRadius,
+                                     kSelectionRadius);
+        }
+
+        const QRect inner = option.rect.adjusted(kRowMargin, 0, -kRowMargin, 0);
+        const QRect icon =
+            QStyle::alignedRect(option.direction, Qt::AlignLeft | Qt::AlignVCenter, kIcon, inner);
+        painter->drawImage(icon, index.data(Qt::DecorationRole).value<QImage>());
+
+        const QRect text = QStyle::alignedRect(
+            option.direction, Qt::AlignRight | Qt::AlignVCenter,
+            QSize(inner.width() - kIcon.width() - kIconGap, inner.height()), inner);
+        painter->setFont(option.font);
+        painter->setPen(selected ? QColor(Qt::white) : colors::label());
+        // A line break would push the name out of its row.
+        const QString name = index.data(Qt::DisplayRole).toString().simplified();
+        painter->drawText(text, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine,
+                          option.fontMetrics.elidedText(name, Qt::ElideRight, text.width()));
+        painter->restore();
+    }
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem & /*option*/,
+                                 const QModelIndex & /*index*/) const override {
+        return {0, kRowHeight};
+    }
+};
 
 }  // namespace
 
@@ -153,18 +205,18 @@ void AppPickerPanel::updateEmptyLabel() {
 
 void AppPickerPanel::loadApps(const PreferencesServices &services) {
     // The services outlive the work, this sheet may not: the main thread has the last word.
-    services.backgroundQueue.async(
-        [panel = QPointer(this), icons = listIconsForScreens(AppPickerRow::kIconSize),
-         locale = QLocale::system(), &catalog = services.catalog, &mainQueue = services.mainQueue] {
-            auto list =
-                std::make_shared<const AppPickerList>(catalog.installedApplications(icons), locale);
-            mainQueue.async([panel, list = std::move(list)] {
-                if (!panel)
-                    return;
-                panel->isLoading_ = false;
-                panel->model_->setList(list);
-            });
+    services.backgroundQueue.async([panel = QPointer(this), icons = listIconsForScreens(kIconSize),
+                                    locale = QLocale::system(), &catalog = services.catalog,
+                                    &mainQueue = services.mainQueue] {
+        auto list =
+            std::make_shared<const AppPickerList>(catalog.installedApplications(icons), locale);
+        mainQueue.async([panel, list = std::move(list)] {
+            if (!panel)
+                return;
+            panel->isLoading_ = false;
+            panel->model_->setList(list);
         });
+    });
 }
 
 void AppPickerPanel::selectApp() {

@@ -21,6 +21,9 @@ class AppPickerPanel final : public Sheet {
     Q_OBJECT
 
 public:
+    /// Side of an application's icon in device-independent pixels.
+    static constexpr int kIconSize = 24;
+
     using Completion = std::function<void(const QString &name, const QString &path)>;
 
     /// The completion is called after the sheet has gone from the screen, and only when

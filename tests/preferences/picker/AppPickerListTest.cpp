@@ -4,7 +4,6 @@
 #include <iostream>
 
 #include "fixtures/QtPrinters.h"
-#include "preferences/picker/AppPickerList.h"
 #include "preferences/picker/AppPickerModel.h"
 
 namespace kestrelbay {
