@@ -1,7 +1,5 @@
 #include "preferences/advanced/SettingPopup.h"
 
-#include <utility>
-
 #include <QWheelEvent>
 
 #include "platform/SystemSounds.h"
@@ -11,7 +9,6 @@
 #include "settings/Language.h"
 #include "settings/LaunchToastDuration.h"
 #include "settings/Notifications.h"
-#include "settings/SettingsKeys.h"
 #include "ui/look/Fonts.h"
 
 namespace kestrelbay {
@@ -39,28 +36,23 @@ QString title(LaunchToastDuration duration) {
 
 }  // namespace
 
-SettingPopup::SettingPopup(int width) {
+SettingPopup::SettingPopup(UserDefaults &defaults, const TextKey &key, const QString &name,
+                           int width) {
+    setObjectName(name);
     setFont(systemFont(kFont));
     setFixedWidth(width);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setFocusPolicy(Qt::StrongFocus);
-}
-
-void SettingPopup::addChoice(const QString &title, const QString &value) {
-    addItem(title, value);
+    connect(this, &QComboBox::activated, this, [this, &defaults, key](int index) {
+        const QString value = itemData(index).toString();
+        write(defaults, key, value);
+        Q_EMIT chosen(value);
+    });
 }
 
 void SettingPopup::selectValue(const QString &value) {
     if (const int index = findData(value); index >= 0)
         setCurrentIndex(index);
-}
-
-void SettingPopup::setOnChoice(std::function<void(const QString &)> onChoice) {
-    connect(this, &QComboBox::activated, this, [this, onChoice = std::move(onChoice)](int index) {
-        // It may destroy the popup, and this function with it.
-        const auto call = onChoice;
-        call(itemData(index).toString());
-    });
 }
 
 void SettingPopup::wheelEvent(QWheelEvent *event) {
@@ -69,45 +61,38 @@ void SettingPopup::wheelEvent(QWheelEvent *event) {
 }
 
 SettingPopup *makeLanguagePopup(const PreferencesServices &services) {
-    auto *const popup = new SettingPopup(kLanguageWidth);
-    popup->setObjectName(QStringLiteral("language"));
-    popup->addChoice(L::languageNameChinese(), Language(Language::zh).rawValue());
-    popup->addChoice(L::languageNameEnglish(), Language(Language::en).rawValue());
+    auto *const popup = new SettingPopup(services.defaults, settings::kAppLanguage,
+                                         QStringLiteral("language"), kLanguageWidth);
+    popup->addItem(L::languageNameChinese(), Language(Language::zh).rawValue());
+    popup->addItem(L::languageNameEnglish(), Language(Language::en).rawValue());
     popup->selectValue(Language::current(services.defaults).rawValue());
-    popup->setOnChoice([&defaults = services.defaults,
-                        &notifications = services.notifications](const QString &value) {
-        write(defaults, settings::kAppLanguage, value);
-        Q_EMIT notifications.languageDidChange();
-    });
+    QObject::connect(popup, &SettingPopup::chosen, &services.notifications,
+                     &Notifications::languageDidChange);
     return popup;
 }
 
 SettingPopup *makeSoundPopup(const PreferencesServices &services) {
-    auto *const popup = new SettingPopup(kSoundWidth);
-    popup->setObjectName(QStringLiteral("sound"));
-    popup->addChoice(L::soundNone(), QLatin1StringView(""));
+    auto *const popup = new SettingPopup(services.defaults, settings::kSoundFeedbackName,
+                                         QStringLiteral("sound"), kSoundWidth);
+    popup->addItem(L::soundNone(), QLatin1StringView(""));
     for (const QString &name :
          feedbackSounds(services.sounds.directories(), services.sounds.suffixes()))
-        popup->addChoice(name, name);
+        popup->addItem(name, name);
     popup->selectValue(read(services.defaults, settings::kSoundFeedbackName));
-    popup->setOnChoice(
-        [&defaults = services.defaults, &sounds = services.sounds](const QString &value) {
-            write(defaults, settings::kSoundFeedbackName, value);
-            if (!value.isEmpty())
-                sounds.play(value);
-        });
+    QObject::connect(popup, &SettingPopup::chosen, popup,
+                     [&sounds = services.sounds](const QString &value) {
+                         if (!value.isEmpty())
+                             sounds.play(value);
+                     });
     return popup;
 }
 
 SettingPopup *makeToastPopup(const PreferencesServices &services) {
-    auto *const popup = new SettingPopup(kToastWidth);
-    popup->setObjectName(QStringLiteral("toast"));
+    auto *const popup = new SettingPopup(services.defaults, settings::kLaunchToastDuration,
+                                         QStringLiteral("toast"), kToastWidth);
     for (const LaunchToastDuration duration : kLaunchToastDurations)
-        popup->addChoice(title(duration), rawValue(duration));
+        popup->addItem(title(duration), rawValue(duration));
     popup->selectValue(read(services.defaults, settings::kLaunchToastDuration));
-    popup->setOnChoice([&defaults = services.defaults](const QString &value) {
-        write(defaults, settings::kLaunchToastDuration, value);
-    });
     return popup;
 }
 

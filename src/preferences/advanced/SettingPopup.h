@@ -1,34 +1,33 @@
 #pragma once
 
-#include <functional>
-
 #include <QComboBox>
+
+#include "settings/SettingsKeys.h"
 
 namespace kestrelbay {
 
 struct PreferencesServices;
 
-/// A choice of one among several values, each a text that is stored and has a title.
+/// A choice of one among several values, each a text that is stored and has a title. Writes
+/// the setting whenever the user chooses, also the same value again.
 class SettingPopup final : public QComboBox {
     Q_OBJECT
 
 public:
-    explicit SettingPopup(int width);
-
-    void addChoice(const QString &title, const QString &value);
+    SettingPopup(UserDefaults &defaults, const TextKey &key, const QString &name, int width);
 
     /// The first with that value; without one the selection stays.
     void selectValue(const QString &value);
 
-    /// Called with the value whenever the user chooses, also the same one again.
-    void setOnChoice(std::function<void(const QString &)> onChoice);
+Q_SIGNALS:
+    /// The user has chosen the value, which is written now.
+    void chosen(const QString &value);
 
 protected:
     void wheelEvent(QWheelEvent *event) override;
 };
 
-/// Those of the settings of the same names, which they write when something is chosen.
-/// The services have to outlive them.
+/// Those of the settings of the same names. The services have to outlive them.
 [[nodiscard]] SettingPopup *makeLanguagePopup(const PreferencesServices &services);
 [[nodiscard]] SettingPopup *makeSoundPopup(const PreferencesServices &services);
 [[nodiscard]] SettingPopup *makeToastPopup(const PreferencesServices &services);
