@@ -1,7 +1,5 @@
 #include "preferences/advanced/AdvancedSettingsViewController.h"
 
-#include <utility>
-
 #include <QGuiApplication>
 #include <QHideEvent>
 #include <QPushButton>
@@ -13,7 +11,6 @@
 #include "platform/SystemSettings.h"
 #include "platform/Workspace.h"
 #include "preferences/advanced/Restart.h"
-#include "preferences/advanced/RowFlash.h"
 #include "preferences/advanced/SettingPopup.h"
 #include "preferences/advanced/SettingRow.h"
 #include "settings/L.h"
@@ -29,13 +26,24 @@ namespace {
 constexpr QSize kSize{640, 480};
 constexpr QMargins kInsets{28, 24, 28, 24};
 constexpr int kRowSpacing = 20;
+constexpr int kButtonFont = 12;
+/// What the style leaves around a text is little.
+constexpr int kButtonPadding = 12;
+
+QPushButton *makeButton(const QString &title, const QString &name) {
+    auto *const button = new QPushButton(title);
+    button->setObjectName(name);
+    button->setFont(systemFont(kButtonFont));
+    button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    button->setMinimumWidth(button->sizeHint().width() + kButtonPadding);
+    button->setAutoDefault(false);
+    return button;
+}
 
 }  // namespace
 
-AdvancedSettingsViewController::AdvancedSettingsViewController(PreferencesServices services,
-                                                               QWidget *parent)
-    : QWidget(parent),
-      services_(std::move(services)),
+AdvancedSettingsViewController::AdvancedSettingsViewController(PreferencesServices services)
+    : services_(std::move(services)),
       restart_(&restartProgram),
       scrollArea_(new QScrollArea),
       mainStack_(new QVBoxLayout) {
@@ -69,10 +77,6 @@ AdvancedSettingsViewController::AdvancedSettingsViewController(PreferencesServic
     addRow(makeConfigRow());
 }
 
-void AdvancedSettingsViewController::setRestart(std::function<void()> restart) {
-    restart_ = std::move(restart);
-}
-
 void AdvancedSettingsViewController::addRow(SettingRow *row) {
     mainStack_->insertWidget(mainStack_->count() - 1, row);
 }
@@ -91,18 +95,17 @@ SettingRow *AdvancedSettingsViewController::makeLaunchAtLoginRow() {
 }
 
 SettingRow *AdvancedSettingsViewController::makeConfigRow() const {
-    QPushButton *const button = makeSettingButton(L::configFolderShow());
-    button->setObjectName(QStringLiteral("configFolder"));
+    QPushButton *const button = makeButton(L::configFolderShow(), QStringLiteral("configFolder"));
     connect(button, &QPushButton::clicked, this,
-            &AdvancedSettingsViewController::showConfigInFinder);
+            [this] { services_.workspace.showFolder(services_.manager.storageDirectory()); });
     return new SettingRow(L::configFolder(), services_.manager.storageDirectory(), button);
 }
 
 SettingRow *AdvancedSettingsViewController::makeAccessibilityRow() const {
     if (services_.manager.isAccessibilityGranted())
         return new SettingRow(L::accessTitle(), L::accessGranted(), nullptr);
-    QPushButton *const button = makeSettingButton(L::accessOpenSettings());
-    button->setObjectName(QStringLiteral("accessibility"));
+    QPushButton *const button =
+        makeButton(L::accessOpenSettings(), QStringLiteral("accessibility"));
     connect(button, &QPushButton::clicked, this,
             &AdvancedSettingsViewController::openAccessibility);
     return new SettingRow(L::accessTitle(), L::accessMissing(services_.manager.tapProblem()),
@@ -110,9 +113,9 @@ SettingRow *AdvancedSettingsViewController::makeAccessibilityRow() const {
 }
 
 void AdvancedSettingsViewController::refreshAccessibilityRow() {
-    const SettingRow *const old = accessibilityRow_;
-    const bool hadFocus = old && old->control() && old->control()->hasFocus();
+    bool hadFocus = false;
     if (accessibilityRow_) {
+        hadFocus = accessibilityRow_->control() && accessibilityRow_->control()->hasFocus();
         accessibilityRow_->hide();
         mainStack_->removeWidget(accessibilityRow_);
         // Its own button may be what leads here.
@@ -133,8 +136,7 @@ void AdvancedSettingsViewController::highlightAccessibilityRow() {
     scrollArea_->ensureWidgetVisible(accessibilityRow_, 0, kInsets.bottom());
     if (QWidget *const control = accessibilityRow_->control())
         control->setFocus(Qt::OtherFocusReason);
-    delete flash_;
-    flash_ = new RowFlash(accessibilityRow_, services_.timers);
+    accessibilityRow_->flash(services_.timers);
 }
 
 void AdvancedSettingsViewController::openAccessibility() {
@@ -151,21 +153,14 @@ void AdvancedSettingsViewController::openAccessibility() {
 }
 
 void AdvancedSettingsViewController::applicationStateChanged(Qt::ApplicationState state) {
-    if (state == Qt::ApplicationActive)
-        appDidBecomeActive();
-}
-
-void AdvancedSettingsViewController::appDidBecomeActive() {
+    if (state != Qt::ApplicationActive)
+        return;
     disconnect(qGuiApp, &QGuiApplication::applicationStateChanged, this, nullptr);
     refreshAccessibilityRow();
     if (services_.manager.isAccessibilityGranted())
         services_.manager.reinstallEventTap();
     else
         openRestartSheet(this, restart_);
-}
-
-void AdvancedSettingsViewController::showConfigInFinder() {
-    services_.workspace.showFolder(services_.manager.storageDirectory());
 }
 
 void AdvancedSettingsViewController::showEvent(QShowEvent *event) {

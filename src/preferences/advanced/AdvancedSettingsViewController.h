@@ -1,8 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
-#include <QPointer>
 #include <QWidget>
 
 #include "preferences/PreferencesServices.h"
@@ -12,7 +12,6 @@ class QVBoxLayout;
 
 namespace kestrelbay {
 
-class RowFlash;
 class SettingRow;
 
 /// The settings of the whole program, each a row, and last of all whether hotkeys
@@ -21,8 +20,7 @@ class AdvancedSettingsViewController final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit AdvancedSettingsViewController(PreferencesServices services,
-                                            QWidget *parent = nullptr);
+    explicit AdvancedSettingsViewController(PreferencesServices services);
 
     /// Null until the view was shown.
     [[nodiscard]] SettingRow *accessibilityRow() const { return accessibilityRow_; }
@@ -33,13 +31,8 @@ public:
     /// Draws the eye and the keyboard focus to the row, if it is there.
     void highlightAccessibilityRow();
 
-    /// Where the system has no place to give the permission, only looks again.
-    void openAccessibility();
-
-    void showConfigInFinder();
-
     /// Done instead of restarting the program. For tests.
-    void setRestart(std::function<void()> restart);
+    void setRestart(std::function<void()> restart) { restart_ = std::move(restart); }
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -50,16 +43,15 @@ private:
     [[nodiscard]] SettingRow *makeLaunchAtLoginRow();
     [[nodiscard]] SettingRow *makeConfigRow() const;
     [[nodiscard]] SettingRow *makeAccessibilityRow() const;
+    /// Where the system has no place to give the permission, only looks again.
+    void openAccessibility();
     void applicationStateChanged(Qt::ApplicationState state);
-    void appDidBecomeActive();
 
     const PreferencesServices services_;
     std::function<void()> restart_;
     QScrollArea *scrollArea_;
     QVBoxLayout *mainStack_;
     SettingRow *accessibilityRow_ = nullptr;
-    /// Belongs to the row.
-    QPointer<RowFlash> flash_;
 };
 
 }  // namespace kestrelbay

@@ -1,8 +1,10 @@
 #include "preferences/advanced/SettingRow.h"
 
+#include <array>
+#include <chrono>
+
 #include <QHBoxLayout>
 #include <QPainter>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "ui/look/Fonts.h"
@@ -14,15 +16,24 @@ namespace kestrelbay {
 
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr int kTitleFont = 13;
 constexpr int kSubtitleFont = 11;
-constexpr int kButtonFont = 12;
-/// What the style leaves around a text is little.
-constexpr int kButtonPadding = 12;
 constexpr int kTitleToSubtitle = 2;
 constexpr int kTitleToSubtitleOfInfo = 4;
 constexpr int kTextsToControl = 12;
 constexpr qreal kRadius = 6;
+
+constexpr std::chrono::milliseconds kFade{200};
+constexpr float kFlashAlpha = 0.28F;
+
+struct FlashStep {
+    std::chrono::milliseconds start;
+    float alpha;
+};
+constexpr std::array kFlashSteps{FlashStep{0ms, kFlashAlpha}, FlashStep{250ms, 0},
+                                 FlashStep{500ms, kFlashAlpha}, FlashStep{850ms, 0}};
 
 }  // namespace
 
@@ -47,11 +58,28 @@ SettingRow::SettingRow(const QString &title, const QString &subtitle, QWidget *c
         titleLabel->setBuddy(control);
         layout->addWidget(control, 0, Qt::AlignVCenter);
     }
+
+    fade_.setDuration(static_cast<int>(kFade.count()));
+    connect(&fade_, &QVariantAnimation::valueChanged, this, [this](const QVariant &alpha) {
+        background_ = colors::systemOrange();
+        background_.setAlphaF(alpha.toFloat());
+        update();
+    });
 }
 
-void SettingRow::setBackground(const QColor &color) {
-    background_ = color;
-    update();
+void SettingRow::flash(Timers &timers) {
+    fade_.stop();
+    flashSteps_.clear();
+    for (const FlashStep &step : kFlashSteps)
+        flashSteps_.push_back(
+            timers.once(step.start, [this, alpha = step.alpha] { fadeTo(alpha); }));
+}
+
+void SettingRow::fadeTo(float alpha) {
+    fade_.stop();
+    fade_.setStartValue(background_.alphaF());
+    fade_.setEndValue(alpha);
+    fade_.start();
 }
 
 void SettingRow::paintEvent(QPaintEvent * /*event*/) {
@@ -62,15 +90,6 @@ void SettingRow::paintEvent(QPaintEvent * /*event*/) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(background_);
     painter.drawRoundedRect(rect(), kRadius, kRadius);
-}
-
-QPushButton *makeSettingButton(const QString &title) {
-    auto *const button = new QPushButton(title);
-    button->setFont(systemFont(kButtonFont));
-    button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    button->setMinimumWidth(button->sizeHint().width() + kButtonPadding);
-    button->setAutoDefault(false);
-    return button;
 }
 
 }  // namespace kestrelbay

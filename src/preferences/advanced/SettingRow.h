@@ -1,9 +1,13 @@
 #pragma once
 
+#include <memory>
+#include <vector>
+
 #include <QColor>
+#include <QVariantAnimation>
 #include <QWidget>
 
-class QPushButton;
+#include "tasks/Timers.h"
 
 namespace kestrelbay {
 
@@ -21,17 +25,21 @@ public:
 
     /// Invisible by default.
     [[nodiscard]] const QColor &background() const { return background_; }
-    void setBackground(const QColor &color);
+
+    /// Draws the eye to the row: its background flashes twice in orange, beginning at
+    /// once, and is then as invisible as before.
+    void flash(Timers &timers);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void fadeTo(float alpha);
+
     QWidget *control_;
     QColor background_{Qt::transparent};
+    QVariantAnimation fade_;
+    std::vector<std::unique_ptr<Timers::Timer>> flashSteps_;
 };
-
-/// The control of a row that has something done.
-[[nodiscard]] QPushButton *makeSettingButton(const QString &title);
 
 }  // namespace kestrelbay
