@@ -1,7 +1,6 @@
 #include "preferences/advanced/AdvancedSettingsViewController.h"
 
 #include <QGuiApplication>
-#include <QHideEvent>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QShowEvent>
@@ -17,6 +16,7 @@
 #include "settings/LaunchAtLogin.h"
 #include "settings/Notifications.h"
 #include "settings/SettingsKeys.h"
+#include "ui/look/Fonts.h"
 #include "ui/widgets/Switch.h"
 
 namespace kestrelbay {
@@ -75,6 +75,12 @@ AdvancedSettingsViewController::AdvancedSettingsViewController(PreferencesServic
     addRow(new SettingRow(L::sound(), L::soundText(), makeSoundPopup(services_)));
     addRow(new SettingRow(L::launchToast(), L::launchToastText(), makeToastPopup(services_)));
     addRow(makeConfigRow());
+
+    connect(&services_.notifications, &Notifications::accessibilityGranted, this, [this] {
+        // At the next visit it looks again anyway.
+        if (isVisible())
+            refreshAccessibilityRow();
+    });
 }
 
 void AdvancedSettingsViewController::addRow(SettingRow *row) {
@@ -165,17 +171,8 @@ void AdvancedSettingsViewController::applicationStateChanged(Qt::ApplicationStat
 
 void AdvancedSettingsViewController::showEvent(QShowEvent *event) {
     QWidget::showEvent(event);
-    if (event->spontaneous())
-        return;
-    refreshAccessibilityRow();
-    connect(&services_.notifications, &Notifications::accessibilityGranted, this,
-            &AdvancedSettingsViewController::refreshAccessibilityRow);
-}
-
-void AdvancedSettingsViewController::hideEvent(QHideEvent *event) {
-    QWidget::hideEvent(event);
     if (!event->spontaneous())
-        disconnect(&services_.notifications, &Notifications::accessibilityGranted, this, nullptr);
+        refreshAccessibilityRow();
 }
 
 }  // namespace kestrelbay

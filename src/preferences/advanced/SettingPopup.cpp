@@ -20,20 +20,6 @@ constexpr int kLanguageWidth = 100;
 constexpr int kSoundWidth = 140;
 constexpr int kToastWidth = 140;
 
-QString title(LaunchToastDuration duration) {
-    switch (duration) {
-        case LaunchToastDuration::None:
-            return L::launchToastNone();
-        case LaunchToastDuration::Short:
-            return L::launchToastShort();
-        case LaunchToastDuration::Medium:
-            return L::launchToastMedium();
-        case LaunchToastDuration::Long:
-            return L::launchToastLong();
-    }
-    return {};
-}
-
 }  // namespace
 
 SettingPopup::SettingPopup(UserDefaults &defaults, const TextKey &key, const QString &name,
@@ -90,8 +76,10 @@ SettingPopup *makeSoundPopup(const PreferencesServices &services) {
 SettingPopup *makeToastPopup(const PreferencesServices &services) {
     auto *const popup = new SettingPopup(services.defaults, settings::kLaunchToastDuration,
                                          QStringLiteral("toast"), kToastWidth);
-    for (const LaunchToastDuration duration : kLaunchToastDurations)
-        popup->addItem(title(duration), rawValue(duration));
+    popup->addItem(L::launchToastNone(), rawValue(LaunchToastDuration::None));
+    popup->addItem(L::launchToastShort(), rawValue(LaunchToastDuration::Short));
+    popup->addItem(L::launchToastMedium(), rawValue(LaunchToastDuration::Medium));
+    popup->addItem(L::launchToastLong(), rawValue(LaunchToastDuration::Long));
     popup->selectValue(read(services.defaults, settings::kLaunchToastDuration));
     return popup;
 }
