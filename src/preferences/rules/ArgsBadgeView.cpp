@@ -30,7 +30,7 @@ QFont badgeFont() {
 ArgsBadgeView::ArgsBadgeView(QWidget *parent)
     : QWidget(parent), label_(new TextLabel(QString(), badgeFont(), colors::link, this)) {
     label_->setAlignment(Qt::AlignCenter);
-    setAttribute(Qt::WA_TransparentForMouseEvents);
+    label_->setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
 void ArgsBadgeView::setText(const QString &text, const QString &argument) {

@@ -152,6 +152,16 @@ TEST_F(RuleRowViewTest, TheBadgeHasItsNaturalSizeBehindTheName) {
     EXPECT_EQ(badge()->size(), badge()->sizeHint());
 }
 
+TEST_F(RuleRowViewTest, ThePointerFindsTheBadgeAndItsToolTip) {
+    ShortcutRule shown = firefox();
+    shown.launchArguments = u"--new-window --incognito"_s;
+    shown.argumentKind = ArgumentKind::LaunchArgs;
+    show(shown);
+    const QWidget *const found = row_->childAt(badge()->geometry().center());
+    EXPECT_EQ(found, badge());
+    EXPECT_EQ(badge()->toolTip(), shown.launchArguments);
+}
+
 TEST_F(RuleRowViewTest, LongTextsAreCutAndToldInFull) {
     ShortcutRule shown = firefox();
     shown.appName = QString(200, u'x');
