@@ -103,7 +103,7 @@ SettingRow *AdvancedSettingsViewController::makeLaunchAtLoginRow() {
 SettingRow *AdvancedSettingsViewController::makeConfigRow() const {
     QPushButton *const button = makeButton(L::configFolderShow(), QStringLiteral("configFolder"));
     connect(button, &QPushButton::clicked, this,
-            [this] { services_.workspace.showFolder(services_.manager.storageDirectory()); });
+            &AdvancedSettingsViewController::showConfigInFinder);
     return new SettingRow(L::configFolder(), services_.manager.storageDirectory(), button);
 }
 
@@ -159,14 +159,21 @@ void AdvancedSettingsViewController::openAccessibility() {
 }
 
 void AdvancedSettingsViewController::applicationStateChanged(Qt::ApplicationState state) {
-    if (state != Qt::ApplicationActive)
-        return;
+    if (state == Qt::ApplicationActive)
+        appDidBecomeActive();
+}
+
+void AdvancedSettingsViewController::appDidBecomeActive() {
     disconnect(qGuiApp, &QGuiApplication::applicationStateChanged, this, nullptr);
     refreshAccessibilityRow();
     if (services_.manager.isAccessibilityGranted())
         services_.manager.reinstallEventTap();
     else
         openRestartSheet(this, restart_);
+}
+
+void AdvancedSettingsViewController::showConfigInFinder() const {
+    services_.workspace.showFolder(services_.manager.storageDirectory());
 }
 
 void AdvancedSettingsViewController::showEvent(QShowEvent *event) {

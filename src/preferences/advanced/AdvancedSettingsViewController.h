@@ -45,6 +45,8 @@ private:
     /// Where the system has no place to give the permission, only looks again.
     void openAccessibility();
     void applicationStateChanged(Qt::ApplicationState state);
+    void appDidBecomeActive();
+    void showConfigInFinder() const;
 
     const PreferencesServices services_;
     std::function<void()> restart_;

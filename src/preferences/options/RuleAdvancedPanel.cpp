@@ -202,8 +202,7 @@ void RuleAdvancedPanel::buildArgsSection(QVBoxLayout &column) {
 void RuleAdvancedPanel::buildButtons(QVBoxLayout &column) {
     auto *help = new LinkButton(L::deepLaunchHelp(), LinkButton::Kind::Help, this);
     help->setAccessibleDescription(L::helpName());
-    connect(help, &LinkButton::clicked, this,
-            [this] { workspace_.open(addresses::deepLaunchHelpPage()); });
+    connect(help, &LinkButton::clicked, this, &RuleAdvancedPanel::openDeepLaunchHelp);
     QPushButton *cancel = makeButton(L::cancel());
     QPushButton *saving = makeButton(L::save(), true);
     connect(cancel, &QPushButton::clicked, this, &RuleAdvancedPanel::reject);
@@ -222,6 +221,10 @@ void RuleAdvancedPanel::applyKindSelection() {
     const KindChoice &choice = choiceAt(kKindChoices, kindPopup_->currentIndex());
     argsField_->setEnabled(choice.kind != ArgumentKind::None);
     argsField_->setPlaceholderText(choice.hint());
+}
+
+void RuleAdvancedPanel::openDeepLaunchHelp() {
+    workspace_.open(addresses::deepLaunchHelpPage());
 }
 
 void RuleAdvancedPanel::save() {

@@ -57,6 +57,7 @@ private:
     void buildArgsSection(QVBoxLayout &column);
     void buildButtons(QVBoxLayout &column);
     void applyKindSelection();
+    void openDeepLaunchHelp();
     void save();
 
     Workspace &workspace_;

@@ -57,6 +57,27 @@ void centerOn(const QScreen *screen, QWidget &window) {
 
 }  // namespace
 
+/// What fills the window: the tab bar, and below it the room for the view of one tab.
+class ContainerViewController final : public QWidget {
+public:
+    explicit ContainerViewController(QWidget *parent)
+        : QWidget(parent), tabBarView_(new TabBarView(this)), contentArea_(new QVBoxLayout) {
+        tabBarView_->setFixedSize(kBarSize);
+        auto *const column = new QVBoxLayout(this);
+        column->setContentsMargins(0, kBarTop, 0, 0);
+        column->setSpacing(kBarToContent);
+        column->addWidget(tabBarView_, 0, Qt::AlignHCenter);
+        column->addLayout(contentArea_, 1);
+    }
+
+    [[nodiscard]] TabBarView *tabBarView() const { return tabBarView_; }
+    [[nodiscard]] QVBoxLayout *contentArea() const { return contentArea_; }
+
+private:
+    TabBarView *tabBarView_;
+    QVBoxLayout *contentArea_;
+};
+
 PreferencesWindowController::PreferencesWindowController(PreferencesServices services)
     : services_(std::move(services)), window_(makeWindow()) {
     window_->setWindowTitle(L::preferencesTitle());
@@ -87,7 +108,7 @@ void PreferencesWindowController::switchToAccessibilityRow() {
         sheet->activateWindow();
         return;
     }
-    tabBar_->select(kAdvancedTab);
+    container_->tabBarView()->select(kAdvancedTab);
     showTab(kAdvancedTab);
     // Its place is known only when the view that was just made is laid out.
     services_.mainQueue.async([self = QPointer(this)] {
@@ -114,17 +135,12 @@ void PreferencesWindowController::sheetFinished() {
 }
 
 void PreferencesWindowController::buildContainer(int tab) {
-    container_ = new QWidget(window_.get());
-    tabBar_ = new TabBarView(container_);
-    tabBar_->setFixedSize(kBarSize);
-    auto *const column = new QVBoxLayout(container_);
-    column->setContentsMargins(0, kBarTop, 0, 0);
-    column->setSpacing(kBarToContent);
-    column->addWidget(tabBar_, 0, Qt::AlignHCenter);
+    container_ = new ContainerViewController(window_.get());
     window_->layout()->addWidget(container_);
     container_->show();
-    tabBar_->select(tab);
-    connect(tabBar_, &TabBarView::chosen, this, &PreferencesWindowController::showTab);
+    container_->tabBarView()->select(tab);
+    connect(container_->tabBarView(), &TabBarView::onSelect, this,
+            &PreferencesWindowController::showTab);
     showTab(tab);
 }
 
@@ -145,13 +161,13 @@ void PreferencesWindowController::showTab(int index) {
         currentChild_ = new AdvancedSettingsViewController(services_);
     else
         currentChild_ = new RulesViewController(services_, icons_);
-    container_->layout()->addWidget(currentChild_);
+    container_->contentArea()->addWidget(currentChild_);
     currentChild_->show();
 }
 
 void PreferencesWindowController::rebuildUI() {
     const bool wasVisible = window_->isVisible();
-    const int tab = tabBar_->selectedIndex();
+    const int tab = container_->tabBarView()->selectedIndex();
     const QWidget *const focused = window_->focusWidget();
     const QString focusedName = focused ? focused->objectName() : QString();
 

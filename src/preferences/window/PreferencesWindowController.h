@@ -9,8 +9,8 @@
 
 namespace kestrelbay {
 
+class ContainerViewController;
 class Sheet;
-class TabBarView;
 
 /// The preferences window: a tab bar, and below it the view of the tab that is
 /// chosen. In another language it is built anew, in place. Main thread.
@@ -42,8 +42,7 @@ private:
     ApplicationIconCache icons_{services_};
     const std::unique_ptr<QWidget> window_;
     // All belong to the window.
-    QWidget *container_ = nullptr;
-    TabBarView *tabBar_ = nullptr;
+    ContainerViewController *container_ = nullptr;
     QWidget *currentChild_ = nullptr;
     bool wasShown_ = false;
 };

@@ -148,7 +148,7 @@ void TabBarView::clicked(QPointF location) {
 
 void TabBarView::choose(int index) {
     select(index);
-    Q_EMIT chosen(index);
+    Q_EMIT onSelect(index);
 }
 
 void TabBarView::mousePressEvent(QMouseEvent *event) {

@@ -62,7 +62,7 @@ public:
 
 Q_SIGNALS:
     /// Each tab that the user chooses, also the selected one again.
-    void chosen(int index);
+    void onSelect(int index);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

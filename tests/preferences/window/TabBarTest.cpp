@@ -23,7 +23,7 @@ protected:
     TabBar() {
         window_.resize(400, 100);
         bar_.setGeometry(10, 20, 330, 32);
-        QObject::connect(&bar_, &TabBarView::chosen, &bar_,
+        QObject::connect(&bar_, &TabBarView::onSelect, &bar_,
                          [this](int index) { chosen_.append(index); });
         window_.show();
         EXPECT_TRUE(activate(window_));
