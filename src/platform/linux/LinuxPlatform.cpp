@@ -13,7 +13,6 @@
 #include "platform/linux/desktop/JsonUserDefaults.h"
 #include "platform/linux/desktop/LinuxStatusArea.h"
 #include "platform/linux/desktop/PortalSystemSettings.h"
-#include "platform/linux/desktop/SoundFiles.h"
 #include "platform/linux/desktop/SyslogLog.h"
 #include "platform/linux/x11/connection/DisplayDiagnostics.h"
 #include "platform/linux/x11/connection/XConnection.h"

@@ -10,10 +10,10 @@
 
 #include <canberra.h>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
-#include "platform/linux/desktop/SoundFiles.h"
+#include <QStandardPaths>
 
 namespace kestrelbay {
 
@@ -21,6 +21,11 @@ namespace {
 
 /// How long the end of the program may wait for a sound server that hangs.
 constexpr std::chrono::milliseconds kPatience{200};
+
+/// The endings of sound files, in the order they are tried.
+QStringList soundFileSuffixes() {
+    return {QStringLiteral(".oga"), QStringLiteral(".ogg"), QStringLiteral(".wav")};
+}
 
 struct ContextDeleter {
     void operator()(ca_context *context) const { ca_context_destroy(context); }
@@ -56,6 +61,36 @@ bool playFile(ca_context *context, const QString &path) {
 }
 
 }  // namespace
+
+QStringList standardSoundDirectories() {
+    // Not QCoreApplication's answer: the services are made before it may exist.
+    const QString executable = QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget();
+    const QDir executableFolder(QFileInfo(executable).path());
+    QStringList directories{QDir::cleanPath(
+        executableFolder.filePath(QStringLiteral(KESTRELBAY_DATA_FROM_BIN "/kestrelbay/sounds")))};
+    const QStringList shared =
+        QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+    for (const QString &folder : shared) {
+        directories += folder + QStringLiteral("/sounds/freedesktop/stereo");
+    }
+    return directories;
+}
+
+QString findSoundFile(const QStringList &directories, const QString &name) {
+    if (name.isEmpty() || name.contains(QLatin1Char('/')) || name.contains(QChar(u'\0'))) {
+        return {};
+    }
+    const QStringList suffixes = soundFileSuffixes();
+    for (const QString &directory : directories) {
+        for (const QString &suffix : suffixes) {
+            QString path = directory + QLatin1Char('/') + name + suffix;
+            if (QFileInfo(path).isFile()) {
+                return path;
+            }
+        }
+    }
+    return {};
+}
 
 /// Shared by the owner and the thread, so that the thread can outlive the owner.
 class CanberraSounds::Player {

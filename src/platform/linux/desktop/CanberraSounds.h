@@ -6,6 +6,15 @@
 
 namespace kestrelbay {
 
+/// The folders that may hold feedback sounds: the program's own, found from where
+/// the executable lies, then the freedesktop sound theme in every folder of
+/// shared data, the user's first.
+[[nodiscard]] QStringList standardSoundDirectories();
+
+/// The file of a sound, from the first folder that has it; empty when none has.
+/// Never a file outside these folders, whatever the name.
+[[nodiscard]] QString findSoundFile(const QStringList &directories, const QString &name);
+
 /// Plays sound files with libcanberra. The sound server may be slow, or hang, so
 /// it is spoken to on a thread of its own, started with the first sound. While
 /// that one waits, of the sounds asked for only the newest is kept. Whatever goes

@@ -9,8 +9,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "platform/linux/desktop/SoundFiles.h"
-
 namespace kestrelbay {
 
 namespace {
