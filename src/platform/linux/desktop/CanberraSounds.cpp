@@ -15,6 +15,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include "platform/linux/glib/GObjectPtr.h"
+
 namespace kestrelbay {
 
 namespace {
@@ -27,21 +29,13 @@ QStringList soundFileSuffixes() {
     return {QStringLiteral(".oga"), QStringLiteral(".ogg"), QStringLiteral(".wav")};
 }
 
-struct ContextDeleter {
-    void operator()(ca_context *context) const { ca_context_destroy(context); }
-};
-using Context = std::unique_ptr<ca_context, ContextDeleter>;
-
-struct PropertiesDeleter {
-    void operator()(ca_proplist *properties) const { ca_proplist_destroy(properties); }
-};
-using Properties = std::unique_ptr<ca_proplist, PropertiesDeleter>;
+using Context = std::unique_ptr<ca_context, ReleaseWith<ca_context_destroy>>;
+using Properties = std::unique_ptr<ca_proplist, ReleaseWith<ca_proplist_destroy>>;
 
 Context makeContext() {
     ca_context *context = nullptr;
-    if (ca_context_create(&context) != CA_SUCCESS) {
+    if (ca_context_create(&context) != CA_SUCCESS)
         return {};
-    }
     Context owned(context);
     ca_context_change_props(context, CA_PROP_APPLICATION_NAME, "KestrelBay", CA_PROP_APPLICATION_ID,
                             "kestrelbay", nullptr);
@@ -51,9 +45,8 @@ Context makeContext() {
 /// False when the server could not be reached or would not play.
 bool playFile(ca_context *context, const QString &path) {
     ca_proplist *properties = nullptr;
-    if (ca_proplist_create(&properties) != CA_SUCCESS) {
+    if (ca_proplist_create(&properties) != CA_SUCCESS)
         return false;
-    }
     const Properties owned(properties);
     ca_proplist_sets(properties, CA_PROP_MEDIA_FILENAME, QFile::encodeName(path).constData());
     ca_proplist_sets(properties, CA_PROP_MEDIA_ROLE, "event");
@@ -70,23 +63,20 @@ QStringList standardSoundDirectories() {
         executableFolder.filePath(QStringLiteral(KESTRELBAY_DATA_FROM_BIN "/kestrelbay/sounds")))};
     const QStringList shared =
         QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
-    for (const QString &folder : shared) {
+    for (const QString &folder : shared)
         directories += folder + QStringLiteral("/sounds/freedesktop/stereo");
-    }
     return directories;
 }
 
 QString findSoundFile(const QStringList &directories, const QString &name) {
-    if (name.isEmpty() || name.contains(QLatin1Char('/')) || name.contains(QChar(u'\0'))) {
+    if (name.isEmpty() || name.contains(QLatin1Char('/')) || name.contains(QChar(u'\0')))
         return {};
-    }
     const QStringList suffixes = soundFileSuffixes();
     for (const QString &directory : directories) {
         for (const QString &suffix : suffixes) {
             QString path = directory + QLatin1Char('/') + name + suffix;
-            if (QFileInfo(path).isFile()) {
+            if (QFileInfo(path).isFile())
                 return path;
-            }
         }
     }
     return {};
@@ -127,16 +117,13 @@ private:
         Context context;
         while (const auto name = takeNext()) {
             const QString path = findSoundFile(directories_, *name);
-            if (path.isEmpty()) {
+            if (path.isEmpty())
                 continue;
-            }
-            if (!context) {
+            if (!context)
                 context = makeContext();
-            }
             // A context whose server has gone stays broken: the next sound gets another.
-            if (context && !playFile(context.get(), path)) {
+            if (context && !playFile(context.get(), path))
                 context.reset();
-            }
         }
         context.reset();
         const std::lock_guard lock(mutex_);
@@ -161,18 +148,13 @@ private:
 CanberraSounds::CanberraSounds(QStringList directories) : directories_(std::move(directories)) {}
 
 CanberraSounds::~CanberraSounds() {
-    if (player_) {
+    if (player_)
         player_->stop();
-    }
 }
 
 QStringList CanberraSounds::directories() const {
-    QStringList existing;
-    for (const QString &directory : directories_) {
-        if (QFileInfo(directory).isDir()) {
-            existing += directory;
-        }
-    }
+    QStringList existing = directories_;
+    existing.removeIf([](const QString &directory) { return !QFileInfo(directory).isDir(); });
     return existing;
 }
 
@@ -181,15 +163,12 @@ QStringList CanberraSounds::suffixes() const {
 }
 
 void CanberraSounds::play(const QString &name) {
-    if (name.isEmpty()) {
+    if (name.isEmpty())
         return;
-    }
-    if (!player_) {
+    if (!player_)
         player_ = Player::start(directories_);
-    }
-    if (player_) {
+    if (player_)
         player_->play(name);
-    }
 }
 
 }  // namespace kestrelbay

@@ -20,23 +20,20 @@ QByteArray oneLine(const QString &line) {
     QString result;
     result.reserve(line.size());
     for (const QChar c : line) {
-        if (breaksLine(c)) {
+        if (breaksLine(c))
             result += QStringLiteral("\\u%1").arg(ushort{c.unicode()}, 4, 16, QLatin1Char('0'));
-        } else {
+        else
             result += c;
-        }
     }
     return result.toUtf8();
 }
 
 void writeToTerminal(QByteArray text) {
-    if (::isatty(STDERR_FILENO) == 0) {
+    if (::isatty(STDERR_FILENO) == 0)
         return;
-    }
     pollfd terminal{.fd = STDERR_FILENO, .events = POLLOUT, .revents = 0};
-    if (::poll(&terminal, 1, 0) != 1 || (terminal.revents & POLLOUT) == 0) {
+    if (::poll(&terminal, 1, 0) != 1 || (terminal.revents & POLLOUT) == 0)
         return;
-    }
     // In one piece, so that lines from several threads do not mix.
     text += '\n';
     [[maybe_unused]] const ssize_t written =
