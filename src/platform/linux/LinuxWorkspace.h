@@ -8,7 +8,6 @@
 #include "platform/linux/applications/entries/ApplicationIndexKeeper.h"
 #include "platform/linux/applications/launching/EntryLauncher.h"
 #include "platform/linux/applications/launching/LaunchBus.h"
-#include "platform/linux/applications/launching/LaunchedProcesses.h"
 #include "platform/linux/x11/windows/WindowEventPump.h"
 #include "platform/linux/x11/windows/WindowMirror.h"
 

@@ -16,6 +16,7 @@
 #include "platform/linux/applications/entries/ApplicationFolders.h"
 #include "platform/linux/applications/entries/DesktopEntry.h"
 #include "platform/linux/applications/launching/ExecLine.h"
+#include "platform/linux/applications/matching/ProcessFacts.h"
 #include "platform/linux/glib/KeyFile.h"
 
 namespace kestrelbay {
@@ -78,6 +79,24 @@ QString notInstalled(const QString &path) {
 }
 
 }  // namespace
+
+void LaunchedProcesses::add(std::int64_t pid, const QString &entryPath) {
+    const std::uint64_t startTime = processStartTime(pid);
+    const std::lock_guard lock(mutex_);
+    std::erase_if(processes_, [](const auto &item) {
+        return processStartTime(item.first) != item.second.startTime;
+    });
+    if (startTime != 0)
+        processes_.insert_or_assign(pid, Process{startTime, entryPath});
+}
+
+QString LaunchedProcesses::entryOf(std::int64_t pid) const {
+    const std::lock_guard lock(mutex_);
+    const auto process = processes_.find(pid);
+    return process != processes_.end() && processStartTime(pid) == process->second.startTime
+               ? process->second.entryPath
+               : QString();
+}
 
 EntryLauncher::EntryLauncher(QString displayName, LaunchedProcesses &processes, LaunchBus &bus,
                              ServerTime serverTime)

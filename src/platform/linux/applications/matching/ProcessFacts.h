@@ -6,9 +6,23 @@
 #include <QString>
 #include <QStringList>
 
-#include "platform/linux/applications/matching/WindowFacts.h"
-
 namespace kestrelbay {
+
+/// What the kernel and the sandboxes say of one process.
+struct ProcessFacts {
+    QString flatpakId;
+    QString snapName;
+    /// The application that an `app-*.scope` (or service) of systemd is named
+    /// after, in every reading that the name allows.
+    QStringList scopeIds;
+    /// The entry file that this very process was launched with.
+    QString launchedEntryPath;
+    QString executablePath;
+    /// What the process calls itself; interpreters and wrappers are left out.
+    QStringList executableNames;
+
+    friend bool operator==(const ProcessFacts &, const ProcessFacts &) = default;
+};
 
 /// Asks /proc. What can't be read (the process is gone, or another user's) stays
 /// empty. Any thread.

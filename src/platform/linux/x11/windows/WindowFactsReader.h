@@ -9,7 +9,7 @@
 
 #include <QString>
 
-#include "platform/linux/applications/matching/WindowFacts.h"
+#include "platform/linux/applications/matching/ApplicationMatch.h"
 #include "platform/linux/x11/connection/WindowAtoms.h"
 #include "platform/linux/x11/connection/XConnection.h"
 

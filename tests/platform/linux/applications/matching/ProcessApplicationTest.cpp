@@ -2,7 +2,7 @@
 
 #include <unistd.h>
 
-#include "platform/linux/applications/launching/LaunchedProcesses.h"
+#include "platform/linux/applications/launching/EntryLauncher.h"
 #include "platform/linux/applications/matching/ProcessFacts.h"
 
 namespace kestrelbay {
