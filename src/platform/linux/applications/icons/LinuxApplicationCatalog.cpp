@@ -1,6 +1,5 @@
 #include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
 
-#include <algorithm>
 #include <optional>
 
 #include <QDir>
@@ -23,11 +22,6 @@ QImage emptySquare(int side) {
     QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     return image;
-}
-
-/// The icon that stands for an application without one of its own.
-QString genericIconName() {
-    return QStringLiteral("application-x-executable");
 }
 
 /// What a name in a desktop entry may be called in a theme: themes know names without
@@ -55,96 +49,85 @@ QStringList unthemedIconFiles(const QString &name) {
 }
 
 /// A generic application, for systems without any theme.
-void paintPlainApplication(QPainter *painter, const QRect &rect) {
-    const qreal side = std::min(rect.width(), rect.height());
-    const qreal margin = side / 8;
-    QRectF body(0, 0, side - 2 * margin, side - 2 * margin);
-    body.moveCenter(QRectF(rect).center());
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(QColor(0x8a, 0x93, 0xa0));
-    painter->drawRoundedRect(body, side / 6, side / 6);
-    painter->setBrush(QColor(0xff, 0xff, 0xff, 0xd0));
-    painter->drawEllipse(body.center(), side / 7, side / 7);
-    painter->restore();
+QImage plainApplication(int side) {
+    QImage image = emptySquare(side);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    const qreal margin = side / 8.0;
+    const QRectF body = QRectF(image.rect()).adjusted(margin, margin, -margin, -margin);
+    painter.setBrush(QColor(0x8a, 0x93, 0xa0));
+    painter.drawRoundedRect(body, side / 6.0, side / 6.0);
+    painter.setBrush(QColor(0xff, 0xff, 0xff, 0xd0));
+    painter.drawEllipse(body.center(), side / 7.0, side / 7.0);
+    return image;
 }
 
 /// Reads the icons that desktop entries name, on any one thread, for one list.
 class ListIconReader {
 public:
-    explicit ListIconReader(const ListIcons &icons);
+    explicit ListIconReader(const ListIcons &icons)
+        : pixels_(icons.pixels), files_(icons.themes, icons.pixels) {}
 
     /// A square of the list's size: the icon of this name or path, in proportion; the
     /// generic one when it can't be found or read.
-    [[nodiscard]] QImage read(const QString &name);
+    [[nodiscard]] QImage read(const QString &name) {
+        QImage image = readNamed(name);
+        return image.isNull() ? generic() : image;
+    }
 
 private:
-    [[nodiscard]] QImage readNamed(const QString &name);
-    [[nodiscard]] QImage readFile(const QString &path) const;
-    [[nodiscard]] const QImage &generic();
+    [[nodiscard]] QImage readNamed(const QString &name) {
+        if (QDir::isAbsolutePath(name))
+            return readFile(name);
+        for (const QString &spelling : spellingsOfIconName(name)) {
+            QImage image = readFile(files_.find(spelling));
+            if (!image.isNull())
+                return image;
+        }
+        for (const QString &file : unthemedIconFiles(name)) {
+            QImage image = readFile(file);
+            if (!image.isNull())
+                return image;
+        }
+        return {};
+    }
+
+    [[nodiscard]] QImage readFile(const QString &path) const {
+        const QFileInfo info(path);
+        if (path.isEmpty() || !info.isFile() || info.size() > kLargestIconFile)
+            return {};
+        QImageReader reader(path);
+        const QSize size = reader.size();
+        // What the format itself does not scale, the reader does, smoothly.
+        if (!size.isEmpty())
+            reader.setScaledSize(
+                size.scaled(pixels_, pixels_, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
+        const QImage image = reader.read();
+        if (image.isNull())
+            return {};
+        QImage square = emptySquare(pixels_);
+        QPainter painter(&square);
+        QRect place({}, image.size().scaled(pixels_, pixels_, Qt::KeepAspectRatio));
+        place.moveCenter(square.rect().center());
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(place, image);
+        return square;
+    }
+
+    /// The icon that stands for an application without one of its own.
+    [[nodiscard]] const QImage &generic() {
+        if (generic_.isNull())
+            generic_ = readNamed(QStringLiteral("application-x-executable"));
+        if (generic_.isNull())
+            generic_ = plainApplication(pixels_);
+        return generic_;
+    }
 
     const int pixels_;
     IconThemeFiles files_;
     QImage generic_;
 };
-
-ListIconReader::ListIconReader(const ListIcons &icons)
-    : pixels_(icons.pixels), files_(icons.themes, icons.pixels) {}
-
-QImage ListIconReader::read(const QString &name) {
-    QImage image = readNamed(name);
-    return image.isNull() ? generic() : image;
-}
-
-QImage ListIconReader::readNamed(const QString &name) {
-    if (QDir::isAbsolutePath(name))
-        return readFile(name);
-    for (const QString &spelling : spellingsOfIconName(name)) {
-        QImage image = readFile(files_.find(spelling));
-        if (!image.isNull())
-            return image;
-    }
-    for (const QString &file : unthemedIconFiles(name)) {
-        QImage image = readFile(file);
-        if (!image.isNull())
-            return image;
-    }
-    return {};
-}
-
-QImage ListIconReader::readFile(const QString &path) const {
-    const QFileInfo info(path);
-    if (path.isEmpty() || !info.isFile() || info.size() > kLargestIconFile)
-        return {};
-    QImageReader reader(path);
-    const QSize size = reader.size();
-    // What the format itself does not scale, the reader does, smoothly.
-    if (!size.isEmpty())
-        reader.setScaledSize(
-            size.scaled(pixels_, pixels_, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
-    const QImage image = reader.read();
-    if (image.isNull())
-        return {};
-    QImage square = emptySquare(pixels_);
-    QPainter painter(&square);
-    QRect place({}, image.size().scaled(pixels_, pixels_, Qt::KeepAspectRatio));
-    place.moveCenter(square.rect().center());
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(place, image);
-    return square;
-}
-
-const QImage &ListIconReader::generic() {
-    if (generic_.isNull())
-        generic_ = readNamed(genericIconName());
-    if (generic_.isNull()) {
-        generic_ = emptySquare(pixels_);
-        QPainter painter(&generic_);
-        paintPlainApplication(&painter, generic_.rect());
-    }
-    return generic_;
-}
 
 QString iconName(const QString &path) {
     const std::optional<KeyFile> entry = KeyFile::read(path);
