@@ -4,8 +4,8 @@
 #include <utility>
 
 #include <QDir>
-#include <QDirIterator>
 #include <QSet>
+#include <QStandardPaths>
 
 namespace kestrelbay {
 
@@ -29,19 +29,10 @@ void collectFolders(const QString &folder, int depth, QStringList &result) {
 }  // namespace
 
 QStringList applicationFolders() {
-    QString home = qEnvironmentVariable("XDG_DATA_HOME");
-    if (!QDir::isAbsolutePath(home))
-        home = QDir::homePath() + QStringLiteral("/.local/share");
-    QString shared = qEnvironmentVariable("XDG_DATA_DIRS");
-    if (shared.isEmpty())
-        shared = QStringLiteral("/usr/local/share:/usr/share");
-
-    QStringList folders;
-    for (const QString &base : QStringList{home} + shared.split(u':', Qt::SkipEmptyParts)) {
-        const QString folder = QDir::cleanPath(base + QStringLiteral("/applications"));
-        if (QDir::isAbsolutePath(base) && !folders.contains(folder))
-            folders.append(folder);
-    }
+    QStringList folders = QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation);
+    for (QString &folder : folders)
+        folder = QDir::cleanPath(folder);
+    folders.removeDuplicates();
     return folders;
 }
 
