@@ -54,32 +54,4 @@ ApplicationIndex::Found ApplicationIndex::withId(const QString &id) const {
     return find(ids_, foldedId(id));
 }
 
-ApplicationIndex::Found ApplicationIndex::withLastPartOfId(const QString &name) const {
-    return find(lastParts_, name.toCaseFolded());
-}
-
-ApplicationIndex::Found ApplicationIndex::withStartupWmClass(const QString &name) const {
-    return find(wmClasses_, name);
-}
-
-ApplicationIndex::Found ApplicationIndex::withFlatpakId(const QString &id) const {
-    return find(flatpaks_, id);
-}
-
-ApplicationIndex::Found ApplicationIndex::withSnapName(const QString &name) const {
-    return find(snaps_, name);
-}
-
-ApplicationIndex::Found ApplicationIndex::withExecutablePath(const QString &path) const {
-    return find(executablePaths_, path);
-}
-
-ApplicationIndex::Found ApplicationIndex::withExecutableName(const QString &name) const {
-    return find(executableNames_, name);
-}
-
-ApplicationIndex::Found ApplicationIndex::withPath(const QString &path) const {
-    return find(paths_, path);
-}
-
 }  // namespace kestrelbay

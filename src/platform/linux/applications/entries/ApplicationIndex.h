@@ -32,13 +32,21 @@ public:
     /// With or without ".desktop", in any case.
     [[nodiscard]] Found withId(const QString &id) const;
     /// "editor" finds org.example.Editor.desktop; ids without a dot are not found.
-    [[nodiscard]] Found withLastPartOfId(const QString &name) const;
-    [[nodiscard]] Found withStartupWmClass(const QString &name) const;
-    [[nodiscard]] Found withFlatpakId(const QString &id) const;
-    [[nodiscard]] Found withSnapName(const QString &name) const;
-    [[nodiscard]] Found withExecutablePath(const QString &path) const;
-    [[nodiscard]] Found withExecutableName(const QString &name) const;
-    [[nodiscard]] Found withPath(const QString &path) const;
+    [[nodiscard]] Found withLastPartOfId(const QString &name) const {
+        return find(lastParts_, name.toCaseFolded());
+    }
+    [[nodiscard]] Found withStartupWmClass(const QString &name) const {
+        return find(wmClasses_, name);
+    }
+    [[nodiscard]] Found withFlatpakId(const QString &id) const { return find(flatpaks_, id); }
+    [[nodiscard]] Found withSnapName(const QString &name) const { return find(snaps_, name); }
+    [[nodiscard]] Found withExecutablePath(const QString &path) const {
+        return find(executablePaths_, path);
+    }
+    [[nodiscard]] Found withExecutableName(const QString &name) const {
+        return find(executableNames_, name);
+    }
+    [[nodiscard]] Found withPath(const QString &path) const { return find(paths_, path); }
 
 private:
     using Table = QHash<QString, std::vector<std::size_t>>;
