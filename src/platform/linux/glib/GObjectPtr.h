@@ -3,6 +3,7 @@
 #include <memory>
 
 #include <QString>
+#include <QStringList>
 
 #include <gio/gio.h>
 
@@ -24,6 +25,14 @@ using GCharPtr = std::unique_ptr<char, ReleaseWith<g_free>>;
 using GStringList = std::unique_ptr<char *, ReleaseWith<g_strfreev>>;
 using GVariantPtr = std::unique_ptr<GVariant, ReleaseWith<g_variant_unref>>;
 using GSourcePtr = std::unique_ptr<GSource, ReleaseWith<g_source_unref>>;
+
+/// No list reads as an empty one.
+[[nodiscard]] inline QStringList textsOf(const GStringList &list) {
+    QStringList texts;
+    for (char **text = list.get(); text && *text; ++text)
+        texts.append(QString::fromUtf8(*text));
+    return texts;
+}
 
 /// Where a GLib function leaves its error.
 class GErrorSlot {

@@ -66,10 +66,7 @@ std::optional<QStringList> KeyFile::list(const char *key) const {
         return std::nullopt;
     const GStringList values(
         g_key_file_get_string_list(file_.get(), kDesktopEntry, key, nullptr, nullptr));
-    QStringList texts;
-    for (char **value = values.get(); value && *value; ++value)
-        texts.append(QString::fromUtf8(*value));
-    return texts;
+    return textsOf(values);
 }
 
 bool KeyFile::isApplication() const {

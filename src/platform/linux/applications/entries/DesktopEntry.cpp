@@ -1,8 +1,5 @@
 #include "platform/linux/applications/entries/DesktopEntry.h"
 
-#include <algorithm>
-#include <array>
-#include <string_view>
 #include <utility>
 
 #include <QDir>
@@ -18,65 +15,14 @@ namespace {
 
 constexpr qint64 kLargestEntry = 1 << 20;
 
-/// Sorted, to be searched.
-constexpr auto kWrappers = std::to_array<std::string_view>({
-    "AppRun",
-    "appimagelauncher",
-    "bash",
-    "bwrap",
-    "cinnamon-launcher",
-    "csh",
-    "dash",
-    "dbus-launch",
-    "dbus-run-session",
-    "dbus-send",
-    "electron",
-    "env",
-    "exec",
-    "exo-open",
-    "firejail",
-    "fish",
-    "flatpak",
-    "gapplication",
-    "gio",
-    "gjs",
-    "gksu",
-    "gtk-launch",
-    "ionice",
-    "java",
-    "javaw",
-    "kdesu",
-    "kioclient",
-    "kioclient5",
-    "ksh",
-    "kstart",
-    "kstart5",
-    "mono",
-    "nice",
-    "node",
-    "nodejs",
-    "nohup",
-    "perl",
-    "pkexec",
-    "python",
-    "qdbus",
-    "ruby",
-    "setsid",
-    "sh",
-    "snap",
-    "su",
-    "sudo",
-    "systemd-run",
-    "tclsh",
-    "wine",
-    "wine-preloader",
-    "wine64",
-    "wine64-preloader",
-    "wish",
-    "xdg-open",
-    "zsh",
-});
-static_assert(std::is_sorted(kWrappers.begin(), kWrappers.end()));
+/// The names of programs that run other programs.
+constexpr QLatin1String kWrappers(
+    "AppRun appimagelauncher bash bwrap cinnamon-launcher csh dash dbus-launch "
+    "dbus-run-session dbus-send electron env exec exo-open firejail fish flatpak "
+    "gapplication gio gjs gksu gtk-launch ionice java javaw kdesu kioclient kioclient5 "
+    "ksh kstart kstart5 mono nice node nodejs nohup perl pkexec python qdbus ruby setsid "
+    "sh snap su sudo systemd-run tclsh wine wine-preloader wine64 wine64-preloader wish "
+    "xdg-open zsh");
 
 QString baseName(const QString &program) {
     return program.section(u'/', -1);
@@ -125,33 +71,32 @@ bool isInterpreterOrWrapper(const QString &programName) {
     QString name = programName;
     while (!name.isEmpty() && (name.back().isDigit() || name.back() == u'.'))
         name.chop(1);
-    const auto listed = [](const QString &candidate) {
-        const QByteArray text = candidate.toUtf8();
-        return std::binary_search(
-            kWrappers.begin(), kWrappers.end(),
-            std::string_view(text.constData(), static_cast<std::size_t>(text.size())));
-    };
-    return listed(programName) || listed(name);
+    static const QStringList kNames = QString(kWrappers).split(u' ');
+    return kNames.contains(programName) || kNames.contains(name);
+}
+
+std::optional<QStringList> wordsOfExec(const QString &exec) {
+    char **raw = nullptr;
+    if (!g_shell_parse_argv(exec.toUtf8().constData(), nullptr, &raw, nullptr))
+        return std::nullopt;
+    const GStringList owned(raw);
+    return textsOf(owned);
 }
 
 QString programOfExec(const QString &exec) {
-    int count = 0;
-    char **raw = nullptr;
-    if (!g_shell_parse_argv(exec.toUtf8().constData(), &count, &raw, nullptr))
-        return {};
-    const GStringList words(raw);
-    int at = 0;
-    if (baseName(QString::fromUtf8(raw[0])) == QLatin1String("env")) {
+    const QStringList words = wordsOfExec(exec).value_or(QStringList());
+    qsizetype at = 0;
+    if (baseName(words.value(0)) == QLatin1String("env")) {
         // "env -u NAME program" can't be told from "env -i program" by its form.
-        for (at = 1; at < count; ++at) {
-            const QByteArrayView word(raw[at]);
-            if (word == "-u" || word == "-C")
+        for (at = 1; at < words.size(); ++at) {
+            const QString &word = words[at];
+            if (word == QLatin1String("-u") || word == QLatin1String("-C"))
                 ++at;
-            else if (!word.startsWith('-') && !word.contains('='))
+            else if (!word.startsWith(u'-') && !word.contains(u'='))
                 break;
         }
     }
-    return at < count ? QString::fromUtf8(raw[at]) : QString();
+    return words.value(at);
 }
 
 std::optional<DesktopEntry> parseDesktopEntry(const QByteArray &text, const QString &path,

@@ -59,6 +59,9 @@ struct DesktopEntry {
                              const std::optional<QStringList> &onlyShowIn,
                              const QStringList &notShowIn);
 
+/// The words of an Exec line, unquoted. No value when the line is broken or empty.
+[[nodiscard]] std::optional<QStringList> wordsOfExec(const QString &exec);
+
 /// The program that an Exec line starts, as it is written there, past `env` and its
 /// assignments. Empty when the line is broken.
 [[nodiscard]] QString programOfExec(const QString &exec);

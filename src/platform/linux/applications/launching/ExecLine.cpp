@@ -1,5 +1,8 @@
 #include "platform/linux/applications/launching/ExecLine.h"
 
+#include <utility>
+
+#include "platform/linux/applications/entries/DesktopEntry.h"
 #include "platform/linux/glib/GObjectPtr.h"
 
 namespace kestrelbay {
@@ -12,86 +15,48 @@ QString quoted(const QString &text) {
     return QString::fromUtf8(shell.get()).replace(u'%', QStringLiteral("%%"));
 }
 
-/// A word of the line, taken apart at its file codes.
-class WordRewriter {
-public:
-    WordRewriter(const ExecContext &context, FileCodes fileCodes)
-        : context_(context), fileCodes_(fileCodes) {}
-
-    /// Empty when nothing is left of the word.
-    [[nodiscard]] QString rewritten(const QString &word) {
-        if (word == QLatin1String("%i"))
-            return context_.icon.isEmpty() ? QString()
-                                           : QStringLiteral("--icon ") + quoted(context_.icon);
-        bool hadCode = false;
-        for (qsizetype i = 0; i < word.size(); ++i) {
-            if (word[i] != u'%' || i + 1 == word.size()) {
-                literal_ += word[i];
-                continue;
-            }
-            const QChar code = word[++i];
-            hadCode = hadCode || code != u'%';
-            replace(code);
+/// A word of the line with its codes filled in; empty when nothing is left of it.
+QString rewrittenWord(const QString &word, const ExecContext &context, FileCodes fileCodes) {
+    if (word == QLatin1String("%i"))
+        return context.icon.isEmpty() ? QString()
+                                      : QStringLiteral("--icon ") + quoted(context.icon);
+    QString result;
+    QString unquoted;
+    bool hadCode = false;
+    for (qsizetype i = 0; i < word.size(); ++i) {
+        if (word[i] != u'%' || i + 1 == word.size()) {
+            unquoted += word[i];
+            continue;
         }
-        if (!literal_.isEmpty() || (!hadCode && result_.isEmpty()))
-            endLiteral();
-        return result_;
-    }
-
-private:
-    void replace(QChar code) {
-        switch (code.unicode()) {
-            case u'%':
-                literal_ += u'%';
-                break;
-            case u'c':
-                literal_ += context_.localizedName;
-                break;
-            case u'k':
-                literal_ += context_.entryPath;
-                break;
-            case u'f':
-            case u'F':
-            case u'u':
-            case u'U':
-                if (fileCodes_ == FileCodes::Keep) {
-                    if (!literal_.isEmpty())
-                        endLiteral();
-                    result_ += u'%';
-                    result_ += code;
-                }
-                break;
-            default:
-                break;
+        const QChar code = word[++i];
+        hadCode = hadCode || code != u'%';
+        if (code == u'%') {
+            unquoted += code;
+        } else if (code == u'c') {
+            unquoted += context.localizedName;
+        } else if (code == u'k') {
+            unquoted += context.entryPath;
+        } else if (fileCodes == FileCodes::Keep && QLatin1String("fFuU").contains(code)) {
+            if (!unquoted.isEmpty())
+                result += quoted(std::exchange(unquoted, QString()));
+            result += u'%';
+            result += code;
         }
     }
-
-    void endLiteral() {
-        result_ += quoted(literal_);
-        literal_.clear();
-    }
-
-    const ExecContext &context_;
-    FileCodes fileCodes_;
-    QString literal_;
-    QString result_;
-};
+    return unquoted.isEmpty() && hadCode ? result : result + quoted(unquoted);
+}
 
 }  // namespace
 
 std::optional<QString> rewrittenExec(const QString &exec, const ExecContext &context,
                                      FileCodes fileCodes, const QStringList &arguments) {
-    int count = 0;
-    char **raw = nullptr;
-    if (!g_shell_parse_argv(exec.toUtf8().constData(), &count, &raw, nullptr))
+    const std::optional<QStringList> words = wordsOfExec(exec);
+    if (!words)
         return std::nullopt;
-    const GStringList words(raw);
     QStringList line;
-    for (int i = 0; i < count; ++i) {
-        const QString word = WordRewriter(context, fileCodes).rewritten(QString::fromUtf8(raw[i]));
-        if (!word.isEmpty())
-            line.append(word);
-    }
+    for (const QString &word : *words)
+        line.append(rewrittenWord(word, context, fileCodes));
+    line.removeAll(QString());
     for (const QString &argument : arguments)
         line.append(quoted(argument));
     return line.join(u' ');
