@@ -1,5 +1,7 @@
 #include "platform/linux/applications/launching/LaunchBus.h"
 
+#include <utility>
+
 #include <QDBusArgument>
 #include <QDBusError>
 #include <QDBusMessage>
@@ -12,46 +14,9 @@ namespace kestrelbay {
 namespace {
 
 /// As the service manager takes it: (sv).
-struct UnitProperty {
-    QString name;
-    QDBusVariant value;
-};
-
+using UnitProperty = std::pair<QString, QDBusVariant>;
 /// Another unit to be started along: (sa(sv)).
-struct AuxiliaryUnit {
-    QString name;
-    QList<UnitProperty> properties;
-};
-
-// Qt finds these by their names, and wants both directions.
-
-QDBusArgument &operator<<(QDBusArgument &argument, const UnitProperty &property) {
-    argument.beginStructure();
-    argument << property.name << property.value;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument &operator>>(const QDBusArgument &argument, UnitProperty &property) {
-    argument.beginStructure();
-    argument >> property.name >> property.value;
-    argument.endStructure();
-    return argument;
-}
-
-QDBusArgument &operator<<(QDBusArgument &argument, const AuxiliaryUnit &unit) {
-    argument.beginStructure();
-    argument << unit.name << unit.properties;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument &operator>>(const QDBusArgument &argument, AuxiliaryUnit &unit) {
-    argument.beginStructure();
-    argument >> unit.name >> unit.properties;
-    argument.endStructure();
-    return argument;
-}
+using AuxiliaryUnit = std::pair<QString, QList<UnitProperty>>;
 
 /// Starting a service takes its time; a person does not wait longer than this
 /// before pressing again.
@@ -128,7 +93,7 @@ BusAnswer LaunchBus::showFolder(const QString &uri, const QString &startupId) {
 void LaunchBus::moveToScope(const QString &applicationId, qint64 pid) {
     registerUnitTypes();
     const auto property = [](const char *name, const QVariant &value) {
-        return UnitProperty{QLatin1String(name), QDBusVariant(value)};
+        return UnitProperty(QLatin1String(name), QDBusVariant(value));
     };
     const QList<UnitProperty> properties{
         property("PIDs", QVariant::fromValue(QList<uint>{static_cast<uint>(pid)})),
