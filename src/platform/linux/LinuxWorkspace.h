@@ -13,6 +13,10 @@
 
 namespace kestrelbay::x11 {
 
+/// What windows on other machines have for a process: above every number that the
+/// kernel gives, and never to be signalled.
+inline constexpr ProcessIdentifier kRemoteProcess{0x7fff'ffff};
+
 /// The applications of an X11 session: windows by EWMH, applications by desktop
 /// entries. To be made and destroyed on the main thread.
 ///

@@ -9,7 +9,6 @@
 #include <QFile>
 
 #include "appsWindows.h"
-#include "platform/linux/LinuxRunningApplication.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "appsWindows.h"
-#include "platform/linux/LinuxRunningApplication.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {
