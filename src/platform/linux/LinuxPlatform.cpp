@@ -1,10 +1,10 @@
-#include "platform/linux/LinuxPlatform.h"
+#include <optional>
+#include <utility>
 
 #include <QDir>
 #include <QStandardPaths>
 
-#include <utility>
-
+#include "platform/Platform.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
 #include "platform/linux/bus/SessionBus.h"
@@ -33,143 +33,140 @@ QString variable(const char *name) {
     return value.isEmpty() ? QStringLiteral("not set") : value;
 }
 
+/// The services of an X11 session. Each that does anything is made when it is first
+/// asked for, so that asking for the start-up problem needs none of them.
+class LinuxPlatform final : public Platform {
+public:
+    [[nodiscard]] EventTap &eventTap() override {
+        if (!tap_) {
+            x11::XEventTap::Settings settings;
+            settings.displayName = displayName_;
+            settings.isX11Session = !isWaylandSession();
+            settings.displayLost = [this] {
+                if (const auto handler = std::exchange(sessionEnded_, nullptr))
+                    handler();
+            };
+            tap_.emplace(std::move(settings));
+            grabFocusFilter_.emplace();
+        }
+        return *tap_;
+    }
+
+    [[nodiscard]] Workspace &workspace() override {
+        if (!workspace_)
+            workspace_.emplace(displayName_, log_);
+        return *workspace_;
+    }
+
+    [[nodiscard]] ApplicationCatalog &applicationCatalog() override { return catalog_; }
+
+    [[nodiscard]] UserDefaults &userDefaults() override {
+        if (!defaults_)
+            defaults_.emplace(QDir(applicationSupportDirectory())
+                                  .filePath(QStringLiteral("KestrelBay/settings.json")));
+        return *defaults_;
+    }
+
+    [[nodiscard]] SystemSounds &systemSounds() override {
+        if (!sounds_)
+            sounds_.emplace(standardSoundDirectories());
+        return *sounds_;
+    }
+
+    [[nodiscard]] SystemLog &systemLog() override { return log_; }
+
+    [[nodiscard]] LoginItem &loginItem() override {
+        if (!loginItem_)
+            loginItem_.emplace(AutostartLoginItem::placesOfThisProgram());
+        return *loginItem_;
+    }
+
+    [[nodiscard]] PortalSystemSettings &systemSettings() override {
+        if (!systemSettings_)
+            systemSettings_.emplace(bus_.connection());
+        return *systemSettings_;
+    }
+
+    [[nodiscard]] NativeWindow &nativeWindow() override {
+        if (!nativeWindow_)
+            nativeWindow_.emplace(displayName_);
+        return *nativeWindow_;
+    }
+
+    [[nodiscard]] LinuxStatusArea &statusArea() override {
+        if (!statusArea_) {
+            LinuxStatusArea::Settings settings;
+            settings.displayName = displayName_;
+            settings.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
+            statusArea_.emplace(bus_.connection(), systemSettings(), std::move(settings));
+            QObject::connect(&*systemSettings_, &PortalSystemSettings::colorSchemeChanged,
+                             &*statusArea_, &LinuxStatusArea::colorSchemeChanged);
+        }
+        return *statusArea_;
+    }
+
+    /// None: icon themes have other names and shapes.
+    [[nodiscard]] const SystemSymbols *systemSymbols() override { return nullptr; }
+
+    /// $XDG_CONFIG_HOME.
+    [[nodiscard]] QString applicationSupportDirectory() const override {
+        return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    }
+
+    /// Nothing to do: a task bar shows windows, not programs, and no menu bar is shared.
+    void becomeAccessory() override {}
+
+    /// Takes up to a few tenths of a second when services do not answer.
+    [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override {
+        std::vector<std::pair<QString, QString>> pairs{
+            {QStringLiteral("Session"), QStringLiteral("%1 (DISPLAY: %2, WAYLAND_DISPLAY: %3)")
+                                            .arg(variable("XDG_SESSION_TYPE"), variable("DISPLAY"),
+                                                 variable("WAYLAND_DISPLAY"))},
+            {QStringLiteral("Desktop"), variable("XDG_CURRENT_DESKTOP")}};
+        for (auto &pair : x11::describeDisplay(displayName_))
+            pairs.push_back(std::move(pair));
+        statusArea().waitForAnswer();
+        pairs.emplace_back(QStringLiteral("Tray"), statusArea().description());
+        pairs.emplace_back(QStringLiteral("Session bus"), bus_.connection().isConnected()
+                                                              ? QStringLiteral("reachable")
+                                                              : QStringLiteral("not reachable"));
+        pairs.emplace_back(QStringLiteral("Portal"), systemSettings().isPortalPresent()
+                                                         ? QStringLiteral("present")
+                                                         : QStringLiteral("not present"));
+        return pairs;
+    }
+
+    void setSessionEndedHandler(std::function<void()> handler) override {
+        sessionEnded_ = std::move(handler);
+    }
+
+    /// A reachable X server, Xwayland's included.
+    [[nodiscard]] QString startupProblem() const override {
+        if (displayName_.isEmpty())
+            return QStringLiteral("there is no X server to work with (DISPLAY is not set)");
+        if (!x11::XConnection(displayName_).isUsable())
+            return QStringLiteral("the X server %1 does not answer").arg(displayName_);
+        return {};
+    }
+
+private:
+    const QString displayName_ = qEnvironmentVariable("DISPLAY");
+    std::function<void()> sessionEnded_;
+    SyslogLog log_;
+    std::optional<JsonUserDefaults> defaults_;
+    std::optional<CanberraSounds> sounds_;
+    LinuxApplicationCatalog catalog_;
+    std::optional<x11::LinuxWorkspace> workspace_;
+    std::optional<x11::GrabFocusFilter> grabFocusFilter_;
+    std::optional<x11::XEventTap> tap_;
+    std::optional<AutostartLoginItem> loginItem_;
+    std::optional<x11::X11NativeWindow> nativeWindow_;
+    SessionBus bus_;
+    std::optional<PortalSystemSettings> systemSettings_;
+    std::optional<LinuxStatusArea> statusArea_;
+};
+
 }  // namespace
-
-LinuxPlatform::LinuxPlatform()
-    : displayName_(qEnvironmentVariable("DISPLAY")), log_(std::make_unique<SyslogLog>()) {}
-
-LinuxPlatform::~LinuxPlatform() = default;
-
-EventTap &LinuxPlatform::eventTap() {
-    if (!tap_) {
-        x11::XEventTap::Settings settings;
-        settings.displayName = displayName_;
-        settings.isX11Session = !isWaylandSession();
-        settings.displayLost = [this] {
-            if (const auto handler = std::exchange(sessionEnded_, nullptr))
-                handler();
-        };
-        tap_ = std::make_unique<x11::XEventTap>(std::move(settings));
-        grabFocusFilter_ = std::make_unique<x11::GrabFocusFilter>();
-    }
-    return *tap_;
-}
-
-Workspace &LinuxPlatform::workspace() {
-    if (!workspace_)
-        workspace_ = std::make_unique<x11::LinuxWorkspace>(displayName_, *log_);
-    return *workspace_;
-}
-
-ApplicationCatalog &LinuxPlatform::applicationCatalog() {
-    if (!catalog_)
-        catalog_ = std::make_unique<LinuxApplicationCatalog>();
-    return *catalog_;
-}
-
-UserDefaults &LinuxPlatform::userDefaults() {
-    if (!defaults_) {
-        defaults_ = std::make_unique<JsonUserDefaults>(
-            QDir(applicationSupportDirectory())
-                .filePath(QStringLiteral("KestrelBay/settings.json")));
-    }
-    return *defaults_;
-}
-
-SystemSounds &LinuxPlatform::systemSounds() {
-    if (!sounds_)
-        sounds_ = std::make_unique<CanberraSounds>(standardSoundDirectories());
-    return *sounds_;
-}
-
-SystemLog &LinuxPlatform::systemLog() {
-    return *log_;
-}
-
-LoginItem &LinuxPlatform::loginItem() {
-    if (!loginItem_) {
-        loginItem_ =
-            std::make_unique<AutostartLoginItem>(AutostartLoginItem::placesOfThisProgram());
-    }
-    return *loginItem_;
-}
-
-NativeWindow &LinuxPlatform::nativeWindow() {
-    if (!nativeWindow_)
-        nativeWindow_ = std::make_unique<x11::X11NativeWindow>(displayName_);
-    return *nativeWindow_;
-}
-
-SessionBus &LinuxPlatform::bus() {
-    if (!bus_)
-        bus_ = std::make_unique<SessionBus>();
-    return *bus_;
-}
-
-PortalSystemSettings &LinuxPlatform::portalSettings() {
-    if (!systemSettings_) {
-        systemSettings_ = std::make_unique<PortalSystemSettings>(bus().connection());
-        systemSettings_->addObserver([this] {
-            if (statusArea_)
-                statusArea_->colorSchemeChanged();
-        });
-    }
-    return *systemSettings_;
-}
-
-SystemSettings &LinuxPlatform::systemSettings() {
-    return portalSettings();
-}
-
-LinuxStatusArea &LinuxPlatform::linuxStatusArea() {
-    if (!statusArea_) {
-        LinuxStatusArea::Settings settings;
-        settings.displayName = displayName_;
-        settings.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
-        statusArea_ = std::make_unique<LinuxStatusArea>(bus().connection(), portalSettings(),
-                                                        std::move(settings));
-    }
-    return *statusArea_;
-}
-
-StatusArea &LinuxPlatform::statusArea() {
-    return linuxStatusArea();
-}
-
-std::vector<std::pair<QString, QString>> LinuxPlatform::diagnostics() {
-    std::vector<std::pair<QString, QString>> pairs{
-        {QStringLiteral("Session"),
-         QStringLiteral("%1 (DISPLAY: %2, WAYLAND_DISPLAY: %3)")
-             .arg(variable("XDG_SESSION_TYPE"), variable("DISPLAY"), variable("WAYLAND_DISPLAY"))},
-        {QStringLiteral("Desktop"), variable("XDG_CURRENT_DESKTOP")}};
-    for (auto &pair : x11::describeDisplay(displayName_))
-        pairs.push_back(std::move(pair));
-    linuxStatusArea().waitForAnswer();
-    pairs.emplace_back(QStringLiteral("Tray"), linuxStatusArea().description());
-    pairs.emplace_back(QStringLiteral("Session bus"), bus().connection().isConnected()
-                                                          ? QStringLiteral("reachable")
-                                                          : QStringLiteral("not reachable"));
-    pairs.emplace_back(QStringLiteral("Portal"), portalSettings().isPortalPresent()
-                                                     ? QStringLiteral("present")
-                                                     : QStringLiteral("not present"));
-    return pairs;
-}
-
-QString LinuxPlatform::applicationSupportDirectory() const {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-}
-
-void LinuxPlatform::setSessionEndedHandler(std::function<void()> handler) {
-    sessionEnded_ = std::move(handler);
-}
-
-QString LinuxPlatform::startupProblem() const {
-    if (displayName_.isEmpty())
-        return QStringLiteral("there is no X server to work with (DISPLAY is not set)");
-    if (!x11::XConnection(displayName_).isUsable())
-        return QStringLiteral("the X server %1 does not answer").arg(displayName_);
-    return {};
-}
 
 std::unique_ptr<Platform> makePlatform() {
     return std::make_unique<LinuxPlatform>();

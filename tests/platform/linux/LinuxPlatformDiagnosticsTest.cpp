@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/linux/LinuxPlatform.h"
+#include "platform/Platform.h"
 #include "support/FakeSettingsPortal.h"
 #include "support/FakeTray.h"
 #include "support/PrivateSessionBus.h"
@@ -21,9 +21,9 @@ protected:
     }
 
     static std::map<QString, QString> read() {
-        LinuxPlatform platform;
+        const std::unique_ptr<Platform> platform = makePlatform();
         std::map<QString, QString> values;
-        for (const auto &[name, value] : platform.diagnostics())
+        for (const auto &[name, value] : platform->diagnostics())
             EXPECT_TRUE(values.emplace(name, value).second) << qPrintable(name);
         return values;
     }

@@ -86,10 +86,6 @@ void PortalSystemSettings::setColorSchemeHandler(std::function<void()> handler) 
     handler_ = std::move(handler);
 }
 
-void PortalSystemSettings::addObserver(std::function<void()> observer) {
-    observers_.push_back(std::move(observer));
-}
-
 void PortalSystemSettings::waitForPortal(const QDeadlineTimer &patience) {
     const auto ask = [&](const QString &method) {
         return bus_.call(schemeQuestion(method), QDBus::Block,
@@ -161,8 +157,7 @@ void PortalSystemSettings::update() {
     const ColorScheme scheme = fromPortal_.value_or(fromDesktop_.value_or(ColorScheme::Light));
     if (std::exchange(scheme_, scheme) == scheme)
         return;
-    for (const auto &observer : observers_)
-        observer();
+    Q_EMIT colorSchemeChanged();
     if (const auto handler = handler_)
         handler();
 }

@@ -3,7 +3,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <vector>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -36,10 +35,12 @@ public:
     /// There is no such place: every program of an X11 session sees keys.
     bool openAccessibilityPane() override { return false; }
 
-    /// Another service of the platform that follows the colour scheme; called before
-    /// the handler.
-    void addObserver(std::function<void()> observer);
     [[nodiscard]] bool isPortalPresent() const { return isPortalPresent_ && bus_.isConnected(); }
+
+Q_SIGNALS:
+    /// For another service of the platform that follows the colour scheme; comes before
+    /// the handler is called.
+    void colorSchemeChanged();
 
 private Q_SLOTS:
     void takeChange(const QString &space, const QString &key, const QDBusVariant &value);
@@ -55,7 +56,6 @@ private:
     QDBusConnection bus_;
     QDBusServiceWatcher portalWatch_;
     std::unique_ptr<DesktopColorScheme> desktop_;
-    std::vector<std::function<void()>> observers_;
     std::function<void()> handler_;
 
     std::optional<ColorScheme> fromPortal_;
