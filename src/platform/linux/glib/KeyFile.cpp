@@ -34,10 +34,6 @@ std::optional<KeyFile> KeyFile::read(const QString &path) {
     return file;
 }
 
-bool KeyFile::hasGroup(const char *group) const {
-    return g_key_file_has_group(file_.get(), group) != FALSE;
-}
-
 bool KeyFile::has(const char *key, const char *group) const {
     return g_key_file_has_key(file_.get(), group, key, nullptr) != FALSE;
 }
@@ -67,6 +63,10 @@ std::optional<QStringList> KeyFile::list(const char *key) const {
     const GStringList values(
         g_key_file_get_string_list(file_.get(), kDesktopEntry, key, nullptr, nullptr));
     return textsOf(values);
+}
+
+bool KeyFile::isDesktopEntry() const {
+    return g_key_file_has_group(file_.get(), kDesktopEntry) != FALSE;
 }
 
 bool KeyFile::isApplication() const {

@@ -29,7 +29,6 @@ public:
     /// No value also for what is not a file: a pipe would never end.
     [[nodiscard]] static std::optional<KeyFile> read(const QString &path);
 
-    [[nodiscard]] bool hasGroup(const char *group = kDesktopEntry) const;
     [[nodiscard]] bool has(const char *key, const char *group = kDesktopEntry) const;
 
     [[nodiscard]] QString string(const char *key, const char *group = kDesktopEntry) const;
@@ -39,6 +38,8 @@ public:
     [[nodiscard]] int number(const char *key, const char *group) const;
     /// None where there is no such key.
     [[nodiscard]] std::optional<QStringList> list(const char *key) const;
+    /// Has it the main group of a desktop entry?
+    [[nodiscard]] bool isDesktopEntry() const;
     /// Is it the entry of an application, and not of a link or a folder?
     [[nodiscard]] bool isApplication() const;
 

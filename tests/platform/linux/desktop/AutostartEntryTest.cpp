@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/AutostartEntry.h"
+#include "platform/linux/desktop/AutostartLoginItem.h"
 
 #include <sys/wait.h>
 
@@ -33,22 +33,22 @@ protected:
         return path;
     }
 
-    [[nodiscard]] AutostartEntry::Context contextOf(const QString &executable) const {
+    [[nodiscard]] autostart::Context contextOf(const QString &executable) const {
         return {executable, desktops_};
     }
 
     [[nodiscard]] bool starts(const QByteArray &lines) const {
-        const auto entry = AutostartEntry::parse("[Desktop Entry]\n" + lines);
-        return entry && entry->startsProgram(contextOf(program_));
+        const auto entry = autostart::parse("[Desktop Entry]\n" + lines);
+        return entry && autostart::startsProgram(*entry, contextOf(program_));
     }
 
     /// The entry's lines once it was made to start the program.
     [[nodiscard]] QByteArray enabled(const QByteArray &text) const {
-        std::optional<AutostartEntry> entry = AutostartEntry::parse(text);
+        std::optional<KeyFile> entry = autostart::parse(text);
         if (!entry)
             return "(not an entry)";
-        entry->makeStartProgram(contextOf(program_));
-        EXPECT_TRUE(entry->startsProgram(contextOf(program_)));
+        autostart::makeStartProgram(*entry, contextOf(program_));
+        EXPECT_TRUE(autostart::startsProgram(*entry, contextOf(program_)));
         return entry->text();
     }
 
@@ -79,12 +79,12 @@ protected:
 };
 
 TEST_F(AutostartEntryTest, AFreshEntryStartsNothing) {
-    EXPECT_FALSE(AutostartEntry().startsProgram(contextOf(program_)));
+    EXPECT_FALSE(autostart::startsProgram(KeyFile(), contextOf(program_)));
 }
 
 TEST_F(AutostartEntryTest, AFreshEntryThatWasMadeToStart) {
-    AutostartEntry entry;
-    entry.makeStartProgram(contextOf(program_));
+    KeyFile entry;
+    autostart::makeStartProgram(entry, contextOf(program_));
     EXPECT_EQ(entry.text(),
               "[Desktop Entry]\nType=Application\nName=KestrelBay\n"
               "Icon=org.kestrelbay.KestrelBay\n" +
@@ -92,15 +92,15 @@ TEST_F(AutostartEntryTest, AFreshEntryThatWasMadeToStart) {
 }
 
 TEST_F(AutostartEntryTest, AFreshEntryThatHides) {
-    AutostartEntry entry;
-    entry.hide();
+    KeyFile entry;
+    autostart::hide(entry);
     EXPECT_EQ(entry.text(), "[Desktop Entry]\nType=Application\nName=KestrelBay\nHidden=true\n");
 }
 
 TEST_F(AutostartEntryTest, WhatIsNoEntryIsNotRead) {
     for (const char *text : {"", "\n", "x", "[Desktop", "[Other]\nType=Application\n", "\xff\xfe",
                              "Type=Application\n[Desktop Entry]\n"})
-        EXPECT_FALSE(AutostartEntry::parse(text)) << text;
+        EXPECT_FALSE(autostart::parse(text)) << text;
 }
 
 TEST_F(AutostartEntryTest, AWholeEntryStartsTheProgram) {
@@ -190,22 +190,22 @@ TEST_F(AutostartEntryTest, MakingItStartKeepsAScriptOfTheUsers) {
 }
 
 TEST_F(AutostartEntryTest, HidingKeepsEverythingElse) {
-    auto entry = AutostartEntry::parse("# mine\n\n[Desktop Entry]\n" + valid_ + "X-Other=1\n");
+    auto entry = autostart::parse("# mine\n\n[Desktop Entry]\n" + valid_ + "X-Other=1\n");
     ASSERT_TRUE(entry);
-    entry->hide();
+    autostart::hide(*entry);
     EXPECT_EQ(entry->text(), "# mine\n\n[Desktop Entry]\n" + valid_ + "X-Other=1\nHidden=true\n");
-    EXPECT_FALSE(entry->startsProgram(contextOf(program_)));
-    entry->makeStartProgram(contextOf(program_));
-    EXPECT_TRUE(entry->startsProgram(contextOf(program_)));
+    EXPECT_FALSE(autostart::startsProgram(*entry, contextOf(program_)));
+    autostart::makeStartProgram(*entry, contextOf(program_));
+    EXPECT_TRUE(autostart::startsProgram(*entry, contextOf(program_)));
 }
 
 TEST_F(AutostartEntryTest, ExecLines) {
-    EXPECT_EQ(autostartExec(u"/usr/bin/kestrelbay"_s), u"/usr/bin/kestrelbay"_s);
-    EXPECT_EQ(autostartExec(u"/opt/Kestrel Bay-1.0_x86~64.AppImage"_s),
+    EXPECT_EQ(autostart::execLine(u"/usr/bin/kestrelbay"_s), u"/usr/bin/kestrelbay"_s);
+    EXPECT_EQ(autostart::execLine(u"/opt/Kestrel Bay-1.0_x86~64.AppImage"_s),
               u"\"/opt/Kestrel Bay-1.0_x86~64.AppImage\""_s);
-    EXPECT_EQ(autostartExec(u"/a\"b`c$d\\e"_s), u"\"/a\\\"b\\`c\\$d\\\\e\""_s);
-    EXPECT_EQ(autostartExec(u"/100%"_s), u"nice -n 0 \"/100%%\""_s);
-    EXPECT_EQ(autostartExec(u"/a=b"_s), u"nice -n 0 \"/a=b\""_s);
+    EXPECT_EQ(autostart::execLine(u"/a\"b`c$d\\e"_s), u"\"/a\\\"b\\`c\\$d\\\\e\""_s);
+    EXPECT_EQ(autostart::execLine(u"/100%"_s), u"nice -n 0 \"/100%%\""_s);
+    EXPECT_EQ(autostart::execLine(u"/a=b"_s), u"nice -n 0 \"/a=b\""_s);
 }
 
 TEST_F(AutostartEntryTest, DesktopsStartProgramsOfAnyName) {
@@ -215,12 +215,12 @@ TEST_F(AutostartEntryTest, DesktopsStartProgramsOfAnyName) {
           u"a\\\\nb"_s, u"100%"_s, u"%f %U %%u"_s, u"a=b"_s, u"a=100%"_s,
           u"a;b&c|d<e>f*g?h#i(j)~"_s, u"line\nbreak\ttab"_s, u"键é🐦"_s, u"$HOME"_s, u"-dash"_s}) {
         const QString program = makeProgram(u"dir "_s + name + u'/' + name);
-        AutostartEntry entry;
-        entry.makeStartProgram(contextOf(program));
-        EXPECT_TRUE(entry.startsProgram(contextOf(program))) << name.toStdString();
-        const auto again = AutostartEntry::parse(entry.text());
+        KeyFile entry;
+        autostart::makeStartProgram(entry, contextOf(program));
+        EXPECT_TRUE(autostart::startsProgram(entry, contextOf(program))) << name.toStdString();
+        const auto again = autostart::parse(entry.text());
         ASSERT_TRUE(again);
-        EXPECT_TRUE(again->startsProgram(contextOf(program))) << name.toStdString();
+        EXPECT_TRUE(autostart::startsProgram(*again, contextOf(program))) << name.toStdString();
 
         QFile file(entryPath);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -229,7 +229,7 @@ TEST_F(AutostartEntryTest, DesktopsStartProgramsOfAnyName) {
         EXPECT_EQ(startedBy(entryPath), QFile::encodeName(program) + '|') << entry.text().data();
 
         ASSERT_TRUE(QFile::remove(program));
-        EXPECT_FALSE(again->startsProgram(contextOf(program))) << name.toStdString();
+        EXPECT_FALSE(autostart::startsProgram(*again, contextOf(program))) << name.toStdString();
     }
 }
 
