@@ -81,25 +81,22 @@ void IconThemeFiles::addTheme(const QString &name) {
     const std::optional<KeyFile> index = readIndex(roots_, name);
     if (!index)
         return;
-    Theme theme;
+    const auto first = static_cast<std::ptrdiff_t>(folders_.size());
     for (const char *key : {"Directories", "ScaledDirectories"})
         for (const QString &folder : names(*index, key)) {
             const int distance = distanceOf(*index, folder.toUtf8().constData(), pixels_);
             for (const QString &root : roots_)
-                theme.push_back({.path = root + u'/' + name + u'/' + folder + u'/',
-                                 .distance = distance,
-                                 .files = {}});
+                folders_.push_back({.path = root + u'/' + name + u'/' + folder + u'/',
+                                    .distance = distance,
+                                    .files = {}});
         }
-    std::stable_sort(theme.begin(), theme.end(), [](const Folder &one, const Folder &other) {
-        return one.distance < other.distance;
-    });
-    themes_.push_back(std::move(theme));
+    std::ranges::stable_sort(folders_.begin() + first, folders_.end(), {}, &Folder::distance);
     for (const QString &parent : names(*index, "Inherits"))
         addTheme(parent);
 }
 
-QString IconThemeFiles::findIn(Theme &theme, const QString &name) {
-    for (Folder &folder : theme) {
+QString IconThemeFiles::find(const QString &name) {
+    for (Folder &folder : folders_) {
         if (!folder.files) {
             const QStringList files = QDir(folder.path).entryList(QDir::Files, QDir::Unsorted);
             folder.files.emplace(files.cbegin(), files.cend());
@@ -107,15 +104,6 @@ QString IconThemeFiles::findIn(Theme &theme, const QString &name) {
         for (const char *suffix : {".png", ".svg", ".xpm"})
             if (const QString file = name + QLatin1String(suffix); folder.files->contains(file))
                 return folder.path + file;
-    }
-    return {};
-}
-
-QString IconThemeFiles::find(const QString &name) {
-    for (Theme &theme : themes_) {
-        QString file = findIn(theme, name);
-        if (!file.isEmpty())
-            return file;
     }
     return {};
 }

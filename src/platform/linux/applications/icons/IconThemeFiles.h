@@ -29,15 +29,14 @@ private:
         int distance = 0;
         std::optional<QSet<QString>> files;
     };
-    using Theme = std::vector<Folder>;
 
     void addTheme(const QString &name);
-    [[nodiscard]] static QString findIn(Theme &theme, const QString &name);
 
     const QStringList roots_;
     const int pixels_;
     QStringList known_;
-    std::vector<Theme> themes_;
+    /// Theme by theme, in each those that come nearest to the size first.
+    std::vector<Folder> folders_;
 };
 
 }  // namespace kestrelbay
