@@ -1,9 +1,8 @@
 #include "platform/linux/applications/matching/ApplicationMatch.h"
 
 #include <algorithm>
-#include <functional>
 #include <initializer_list>
-#include <iterator>
+#include <utility>
 
 #include <QDir>
 
@@ -38,6 +37,15 @@ private:
         return result;
     }
 
+    using Try = std::pair<ApplicationIndex::Found, MatchReason>;
+    /// What the first look-up gives that finds anything.
+    static Matches first(std::initializer_list<Try> tries) {
+        for (const auto &[found, reason] : tries)
+            if (!found.empty())
+                return matches(found, reason);
+        return {};
+    }
+
     /// The entry with this file, and the others of its id: two copies of one
     /// application can't be told apart by what it runs.
     [[nodiscard]] Matches byFile(const QString &path, MatchReason reason) const {
@@ -65,11 +73,10 @@ private:
 
     [[nodiscard]] Matches bySandbox() const {
         const ProcessFacts &process = facts_.process;
-        for (const auto &[found, reason] :
-             {std::pair{index_.withFlatpakId(process.flatpakId), MatchReason::Flatpak},
-              std::pair{index_.withId(process.flatpakId), MatchReason::Flatpak}})
-            if (!found.empty())
-                return matches(found, reason);
+        Matches flatpak = first({{index_.withFlatpakId(process.flatpakId), MatchReason::Flatpak},
+                                 {index_.withId(process.flatpakId), MatchReason::Flatpak}});
+        if (!flatpak.empty())
+            return flatpak;
         const ApplicationIndex::Found snap = index_.withSnapName(process.snapName);
         if (snap.empty())
             return {};
@@ -116,44 +123,31 @@ private:
     }
 
     [[nodiscard]] Matches byStartupClass() const {
-        Matches found = matches(index_.withStartupWmClass(facts_.instance),
-                                MatchReason::StartupWmClassInstance);
-        return found.empty() ? matches(index_.withStartupWmClass(facts_.className),
-                                       MatchReason::StartupWmClassClass)
-                             : found;
+        return first(
+            {{index_.withStartupWmClass(facts_.instance), MatchReason::StartupWmClassInstance},
+             {index_.withStartupWmClass(facts_.className), MatchReason::StartupWmClassClass}});
     }
 
     [[nodiscard]] Matches byClassAsId() const {
-        const auto tryBoth = [this](const auto &lookUp, MatchReason reason) {
-            for (const QString &name : {facts_.instance, facts_.className}) {
-                QString dashed = name;
-                dashed.replace(u' ', u'-');
-                for (const QString &spelling : {name, dashed}) {
-                    const ApplicationIndex::Found found = lookUp(spelling);
-                    if (!found.empty())
-                        return matches(found, reason);
-                }
-            }
-            return Matches();
-        };
-        Matches found = tryBoth([this](const QString &name) { return index_.withId(name); },
-                                MatchReason::ClassIsId);
-        return found.empty()
-                   ? tryBoth([this](const QString &name) { return index_.withLastPartOfId(name); },
-                             MatchReason::ClassIsLastPartOfId)
-                   : found;
+        QStringList spellings;
+        for (const QString &name : {facts_.instance, facts_.className})
+            spellings << name << QString(name).replace(u' ', u'-');
+        for (const QString &name : std::as_const(spellings))
+            if (const auto found = index_.withId(name); !found.empty())
+                return matches(found, MatchReason::ClassIsId);
+        for (const QString &name : std::as_const(spellings))
+            if (const auto found = index_.withLastPartOfId(name); !found.empty())
+                return matches(found, MatchReason::ClassIsLastPartOfId);
+        return {};
     }
 
     [[nodiscard]] Matches byExecutable() const {
-        Matches found = matches(index_.withExecutablePath(facts_.process.executablePath),
-                                MatchReason::ExecutablePath);
-        if (!found.empty())
-            return found;
-        for (const QString &name : facts_.process.executableNames) {
-            found = matches(index_.withExecutableName(name), MatchReason::ExecutableName);
-            if (!found.empty())
-                return found;
-        }
+        const ProcessFacts &process = facts_.process;
+        if (const auto found = index_.withExecutablePath(process.executablePath); !found.empty())
+            return matches(found, MatchReason::ExecutablePath);
+        for (const QString &name : process.executableNames)
+            if (const auto found = index_.withExecutableName(name); !found.empty())
+                return matches(found, MatchReason::ExecutableName);
         return {};
     }
 
@@ -162,36 +156,6 @@ private:
 };
 
 }  // namespace
-
-QLatin1String description(MatchReason reason) {
-    switch (reason) {
-        case MatchReason::GtkApplicationId:
-            return QLatin1String("its GTK application id");
-        case MatchReason::KdeDesktopFile:
-            return QLatin1String("the desktop file it declares");
-        case MatchReason::Flatpak:
-            return QLatin1String("its Flatpak sandbox");
-        case MatchReason::Snap:
-            return QLatin1String("its snap");
-        case MatchReason::Scope:
-            return QLatin1String("the systemd unit of its process");
-        case MatchReason::LaunchedEntry:
-            return QLatin1String("the desktop file its process was launched with");
-        case MatchReason::StartupWmClassInstance:
-            return QLatin1String("its instance name, as StartupWMClass");
-        case MatchReason::StartupWmClassClass:
-            return QLatin1String("its class name, as StartupWMClass");
-        case MatchReason::ClassIsId:
-            return QLatin1String("its class, as desktop file id");
-        case MatchReason::ClassIsLastPartOfId:
-            return QLatin1String("its class, as last part of the desktop file id");
-        case MatchReason::ExecutablePath:
-            return QLatin1String("the file its process runs");
-        case MatchReason::ExecutableName:
-            return QLatin1String("the name of its process");
-    }
-    return QLatin1String("nothing");
-}
 
 std::vector<ApplicationMatch> matchWindow(const WindowFacts &facts, const ApplicationIndex &index) {
     return Matcher(facts, index).best();

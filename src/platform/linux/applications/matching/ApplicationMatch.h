@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <vector>
 
-#include <QLatin1String>
 #include <QString>
 
 #include "platform/linux/applications/entries/ApplicationIndex.h"
@@ -61,9 +60,6 @@ enum class MatchReason : std::uint8_t {
     ExecutablePath,
     ExecutableName,
 };
-
-/// As one phrase for a log or a report.
-[[nodiscard]] QLatin1String description(MatchReason reason);
 
 struct ApplicationMatch {
     /// Index into the entries of the index.

@@ -1,12 +1,14 @@
 #include "platform/linux/applications/matching/ProcessFacts.h"
 
 #include <algorithm>
+#include <optional>
 
 #include <QFile>
 #include <QFileInfo>
 #include <QList>
 
 #include "platform/linux/applications/entries/DesktopEntry.h"
+#include "platform/linux/glib/KeyFile.h"
 
 namespace kestrelbay {
 
@@ -97,15 +99,8 @@ QString snapNameOfCgroup(const QByteArray &cgroup) {
 }
 
 QString flatpakIdOfInfo(const QByteArray &info) {
-    bool inApplication = false;
-    for (const QByteArray &line : info.split('\n')) {
-        const QByteArray text = line.trimmed();
-        if (text.startsWith('['))
-            inApplication = text == "[Application]";
-        else if (inApplication && text.startsWith("name="))
-            return QString::fromUtf8(text.mid(5));
-    }
-    return {};
+    const std::optional<KeyFile> file = KeyFile::parse(info);
+    return file ? file->string("name", "Application") : QString();
 }
 
 QString launchedEntryOfEnvironment(const QByteArray &environment, std::int64_t pid) {

@@ -1,9 +1,42 @@
 #include <gtest/gtest.h>
 
+#include <QLatin1String>
+
 #include "platform/linux/applications/matching/ApplicationMatch.h"
 
 namespace kestrelbay {
 namespace {
+
+/// As one phrase.
+QLatin1String description(MatchReason reason) {
+    switch (reason) {
+        case MatchReason::GtkApplicationId:
+            return QLatin1String("its GTK application id");
+        case MatchReason::KdeDesktopFile:
+            return QLatin1String("the desktop file it declares");
+        case MatchReason::Flatpak:
+            return QLatin1String("its Flatpak sandbox");
+        case MatchReason::Snap:
+            return QLatin1String("its snap");
+        case MatchReason::Scope:
+            return QLatin1String("the systemd unit of its process");
+        case MatchReason::LaunchedEntry:
+            return QLatin1String("the desktop file its process was launched with");
+        case MatchReason::StartupWmClassInstance:
+            return QLatin1String("its instance name, as StartupWMClass");
+        case MatchReason::StartupWmClassClass:
+            return QLatin1String("its class name, as StartupWMClass");
+        case MatchReason::ClassIsId:
+            return QLatin1String("its class, as desktop file id");
+        case MatchReason::ClassIsLastPartOfId:
+            return QLatin1String("its class, as last part of the desktop file id");
+        case MatchReason::ExecutablePath:
+            return QLatin1String("the file its process runs");
+        case MatchReason::ExecutableName:
+            return QLatin1String("the name of its process");
+    }
+    return QLatin1String("nothing");
+}
 
 DesktopEntry entryOf(const char *id) {
     DesktopEntry entry;
