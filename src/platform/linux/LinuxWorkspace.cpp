@@ -119,8 +119,8 @@ QString defaultEntryPath(const QUrl &url) {
 
 LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log)
     : mirror_(std::make_shared<WindowMirror>(
-          displayName, [this](std::int64_t pid) { return processes_.entryOf(pid); })),
-      launcher_(displayName, processes_, bus_, [this] { return mirror_->serverTime(); }),
+          displayName, [this](std::int64_t pid) { return launcher_.processes().entryOf(pid); })),
+      launcher_(displayName, [this] { return mirror_->serverTime(); }),
       index_([this] { lookAhead(); }) {
     index_.loop().post([this] { launcher_.connect(); });
     const XConnection &connection = mirror_->windowSystem().connection();
@@ -187,9 +187,7 @@ bool LinuxWorkspace::openFiles(const QList<QUrl> &files, const QUrl &application
 
 bool LinuxWorkspace::showFolder(const QString &path) {
     const QUrl folder = QUrl::fromLocalFile(path);
-    if (bus_.showFolder(encoded(folder), launcher_.newStartupId()) == BusAnswer::Done)
-        return true;
-    return openWithDefault(folder);
+    return launcher_.showFolder(encoded(folder)) || openWithDefault(folder);
 }
 
 QString LinuxWorkspace::fileManagerIdentifier() const {

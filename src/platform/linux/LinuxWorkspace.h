@@ -7,7 +7,6 @@
 #include "platform/Workspace.h"
 #include "platform/linux/applications/entries/ApplicationIndexKeeper.h"
 #include "platform/linux/applications/launching/EntryLauncher.h"
-#include "platform/linux/applications/launching/LaunchBus.h"
 #include "platform/linux/x11/windows/WindowEventPump.h"
 #include "platform/linux/x11/windows/WindowMirror.h"
 
@@ -28,8 +27,6 @@ public:
     /// object works as if there were no windows.
     LinuxWorkspace(const QString &displayName, SystemLog &log);
     ~LinuxWorkspace() override;
-    LinuxWorkspace(const LinuxWorkspace &) = delete;
-    LinuxWorkspace &operator=(const LinuxWorkspace &) = delete;
 
     [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications() override;
     bool open(const QUrl &url) override;
@@ -44,8 +41,6 @@ private:
     bool openWithDefault(const QUrl &url);
     void lookAhead();
 
-    LaunchedProcesses processes_;
-    LaunchBus bus_;
     std::shared_ptr<WindowMirror> mirror_;
     EntryLauncher launcher_;
     std::unique_ptr<WindowEventPump> pump_;

@@ -30,7 +30,9 @@ constexpr auto kOwnVariables = std::to_array<const char *>(
      "NOTIFY_SOCKET", "LISTEN_FDS", "LISTEN_PID", "LISTEN_FDNAMES", "WATCHDOG_PID", "WATCHDOG_USEC",
      "MANAGERPID", "SYSTEMD_EXEC_PID"});
 
-QString baseId(const QString &id) {
+/// The id of the application, which is that of its entry without ".desktop".
+QString applicationId(const QString &entryPath) {
+    const QString id = desktopFileId(entryPath, applicationFolders());
     const QLatin1String suffix(".desktop");
     return id.endsWith(suffix) ? id.chopped(suffix.size()) : id;
 }
@@ -98,13 +100,6 @@ QString LaunchedProcesses::entryOf(std::int64_t pid) const {
                : QString();
 }
 
-EntryLauncher::EntryLauncher(QString displayName, LaunchedProcesses &processes, LaunchBus &bus,
-                             ServerTime serverTime)
-    : displayName_(std::move(displayName)),
-      processes_(processes),
-      bus_(bus),
-      serverTime_(std::move(serverTime)) {}
-
 QString EntryLauncher::newStartupId() const {
     static std::atomic<unsigned> count{0};
     return QStringLiteral("kestrelbay-%1-%2-%3_TIME%4")
@@ -119,20 +114,19 @@ QString EntryLauncher::open(const QString &entryPath, const QStringList &uris) {
     std::optional<KeyFile> entry = loadEntry(path);
     if (!entry)
         return unreadable(path);
-    const QString id = desktopFileId(path, applicationFolders());
     const QString startupId = newStartupId();
 
     GObjectPtr<GAppInfo> application;
     if (entry->boolean(G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE)) {
         // A slow service has been told; starting a second one would be worse.
-        if (bus_.activate(baseId(id), uris, startupId) != BusAnswer::Failed)
+        if (bus_.activate(applicationId(path), uris, startupId) != BusAnswer::Failed)
             return {};
         application = rewrittenApplication(*entry, path, FileCodes::Keep, {});
     } else if (GDesktopAppInfo *info =
                    g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData())) {
         application.reset(G_APP_INFO(info));
     }
-    return application ? spawn(application.get(), path, id, uris, startupId) : notInstalled(path);
+    return application ? spawn(application.get(), path, uris, startupId) : notInstalled(path);
 }
 
 QString EntryLauncher::startNew(const QString &entryPath, const QStringList &arguments) {
@@ -142,24 +136,25 @@ QString EntryLauncher::startNew(const QString &entryPath, const QStringList &arg
         return unreadable(path);
     const GObjectPtr<GAppInfo> application =
         rewrittenApplication(*entry, path, FileCodes::Drop, arguments);
-    return application ? spawn(application.get(), path, desktopFileId(path, applicationFolders()),
-                               {}, newStartupId())
-                       : notInstalled(path);
+    return application ? spawn(application.get(), path, {}, newStartupId()) : notInstalled(path);
+}
+
+bool EntryLauncher::showFolder(const QString &uri) {
+    return bus_.showFolder(uri, newStartupId()) == BusAnswer::Done;
 }
 
 struct EntryLauncher::Child {
     EntryLauncher *launcher;
     const QString &entryPath;
-    const QString &id;
 
     static void started(GDesktopAppInfo *, GPid pid, gpointer data) {
         const auto *child = static_cast<const Child *>(data);
         child->launcher->processes_.add(pid, child->entryPath);
-        child->launcher->bus_.moveToScope(baseId(child->id), pid);
+        child->launcher->bus_.moveToScope(applicationId(child->entryPath), pid);
     }
 };
 
-QString EntryLauncher::spawn(GAppInfo *application, const QString &entryPath, const QString &id,
+QString EntryLauncher::spawn(GAppInfo *application, const QString &entryPath,
                              const QStringList &uris, const QString &startupId) {
     connect();
     const GObjectPtr<GAppLaunchContext> context(g_app_launch_context_new());
@@ -180,7 +175,7 @@ QString EntryLauncher::spawn(GAppInfo *application, const QString &entryPath, co
     for (auto text = texts.rbegin(); text != texts.rend(); ++text)
         list = g_list_prepend(list, text->data());
 
-    Child child{this, entryPath, id};
+    Child child{this, entryPath};
     GErrorSlot error;
     const auto flags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL |
                                                 G_SPAWN_STDERR_TO_DEV_NULL);

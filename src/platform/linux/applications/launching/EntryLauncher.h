@@ -4,6 +4,7 @@
 #include <functional>
 #include <mutex>
 #include <unordered_map>
+#include <utility>
 
 #include <QString>
 #include <QStringList>
@@ -42,8 +43,8 @@ public:
     using ServerTime = std::function<std::uint32_t()>;
 
     /// An empty display name means the one of the environment.
-    EntryLauncher(QString displayName, LaunchedProcesses &processes, LaunchBus &bus,
-                  ServerTime serverTime);
+    EntryLauncher(QString displayName, ServerTime serverTime)
+        : displayName_(std::move(displayName)), serverTime_(std::move(serverTime)) {}
 
     /// Has GIO connect to the session bus, so that the first launch need not wait for it.
     void connect() { gioBus_.keep(); }
@@ -55,20 +56,25 @@ public:
     /// Starts a new process with these arguments behind those of its Exec line.
     QString startNew(const QString &entryPath, const QStringList &arguments);
 
-    /// With a fresh server time in it, so that what it starts may take the focus.
-    [[nodiscard]] QString newStartupId() const;
+    /// Has the file manager on the session bus show the folder of this URI. False when
+    /// there is none.
+    bool showFolder(const QString &uri);
+
+    [[nodiscard]] const LaunchedProcesses &processes() const { return processes_; }
 
 private:
     struct Child;
 
-    QString spawn(GAppInfo *application, const QString &entryPath, const QString &id,
-                  const QStringList &uris, const QString &startupId);
+    /// With a fresh server time in it, so that what it starts may take the focus.
+    [[nodiscard]] QString newStartupId() const;
+    QString spawn(GAppInfo *application, const QString &entryPath, const QStringList &uris,
+                  const QString &startupId);
 
     const QString displayName_;
-    LaunchedProcesses &processes_;
-    LaunchBus &bus_;
-    GioBus gioBus_;
     const ServerTime serverTime_;
+    LaunchedProcesses processes_;
+    LaunchBus bus_;
+    GioBus gioBus_;
 };
 
 }  // namespace kestrelbay

@@ -76,12 +76,11 @@ BusAnswer LaunchBus::activate(const QString &applicationId, const QStringList &u
     // The same thing under its X11 and its Wayland name; programs look for either.
     const QVariantMap platformData{{QStringLiteral("desktop-startup-id"), startupId},
                                    {QStringLiteral("activation-token"), startupId}};
-    const QString interface = QStringLiteral("org.freedesktop.Application");
-    if (uris.isEmpty())
-        return call(
-            methodCall(applicationId, path, interface, QStringLiteral("Activate"), {platformData}));
-    return call(
-        methodCall(applicationId, path, interface, QStringLiteral("Open"), {uris, platformData}));
+    const QVariantList arguments =
+        uris.isEmpty() ? QVariantList{platformData} : QVariantList{uris, platformData};
+    return call(methodCall(applicationId, path, QStringLiteral("org.freedesktop.Application"),
+                           uris.isEmpty() ? QStringLiteral("Activate") : QStringLiteral("Open"),
+                           arguments));
 }
 
 BusAnswer LaunchBus::showFolder(const QString &uri, const QString &startupId) {
