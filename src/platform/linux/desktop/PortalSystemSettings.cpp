@@ -1,11 +1,16 @@
 #include "platform/linux/desktop/PortalSystemSettings.h"
 
 #include <chrono>
+#include <future>
 #include <utility>
 
 #include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>
+
+#include "platform/linux/glib/BackgroundLoop.h"
+#include "platform/linux/glib/GObjectPtr.h"
+#include "platform/linux/glib/GioBus.h"
 
 using namespace Qt::StringLiterals;
 
@@ -52,7 +57,96 @@ bool isTimeout(const QDBusMessage &message) {
     return QDBusError(message).type() == QDBusError::NoReply;
 }
 
+constexpr const char *kDesktopSchema = "org.gnome.desktop.interface";
+constexpr const char *kDesktopKey = "color-scheme";
+
+using GSettingsSchemaPtr = std::unique_ptr<GSettingsSchema, ReleaseWith<g_settings_schema_unref>>;
+
+GObjectPtr<GSettings> interfaceSettings() {
+    GSettingsSchemaSource *const source = g_settings_schema_source_get_default();
+    if (source == nullptr)
+        return nullptr;
+    // Asked for, since GSettings ends the program over a schema or key that is missing.
+    const GSettingsSchemaPtr schema(g_settings_schema_source_lookup(source, kDesktopSchema, TRUE));
+    if (!schema || !g_settings_schema_has_key(schema.get(), kDesktopKey))
+        return nullptr;
+    return GObjectPtr<GSettings>(g_settings_new_full(schema.get(), nullptr, nullptr));
+}
+
 }  // namespace
+
+/// The colour scheme among the settings of GNOME and its relatives. GSettings tells of
+/// changes to a thread that runs GLib's loop, which is one of its own. To be made and
+/// destroyed on the main thread.
+class PortalSystemSettings::Desktop {
+public:
+    /// None where the desktop has no such setting.
+    using Handler = std::function<void(std::optional<ColorScheme>)>;
+
+    /// The handler is called from the main event loop, first with what is set, then at each
+    /// change.
+    explicit Desktop(Handler handler) : handler_(std::move(handler)) {
+        loop_.post([this] { start(); });
+    }
+
+    ~Desktop() {
+        loop_.post([this] {
+            if (settings_)
+                g_signal_handlers_disconnect_by_data(settings_.get(), this);
+            settings_.reset();
+        });
+    }
+
+    /// What is set at first, if that becomes known within this time. To be asked once.
+    [[nodiscard]] std::optional<ColorScheme> waitForFirst(std::chrono::milliseconds longest) {
+        const bool isKnown = first_.wait_for(longest) == std::future_status::ready;
+        return isKnown ? first_.get() : std::nullopt;
+    }
+
+private:
+    void start() {
+        settings_ = interfaceSettings();
+        if (settings_)
+            g_signal_connect(settings_.get(), "changed::color-scheme",
+                             G_CALLBACK(&Desktop::onChanged), this);
+        const std::optional<ColorScheme> scheme = read();
+        firstPromise_.set_value(scheme);
+        tell(scheme);
+        // GSettings hears of changes over it.
+        bus_.keep();
+    }
+
+    void tell(std::optional<ColorScheme> scheme) {
+        QMetaObject::invokeMethod(
+            &receiver_, [handler = handler_, scheme] { handler(scheme); }, Qt::QueuedConnection);
+    }
+
+    [[nodiscard]] std::optional<ColorScheme> read() const {
+        if (!settings_)
+            return std::nullopt;
+        const GVariantPtr value(g_settings_get_value(settings_.get(), kDesktopKey));
+        const bool isText = g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING);
+        return isText && qstrcmp(g_variant_get_string(value.get(), nullptr), "prefer-dark") == 0
+                   ? ColorScheme::Dark
+                   : ColorScheme::Light;
+    }
+
+    static void onChanged(GSettings *, const char *, gpointer self) {
+        auto *scheme = static_cast<Desktop *>(self);
+        scheme->tell(scheme->read());
+    }
+
+    const Handler handler_;
+    /// What the loop tells is dropped with it.
+    QObject receiver_;
+    std::promise<std::optional<ColorScheme>> firstPromise_;
+    std::future<std::optional<ColorScheme>> first_ = firstPromise_.get_future();
+    GioBus bus_;
+    /// Belongs to the thread of the loop.
+    GObjectPtr<GSettings> settings_;
+    // Last, so that its thread has ended before anything that the thread uses.
+    BackgroundLoop loop_;
+};
 
 PortalSystemSettings::PortalSystemSettings(QDBusConnection bus)
     : bus_(std::move(bus)), portalWatch_(kPortal, bus_, QDBusServiceWatcher::WatchForOwnerChange) {
@@ -81,6 +175,8 @@ PortalSystemSettings::PortalSystemSettings(QDBusConnection bus)
         update();
     }
 }
+
+PortalSystemSettings::~PortalSystemSettings() = default;
 
 void PortalSystemSettings::setColorSchemeHandler(std::function<void()> handler) {
     handler_ = std::move(handler);
@@ -147,7 +243,7 @@ void PortalSystemSettings::portalVanished() {
 void PortalSystemSettings::askDesktop() {
     if (desktop_)
         return;
-    desktop_ = std::make_unique<DesktopColorScheme>([this](std::optional<ColorScheme> scheme) {
+    desktop_ = std::make_unique<Desktop>([this](std::optional<ColorScheme> scheme) {
         fromDesktop_ = scheme;
         update();
     });

@@ -12,7 +12,6 @@
 #include <QObject>
 
 #include "platform/SystemSettings.h"
-#include "platform/linux/desktop/DesktopColorScheme.h"
 
 namespace kestrelbay {
 
@@ -29,6 +28,7 @@ public:
     /// first window normally comes up in the right colours, and nothing hangs with a
     /// portal that hangs.
     explicit PortalSystemSettings(QDBusConnection bus);
+    ~PortalSystemSettings() override;
 
     [[nodiscard]] std::optional<ColorScheme> colorScheme() const override { return scheme_; }
     void setColorSchemeHandler(std::function<void()> handler) override;
@@ -46,6 +46,8 @@ private Q_SLOTS:
     void takeChange(const QString &space, const QString &key, const QDBusVariant &value);
 
 private:
+    class Desktop;
+
     void waitForPortal(const QDeadlineTimer &patience);
     void askPortal(const QString &method);
     void takeAnswer(const QDBusMessage &answer);
@@ -55,7 +57,7 @@ private:
 
     QDBusConnection bus_;
     QDBusServiceWatcher portalWatch_;
-    std::unique_ptr<DesktopColorScheme> desktop_;
+    std::unique_ptr<Desktop> desktop_;
     std::function<void()> handler_;
 
     std::optional<ColorScheme> fromPortal_;

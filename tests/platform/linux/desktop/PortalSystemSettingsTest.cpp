@@ -15,6 +15,7 @@
 
 #include "platform/SystemSettingsContract.h"
 #include "platform/linux/bus/SessionBus.h"
+#include "platform/linux/glib/GObjectPtr.h"
 #include "support/FakeSettingsPortal.h"
 #include "support/Poll.h"
 #include "support/PrivateSessionBus.h"
