@@ -4,15 +4,6 @@
 
 namespace kestrelbay {
 
-namespace {
-
-QString newName() {
-    static std::atomic<int> count = 0;
-    return QStringLiteral("kestrelbay-%1").arg(++count);
-}
-
-}  // namespace
-
 SessionBus::~SessionBus() {
     if (!name_.isEmpty())
         QDBusConnection::disconnectFromBus(name_);
@@ -30,7 +21,8 @@ QDBusConnection SessionBus::connection() {
             return own;
         QDBusConnection::disconnectFromBus(name_);
     }
-    name_ = newName();
+    static std::atomic<int> count = 0;
+    name_ = QStringLiteral("kestrelbay-%1").arg(++count);
     // libdbus looks for the address once as well.
     const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     return address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name_)

@@ -11,10 +11,7 @@ namespace kestrelbay {
 /// program or, once that is dead, one of our own. Any thread.
 class SessionBus {
 public:
-    SessionBus() = default;
     ~SessionBus();
-    SessionBus(const SessionBus &) = delete;
-    SessionBus &operator=(const SessionBus &) = delete;
 
     /// Opened anew whenever it is found dead; not connected when there is no bus. Valid as
     /// long as this is.

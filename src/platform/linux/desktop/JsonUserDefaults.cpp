@@ -16,10 +16,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::chrono::nanoseconds sinceEpoch(const timespec &time) {
-    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-}
-
 /// What tells a file, and each of its states, from every other. No file is a state, too.
 struct FileState {
     dev_t device = 0;
@@ -35,7 +31,9 @@ FileState stateOf(const QByteArray &path) {
     struct stat facts {};
     if (::stat(path.constData(), &facts) != 0)
         return {};
-    return {facts.st_dev, facts.st_ino, facts.st_size, sinceEpoch(facts.st_ctim)};
+    const timespec &changed = facts.st_ctim;
+    return {facts.st_dev, facts.st_ino, facts.st_size,
+            std::chrono::seconds(changed.tv_sec) + std::chrono::nanoseconds(changed.tv_nsec)};
 }
 
 /// Not an object when the text is not one.
@@ -82,10 +80,8 @@ private:
         const FileState now = stateOf(path_);
         if (isKnown_ && now == state_)
             return;
-        timespec time{};
-        ::clock_gettime(CLOCK_REALTIME, &time);
         state_ = now;
-        isKnown_ = now.changed + timeStep_ < sinceEpoch(time);
+        isKnown_ = now.changed + timeStep_ < std::chrono::system_clock::now().time_since_epoch();
         object_ = parse(file.read().bytes);
     }
 

@@ -23,8 +23,6 @@ public:
 
     explicit JsonUserDefaults(const QString &path, std::chrono::nanoseconds timeStep = kTimeStep);
     ~JsonUserDefaults() override;
-    JsonUserDefaults(const JsonUserDefaults &) = delete;
-    JsonUserDefaults &operator=(const JsonUserDefaults &) = delete;
 
     [[nodiscard]] std::optional<QString> string(const QString &key) const override;
     [[nodiscard]] std::optional<bool> boolean(const QString &key) const override;

@@ -8,15 +8,6 @@ namespace {
 
 using Work = std::function<void()>;
 
-gboolean runOnce(gpointer work) {
-    (*static_cast<Work *>(work))();
-    return G_SOURCE_REMOVE;
-}
-
-void dropWork(gpointer work) {
-    delete static_cast<Work *>(work);
-}
-
 }  // namespace
 
 BackgroundLoop::BackgroundLoop()
@@ -63,8 +54,14 @@ void BackgroundLoop::runNext() {
 
 void BackgroundLoop::postAfter(unsigned milliseconds, Work work) {
     const GSourcePtr source(g_timeout_source_new(milliseconds));
-    g_source_set_callback(source.get(), runOnce, std::make_unique<Work>(std::move(work)).release(),
-                          dropWork);
+    g_source_set_callback(
+        source.get(),
+        [](gpointer data) -> gboolean {
+            (*static_cast<Work *>(data))();
+            return G_SOURCE_REMOVE;
+        },
+        std::make_unique<Work>(std::move(work)).release(),
+        [](gpointer data) { delete static_cast<Work *>(data); });
     g_source_attach(source.get(), context_.get());
 }
 

@@ -18,8 +18,6 @@ public:
     BackgroundLoop();
     /// Does what was posted, and drops what was put off.
     ~BackgroundLoop();
-    BackgroundLoop(const BackgroundLoop &) = delete;
-    BackgroundLoop &operator=(const BackgroundLoop &) = delete;
 
     /// Runs the work on the thread of the loop, in the order of the calls. Any
     /// thread.

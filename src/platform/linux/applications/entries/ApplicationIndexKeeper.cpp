@@ -36,15 +36,17 @@ QString watchableFolder(QString folder) {
 
 }  // namespace
 
-/// A GLib object that tells of changes, and our ear at it.
+/// A GLib object with a signal "changed", after which the keeper builds again.
 struct ApplicationIndexKeeper::Watch {
-    Watch(GObject *object, const char *signal, GCallback callback, gpointer data)
-        : object_(object), handler_(g_signal_connect(object, signal, callback, data)) {}
+    Watch(gpointer object, ApplicationIndexKeeper *keeper)
+        : object_(G_OBJECT(object)),
+          handler_(g_signal_connect_swapped(object, "changed", G_CALLBACK(&Watch::tell), keeper)) {}
     ~Watch() { g_signal_handler_disconnect(object_.get(), handler_); }
-    Watch(const Watch &) = delete;
-    Watch &operator=(const Watch &) = delete;
 
 private:
+    /// What else the signal says is not asked for.
+    static void tell(ApplicationIndexKeeper *keeper) { keeper->scheduleBuild(); }
+
     GObjectPtr<GObject> object_;
     gulong handler_;
 };
@@ -128,24 +130,15 @@ void ApplicationIndexKeeper::build() {
 }
 
 void ApplicationIndexKeeper::watch(const QStringList &folders) {
-    if (!defaultsWatch_) {
-        const auto onDefaults = +[](GAppInfoMonitor *, gpointer keeper) {
-            static_cast<ApplicationIndexKeeper *>(keeper)->scheduleBuild();
-        };
-        defaultsWatch_ = std::make_unique<Watch>(G_OBJECT(g_app_info_monitor_get()), "changed",
-                                                 G_CALLBACK(onDefaults), this);
-    }
-    const auto onFile = +[](GFileMonitor *, GFile *, GFile *, GFileMonitorEvent, gpointer keeper) {
-        static_cast<ApplicationIndexKeeper *>(keeper)->scheduleBuild();
-    };
+    if (!defaultsWatch_)
+        defaultsWatch_ = std::make_unique<Watch>(g_app_info_monitor_get(), this);
     watches_.clear();
     for (const QString &folder : folders) {
         const GObjectPtr<GFile> file(g_file_new_for_path(QFile::encodeName(folder).constData()));
         GFileMonitor *monitor =
             g_file_monitor_directory(file.get(), G_FILE_MONITOR_NONE, nullptr, nullptr);
         if (monitor)
-            watches_.push_back(
-                std::make_unique<Watch>(G_OBJECT(monitor), "changed", G_CALLBACK(onFile), this));
+            watches_.push_back(std::make_unique<Watch>(monitor, this));
     }
 }
 

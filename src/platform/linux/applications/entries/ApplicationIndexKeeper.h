@@ -22,8 +22,6 @@ public:
     /// The callback runs on the background loop after every build.
     explicit ApplicationIndexKeeper(std::function<void()> rebuilt = {});
     ~ApplicationIndexKeeper();
-    ApplicationIndexKeeper(const ApplicationIndexKeeper &) = delete;
-    ApplicationIndexKeeper &operator=(const ApplicationIndexKeeper &) = delete;
 
     /// The newest index. Waits for the first one, and for the one that a call of
     /// setNamedPaths() before this call brings; never for a change on disk. Any
