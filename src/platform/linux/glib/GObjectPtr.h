@@ -23,6 +23,7 @@ using GObjectPtr = std::unique_ptr<T, ReleaseWith<g_object_unref>>;
 
 using GCharPtr = std::unique_ptr<char, ReleaseWith<g_free>>;
 using GStringList = std::unique_ptr<char *, ReleaseWith<g_strfreev>>;
+using GErrorPtr = std::unique_ptr<GError, ReleaseWith<g_error_free>>;
 using GVariantPtr = std::unique_ptr<GVariant, ReleaseWith<g_variant_unref>>;
 using GSourcePtr = std::unique_ptr<GSource, ReleaseWith<g_source_unref>>;
 
@@ -33,27 +34,5 @@ using GSourcePtr = std::unique_ptr<GSource, ReleaseWith<g_source_unref>>;
         texts.append(QString::fromUtf8(*text));
     return texts;
 }
-
-/// Where a GLib function leaves its error.
-class GErrorSlot {
-public:
-    GErrorSlot() = default;
-    ~GErrorSlot() { g_clear_error(&error_); }
-    GErrorSlot(const GErrorSlot &) = delete;
-    GErrorSlot &operator=(const GErrorSlot &) = delete;
-
-    /// For one call; an earlier error is dropped.
-    [[nodiscard]] GError **out() {
-        g_clear_error(&error_);
-        return &error_;
-    }
-    [[nodiscard]] const GError *get() const { return error_; }
-    [[nodiscard]] QString text() const {
-        return error_ ? QString::fromUtf8(error_->message) : QString();
-    }
-
-private:
-    GError *error_ = nullptr;
-};
 
 }  // namespace kestrelbay

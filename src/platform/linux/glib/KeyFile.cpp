@@ -47,10 +47,10 @@ QString KeyFile::localized(const char *key) const {
 }
 
 bool KeyFile::boolean(const char *key, bool otherwise) const {
-    GErrorSlot error;
-    const bool value =
-        g_key_file_get_boolean(file_.get(), kDesktopEntry, key, error.out()) != FALSE;
-    return error.get() ? otherwise : value;
+    GError *raw = nullptr;
+    const bool value = g_key_file_get_boolean(file_.get(), kDesktopEntry, key, &raw) != FALSE;
+    const GErrorPtr error(raw);
+    return error ? otherwise : value;
 }
 
 int KeyFile::number(const char *key, const char *group) const {

@@ -11,7 +11,6 @@ namespace kestrelbay {
 
 namespace {
 
-constexpr auto kEntryPattern = "*.desktop";
 // Deep enough for every real folder, and an end for links that lead in a circle.
 constexpr int kDeepestFolder = 4;
 
@@ -77,7 +76,7 @@ std::vector<DesktopEntry> readDesktopEntries(const QStringList &folders,
     for (const QString &folder : folders)
         for (const QString &place : foldersWithSubfolders({folder})) {
             const QStringList names =
-                QDir(place).entryList({QLatin1String(kEntryPattern)}, QDir::Files, QDir::Name);
+                QDir(place).entryList({QStringLiteral("*.desktop")}, QDir::Files, QDir::Name);
             for (const QString &name : names) {
                 const QString path = place + u'/' + name;
                 add(path, desktopFileId(path, {folder}), true);

@@ -168,25 +168,23 @@ QString EntryLauncher::spawn(GAppInfo *application, const QString &entryPath,
         g_app_launch_context_setenv(context.get(), "DISPLAY",
                                     displayName_.toLocal8Bit().constData());
 
-    QList<QByteArray> texts;
-    for (const QString &uri : uris)
-        texts.append(uri.toUtf8());
     GList *list = nullptr;
-    for (auto text = texts.rbegin(); text != texts.rend(); ++text)
-        list = g_list_prepend(list, text->data());
+    for (const QString &uri : uris)
+        list = g_list_append(list, g_strdup(uri.toUtf8().constData()));
 
     Child child{this, entryPath};
-    GErrorSlot error;
+    GError *raw = nullptr;
     const auto flags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL |
                                                 G_SPAWN_STDERR_TO_DEV_NULL);
     const bool launched = g_desktop_app_info_launch_uris_as_manager(
         G_DESKTOP_APP_INFO(application), list, context.get(), flags, prepareChild, nullptr,
-        &Child::started, &child, error.out());
-    g_list_free(list);
+        &Child::started, &child, &raw);
+    g_list_free_full(list, g_free);
+    const GErrorPtr error(raw);
     if (launched)
         return {};
-    return error.text().isEmpty() ? QStringLiteral("%1 could not be started").arg(entryPath)
-                                  : error.text();
+    return error ? QString::fromUtf8(error->message)
+                 : QStringLiteral("%1 could not be started").arg(entryPath);
 }
 
 }  // namespace kestrelbay

@@ -55,8 +55,7 @@ private:
             exact.empty() ? clean.section(u'/', -1) : index_.entries()[exact.front()].id;
         Matches result = matches(index_.withId(id), reason);
         for (const std::size_t entry : exact)
-            if (std::none_of(result.begin(), result.end(),
-                             [&](const ApplicationMatch &match) { return match.entry == entry; }))
+            if (std::ranges::find(result, entry, &ApplicationMatch::entry) == result.end())
                 result.push_back({entry, reason});
         return result;
     }
@@ -85,7 +84,7 @@ private:
         Matches narrowed;
         for (const Matches &named : {byStartupClass(), byClassAsId()})
             for (const ApplicationMatch &match : named)
-                if (std::find(snap.begin(), snap.end(), match.entry) != snap.end())
+                if (std::ranges::find(snap, match.entry) != snap.end())
                     narrowed.push_back({match.entry, MatchReason::Snap});
         return narrowed.empty() ? all : narrowed;
     }
@@ -108,11 +107,8 @@ private:
             const Matches named = (this->*step)();
             if (named.empty())
                 continue;
-            return std::none_of(named.begin(), named.end(), [&](const ApplicationMatch &match) {
-                return std::any_of(scope.begin(), scope.end(), [&](const ApplicationMatch &other) {
-                    return other.entry == match.entry;
-                });
-            });
+            return std::ranges::find_first_of(named, scope, {}, &ApplicationMatch::entry,
+                                              &ApplicationMatch::entry) == named.end();
         }
         return false;
     }

@@ -65,8 +65,6 @@ struct ApplicationMatch {
     /// Index into the entries of the index.
     std::size_t entry;
     MatchReason reason;
-
-    friend bool operator==(const ApplicationMatch &, const ApplicationMatch &) = default;
 };
 
 /// The entries that a window belongs to: all that the most trusted reason gives.
