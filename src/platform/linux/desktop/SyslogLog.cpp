@@ -10,17 +10,13 @@ namespace kestrelbay {
 
 namespace {
 
-bool breaksLine(QChar c) {
-    const QChar::Category category = c.category();
-    return category == QChar::Other_Control || category == QChar::Separator_Line ||
-           category == QChar::Separator_Paragraph;
-}
-
 QByteArray oneLine(const QString &line) {
     QString result;
     result.reserve(line.size());
     for (const QChar c : line) {
-        if (breaksLine(c))
+        const QChar::Category category = c.category();
+        if (category == QChar::Other_Control || category == QChar::Separator_Line ||
+            category == QChar::Separator_Paragraph)
             result += QStringLiteral("\\u%1").arg(ushort{c.unicode()}, 4, 16, QLatin1Char('0'));
         else
             result += c;

@@ -143,17 +143,6 @@ bool EntryLauncher::showFolder(const QString &uri) {
     return bus_.showFolder(uri, newStartupId()) == BusAnswer::Done;
 }
 
-struct EntryLauncher::Child {
-    EntryLauncher *launcher;
-    const QString &entryPath;
-
-    static void started(GDesktopAppInfo *, GPid pid, gpointer data) {
-        const auto *child = static_cast<const Child *>(data);
-        child->launcher->processes_.add(pid, child->entryPath);
-        child->launcher->bus_.moveToScope(applicationId(child->entryPath), pid);
-    }
-};
-
 QString EntryLauncher::spawn(GAppInfo *application, const QString &entryPath,
                              const QStringList &uris, const QString &startupId) {
     connect();
@@ -172,13 +161,21 @@ QString EntryLauncher::spawn(GAppInfo *application, const QString &entryPath,
     for (const QString &uri : uris)
         list = g_list_append(list, g_strdup(uri.toUtf8().constData()));
 
-    Child child{this, entryPath};
+    struct Child {
+        EntryLauncher *launcher;
+        const QString &entryPath;
+    } child{this, entryPath};
+    const auto onStarted = [](GDesktopAppInfo *, GPid pid, gpointer data) {
+        const auto &[launcher, path] = *static_cast<const Child *>(data);
+        launcher->processes_.add(pid, path);
+        launcher->bus_.moveToScope(applicationId(path), pid);
+    };
     GError *raw = nullptr;
     const auto flags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL |
                                                 G_SPAWN_STDERR_TO_DEV_NULL);
     const bool launched = g_desktop_app_info_launch_uris_as_manager(
         G_DESKTOP_APP_INFO(application), list, context.get(), flags, prepareChild, nullptr,
-        &Child::started, &child, &raw);
+        onStarted, &child, &raw);
     g_list_free_full(list, g_free);
     const GErrorPtr error(raw);
     if (launched)

@@ -63,8 +63,6 @@ public:
     [[nodiscard]] const LaunchedProcesses &processes() const { return processes_; }
 
 private:
-    struct Child;
-
     /// With a fresh server time in it, so that what it starts may take the focus.
     [[nodiscard]] QString newStartupId() const;
     QString spawn(GAppInfo *application, const QString &entryPath, const QStringList &uris,

@@ -22,17 +22,6 @@ using AuxiliaryUnit = std::pair<QString, QList<UnitProperty>>;
 /// before pressing again.
 constexpr int kLongestBusCallMilliseconds = 5000;
 
-void registerUnitTypes() {
-    static const bool done = [] {
-        qDBusRegisterMetaType<UnitProperty>();
-        qDBusRegisterMetaType<QList<UnitProperty>>();
-        qDBusRegisterMetaType<AuxiliaryUnit>();
-        qDBusRegisterMetaType<QList<AuxiliaryUnit>>();
-        return true;
-    }();
-    static_cast<void>(done);
-}
-
 QDBusMessage methodCall(const QString &service, const QString &path, const QString &interface,
                         const QString &method, const QVariantList &arguments) {
     QDBusMessage message = QDBusMessage::createMethodCall(service, path, interface, method);
@@ -90,7 +79,10 @@ BusAnswer LaunchBus::showFolder(const QString &uri, const QString &startupId) {
 }
 
 void LaunchBus::moveToScope(const QString &applicationId, qint64 pid) {
-    registerUnitTypes();
+    qDBusRegisterMetaType<UnitProperty>();
+    qDBusRegisterMetaType<QList<UnitProperty>>();
+    qDBusRegisterMetaType<AuxiliaryUnit>();
+    qDBusRegisterMetaType<QList<AuxiliaryUnit>>();
     const auto property = [](const char *name, const QVariant &value) {
         return UnitProperty(QLatin1String(name), QDBusVariant(value));
     };
