@@ -29,6 +29,9 @@ void collectFolders(const QString &folder, int depth, QStringList &result) {
 
 QStringList applicationFolders() {
     QStringList folders = QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation);
+    // Qt 6.4 takes an XDG_DATA_HOME that is not absolute, and so does not count.
+    if (QDir::isRelativePath(folders.first()))
+        folders.first() = QDir::homePath() + QStringLiteral("/.local/share/applications");
     for (QString &folder : folders)
         folder = QDir::cleanPath(folder);
     folders.removeDuplicates();

@@ -82,6 +82,14 @@ protected:
     LinuxApplicationCatalog catalog_;
 };
 
+TEST_F(InstalledApplications, OnlyAbsoluteFoldersCount) {
+    const ScopedVariable home("XDG_DATA_HOME", QStringLiteral("relative"));
+    const ScopedVariable dirs("XDG_DATA_DIRS", QStringLiteral("relative:/shared//"));
+    EXPECT_EQ(catalog_.applicationDirectories(),
+              QStringList({root_.filePath(QStringLiteral(".local/share/applications")),
+                           QStringLiteral("/shared/applications")}));
+}
+
 TEST_F(InstalledApplications, InTheOrderOfTheFolders) {
     writeEntry(QStringLiteral("system/b.desktop"), "Name=B\nIcon=x");
     writeEntry(QStringLiteral("system/a.desktop"), "Name=A\nIcon=x");
