@@ -85,12 +85,11 @@ void PrivateHome::removeEntries() const {
 WindowMaker::WindowMaker(const QString &displayName) : connection_(displayName) {}
 
 xcb_atom_t WindowMaker::atom(const char *name) {
-    return x11::internAtoms(connection_, std::vector<std::string_view>{name}).front();
+    return x11::internAtoms(connection_, std::array<std::string_view, 1>{name})[0];
 }
 
 void WindowMaker::sync() {
-    const x11::Reply<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
-        connection_.get(), xcb_get_input_focus(connection_.get()), nullptr));
+    x11::synchronize(connection_.get());
 }
 
 xcb_window_t WindowMaker::make(const WindowOptions &options) {
@@ -151,10 +150,8 @@ void WindowMaker::activate(xcb_window_t window, xcb_timestamp_t time) {
 }
 
 std::vector<std::uint32_t> WindowMaker::words(xcb_window_t window, const char *property) {
-    const x11::PropertyReply reply(xcb_get_property_reply(
-        connection_.get(),
-        xcb_get_property(connection_.get(), 0, window, atom(property), XCB_ATOM_ANY, 0, 4096),
-        nullptr));
+    const x11::PropertyReply reply =
+        x11::readProperty(connection_, window, atom(property), XCB_ATOM_ANY, 4096);
     const auto list = x11::propertyWords(reply);
     return {list.begin(), list.end()};
 }
@@ -180,8 +177,7 @@ bool WindowMaker::isIconic(xcb_window_t window) {
 }
 
 void WindowMaker::listen() {
-    const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection_.get(), connection_.root(), XCB_CW_EVENT_MASK, &events);
+    connection_.selectEvents(connection_.root(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     sync();
 }
 

@@ -17,10 +17,6 @@ bool isLight(std::uint32_t red, std::uint32_t green, std::uint32_t blue) {
     return 299 * part(red) + 587 * part(green) + 114 * part(blue) > 1000U * 0x8000U;
 }
 
-void select(const XConnection &connection, xcb_window_t window, std::uint32_t events) {
-    xcb_change_window_attributes(connection.get(), window, XCB_CW_EVENT_MASK, &events);
-}
-
 }  // namespace
 
 XEmbedTray::XEmbedTray(const QString &displayName, std::function<void()> handler)
@@ -37,7 +33,7 @@ XEmbedTray::XEmbedTray(const QString &displayName, std::function<void()> handler
     colors_ = atoms[2];
     // Before looking, so that a tray that comes right now is not missed. A new one
     // tells those who watch the root's structure.
-    select(connection_, connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    connection_.selectEvents(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     read();
     notifier_ =
         std::make_unique<QSocketNotifier>(connection_.fileDescriptor(), QSocketNotifier::Read);
@@ -83,17 +79,14 @@ bool XEmbedTray::concernsTray(const xcb_generic_event_t &event) const {
 }
 
 void XEmbedTray::read() {
-    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
-        connection_.get(), xcb_get_selection_owner(connection_.get(), selection_), nullptr));
-    owner_ = reply ? reply->owner : xcb_window_t{XCB_NONE};
+    owner_ = connection_.ownerOf(selection_);
     isDark_.reset();
     if (owner_ == XCB_NONE)
         return;
-    select(connection_, owner_, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
-    const PropertyReply colors(xcb_get_property_reply(
-        connection_.get(),
-        xcb_get_property(connection_.get(), 0, owner_, colors_, XCB_ATOM_CARDINAL, 0, kColorWords),
-        nullptr));
+    connection_.selectEvents(owner_,
+                             XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+    const PropertyReply colors =
+        readProperty(connection_, owner_, colors_, XCB_ATOM_CARDINAL, kColorWords);
     // Gone in the meantime, without a word to those who were about to listen.
     if (!colors)
         owner_ = XCB_NONE;

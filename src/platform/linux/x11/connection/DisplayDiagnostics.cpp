@@ -17,13 +17,6 @@ namespace {
 
 constexpr std::uint32_t kLongestName = 256;
 
-PropertyReply property(const XConnection &connection, xcb_window_t window, xcb_atom_t name,
-                       xcb_atom_t type) {
-    return PropertyReply(xcb_get_property_reply(
-        connection.get(),
-        xcb_get_property(connection.get(), 0, window, name, type, 0, kLongestName), nullptr));
-}
-
 QString server(const XConnection &connection) {
     const xcb_setup_t *const setup = xcb_get_setup(connection.get());
     const QString vendor = QString::fromLatin1(
@@ -37,10 +30,9 @@ QString server(const XConnection &connection) {
 QString windowManager(const XConnection &connection) {
     const WindowAtoms atoms(connection);
     const auto check = [&](xcb_window_t window) {
-        const PropertyReply reply =
-            property(connection, window, atoms[WindowAtoms::NetSupportingWmCheck], XCB_ATOM_WINDOW);
-        const auto words = propertyWords(reply);
-        return words.empty() ? xcb_window_t{XCB_NONE} : words[0];
+        const xcb_atom_t name = atoms[WindowAtoms::NetSupportingWmCheck];
+        return propertyWord(readProperty(connection, window, name, XCB_ATOM_WINDOW, 1))
+            .value_or(XCB_NONE);
     };
     const xcb_window_t window = check(connection.root());
     // One that has gone leaves its window's number behind.
@@ -48,16 +40,15 @@ QString windowManager(const XConnection &connection) {
         return QStringLiteral("none");
     const auto names =
         internAtoms(connection, std::array<std::string_view, 2>{"_NET_WM_NAME", "UTF8_STRING"});
-    const QString name = propertyText(property(connection, window, names[0], names[1]));
+    const QString name =
+        propertyText(readProperty(connection, window, names[0], names[1], kLongestName));
     return name.isEmpty() ? QStringLiteral("without a name") : name;
 }
 
 bool isCompositing(const XConnection &connection) {
     const std::string selection = "_NET_WM_CM_S" + std::to_string(connection.defaultScreen());
     const xcb_atom_t atom = internAtoms(connection, std::array<std::string_view, 1>{selection})[0];
-    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
-        connection.get(), xcb_get_selection_owner(connection.get(), atom), nullptr));
-    return reply && reply->owner != XCB_NONE;
+    return connection.ownerOf(atom) != XCB_NONE;
 }
 
 QString xinput(const XConnection &connection) {
@@ -75,8 +66,8 @@ QString xinput(const XConnection &connection) {
 QString keyboardLayout(const XConnection &connection) {
     const xcb_atom_t rules =
         internAtoms(connection, std::array<std::string_view, 1>{"_XKB_RULES_NAMES"})[0];
-    const QList<QString> values =
-        propertyTexts(property(connection, connection.root(), rules, XCB_ATOM_STRING));
+    const QStringList values = propertyTexts(
+        readProperty(connection, connection.root(), rules, XCB_ATOM_STRING, kLongestName));
     constexpr std::array kParts{"rules", "model", "layout", "variant", "options"};
     QStringList parts;
     for (std::size_t i = 0; i < kParts.size(); ++i) {

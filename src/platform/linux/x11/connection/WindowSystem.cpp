@@ -17,11 +17,6 @@ constexpr std::uint32_t kLongestStateList = 64;
 /// On every workspace, in the words of EWMH.
 constexpr std::uint32_t kAllWorkspaces = 0xFFFFFFFF;
 
-std::optional<std::uint32_t> firstWord(const PropertyReply &reply) {
-    const auto words = propertyWords(reply);
-    return words.empty() ? std::nullopt : std::optional(words[0]);
-}
-
 bool contains(std::span<const std::uint32_t> list, xcb_atom_t atom) {
     return std::find(list.begin(), list.end(), atom) != list.end();
 }
@@ -40,36 +35,33 @@ std::vector<WindowState> WindowSystem::readStates(std::span<const WindowAddress>
     };
     std::vector<Cookies> cookies;
     cookies.reserve(windows.size());
-    const auto get = [this](xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
-                            std::uint32_t length) {
-        return xcb_get_property(connection_.get(), 0, window, property, type, 0, length);
+    const auto ask = [this](xcb_window_t window, WindowAtoms::Name property, xcb_atom_t type,
+                            std::uint32_t units = 1) {
+        return askProperty(connection_, window, atoms_[property], type, units);
     };
     for (const WindowAddress &at : windows)
         cookies.push_back(
-            {get(at.window, atoms_[WindowAtoms::WmState], atoms_[WindowAtoms::WmState], 1),
-             get(at.window, atoms_[WindowAtoms::NetWmState], XCB_ATOM_ATOM, kLongestStateList),
-             get(at.window, atoms_[WindowAtoms::NetWmDesktop], XCB_ATOM_CARDINAL, 1),
-             get(at.root, atoms_[WindowAtoms::NetCurrentDesktop], XCB_ATOM_CARDINAL, 1)});
-    const auto take = [this](xcb_get_property_cookie_t cookie) {
-        return PropertyReply(xcb_get_property_reply(connection_.get(), cookie, nullptr));
-    };
+            {ask(at.window, WindowAtoms::WmState, atoms_[WindowAtoms::WmState]),
+             ask(at.window, WindowAtoms::NetWmState, XCB_ATOM_ATOM, kLongestStateList),
+             ask(at.window, WindowAtoms::NetWmDesktop, XCB_ATOM_CARDINAL),
+             ask(at.root, WindowAtoms::NetCurrentDesktop, XCB_ATOM_CARDINAL)});
     for (std::size_t i = 0; i < windows.size(); ++i) {
-        const PropertyReply icccm = take(cookies[i].icccm);
-        const PropertyReply ewmh = take(cookies[i].ewmh);
-        const std::optional<std::uint32_t> workspace = firstWord(take(cookies[i].workspace));
-        const std::optional<std::uint32_t> inView = firstWord(take(cookies[i].workspaceInView));
+        const PropertyReply icccm = takeProperty(connection_, cookies[i].icccm);
+        const PropertyReply ewmh = takeProperty(connection_, cookies[i].ewmh);
+        const auto workspace = propertyWord(takeProperty(connection_, cookies[i].workspace));
+        const auto inView = propertyWord(takeProperty(connection_, cookies[i].workspaceInView));
         if (!icccm || !ewmh)
             continue;
         if (workspace && inView && workspace != inView && workspace != kAllWorkspaces)
             states[i].otherWorkspace = workspace;
         const auto list = propertyWords(ewmh);
-        const auto state = propertyWords(icccm);
+        const auto state = propertyWord(icccm);
         states[i].exists = true;
-        states[i].managed = !state.empty() && state[0] != kWithdrawnState;
+        states[i].managed = state && state != kWithdrawnState;
         states[i].skipsTaskbar = contains(list, atoms_[WindowAtoms::NetWmStateSkipTaskbar]);
         states[i].minimized = windows[i].abilities.marksHiddenWindows
                                   ? contains(list, atoms_[WindowAtoms::NetWmStateHidden])
-                                  : !state.empty() && state[0] == kIconicState;
+                                  : state == kIconicState;
     }
     return states;
 }

@@ -17,23 +17,26 @@ XConnection::XConnection(const QString &displayName) {
         std::swap(roots_.front(), roots_[first]);
 }
 
-std::vector<xcb_atom_t> internAtoms(const XConnection &connection,
-                                    const std::vector<std::string_view> &names) {
-    std::vector<xcb_atom_t> atoms(names.size(), XCB_ATOM_NONE);
-    if (!connection.isUsable())
-        return atoms;
-    std::vector<xcb_intern_atom_cookie_t> cookies;
-    cookies.reserve(names.size());
-    for (const std::string_view name : names)
-        cookies.push_back(xcb_intern_atom(connection.get(), 0,
-                                          static_cast<std::uint16_t>(name.size()), name.data()));
-    for (std::size_t i = 0; i < cookies.size(); ++i) {
-        const Reply<xcb_intern_atom_reply_t> reply(
-            xcb_intern_atom_reply(connection.get(), cookies[i], nullptr));
-        if (reply)
-            atoms[i] = reply->atom;
-    }
-    return atoms;
+void XConnection::selectEvents(xcb_window_t window, std::uint32_t events) const {
+    xcb_change_window_attributes(get(), window, XCB_CW_EVENT_MASK, &events);
+}
+
+xcb_window_t XConnection::createInputOnlyWindow() const {
+    const xcb_window_t window = xcb_generate_id(get());
+    xcb_create_window(get(), 0, window, root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    return window;
+}
+
+xcb_window_t XConnection::ownerOf(xcb_atom_t selection) const {
+    const Reply<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(get(), xcb_get_selection_owner(get(), selection), nullptr));
+    return reply ? reply->owner : xcb_window_t{XCB_NONE};
+}
+
+void synchronize(xcb_connection_t *connection) {
+    const Reply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
 }
 
 }  // namespace kestrelbay::x11

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
@@ -40,6 +42,13 @@ public:
     [[nodiscard]] int defaultScreen() const { return defaultScreen_; }
     [[nodiscard]] xcb_window_t root() const { return roots_.empty() ? XCB_NONE : roots_.front(); }
 
+    /// From now on the server tells of these events of the window, and of no others.
+    void selectEvents(xcb_window_t window, std::uint32_t events) const;
+    /// On the default screen, never in view: for selections, properties and grabs.
+    [[nodiscard]] xcb_window_t createInputOnlyWindow() const;
+    /// The window that owns a selection. Takes a round trip.
+    [[nodiscard]] xcb_window_t ownerOf(xcb_atom_t selection) const;
+
 private:
     struct Disconnect {
         void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
@@ -50,19 +59,28 @@ private:
     int defaultScreen_ = 0;
 };
 
+/// Returns when the server has worked off every request made so far. It drops those of
+/// a client that hangs up while an event is on its way to it.
+void synchronize(xcb_connection_t *connection);
+
 /// The atoms of these names, in one round trip; XCB_ATOM_NONE for those that the
 /// server would not give.
-[[nodiscard]] std::vector<xcb_atom_t> internAtoms(const XConnection &connection,
-                                                  const std::vector<std::string_view> &names);
-
 template <std::size_t N>
 [[nodiscard]] std::array<xcb_atom_t, N> internAtoms(const XConnection &connection,
                                                     const std::array<std::string_view, N> &names) {
-    const std::vector<xcb_atom_t> list =
-        internAtoms(connection, std::vector<std::string_view>(names.begin(), names.end()));
     std::array<xcb_atom_t, N> atoms{};
-    for (std::size_t i = 0; i < N; ++i)
-        atoms[i] = list[i];
+    if (!connection.isUsable())
+        return atoms;
+    std::array<xcb_intern_atom_cookie_t, N> cookies;
+    std::ranges::transform(names, cookies.begin(), [&](std::string_view name) {
+        return xcb_intern_atom(connection.get(), 0, static_cast<std::uint16_t>(name.size()),
+                               name.data());
+    });
+    std::ranges::transform(cookies, atoms.begin(), [&](xcb_intern_atom_cookie_t cookie) {
+        const Reply<xcb_intern_atom_reply_t> reply(
+            xcb_intern_atom_reply(connection.get(), cookie, nullptr));
+        return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+    });
     return atoms;
 }
 

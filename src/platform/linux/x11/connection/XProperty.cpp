@@ -1,5 +1,6 @@
 #include "platform/linux/x11/connection/XProperty.h"
 
+#include <QByteArray>
 #include <QStringDecoder>
 
 namespace kestrelbay::x11 {
@@ -14,6 +15,20 @@ QString decoded(const QByteArray &bytes) {
 
 }  // namespace
 
+xcb_get_property_cookie_t askProperty(const XConnection &connection, xcb_window_t window,
+                                      xcb_atom_t property, xcb_atom_t type, std::uint32_t units) {
+    return xcb_get_property(connection.get(), 0, window, property, type, 0, units);
+}
+
+PropertyReply takeProperty(const XConnection &connection, xcb_get_property_cookie_t cookie) {
+    return PropertyReply(xcb_get_property_reply(connection.get(), cookie, nullptr));
+}
+
+PropertyReply readProperty(const XConnection &connection, xcb_window_t window, xcb_atom_t property,
+                           xcb_atom_t type, std::uint32_t units) {
+    return takeProperty(connection, askProperty(connection, window, property, type, units));
+}
+
 std::span<const std::uint32_t> propertyWords(const PropertyReply &reply) {
     if (!reply || reply->format != 32)
         return {};
@@ -21,24 +36,24 @@ std::span<const std::uint32_t> propertyWords(const PropertyReply &reply) {
             reply->value_len};
 }
 
-QByteArray propertyBytes(const PropertyReply &reply) {
+std::optional<std::uint32_t> propertyWord(const PropertyReply &reply) {
+    const auto words = propertyWords(reply);
+    return words.empty() ? std::nullopt : std::optional(words.front());
+}
+
+QStringList propertyTexts(const PropertyReply &reply) {
     if (!reply || reply->format != 8)
         return {};
-    return {static_cast<const char *>(xcb_get_property_value(reply.get())),
-            static_cast<qsizetype>(reply->value_len)};
+    const QByteArray bytes(static_cast<const char *>(xcb_get_property_value(reply.get())),
+                           static_cast<qsizetype>(reply->value_len));
+    QStringList texts;
+    for (const QByteArray &part : bytes.split('\0'))
+        texts.append(decoded(part));
+    return texts;
 }
 
 QString propertyText(const PropertyReply &reply) {
-    const QByteArray bytes = propertyBytes(reply);
-    const qsizetype end = bytes.indexOf('\0');
-    return decoded(end < 0 ? bytes : bytes.first(end));
-}
-
-QList<QString> propertyTexts(const PropertyReply &reply) {
-    QList<QString> texts;
-    for (const QByteArray &part : propertyBytes(reply).split('\0'))
-        texts.append(decoded(part));
-    return texts;
+    return propertyTexts(reply).value(0);
 }
 
 }  // namespace kestrelbay::x11

@@ -46,19 +46,12 @@ void selectRawKeys(const XConnection &connection) {
 /// What the keyboard is grabbed for while recording. Not the root window: the
 /// server holds back raw events from a client that has grabbed for that one.
 xcb_window_t createRecordingWindow(const XConnection &connection) {
-    const xcb_window_t window = xcb_generate_id(connection.get());
+    const xcb_window_t window = connection.createInputOnlyWindow();
     const std::uint32_t overrideRedirect = 1;
-    xcb_create_window(connection.get(), 0, window, connection.root(), -1, -1, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
-                      &overrideRedirect);
+    xcb_change_window_attributes(connection.get(), window, XCB_CW_OVERRIDE_REDIRECT,
+                                 &overrideRedirect);
     xcb_map_window(connection.get(), window);
     return window;
-}
-
-xcb_window_t ownerOf(xcb_connection_t *connection, xcb_atom_t selection) {
-    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
-        connection, xcb_get_selection_owner(connection, selection), nullptr));
-    return reply ? reply->owner : xcb_window_t{XCB_NONE};
 }
 
 /// Makes this client the one event tap of the display by owning a selection. The
@@ -66,29 +59,12 @@ xcb_window_t ownerOf(xcb_connection_t *connection, xcb_atom_t selection) {
 /// False when another instance of the program has it.
 bool claimDisplay(const XConnection &connection) {
     constexpr std::string_view kSelection = "_KESTRELBAY_EVENT_TAP";
-    xcb_connection_t *c = connection.get();
     const xcb_atom_t selection = internAtoms(connection, std::array{kSelection})[0];
-    if (selection == XCB_ATOM_NONE || ownerOf(c, selection) != XCB_NONE)
+    if (selection == XCB_ATOM_NONE || connection.ownerOf(selection) != XCB_NONE)
         return false;
-    const xcb_window_t window = xcb_generate_id(c);
-    xcb_create_window(c, 0, window, connection.root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
-                      XCB_COPY_FROM_PARENT, 0, nullptr);
-    xcb_set_selection_owner(c, window, selection, XCB_CURRENT_TIME);
-    return ownerOf(c, selection) == window;
-}
-
-/// Returns when the server has worked off every request made so far. It drops
-/// those of a client that hangs up while an event is on its way to it.
-void synchronize(xcb_connection_t *connection) {
-    const Reply<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
-}
-
-/// A new window manager announces itself to those who watch the root's structure.
-void selectManagerMessages(const XConnection &connection) {
-    const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    for (const xcb_window_t root : connection.roots())
-        xcb_change_window_attributes(connection.get(), root, XCB_CW_EVENT_MASK, &mask);
+    const xcb_window_t window = connection.createInputOnlyWindow();
+    xcb_set_selection_owner(connection.get(), window, selection, XCB_CURRENT_TIME);
+    return connection.ownerOf(selection) == window;
 }
 
 }  // namespace
@@ -135,7 +111,9 @@ TapProblem XEventTap::tryInstall(Handlers handlers) {
     xinputOpcode_ = xcb_get_extension_data(c, &xcb_input_id)->major_opcode;
     managerAtom_ = internAtoms(*connection_, std::array<std::string_view, 1>{"MANAGER"})[0];
     selectRawKeys(*connection_);
-    selectManagerMessages(*connection_);
+    // A new window manager announces itself to those who watch the root's structure.
+    for (const xcb_window_t root : connection_->roots())
+        connection_->selectEvents(root, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     keymapChangeEvent_ = *keymapChangeEvent;
     recordingWindow_ = createRecordingWindow(*connection_);
     grabber_.emplace(*connection_);

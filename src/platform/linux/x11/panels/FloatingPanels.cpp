@@ -86,10 +86,9 @@ void FloatingPanels::moved(const xcb_configure_notify_event_t &event) {
 void FloatingPanels::watchOthers() const {
     const bool isAnyShown =
         std::ranges::any_of(panels_, [](const auto &panel) { return panel.second.isShown; });
-    const std::uint32_t events =
-        isAnyShown ? XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY : XCB_EVENT_MASK_NO_EVENT;
     const XConnection &connection = system_.connection();
-    xcb_change_window_attributes(connection.get(), connection.root(), XCB_CW_EVENT_MASK, &events);
+    connection.selectEvents(connection.root(), isAnyShown ? XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY
+                                                          : XCB_EVENT_MASK_NO_EVENT);
     system_.flush();
 }
 

@@ -46,8 +46,7 @@ void WindowForward::activate(xcb_timestamp_t time, bool restores) {
 
 void WindowForward::watch(std::uint32_t events) const {
     if (window_ != XCB_NONE)
-        xcb_change_window_attributes(system_.connection().get(), window_, XCB_CW_EVENT_MASK,
-                                     &events);
+        system_.connection().selectEvents(window_, events);
 }
 
 }  // namespace kestrelbay::x11

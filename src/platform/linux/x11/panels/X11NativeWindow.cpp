@@ -24,10 +24,8 @@ void finishRequestsOfQt() {
     const auto *const x11 = gui && QGuiApplication::platformName() == QLatin1String("xcb")
                                 ? gui->nativeInterface<QNativeInterface::QX11Application>()
                                 : nullptr;
-    if (x11 == nullptr)
-        return;
-    const Reply<xcb_get_input_focus_reply_t> done(xcb_get_input_focus_reply(
-        x11->connection(), xcb_get_input_focus(x11->connection()), nullptr));
+    if (x11 != nullptr)
+        synchronize(x11->connection());
 }
 
 qreal devicePixelRatioOf(NativeWindow::Id id) {
@@ -92,13 +90,11 @@ void X11NativeWindow::makeFloatingPanel(Id window) {
 }
 
 bool X11NativeWindow::isTranslucencyShown() const {
-    xcb_connection_t *const connection = system_.connection().get();
     if (!system_.connection().isUsable())
         return false;
-    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
-        connection, xcb_get_selection_owner(connection, compositingManager_), nullptr));
+    const xcb_window_t owner = system_.connection().ownerOf(compositingManager_);
     drainLater();
-    return reply && reply->owner != XCB_NONE;
+    return owner != XCB_NONE;
 }
 
 void X11NativeWindow::setBehindWindowMaterial(Id window, const QRect &rectangle, int cornerRadius) {
@@ -123,22 +119,21 @@ void X11NativeWindow::bringProgramForward(Id window) {
 }
 
 std::optional<QPoint> X11NativeWindow::keyWindowCenter() const {
-    xcb_connection_t *const connection = system_.connection().get();
-    const xcb_window_t root = system_.connection().root();
     if (!system_.connection().isUsable())
         return std::nullopt;
-    const PropertyReply active(xcb_get_property_reply(
-        connection,
-        xcb_get_property(connection, 0, root, system_.atoms()[WindowAtoms::NetActiveWindow],
-                         XCB_ATOM_WINDOW, 0, 1),
-        nullptr));
+    xcb_connection_t *const connection = system_.connection().get();
+    const xcb_window_t root = system_.connection().root();
+    const xcb_window_t active =
+        propertyWord(readProperty(system_.connection(), root,
+                                  system_.atoms()[WindowAtoms::NetActiveWindow], XCB_ATOM_WINDOW,
+                                  1))
+            .value_or(XCB_NONE);
     drainLater();
-    const auto words = propertyWords(active);
-    if (words.empty() || words[0] == XCB_NONE)
+    if (active == XCB_NONE)
         return std::nullopt;
-    const xcb_get_geometry_cookie_t geometryCookie = xcb_get_geometry(connection, words[0]);
+    const xcb_get_geometry_cookie_t geometryCookie = xcb_get_geometry(connection, active);
     const xcb_translate_coordinates_cookie_t cornerCookie =
-        xcb_translate_coordinates(connection, words[0], root, 0, 0);
+        xcb_translate_coordinates(connection, active, root, 0, 0);
     const Reply<xcb_get_geometry_reply_t> geometry(
         xcb_get_geometry_reply(connection, geometryCookie, nullptr));
     const Reply<xcb_translate_coordinates_reply_t> corner(

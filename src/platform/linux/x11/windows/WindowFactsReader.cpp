@@ -71,10 +71,10 @@ bool WindowFactsReader::isIdentity(xcb_atom_t property) const {
 }
 
 WindowFactsReader::Cookies WindowFactsReader::request(xcb_window_t window) const {
-    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection_.get(), window, XCB_CW_EVENT_MASK, &events);
-    const auto get = [&](xcb_atom_t property, xcb_atom_t type, std::uint32_t length) {
-        return xcb_get_property(connection_.get(), 0, window, property, type, 0, length);
+    connection_.selectEvents(window,
+                             XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    const auto get = [&](xcb_atom_t property, xcb_atom_t type, std::uint32_t units) {
+        return askProperty(connection_, window, property, type, units);
     };
     return {.gtkId = get(atoms_[WindowAtoms::GtkApplicationId], XCB_ATOM_ANY, kLongestText),
             .kdeFile = get(atoms_[WindowAtoms::KdeDesktopFile], XCB_ATOM_ANY, kLongestText),
@@ -110,15 +110,15 @@ std::optional<WindowFacts> WindowFactsReader::collect(const Cookies &cookies,
                                                       std::int64_t serverPid,
                                                       Processes &processes) const {
     const auto take = [this](xcb_get_property_cookie_t cookie) {
-        return PropertyReply(xcb_get_property_reply(connection_.get(), cookie, nullptr));
+        return takeProperty(connection_, cookie);
     };
     // Every cookie is asked for, or its answer would stay in memory.
     const PropertyReply gtkId = take(cookies.gtkId);
     const PropertyReply kdeFile = take(cookies.kdeFile);
     const PropertyReply wmClass = take(cookies.wmClass);
-    const PropertyReply transientFor = take(cookies.transientFor);
+    const auto owner = propertyWord(take(cookies.transientFor));
     const PropertyReply types = take(cookies.types);
-    const PropertyReply pid = take(cookies.pid);
+    const auto claimedPid = propertyWord(take(cookies.pid));
     const PropertyReply machine = take(cookies.machine);
     if (!gtkId || !machine)
         return std::nullopt;
@@ -126,22 +126,21 @@ std::optional<WindowFacts> WindowFactsReader::collect(const Cookies &cookies,
     WindowFacts facts;
     facts.gtkApplicationId = propertyText(gtkId);
     facts.kdeDesktopFile = propertyText(kdeFile);
-    const QList<QString> names = propertyTexts(wmClass);
+    const QStringList names = propertyTexts(wmClass);
     facts.instance = names.value(0);
     facts.className = names.value(1);
-    if (const auto owner = propertyWords(transientFor); !owner.empty()) {
+    if (owner) {
         const std::vector<xcb_window_t> &roots = connection_.roots();
         facts.transientForGroup =
-            owner[0] == XCB_NONE || std::find(roots.begin(), roots.end(), owner[0]) != roots.end();
-        facts.transientFor = facts.transientForGroup ? XCB_NONE : owner[0];
+            *owner == XCB_NONE || std::find(roots.begin(), roots.end(), *owner) != roots.end();
+        facts.transientFor = facts.transientForGroup ? XCB_NONE : *owner;
     }
     facts.type = typeOf(propertyWords(types), facts.isTransient());
 
     const QString host = propertyText(machine);
-    const auto claimedPid = propertyWords(pid);
     facts.pid = serverPid;
-    if (facts.pid < 1 && !claimedPid.empty() && isThisMachine(host))
-        facts.pid = claimedPid[0];
+    if (facts.pid < 1 && claimedPid && isThisMachine(host))
+        facts.pid = *claimedPid;
     facts.process = processOf(facts.pid, processes);
     if (!host.isEmpty() && !isThisMachine(host) &&
         facts.process.executableNames.contains(QStringLiteral("ssh"))) {

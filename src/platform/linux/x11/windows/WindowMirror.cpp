@@ -42,9 +42,8 @@ WindowMirror::WindowMirror(const QString &displayName,
     const XConnection &connection = system_.connection();
     if (!connection.isUsable())
         return;
-    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     for (const xcb_window_t root : connection.roots())
-        xcb_change_window_attributes(connection.get(), root, XCB_CW_EVENT_MASK, &events);
+        connection.selectEvents(root, XCB_EVENT_MASK_PROPERTY_CHANGE);
     system_.flush();
 }
 
@@ -114,39 +113,33 @@ void WindowMirror::apply(const xcb_generic_event_t &event) {
 }
 
 xcb_timestamp_t WindowMirror::serverTime() {
-    xcb_connection_t *connection = system_.connection().get();
     if (!system_.connection().isUsable())
         return XCB_CURRENT_TIME;
     clock_.ask();
-    const Reply<xcb_get_input_focus_reply_t> done(
-        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    synchronize(system_.connection().get());
     processQueuedEvents();
     const std::lock_guard lock(mutex_);
     return time_;
 }
 
 WindowMirror::RootCookies WindowMirror::askRoot(xcb_window_t root) const {
-    const auto get = [&](WindowAtoms::Name property, xcb_atom_t type, std::uint32_t length) {
-        return xcb_get_property(system_.connection().get(), 0, root, system_.atoms()[property],
-                                type, 0, length);
+    const auto ask = [&](WindowAtoms::Name property, xcb_atom_t type, std::uint32_t units) {
+        return askProperty(system_.connection(), root, system_.atoms()[property], type, units);
     };
     return {.root = root,
-            .stacking = get(WindowAtoms::NetClientListStacking, XCB_ATOM_WINDOW, kMostWindows),
-            .clients = get(WindowAtoms::NetClientList, XCB_ATOM_WINDOW, kMostWindows),
-            .active = get(WindowAtoms::NetActiveWindow, XCB_ATOM_WINDOW, 1),
-            .check = get(WindowAtoms::NetSupportingWmCheck, XCB_ATOM_WINDOW, 1),
-            .supported = get(WindowAtoms::NetSupported, XCB_ATOM_ATOM, kMostAbilities)};
+            .stacking = ask(WindowAtoms::NetClientListStacking, XCB_ATOM_WINDOW, kMostWindows),
+            .clients = ask(WindowAtoms::NetClientList, XCB_ATOM_WINDOW, kMostWindows),
+            .active = ask(WindowAtoms::NetActiveWindow, XCB_ATOM_WINDOW, 1),
+            .check = ask(WindowAtoms::NetSupportingWmCheck, XCB_ATOM_WINDOW, 1),
+            .supported = ask(WindowAtoms::NetSupported, XCB_ATOM_ATOM, kMostAbilities)};
 }
 
 WindowMirror::Root WindowMirror::readRoot(const RootCookies &cookies) const {
     const auto take = [this](xcb_get_property_cookie_t cookie) {
-        return PropertyReply(xcb_get_property_reply(system_.connection().get(), cookie, nullptr));
+        return takeProperty(system_.connection(), cookie);
     };
     const PropertyReply stacking = take(cookies.stacking);
     const PropertyReply clients = take(cookies.clients);
-    const PropertyReply active = take(cookies.active);
-    const PropertyReply check = take(cookies.check);
-    const PropertyReply supported = take(cookies.supported);
 
     Root root;
     root.root = cookies.root;
@@ -157,10 +150,9 @@ WindowMirror::Root WindowMirror::readRoot(const RootCookies &cookies) const {
     for (auto window = list.rbegin(); window != list.rend(); ++window)
         if (*window != XCB_NONE && seen.insert(*window).second)
             root.windows.push_back(*window);
-    if (const auto value = propertyWords(active); !value.empty())
-        root.active = value[0];
-    if (const auto value = propertyWords(check); !value.empty())
-        root.check = value[0];
+    root.active = propertyWord(take(cookies.active)).value_or(XCB_NONE);
+    root.check = propertyWord(take(cookies.check)).value_or(XCB_NONE);
+    const PropertyReply supported = take(cookies.supported);
     for (const xcb_atom_t ability : propertyWords(supported)) {
         root.abilities.restacksWindows |= ability == system_.atoms()[WindowAtoms::NetRestackWindow];
         root.abilities.marksHiddenWindows |=
@@ -171,21 +163,18 @@ WindowMirror::Root WindowMirror::readRoot(const RootCookies &cookies) const {
 
 void WindowMirror::verifyWindowManagers(std::vector<Root> &roots,
                                         std::span<const std::size_t> unverified) {
-    xcb_connection_t *connection = system_.connection().get();
-    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    const XConnection &connection = system_.connection();
     std::vector<xcb_get_property_cookie_t> cookies;
     for (const std::size_t i : unverified) {
-        xcb_change_window_attributes(connection, roots[i].check, XCB_CW_EVENT_MASK, &events);
-        cookies.push_back(xcb_get_property(connection, 0, roots[i].check,
-                                           system_.atoms()[WindowAtoms::NetSupportingWmCheck],
-                                           XCB_ATOM_WINDOW, 0, 1));
+        connection.selectEvents(roots[i].check, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+        cookies.push_back(askProperty(connection, roots[i].check,
+                                      system_.atoms()[WindowAtoms::NetSupportingWmCheck],
+                                      XCB_ATOM_WINDOW, 1));
     }
     for (std::size_t i = 0; i < unverified.size(); ++i) {
         Root &root = roots[unverified[i]];
-        const PropertyReply reply(xcb_get_property_reply(connection, cookies[i], nullptr));
-        const auto value = propertyWords(reply);
         // A window manager that has gone leaves its lists behind.
-        if (value.empty() || value[0] != root.check)
+        if (propertyWord(takeProperty(connection, cookies[i])) != root.check)
             root.check = XCB_NONE;
     }
     const std::lock_guard lock(mutex_);
