@@ -24,7 +24,18 @@ bool contains(std::span<const std::uint32_t> list, xcb_atom_t atom) {
 }  // namespace
 
 WindowSystem::WindowSystem(const QString &displayName)
-    : connection_(displayName), atoms_(connection_) {}
+    : connection_(displayName), atoms_(connection_) {
+    if (!connection_.isUsable())
+        return;
+    clockWindow_ = connection_.createInputOnlyWindow();
+    connection_.selectEvents(clockWindow_, XCB_EVENT_MASK_PROPERTY_CHANGE);
+}
+
+void WindowSystem::askTime() const {
+    // Adding nothing to a property changes nothing, but is told with the time.
+    xcb_change_property(connection_.get(), XCB_PROP_MODE_APPEND, clockWindow_,
+                        atoms_[WindowAtoms::ServerTime], XCB_ATOM_CARDINAL, 32, 0, nullptr);
+}
 
 std::vector<WindowState> WindowSystem::readStates(std::span<const WindowAddress> windows) const {
     std::vector<WindowState> states(windows.size());

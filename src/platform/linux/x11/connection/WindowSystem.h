@@ -45,6 +45,11 @@ public:
     [[nodiscard]] const XConnection &connection() const { return connection_; }
     [[nodiscard]] const WindowAtoms &atoms() const { return atoms_; }
 
+    /// Has the server tell its time: it comes with a PropertyNotify of clockWindow(),
+    /// before the answer to any later question.
+    void askTime() const;
+    [[nodiscard]] xcb_window_t clockWindow() const { return clockWindow_; }
+
     /// Of every window, in order, in one round trip.
     [[nodiscard]] std::vector<WindowState> readStates(std::span<const WindowAddress> windows) const;
 
@@ -69,6 +74,7 @@ private:
 
     XConnection connection_;
     WindowAtoms atoms_;
+    xcb_window_t clockWindow_ = XCB_NONE;
 };
 
 }  // namespace kestrelbay::x11

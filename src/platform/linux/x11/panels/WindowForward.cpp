@@ -9,7 +9,7 @@ void WindowForward::bring(xcb_window_t window) {
     window_ = window;
     end_ = std::chrono::steady_clock::now() + kLongestWait;
     watch(XCB_EVENT_MASK_PROPERTY_CHANGE);
-    clock_.ask();
+    system_.askTime();
     system_.flush();
 }
 
@@ -17,7 +17,7 @@ void WindowForward::handle(const xcb_generic_event_t &event) {
     if (window_ == XCB_NONE || (event.response_type & 0x7fU) != XCB_PROPERTY_NOTIFY)
         return;
     const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
-    const bool isClock = change.window == clock_.window();
+    const bool isClock = change.window == system_.clockWindow();
     const bool isState =
         change.window == window_ && change.atom == system_.atoms()[WindowAtoms::WmState];
     if (std::chrono::steady_clock::now() > end_) {

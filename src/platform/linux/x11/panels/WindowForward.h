@@ -2,7 +2,6 @@
 
 #include <chrono>
 
-#include "platform/linux/x11/connection/ServerClock.h"
 #include "platform/linux/x11/connection/WindowSystem.h"
 
 namespace kestrelbay::x11 {
@@ -11,8 +10,7 @@ namespace kestrelbay::x11 {
 /// request about a window it does not know yet is lost.
 class WindowForward {
 public:
-    explicit WindowForward(const WindowSystem &system)
-        : system_(system), clock_(system.connection(), system.atoms()) {}
+    explicit WindowForward(const WindowSystem &system) : system_(system) {}
 
     void bring(xcb_window_t window);
     /// Of the connection of the window system.
@@ -27,7 +25,6 @@ private:
     void watch(std::uint32_t events) const;
 
     const WindowSystem &system_;
-    ServerClock clock_;
     xcb_window_t window_ = XCB_NONE;
     std::chrono::steady_clock::time_point end_;
 };

@@ -37,8 +37,7 @@ struct WindowMirror::Root {
 WindowMirror::WindowMirror(const QString &displayName,
                            WindowFactsReader::LaunchedEntry launchedEntry)
     : system_(displayName),
-      reader_(system_.connection(), system_.atoms(), std::move(launchedEntry)),
-      clock_(system_.connection(), system_.atoms()) {
+      reader_(system_.connection(), system_.atoms(), std::move(launchedEntry)) {
     const XConnection &connection = system_.connection();
     if (!connection.isUsable())
         return;
@@ -115,7 +114,7 @@ void WindowMirror::apply(const xcb_generic_event_t &event) {
 xcb_timestamp_t WindowMirror::serverTime() {
     if (!system_.connection().isUsable())
         return XCB_CURRENT_TIME;
-    clock_.ask();
+    system_.askTime();
     synchronize(system_.connection().get());
     processQueuedEvents();
     const std::lock_guard lock(mutex_);
@@ -257,7 +256,7 @@ DesktopPicture WindowMirror::read(std::shared_ptr<const ApplicationIndex> index)
     if (!system_.connection().isUsable())
         return picture;
 
-    clock_.ask();
+    system_.askTime();
     std::vector<RootCookies> cookies;
     cookies.reserve(system_.connection().roots().size());
     for (const xcb_window_t root : system_.connection().roots())

@@ -10,7 +10,6 @@
 
 #include "platform/linux/applications/entries/ApplicationIndex.h"
 #include "platform/linux/applications/matching/ApplicationMatch.h"
-#include "platform/linux/x11/connection/ServerClock.h"
 #include "platform/linux/x11/connection/WindowSystem.h"
 #include "platform/linux/x11/windows/WindowFactsReader.h"
 
@@ -95,7 +94,6 @@ private:
 
     WindowSystem system_;
     WindowFactsReader reader_;
-    ServerClock clock_;
 
     std::mutex mutex_;
     Known records_;
