@@ -30,7 +30,7 @@ QString server(const XConnection &connection) {
 QString windowManager(const XConnection &connection) {
     const WindowAtoms atoms(connection);
     const auto check = [&](xcb_window_t window) {
-        const xcb_atom_t name = atoms[WindowAtoms::NetSupportingWmCheck];
+        const xcb_atom_t name = atoms["_NET_SUPPORTING_WM_CHECK"];
         return propertyWord(readProperty(connection, window, name, XCB_ATOM_WINDOW, 1))
             .value_or(XCB_NONE);
     };

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
+#include <initializer_list>
 #include <string_view>
 
 #include "platform/linux/x11/connection/XConnection.h"
@@ -9,48 +12,6 @@ namespace kestrelbay::x11 {
 
 /// The atoms by which window managers and clients talk about windows.
 class WindowAtoms {
-public:
-    enum Name : std::uint8_t {
-        NetActiveWindow,
-        NetClientList,
-        NetClientListStacking,
-        NetCurrentDesktop,
-        NetRestackWindow,
-        NetSupported,
-        NetSupportingWmCheck,
-        NetWmDesktop,
-        NetWmPid,
-        NetWmState,
-        NetWmStateHidden,
-        NetWmStateSkipTaskbar,
-        NetWmWindowType,
-        TypeNormal,
-        TypeDialog,
-        TypeUtility,
-        TypeToolbar,
-        TypeMenu,
-        TypeDesktop,
-        TypeDock,
-        TypeSplash,
-        TypeDropdownMenu,
-        TypePopupMenu,
-        TypeTooltip,
-        TypeNotification,
-        TypeCombo,
-        TypeDragAndDrop,
-        GtkApplicationId,
-        KdeDesktopFile,
-        WmChangeState,
-        WmClientMachine,
-        WmState,
-        ServerTime,
-    };
-
-    explicit WindowAtoms(const XConnection &connection) : atoms_(internAtoms(connection, kNames)) {}
-
-    [[nodiscard]] xcb_atom_t operator[](Name name) const { return atoms_[name]; }
-
-private:
     static constexpr auto kNames = std::to_array<std::string_view>({
         "_NET_ACTIVE_WINDOW",
         "_NET_CLIENT_LIST",
@@ -86,8 +47,30 @@ private:
         "WM_STATE",
         "_KESTRELBAY_SERVER_TIME",
     });
-    static_assert(kNames.size() == ServerTime + 1);
 
+public:
+    /// One that is not in the list does not compile.
+    class Name {
+    public:
+        consteval Name(const char *name)
+            : index_(static_cast<std::size_t>(std::ranges::find(kNames, std::string_view(name)) -
+                                              kNames.begin())) {
+            static_cast<void>(kNames.at(index_));
+        }
+
+    private:
+        friend class WindowAtoms;
+        std::size_t index_;
+    };
+
+    explicit WindowAtoms(const XConnection &connection) : atoms_(internAtoms(connection, kNames)) {}
+
+    [[nodiscard]] xcb_atom_t operator[](Name name) const { return atoms_[name.index_]; }
+    [[nodiscard]] bool isOneOf(xcb_atom_t atom, std::initializer_list<Name> names) const {
+        return std::ranges::any_of(names, [&](Name name) { return atom == (*this)[name]; });
+    }
+
+private:
     std::array<xcb_atom_t, kNames.size()> atoms_;
 };
 

@@ -34,7 +34,7 @@ WindowSystem::WindowSystem(const QString &displayName)
 void WindowSystem::askTime() const {
     // Adding nothing to a property changes nothing, but is told with the time.
     xcb_change_property(connection_.get(), XCB_PROP_MODE_APPEND, clockWindow_,
-                        atoms_[WindowAtoms::ServerTime], XCB_ATOM_CARDINAL, 32, 0, nullptr);
+                        atoms_["_KESTRELBAY_SERVER_TIME"], XCB_ATOM_CARDINAL, 32, 0, nullptr);
 }
 
 std::vector<WindowState> WindowSystem::readStates(std::span<const WindowAddress> windows) const {
@@ -51,11 +51,10 @@ std::vector<WindowState> WindowSystem::readStates(std::span<const WindowAddress>
         return askProperty(connection_, window, atoms_[property], type, units);
     };
     for (const WindowAddress &at : windows)
-        cookies.push_back(
-            {ask(at.window, WindowAtoms::WmState, atoms_[WindowAtoms::WmState]),
-             ask(at.window, WindowAtoms::NetWmState, XCB_ATOM_ATOM, kLongestStateList),
-             ask(at.window, WindowAtoms::NetWmDesktop, XCB_ATOM_CARDINAL),
-             ask(at.root, WindowAtoms::NetCurrentDesktop, XCB_ATOM_CARDINAL)});
+        cookies.push_back({ask(at.window, "WM_STATE", atoms_["WM_STATE"]),
+                           ask(at.window, "_NET_WM_STATE", XCB_ATOM_ATOM, kLongestStateList),
+                           ask(at.window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL),
+                           ask(at.root, "_NET_CURRENT_DESKTOP", XCB_ATOM_CARDINAL)});
     for (std::size_t i = 0; i < windows.size(); ++i) {
         const PropertyReply icccm = takeProperty(connection_, cookies[i].icccm);
         const PropertyReply ewmh = takeProperty(connection_, cookies[i].ewmh);
@@ -69,9 +68,9 @@ std::vector<WindowState> WindowSystem::readStates(std::span<const WindowAddress>
         const auto state = propertyWord(icccm);
         states[i].exists = true;
         states[i].managed = state && state != kWithdrawnState;
-        states[i].skipsTaskbar = contains(list, atoms_[WindowAtoms::NetWmStateSkipTaskbar]);
+        states[i].skipsTaskbar = contains(list, atoms_["_NET_WM_STATE_SKIP_TASKBAR"]);
         states[i].minimized = windows[i].abilities.marksHiddenWindows
-                                  ? contains(list, atoms_[WindowAtoms::NetWmStateHidden])
+                                  ? contains(list, atoms_["_NET_WM_STATE_HIDDEN"])
                                   : state == kIconicState;
     }
     return states;
@@ -98,20 +97,18 @@ bool WindowSystem::flush() const {
 }
 
 bool WindowSystem::activate(const WindowAddress &window, xcb_timestamp_t time) const {
-    tellWindowManager(window.root, window.window, atoms_[WindowAtoms::NetActiveWindow], kSourceUser,
-                      time);
+    tellWindowManager(window.root, window.window, atoms_["_NET_ACTIVE_WINDOW"], kSourceUser, time);
     return flush();
 }
 
 bool WindowSystem::showWorkspace(const WindowAddress &window, std::uint32_t workspace,
                                  xcb_timestamp_t time) const {
-    tellWindowManager(window.root, window.root, atoms_[WindowAtoms::NetCurrentDesktop], workspace,
-                      time);
+    tellWindowManager(window.root, window.root, atoms_["_NET_CURRENT_DESKTOP"], workspace, time);
     return flush();
 }
 
 bool WindowSystem::minimize(const WindowAddress &window) const {
-    tellWindowManager(window.root, window.window, atoms_[WindowAtoms::WmChangeState], kIconicState);
+    tellWindowManager(window.root, window.window, atoms_["WM_CHANGE_STATE"], kIconicState);
     return flush();
 }
 
@@ -130,8 +127,8 @@ bool WindowSystem::restore(const WindowAddress &window, xcb_timestamp_t time) co
 
 bool WindowSystem::raise(const WindowAddress &window) const {
     if (window.abilities.restacksWindows) {
-        tellWindowManager(window.root, window.window, atoms_[WindowAtoms::NetRestackWindow],
-                          kSourceUser, XCB_NONE, XCB_STACK_MODE_ABOVE);
+        tellWindowManager(window.root, window.window, atoms_["_NET_RESTACK_WINDOW"], kSourceUser,
+                          XCB_NONE, XCB_STACK_MODE_ABOVE);
     } else {
         const std::uint32_t above = XCB_STACK_MODE_ABOVE;
         xcb_configure_window(connection_.get(), window.window, XCB_CONFIG_WINDOW_STACK_MODE,

@@ -6,9 +6,9 @@ namespace kestrelbay::x11 {
 
 void FloatingPanels::add(xcb_window_t window) {
     xcb_connection_t *const connection = system_.connection().get();
-    const xcb_atom_t type = system_.atoms()[WindowAtoms::TypeNotification];
+    const xcb_atom_t type = system_.atoms()["_NET_WM_WINDOW_TYPE_NOTIFICATION"];
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window,
-                        system_.atoms()[WindowAtoms::NetWmWindowType], XCB_ATOM_ATOM, 32, 1, &type);
+                        system_.atoms()["_NET_WM_WINDOW_TYPE"], XCB_ATOM_ATOM, 32, 1, &type);
     const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     // Waited for: the window is shown over another connection, and that must not be missed.
     const Reply<xcb_generic_error_t> failure(xcb_request_check(

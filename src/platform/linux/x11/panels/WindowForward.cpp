@@ -18,8 +18,7 @@ void WindowForward::handle(const xcb_generic_event_t &event) {
         return;
     const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
     const bool isClock = change.window == system_.clockWindow();
-    const bool isState =
-        change.window == window_ && change.atom == system_.atoms()[WindowAtoms::WmState];
+    const bool isState = change.window == window_ && change.atom == system_.atoms()["WM_STATE"];
     if (std::chrono::steady_clock::now() > end_) {
         watch(XCB_EVENT_MASK_NO_EVENT);
         window_ = XCB_NONE;

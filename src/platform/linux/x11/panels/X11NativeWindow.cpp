@@ -124,9 +124,8 @@ std::optional<QPoint> X11NativeWindow::keyWindowCenter() const {
     xcb_connection_t *const connection = system_.connection().get();
     const xcb_window_t root = system_.connection().root();
     const xcb_window_t active =
-        propertyWord(readProperty(system_.connection(), root,
-                                  system_.atoms()[WindowAtoms::NetActiveWindow], XCB_ATOM_WINDOW,
-                                  1))
+        propertyWord(readProperty(system_.connection(), root, system_.atoms()["_NET_ACTIVE_WINDOW"],
+                                  XCB_ATOM_WINDOW, 1))
             .value_or(XCB_NONE);
     drainLater();
     if (active == XCB_NONE)

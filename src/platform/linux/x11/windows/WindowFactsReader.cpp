@@ -63,11 +63,8 @@ WindowFactsReader::WindowFactsReader(const XConnection &connection, const Window
 
 bool WindowFactsReader::isIdentity(xcb_atom_t property) const {
     return property == XCB_ATOM_WM_CLASS || property == XCB_ATOM_WM_TRANSIENT_FOR ||
-           property == atoms_[WindowAtoms::GtkApplicationId] ||
-           property == atoms_[WindowAtoms::KdeDesktopFile] ||
-           property == atoms_[WindowAtoms::NetWmWindowType] ||
-           property == atoms_[WindowAtoms::NetWmPid] ||
-           property == atoms_[WindowAtoms::WmClientMachine];
+           atoms_.isOneOf(property, {"_GTK_APPLICATION_ID", "_KDE_NET_WM_DESKTOP_FILE",
+                                     "_NET_WM_WINDOW_TYPE", "_NET_WM_PID", "WM_CLIENT_MACHINE"});
 }
 
 WindowFactsReader::Cookies WindowFactsReader::request(xcb_window_t window) const {
@@ -76,32 +73,31 @@ WindowFactsReader::Cookies WindowFactsReader::request(xcb_window_t window) const
     const auto get = [&](xcb_atom_t property, xcb_atom_t type, std::uint32_t units) {
         return askProperty(connection_, window, property, type, units);
     };
-    return {.gtkId = get(atoms_[WindowAtoms::GtkApplicationId], XCB_ATOM_ANY, kLongestText),
-            .kdeFile = get(atoms_[WindowAtoms::KdeDesktopFile], XCB_ATOM_ANY, kLongestText),
+    return {.gtkId = get(atoms_["_GTK_APPLICATION_ID"], XCB_ATOM_ANY, kLongestText),
+            .kdeFile = get(atoms_["_KDE_NET_WM_DESKTOP_FILE"], XCB_ATOM_ANY, kLongestText),
             .wmClass = get(XCB_ATOM_WM_CLASS, XCB_ATOM_ANY, kLongestText),
             .transientFor = get(XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, 1),
-            .types = get(atoms_[WindowAtoms::NetWmWindowType], XCB_ATOM_ATOM, kLongestList),
-            .pid = get(atoms_[WindowAtoms::NetWmPid], XCB_ATOM_CARDINAL, 1),
-            .machine = get(atoms_[WindowAtoms::WmClientMachine], XCB_ATOM_ANY, kLongestText)};
+            .types = get(atoms_["_NET_WM_WINDOW_TYPE"], XCB_ATOM_ATOM, kLongestList),
+            .pid = get(atoms_["_NET_WM_PID"], XCB_ATOM_CARDINAL, 1),
+            .machine = get(atoms_["WM_CLIENT_MACHINE"], XCB_ATOM_ANY, kLongestText)};
 }
 
 WindowType WindowFactsReader::typeOf(std::span<const std::uint32_t> types, bool transient) const {
     // The client's first choice that we know; types of single desktops are skipped.
     for (const std::uint32_t type : types) {
-        if (type == atoms_[WindowAtoms::TypeNormal])
+        if (type == atoms_["_NET_WM_WINDOW_TYPE_NORMAL"])
             return WindowType::Normal;
-        if (type == atoms_[WindowAtoms::TypeDialog])
+        if (type == atoms_["_NET_WM_WINDOW_TYPE_DIALOG"])
             return WindowType::Dialog;
-        for (const auto name :
-             {WindowAtoms::TypeUtility, WindowAtoms::TypeToolbar, WindowAtoms::TypeMenu})
-            if (type == atoms_[name])
-                return WindowType::Utility;
-        for (const auto name :
-             {WindowAtoms::TypeDesktop, WindowAtoms::TypeDock, WindowAtoms::TypeSplash,
-              WindowAtoms::TypeDropdownMenu, WindowAtoms::TypePopupMenu, WindowAtoms::TypeTooltip,
-              WindowAtoms::TypeNotification, WindowAtoms::TypeCombo, WindowAtoms::TypeDragAndDrop})
-            if (type == atoms_[name])
-                return WindowType::Decoration;
+        if (atoms_.isOneOf(type, {"_NET_WM_WINDOW_TYPE_UTILITY", "_NET_WM_WINDOW_TYPE_TOOLBAR",
+                                  "_NET_WM_WINDOW_TYPE_MENU"}))
+            return WindowType::Utility;
+        if (atoms_.isOneOf(type, {"_NET_WM_WINDOW_TYPE_DESKTOP", "_NET_WM_WINDOW_TYPE_DOCK",
+                                  "_NET_WM_WINDOW_TYPE_SPLASH", "_NET_WM_WINDOW_TYPE_DROPDOWN_MENU",
+                                  "_NET_WM_WINDOW_TYPE_POPUP_MENU", "_NET_WM_WINDOW_TYPE_TOOLTIP",
+                                  "_NET_WM_WINDOW_TYPE_NOTIFICATION", "_NET_WM_WINDOW_TYPE_COMBO",
+                                  "_NET_WM_WINDOW_TYPE_DND"}))
+            return WindowType::Decoration;
     }
     return transient ? WindowType::Dialog : WindowType::Normal;
 }

@@ -95,8 +95,8 @@ void WindowMirror::apply(const xcb_generic_event_t &event) {
         case XCB_PROPERTY_NOTIFY: {
             const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
             time_ = change.time;
-            isNews_ |= change.atom == system_.atoms()[WindowAtoms::NetClientList] ||
-                       change.atom == system_.atoms()[WindowAtoms::NetSupportingWmCheck] ||
+            isNews_ |= system_.atoms().isOneOf(change.atom,
+                                               {"_NET_CLIENT_LIST", "_NET_SUPPORTING_WM_CHECK"}) ||
                        (reader_.isIdentity(change.atom) && records_.erase(change.window) > 0);
             break;
         }
@@ -126,11 +126,11 @@ WindowMirror::RootCookies WindowMirror::askRoot(xcb_window_t root) const {
         return askProperty(system_.connection(), root, system_.atoms()[property], type, units);
     };
     return {.root = root,
-            .stacking = ask(WindowAtoms::NetClientListStacking, XCB_ATOM_WINDOW, kMostWindows),
-            .clients = ask(WindowAtoms::NetClientList, XCB_ATOM_WINDOW, kMostWindows),
-            .active = ask(WindowAtoms::NetActiveWindow, XCB_ATOM_WINDOW, 1),
-            .check = ask(WindowAtoms::NetSupportingWmCheck, XCB_ATOM_WINDOW, 1),
-            .supported = ask(WindowAtoms::NetSupported, XCB_ATOM_ATOM, kMostAbilities)};
+            .stacking = ask("_NET_CLIENT_LIST_STACKING", XCB_ATOM_WINDOW, kMostWindows),
+            .clients = ask("_NET_CLIENT_LIST", XCB_ATOM_WINDOW, kMostWindows),
+            .active = ask("_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, 1),
+            .check = ask("_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW, 1),
+            .supported = ask("_NET_SUPPORTED", XCB_ATOM_ATOM, kMostAbilities)};
 }
 
 WindowMirror::Root WindowMirror::readRoot(const RootCookies &cookies) const {
@@ -153,9 +153,8 @@ WindowMirror::Root WindowMirror::readRoot(const RootCookies &cookies) const {
     root.check = propertyWord(take(cookies.check)).value_or(XCB_NONE);
     const PropertyReply supported = take(cookies.supported);
     for (const xcb_atom_t ability : propertyWords(supported)) {
-        root.abilities.restacksWindows |= ability == system_.atoms()[WindowAtoms::NetRestackWindow];
-        root.abilities.marksHiddenWindows |=
-            ability == system_.atoms()[WindowAtoms::NetWmStateHidden];
+        root.abilities.restacksWindows |= ability == system_.atoms()["_NET_RESTACK_WINDOW"];
+        root.abilities.marksHiddenWindows |= ability == system_.atoms()["_NET_WM_STATE_HIDDEN"];
     }
     return root;
 }
@@ -167,8 +166,8 @@ void WindowMirror::verifyWindowManagers(std::vector<Root> &roots,
     for (const std::size_t i : unverified) {
         connection.selectEvents(roots[i].check, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
         cookies.push_back(askProperty(connection, roots[i].check,
-                                      system_.atoms()[WindowAtoms::NetSupportingWmCheck],
-                                      XCB_ATOM_WINDOW, 1));
+                                      system_.atoms()["_NET_SUPPORTING_WM_CHECK"], XCB_ATOM_WINDOW,
+                                      1));
     }
     for (std::size_t i = 0; i < unverified.size(); ++i) {
         Root &root = roots[unverified[i]];
