@@ -21,88 +21,69 @@ void FloatingPanels::add(xcb_window_t window) {
 
 void FloatingPanels::handle(const xcb_generic_event_t &event) {
     switch (event.response_type & 0x7fU) {
-        case XCB_MAP_NOTIFY: {
-            const auto &map = reinterpret_cast<const xcb_map_notify_event_t &>(event);
-            shown(map.event, map.window);
+        case XCB_MAP_NOTIFY:
+            // Of another one, which covers them now; or of a panel, since showing a window
+            // leaves it where it was among the others.
+            setRaisesLeft(reinterpret_cast<const xcb_map_notify_event_t &>(event).window,
+                          kRaisesPerShowing);
+            break;
+        case XCB_CONFIGURE_NOTIFY: {
+            const auto &change = reinterpret_cast<const xcb_configure_notify_event_t &>(event);
+            if (panels_.contains(change.window)) {
+                countRaise(change);
+                return;
+            }
             break;
         }
-        case XCB_UNMAP_NOTIFY:
-            hidden(reinterpret_cast<const xcb_unmap_notify_event_t &>(event).window);
+        case XCB_CIRCULATE_NOTIFY:  // what some old window managers raise windows by
             break;
+        case XCB_UNMAP_NOTIFY:
+            setRaisesLeft(reinterpret_cast<const xcb_unmap_notify_event_t &>(event).window, 0);
+            return;
         case XCB_DESTROY_NOTIFY: {
             const auto window = reinterpret_cast<const xcb_destroy_notify_event_t &>(event).window;
-            hidden(window);
+            setRaisesLeft(window, 0);
             panels_.erase(window);
-            break;
+            return;
         }
-        case XCB_CONFIGURE_NOTIFY:
-            moved(reinterpret_cast<const xcb_configure_notify_event_t &>(event));
-            break;
-        case XCB_CIRCULATE_NOTIFY:
-            raiseAll();
-            break;
         default:
-            break;
+            return;
     }
+    raiseCovered();
 }
 
-void FloatingPanels::shown(xcb_window_t toldOf, xcb_window_t window) {
+void FloatingPanels::setRaisesLeft(xcb_window_t window, int raises) {
     const auto panel = panels_.find(window);
-    if (panel == panels_.end()) {
-        raiseAll();
-    } else if (toldOf == window) {
-        panel->second.isShown = true;
-        panel->second.raisesLeft = kRaisesPerShowing;
-        watchOthers();
-        // Showing a window leaves it where it was among the others.
-        raise(window);
-    }
-}
-
-void FloatingPanels::hidden(xcb_window_t window) {
-    const auto panel = panels_.find(window);
-    if (panel == panels_.end() || !panel->second.isShown)
+    if (panel == panels_.end())
         return;
-    panel->second.isShown = false;
-    watchOthers();
-}
-
-void FloatingPanels::moved(const xcb_configure_notify_event_t &event) {
-    const auto panel = panels_.find(event.window);
-    if (panel == panels_.end()) {
-        raiseAll();
-        return;
-    }
-    // Told once of the window itself and once of the root.
-    if (event.event != event.window)
-        return;
-    // What moved nothing has raised it.
-    const std::array place{int{event.x}, int{event.y}, int{event.width}, int{event.height}};
-    if (panel->second.place == place && panel->second.raisesLeft > 0)
-        --panel->second.raisesLeft;
-    panel->second.place = place;
-}
-
-void FloatingPanels::watchOthers() const {
+    panel->second.raisesLeft = raises;
     const bool isAnyShown =
-        std::ranges::any_of(panels_, [](const auto &panel) { return panel.second.isShown; });
+        std::ranges::any_of(panels_, [](const auto &each) { return each.second.raisesLeft > 0; });
     const XConnection &connection = system_.connection();
     connection.selectEvents(connection.root(), isAnyShown ? XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY
                                                           : XCB_EVENT_MASK_NO_EVENT);
     system_.flush();
 }
 
-void FloatingPanels::raiseAll() const {
-    for (const auto &[window, panel] : panels_)
-        if (panel.isShown && panel.raisesLeft > 0)
-            raise(window);
+void FloatingPanels::countRaise(const xcb_configure_notify_event_t &event) {
+    // Told once of the window itself and once of the root.
+    if (event.event != event.window)
+        return;
+    Panel &panel = panels_[event.window];
+    // What moved nothing has raised it.
+    const std::array place{int{event.x}, int{event.y}, int{event.width}, int{event.height}};
+    if (panel.place == place && panel.raisesLeft > 0)
+        --panel.raisesLeft;
+    panel.place = place;
 }
 
-void FloatingPanels::raise(xcb_window_t window) const {
+void FloatingPanels::raiseCovered() const {
     // The server does nothing, and tells of nothing, when no window covers it.
     const std::uint32_t whenCovered = XCB_STACK_MODE_TOP_IF;
-    xcb_configure_window(system_.connection().get(), window, XCB_CONFIG_WINDOW_STACK_MODE,
-                         &whenCovered);
+    for (const auto &[window, panel] : panels_)
+        if (panel.raisesLeft > 0)
+            xcb_configure_window(system_.connection().get(), window, XCB_CONFIG_WINDOW_STACK_MODE,
+                                 &whenCovered);
     system_.flush();
 }
 

@@ -27,18 +27,15 @@ private:
     static constexpr int kRaisesPerShowing = 5;
 
     struct Panel {
-        bool isShown = false;
+        /// None while it is hidden.
         int raisesLeft = 0;
         /// X, y, width and height.
         std::optional<std::array<int, 4>> place;
     };
 
-    void shown(xcb_window_t toldOf, xcb_window_t window);
-    void hidden(xcb_window_t window);
-    void moved(const xcb_configure_notify_event_t &event);
-    void watchOthers() const;
-    void raiseAll() const;
-    void raise(xcb_window_t window) const;
+    void setRaisesLeft(xcb_window_t window, int raises);
+    void countRaise(const xcb_configure_notify_event_t &event);
+    void raiseCovered() const;
 
     const WindowSystem &system_;
     std::map<xcb_window_t, Panel> panels_;

@@ -40,6 +40,22 @@ TEST_F(X11NativeWindowTest, KeepsAPanelAboveAWindowThatIsRaised) {
     }
 }
 
+TEST_F(X11NativeWindowTest, KeepsAPanelAboveAWindowThatIsCirculated) {
+    const xcb_window_t fullScreen = makeUnmanaged(other_, kScreen);
+    map(other_, fullScreen);
+    const xcb_window_t panel = makeUnmanaged(own_, kPanel);
+    native_->makeFloatingPanel(panel);
+    map(own_, panel);
+    // Until it listens to what becomes of the others.
+    raise(other_, fullScreen);
+    ASSERT_TRUE(waitUntil([&] { return isOnTop(panel); }));
+    xcb_circulate_window(other_.connection().get(), XCB_CIRCULATE_RAISE_LOWEST,
+                         other_.connection().root());
+    other_.sync();
+    EXPECT_FALSE(isOnTop(panel));
+    EXPECT_TRUE(waitUntil([&] { return isOnTop(panel); }));
+}
+
 TEST_F(X11NativeWindowTest, KeepsAPanelAboveUnderACompositingManager) {
     const ChildProcess compositor(QStringLiteral("picom"),
                                   {QStringLiteral("--backend"), QStringLiteral("xrender"),
