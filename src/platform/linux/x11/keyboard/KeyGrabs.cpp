@@ -10,60 +10,51 @@ namespace kestrelbay::x11 {
 namespace {
 
 struct Kind {
-    ModifierFlags generic;
-    ModifierFlags left;
-    ModifierFlags right;
-    KeyCode leftKey;
-    KeyCode rightKey;
+    KeyCode left;
+    KeyCode right;
 };
 
 constexpr std::array kKinds{
-    Kind{modifier::kShift, modifier::kLeftShift, modifier::kRightShift, key::kLeftShift,
-         key::kRightShift},
-    Kind{modifier::kControl, modifier::kLeftControl, modifier::kRightControl, key::kLeftControl,
-         key::kRightControl},
-    Kind{modifier::kOption, modifier::kLeftOption, modifier::kRightOption, key::kLeftOption,
-         key::kRightOption},
-    Kind{modifier::kCommand, modifier::kLeftCommand, modifier::kRightCommand, key::kLeftCommand,
-         key::kRightCommand},
+    Kind{key::kLeftShift, key::kRightShift},
+    Kind{key::kLeftControl, key::kRightControl},
+    Kind{key::kLeftOption, key::kRightOption},
+    Kind{key::kLeftCommand, key::kRightCommand},
 };
 
-using Masks = std::set<std::uint8_t>;
+using Masks = std::set<unsigned>;
 
-std::uint8_t maskOf(KeyCode code, const KeyboardModel &keyboard) {
+unsigned maskOf(KeyCode code, const KeyboardModel &keyboard) {
     const std::optional<XKeycode> keycode = toXKeycode(code);
-    return keycode ? keyboard.modifiersOfKey.at(*keycode) : std::uint8_t{0};
+    return keycode ? keyboard.modifiersOfKey.at(*keycode) : 0U;
 }
 
 /// The states of the X modifiers that mean this kind of modifier. The two keys of
 /// a kind may set different ones: on many layouts the right Option key is
 /// ISO_Level3_Shift and sets Mod5. A key that sets none can't take part in a grab.
 Masks masksOfKind(const Kind &kind, ModifierFlags flags, const KeyboardModel &keyboard) {
-    if (!flags.contains(kind.generic))
+    const ModifierFlags leftFlags = buildDetailedFlags({kind.left});
+    if (!flags.contains(leftFlags & modifier::kGenericMask))
         return {0};
-    const std::uint8_t left = maskOf(kind.leftKey, keyboard);
-    const std::uint8_t right = maskOf(kind.rightKey, keyboard);
-    const auto both = static_cast<std::uint8_t>(left | right);
+    const unsigned left = maskOf(kind.left, keyboard);
+    const unsigned right = maskOf(kind.right, keyboard);
+    const bool wantsLeft = flags.contains(leftFlags);
+    const bool wantsRight = flags.contains(buildDetailedFlags({kind.right}));
     Masks masks;
-    if ((flags & modifier::kSideMask).isEmpty()) {
-        masks = {left, right, both};
-    } else {
-        const bool wantsLeft = flags.contains(kind.left);
-        const bool wantsRight = flags.contains(kind.right);
-        if (wantsLeft && wantsRight && left != 0 && right != 0)
-            masks = {both};
-        else if (wantsLeft != wantsRight)
-            masks = {wantsLeft ? left : right};
-    }
+    if ((flags & modifier::kSideMask).isEmpty())
+        masks = {left, right, left | right};
+    else if (wantsLeft && wantsRight && left != 0 && right != 0)
+        masks = {left | right};
+    else if (wantsLeft != wantsRight)
+        masks = {wantsLeft ? left : right};
     masks.erase(0);
     return masks;
 }
 
 Masks combine(const Masks &a, const Masks &b) {
     Masks combined;
-    for (const std::uint8_t one : a) {
-        for (const std::uint8_t other : b)
-            combined.insert(static_cast<std::uint8_t>(one | other));
+    for (const unsigned one : a) {
+        for (const unsigned other : b)
+            combined.insert(one | other);
     }
     return combined;
 }
@@ -86,12 +77,11 @@ std::set<KeyGrab> grabsFor(const Hotkey &hotkey, const KeyboardModel &keyboard) 
         states = combine(states, masksOfKind(kind, hotkey.modifierFlags, keyboard));
 
     std::set<KeyGrab> grabs;
-    for (const std::uint8_t state : states) {
+    for (const unsigned state : states) {
         // A lock modifier that the hotkey itself uses is no lock for it.
-        const auto locks = static_cast<std::uint8_t>(keyboard.lockModifiers & ~state);
+        const unsigned locks = keyboard.lockModifiers & ~state;
         // Every subset of the lock modifiers, the empty one last.
-        for (std::uint8_t subset = locks;;
-             subset = static_cast<std::uint8_t>((subset - 1) & locks)) {
+        for (unsigned subset = locks;; subset = (subset - 1) & locks) {
             grabs.insert({*keycode, static_cast<std::uint8_t>(state | subset)});
             if (subset == 0)
                 break;
@@ -99,8 +89,6 @@ std::set<KeyGrab> grabsFor(const Hotkey &hotkey, const KeyboardModel &keyboard) 
     }
     return grabs;
 }
-
-KeyGrabber::KeyGrabber(const XConnection &connection) : connection_(connection) {}
 
 void KeyGrabber::apply(const std::set<KeyGrab> &wanted) {
     const std::set<KeyGrab> held = difference(wanted_, refused_);
@@ -125,9 +113,8 @@ std::set<KeyGrab> KeyGrabber::request(const std::set<KeyGrab> &grabs) {
     }
     std::set<KeyGrab> refused;
     for (const Pending &one : pending) {
-        if (const Reply<xcb_generic_error_t> error(
-                xcb_request_check(connection_.get(), one.cookie));
-            error)
+        if (const Reply<xcb_generic_error_t> error{
+                xcb_request_check(connection_.get(), one.cookie)})
             refused.insert(one.grab);
     }
     return refused;

@@ -36,7 +36,7 @@ struct KeyGrab {
 class KeyGrabber {
 public:
     /// The connection has to outlive it.
-    explicit KeyGrabber(const XConnection &connection);
+    explicit KeyGrabber(const XConnection &connection) : connection_(connection) {}
 
     /// Makes the wanted grabs the only ones. New ones are asked for before old
     /// ones are let go, so a hotkey wanted before and after is held throughout;

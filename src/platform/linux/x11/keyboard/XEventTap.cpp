@@ -29,18 +29,17 @@ bool hasRawEvents(xcb_connection_t *connection) {
 }
 
 void selectRawKeys(const XConnection &connection) {
-    struct {
-        xcb_input_event_mask_t header;
-        std::uint32_t bits;
-    } raw{{XCB_INPUT_DEVICE_ALL_MASTER, 1},
-          XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE};
-    struct {
-        xcb_input_event_mask_t header;
-        std::uint32_t bits;
-    } devices{{XCB_INPUT_DEVICE_ALL, 1}, XCB_INPUT_XI_EVENT_MASK_HIERARCHY};
-    // On one root only: the server sends raw events once for every root asked for.
-    xcb_input_xi_select_events(connection.get(), connection.root(), 1, &raw.header);
-    xcb_input_xi_select_events(connection.get(), connection.root(), 1, &devices.header);
+    const auto select = [&](xcb_input_device_id_t device, std::uint32_t events) {
+        struct {
+            xcb_input_event_mask_t header;
+            std::uint32_t bits;
+        } mask{{device, 1}, events};
+        // On one root only: the server sends raw events once for every root asked for.
+        xcb_input_xi_select_events(connection.get(), connection.root(), 1, &mask.header);
+    };
+    select(XCB_INPUT_DEVICE_ALL_MASTER,
+           XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
+    select(XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
 }
 
 /// What the keyboard is grabbed for while recording. Not the root window: the
@@ -137,7 +136,6 @@ void XEventTap::remove() {
     connection_.reset();
     handlers_ = {};
     down_.clear();
-    grabs_.clear();
     refused_.clear();
     recording_ = false;
 }
@@ -209,7 +207,10 @@ void XEventTap::drainLater() {
 void XEventTap::handle(const xcb_generic_event_t &event) {
     const unsigned type = event.response_type & 0x7fU;
     if (type == keymapChangeEvent_) {
-        rereadKeyboard();
+        if (const std::optional<KeyboardModel> keyboard = readKeyboardModel(connection_->get())) {
+            keyboard_ = *keyboard;
+            applyGrabs();
+        }
         return;
     }
     switch (type) {
@@ -303,8 +304,6 @@ void XEventTap::deliverModifier(KeyCode keyCode, bool down) {
 }
 
 void XEventTap::reconcileModifiers() {
-    if (!connection_)
-        return;
     const std::optional<std::set<KeyCode>> held = readHeldModifiers(connection_->get());
     drainLater();
     if (!held)
@@ -313,15 +312,6 @@ void XEventTap::reconcileModifiers() {
         if (!connection_)
             return;  // the handler has removed the tap
         deliverModifier(code, held->contains(code));
-    }
-}
-
-void XEventTap::rereadKeyboard() {
-    if (!connection_)
-        return;
-    if (const std::optional<KeyboardModel> keyboard = readKeyboardModel(connection_->get())) {
-        keyboard_ = *keyboard;
-        applyGrabs();
     }
 }
 
@@ -334,12 +324,11 @@ void XEventTap::applyGrabs() {
         const auto &own = grabs.try_emplace(hotkey, grabsFor(hotkey, keyboard_)).first->second;
         all.insert(own.begin(), own.end());
     }
-    grabs_ = std::move(grabs);
     grabber_->apply(all);
     drainLater();
 
     std::vector<Hotkey> refused;
-    for (const auto &[hotkey, own] : grabs_) {
+    for (const auto &[hotkey, own] : grabs) {
         if (std::ranges::any_of(
                 own, [this](const KeyGrab &g) { return grabber_->refused().contains(g); }))
             refused.push_back(hotkey);
@@ -347,7 +336,10 @@ void XEventTap::applyGrabs() {
     if (refused == refused_)
         return;
     refused_ = std::move(refused);
-    scheduleRetry();
+    if (refused_.empty())
+        retryTimer_.stop();
+    else
+        retryTimer_.start(settings_.firstRetry);
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -355,13 +347,6 @@ void XEventTap::applyGrabs() {
                 handlers_.refusalsChanged();
         },
         Qt::QueuedConnection);
-}
-
-void XEventTap::scheduleRetry() {
-    if (refused_.empty())
-        retryTimer_.stop();
-    else
-        retryTimer_.start(settings_.firstRetry);
 }
 
 }  // namespace kestrelbay::x11

@@ -68,9 +68,7 @@ private:
     EventVerdict deliver(EventType type, KeyCode keyCode);
     void deliverModifier(KeyCode keyCode, bool down);
     void reconcileModifiers();
-    void rereadKeyboard();
     void applyGrabs();
-    void scheduleRetry();
 
     Settings settings_;
     Handlers handlers_;
@@ -81,7 +79,6 @@ private:
     KeyboardModel keyboard_;
     QTimer retryTimer_;
     std::vector<Hotkey> wanted_;
-    std::map<Hotkey, std::set<KeyGrab>> grabs_;
     std::vector<Hotkey> refused_;
     /// What the handler was told: these modifier keys are down.
     std::set<KeyCode> delivered_;
