@@ -17,7 +17,6 @@
 #include "platform/linux/x11/connection/DisplayDiagnostics.h"
 #include "platform/linux/x11/connection/XConnection.h"
 #include "platform/linux/x11/keyboard/XEventTap.h"
-#include "platform/linux/x11/panels/GrabFocusFilter.h"
 #include "platform/linux/x11/panels/X11NativeWindow.h"
 
 namespace kestrelbay {
@@ -47,7 +46,6 @@ public:
                     handler();
             };
             tap_.emplace(std::move(settings));
-            grabFocusFilter_.emplace();
         }
         return *tap_;
     }
@@ -157,7 +155,6 @@ private:
     std::optional<CanberraSounds> sounds_;
     LinuxApplicationCatalog catalog_;
     std::optional<x11::LinuxWorkspace> workspace_;
-    std::optional<x11::GrabFocusFilter> grabFocusFilter_;
     std::optional<x11::XEventTap> tap_;
     std::optional<AutostartLoginItem> loginItem_;
     std::optional<x11::X11NativeWindow> nativeWindow_;

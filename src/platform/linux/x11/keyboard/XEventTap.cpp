@@ -5,6 +5,9 @@
 #include <string_view>
 #include <utility>
 
+#include <QAbstractNativeEventFilter>
+#include <QCoreApplication>
+
 #include <xcb/xinput.h>
 
 #include "platform/linux/x11/keyboard/KeyboardState.h"
@@ -66,9 +69,29 @@ bool claimDisplay(const XConnection &connection) {
     return connection.ownerOf(selection) == window;
 }
 
+/// While somebody grabs the keyboard, the X server tells the focused window that it has
+/// lost the focus, and afterwards that it has it again. Nothing has moved, but Qt would
+/// take it for a change of window: a field that records a hotkey, for which the tap grabs
+/// the keyboard, would end at once. This keeps such news from Qt as long as it exists.
+class GrabFocusFilter final : public QAbstractNativeEventFilter {
+public:
+    bool nativeEventFilter(const QByteArray &type, void *message, qintptr *) override {
+        if (type != "xcb_generic_event_t")
+            return false;
+        const unsigned kind =
+            static_cast<const xcb_generic_event_t *>(message)->response_type & 0x7fU;
+        if (kind != XCB_FOCUS_IN && kind != XCB_FOCUS_OUT)
+            return false;
+        const std::uint8_t mode = static_cast<const xcb_focus_in_event_t *>(message)->mode;
+        return mode == XCB_NOTIFY_MODE_GRAB || mode == XCB_NOTIFY_MODE_UNGRAB;
+    }
+};
+
 }  // namespace
 
-XEventTap::XEventTap(Settings settings) : settings_(std::move(settings)) {
+XEventTap::XEventTap(Settings settings)
+    : settings_(std::move(settings)), grabFocusFilter_(std::make_unique<GrabFocusFilter>()) {
+    QCoreApplication::instance()->installNativeEventFilter(grabFocusFilter_.get());
     retryTimer_.setSingleShot(true);
     connect(&retryTimer_, &QTimer::timeout, this, [this] {
         const std::vector<Hotkey> before = refused_;

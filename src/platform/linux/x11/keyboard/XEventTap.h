@@ -19,6 +19,8 @@
 #include "platform/linux/x11/connection/XConnection.h"
 #include "platform/linux/x11/keyboard/KeyGrabs.h"
 
+class QAbstractNativeEventFilter;
+
 namespace kestrelbay::x11 {
 
 /// The event tap of an X11 session, on a connection of its own that is read by the
@@ -28,6 +30,8 @@ namespace kestrelbay::x11 {
 /// keyboard. Key-downs come from passive synchronous grabs: the server freezes the
 /// keyboard at the press until it is told whether to drop the key or to replay it
 /// to the program in front, so a key is never seen by both and never by neither.
+///
+/// To be made with a QCoreApplication.
 class XEventTap final : public QObject, public EventTap {
     Q_OBJECT
 
@@ -71,6 +75,7 @@ private:
     void applyGrabs();
 
     Settings settings_;
+    const std::unique_ptr<QAbstractNativeEventFilter> grabFocusFilter_;
     Handlers handlers_;
     TapProblem problem_ = TapProblem::None;
     std::shared_ptr<XConnection> connection_;
