@@ -7,7 +7,6 @@
 
 #include <gio/gdesktopappinfo.h>
 
-#include "platform/linux/x11/windows/ApplicationGroups.h"
 #include "platform/linux/x11/windows/ApplicationWindows.h"
 
 namespace kestrelbay::x11 {

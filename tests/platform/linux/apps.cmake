@@ -3,7 +3,7 @@ pkg_check_modules(XCB_TEST REQUIRED IMPORTED_TARGET xcb xcb-xtest)
 
 kestrelbay_test(linux_apps_fast_tests LABEL fast
     SOURCES
-        linux/x11/windows/ApplicationGroupsTest.cpp
+        linux/x11/windows/ApplicationWindowsTest.cpp
         linux/applications/matching/ApplicationMatchTest.cpp
         linux/applications/entries/DesktopEntryApplicationTest.cpp
         linux/applications/launching/ExecLaunchTest.cpp

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/linux/x11/windows/ApplicationGroups.h"
+#include "platform/linux/x11/windows/ApplicationWindows.h"
 
 namespace kestrelbay::x11 {
 namespace {
