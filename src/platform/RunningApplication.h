@@ -20,8 +20,9 @@ enum class ActivationOption : std::uint32_t {
     IgnoringOtherApps = 2,
 };
 
-/// An application as it was running when the workspace was asked. Safe to use
-/// from any one thread at a time; independent of the object that made it.
+/// An application as it was running when the workspace was asked. Safe to use,
+/// together with its windows, from any one thread at a time; independent of the
+/// object that made it.
 class RunningApplication {
 public:
     virtual ~RunningApplication() = default;

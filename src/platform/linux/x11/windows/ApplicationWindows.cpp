@@ -67,7 +67,7 @@ void ApplicationWindows::readStates() {
     mirror_->processQueuedEvents();
 }
 
-std::vector<std::size_t> ApplicationWindows::listedLocked() {
+std::vector<std::size_t> ApplicationWindows::listed() {
     readStates();
     std::vector<std::size_t> ordinary;
     std::vector<std::size_t> all;
@@ -82,13 +82,7 @@ std::vector<std::size_t> ApplicationWindows::listedLocked() {
     return ordinary.empty() ? all : ordinary;
 }
 
-std::vector<std::size_t> ApplicationWindows::listed() {
-    const std::lock_guard lock(mutex_);
-    return listedLocked();
-}
-
 bool ApplicationWindows::isActiveOneMinimized() {
-    const std::lock_guard lock(mutex_);
     const auto active = std::find_if(windows_.begin(), windows_.end(),
                                      [](const ManagedWindow &window) { return window.active; });
     if (active == windows_.end())
@@ -98,13 +92,11 @@ bool ApplicationWindows::isActiveOneMinimized() {
 }
 
 std::optional<WindowState> ApplicationWindows::state(std::size_t window) {
-    const std::lock_guard lock(mutex_);
     readStates();
     return states_[window].exists ? std::optional(states_[window]) : std::nullopt;
 }
 
 bool ApplicationWindows::setMinimized(std::size_t window, bool minimized) {
-    const std::lock_guard lock(mutex_);
     states_.clear();
     const WindowAddress &address = windows_[window].address;
     return minimized ? mirror_->windowSystem().minimize(address)
@@ -115,12 +107,7 @@ bool ApplicationWindows::raise(std::size_t window) {
     return mirror_->windowSystem().raise(windows_[window].address);
 }
 
-void ApplicationWindows::setMain(std::size_t window) {
-    const std::lock_guard lock(mutex_);
-    main_ = window;
-}
-
-bool ApplicationWindows::focusLocked(std::size_t window) {
+bool ApplicationWindows::focus(std::size_t window) {
     readStates();
     const std::optional<std::uint32_t> otherWorkspace = states_[window].otherWorkspace;
     states_.clear();
@@ -135,11 +122,6 @@ bool ApplicationWindows::focusLocked(std::size_t window) {
     return system.activate(address, time);
 }
 
-bool ApplicationWindows::focus(std::size_t window) {
-    const std::lock_guard lock(mutex_);
-    return focusLocked(window);
-}
-
 /// A dialog goes and comes with the window it belongs to. Minimised by itself, it
 /// would be left behind when that window comes back.
 bool ApplicationWindows::isOwnersBusiness(const ManagedWindow &window) const {
@@ -150,7 +132,6 @@ bool ApplicationWindows::isOwnersBusiness(const ManagedWindow &window) const {
 }
 
 bool ApplicationWindows::minimizeAll() {
-    const std::lock_guard lock(mutex_);
     states_.clear();
     focused_.reset();
     bool sent = !windows_.empty();
@@ -162,10 +143,9 @@ bool ApplicationWindows::minimizeAll() {
 }
 
 bool ApplicationWindows::activate() {
-    const std::lock_guard lock(mutex_);
     if (main_ && focused_ == main_)
         return true;
-    const std::vector<std::size_t> list = listedLocked();
+    const std::vector<std::size_t> list = listed();
     if (list.empty())
         return false;
     // Those that no task bar shows went with the others, and come with them.
@@ -173,7 +153,7 @@ bool ApplicationWindows::activate() {
         if (states_[i].exists && states_[i].minimized && !windows_[i].facts->isTransient() &&
             std::find(list.begin(), list.end(), i) == list.end())
             mirror_->windowSystem().restore(windows_[i].address, freshTime());
-    return focusLocked(main_.value_or(list.front()));
+    return focus(main_.value_or(list.front()));
 }
 
 }  // namespace kestrelbay::x11

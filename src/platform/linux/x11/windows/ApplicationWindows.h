@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -32,7 +31,8 @@ struct ApplicationGroup {
 [[nodiscard]] std::vector<ApplicationGroup> groupApplications(const DesktopPicture &picture);
 
 /// The windows that a picture shows of one application, and what was asked of them
-/// since. Shared by a running application and its window elements. Any thread.
+/// since. Shared by a running application and its window elements. Any one thread at a
+/// time.
 ///
 /// One key press asks for the same states several times. They are read together,
 /// and again only when something was asked of the windows or a press must be over.
@@ -54,7 +54,7 @@ public:
 
     bool setMinimized(std::size_t window, bool minimized);
     bool raise(std::size_t window);
-    void setMain(std::size_t window);
+    void setMain(std::size_t window) { main_ = window; }
     /// Brings this window forward with the keyboard focus.
     bool focus(std::size_t window);
 
@@ -68,8 +68,6 @@ private:
 
     [[nodiscard]] xcb_timestamp_t freshTime() const;
     void readStates();
-    [[nodiscard]] std::vector<std::size_t> listedLocked();
-    bool focusLocked(std::size_t window);
     [[nodiscard]] bool isOwnersBusiness(const ManagedWindow &window) const;
 
     const std::shared_ptr<WindowMirror> mirror_;
@@ -78,7 +76,6 @@ private:
     /// Without desktops, panels and the like.
     std::vector<ManagedWindow> windows_;
 
-    std::mutex mutex_;
     std::vector<WindowState> states_;
     std::chrono::steady_clock::time_point readAt_;
     std::optional<std::size_t> main_;
