@@ -53,35 +53,18 @@ void WindowMirror::setNews(std::function<void()> news) {
     news_ = std::move(news);
 }
 
-void WindowMirror::tellNews(bool isNews) {
-    if (!isNews)
-        return;
+void WindowMirror::process(xcb_generic_event_t *pollForFirst(xcb_connection_t *)) {
+    bool isNews = false;
+    {
+        const std::lock_guard lock(mutex_);
+        if (const Reply<xcb_generic_event_t> first{pollForFirst(system_.connection().get())})
+            apply(*first);
+        takeQueuedEvents();
+        isNews = std::exchange(isNews_, false);
+    }
     const std::lock_guard lock(newsMutex_);
-    if (news_)
+    if (isNews && news_)
         news_();
-}
-
-void WindowMirror::processEvents() {
-    bool isNews = false;
-    {
-        const std::lock_guard lock(mutex_);
-        const Reply<xcb_generic_event_t> event(xcb_poll_for_event(system_.connection().get()));
-        if (event)
-            apply(*event);
-        takeQueuedEvents();
-        isNews = std::exchange(isNews_, false);
-    }
-    tellNews(isNews);
-}
-
-void WindowMirror::processQueuedEvents() {
-    bool isNews = false;
-    {
-        const std::lock_guard lock(mutex_);
-        takeQueuedEvents();
-        isNews = std::exchange(isNews_, false);
-    }
-    tellNews(isNews);
 }
 
 void WindowMirror::takeQueuedEvents() {
@@ -240,15 +223,6 @@ WindowMirror::Known WindowMirror::collect(std::span<const xcb_window_t> windows,
     return known;
 }
 
-void WindowMirror::match(Record &record,
-                         const std::shared_ptr<const ApplicationIndex> &index) const {
-    if (record.matches && record.index == index)
-        return;
-    record.matches =
-        std::make_shared<const std::vector<ApplicationMatch>>(matchWindow(*record.facts, *index));
-    record.index = index;
-}
-
 DesktopPicture WindowMirror::read(std::shared_ptr<const ApplicationIndex> index) {
     DesktopPicture picture;
     picture.index = std::move(index);
@@ -281,8 +255,13 @@ DesktopPicture WindowMirror::read(std::shared_ptr<const ApplicationIndex> index)
         const auto record = known.find(window);
         return record == known.end() ? nullptr : &record->second;
     };
-    for (auto &[window, record] : known)
-        match(record, picture.index);
+    for (auto &[window, record] : known) {
+        if (record.index == picture.index)
+            continue;
+        record.matches = std::make_shared<const std::vector<ApplicationMatch>>(
+            matchWindow(*record.facts, *picture.index));
+        record.index = picture.index;
+    }
     for (const Root &root : roots) {
         if (root.check == XCB_NONE)
             continue;

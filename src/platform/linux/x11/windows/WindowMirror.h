@@ -58,9 +58,9 @@ public:
 
     /// Takes in what the server has sent; to be called when its descriptor can be
     /// read.
-    void processEvents();
+    void processEvents() { process(xcb_poll_for_event); }
     /// The same for what an answer has brought along.
-    void processQueuedEvents();
+    void processQueuedEvents() { process(xcb_poll_for_queued_event); }
 
     /// Called, from whichever thread notices, when there are windows that are not
     /// known yet. To be set before there is a second thread, and cleared by an
@@ -84,13 +84,11 @@ private:
     [[nodiscard]] Root readRoot(const RootCookies &cookies) const;
     [[nodiscard]] Known collect(std::span<const xcb_window_t> windows, std::vector<Root> &roots);
     void verifyWindowManagers(std::vector<Root> &roots, std::span<const std::size_t> unverified);
-    void match(Record &record, const std::shared_ptr<const ApplicationIndex> &index) const;
+    void process(xcb_generic_event_t *pollForFirst(xcb_connection_t *));
 
     // With the lock held.
     void takeQueuedEvents();
     void apply(const xcb_generic_event_t &event);
-    /// With the lock released.
-    void tellNews(bool isNews);
 
     WindowSystem system_;
     WindowFactsReader reader_;
