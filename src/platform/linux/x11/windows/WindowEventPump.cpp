@@ -1,25 +1,19 @@
 #include "platform/linux/x11/windows/WindowEventPump.h"
 
+#include <QTimer>
+
 namespace kestrelbay::x11 {
 
 WindowEventPump::WindowEventPump(WindowMirror &mirror)
     : mirror_(mirror),
       notifier_(mirror.windowSystem().connection().fileDescriptor(), QSocketNotifier::Read) {
-    resume_.setSingleShot(true);
-    resume_.setInterval(kPressLasts);
     QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { takeIn(); });
-    QObject::connect(&resume_, &QTimer::timeout, &notifier_, [this] { takeIn(); });
-}
-
-bool WindowEventPump::isPressGoingOn() const {
-    const Clock::duration since(now() - lastPress_.load());
-    return since < kPressLasts;
 }
 
 void WindowEventPump::takeIn() {
-    if (isPressGoingOn()) {
+    if (Clock::duration(now() - lastPress_) < kPressLasts) {
         notifier_.setEnabled(false);
-        resume_.start();
+        QTimer::singleShot(kPressLasts, &notifier_, [this] { takeIn(); });
         return;
     }
     mirror_.processEvents();

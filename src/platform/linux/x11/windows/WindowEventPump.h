@@ -4,7 +4,6 @@
 #include <chrono>
 
 #include <QSocketNotifier>
-#include <QTimer>
 
 #include "platform/linux/x11/windows/WindowMirror.h"
 
@@ -31,13 +30,11 @@ private:
     static constexpr std::chrono::milliseconds kPressLasts{50};
 
     [[nodiscard]] static Clock::rep now() { return Clock::now().time_since_epoch().count(); }
-    [[nodiscard]] bool isPressGoingOn() const;
     void takeIn();
 
     WindowMirror &mirror_;
     std::atomic<Clock::rep> lastPress_{0};
     QSocketNotifier notifier_;
-    QTimer resume_;
 };
 
 }  // namespace kestrelbay::x11

@@ -46,9 +46,10 @@ struct WindowFactsReader::Cookies {
     xcb_get_property_cookie_t gtkId, kdeFile, wmClass, transientFor, types, pid, machine;
 };
 
-WindowFactsReader::WindowFactsReader(const XConnection &connection, const WindowAtoms &atoms,
-                                     LaunchedEntry launchedEntry)
-    : connection_(connection), atoms_(atoms), launchedEntry_(std::move(launchedEntry)) {
+WindowFactsReader::WindowFactsReader(const WindowSystem &system, LaunchedEntry launchedEntry)
+    : connection_(system.connection()),
+      atoms_(system.atoms()),
+      launchedEntry_(std::move(launchedEntry)) {
     if (!connection_.isUsable())
         return;
     const xcb_query_extension_reply_t *extension =

@@ -10,8 +10,7 @@
 #include <QString>
 
 #include "platform/linux/applications/matching/ApplicationMatch.h"
-#include "platform/linux/x11/connection/WindowAtoms.h"
-#include "platform/linux/x11/connection/XConnection.h"
+#include "platform/linux/x11/connection/WindowSystem.h"
 
 namespace kestrelbay::x11 {
 
@@ -21,8 +20,7 @@ public:
     /// The entry file that a process of our own was launched with; empty for others.
     using LaunchedEntry = std::function<QString(std::int64_t pid)>;
 
-    WindowFactsReader(const XConnection &connection, const WindowAtoms &atoms,
-                      LaunchedEntry launchedEntry);
+    WindowFactsReader(const WindowSystem &system, LaunchedEntry launchedEntry);
 
     /// Begins to listen for changes of these windows and asks everything that is
     /// to be known of them. One answer a window, in their order; none for a

@@ -19,11 +19,6 @@ constexpr int kLongestTransientChain = 8;
 
 }  // namespace
 
-struct WindowMirror::RootCookies {
-    xcb_window_t root;
-    xcb_get_property_cookie_t stacking, clients, active, check, supported;
-};
-
 struct WindowMirror::Root {
     xcb_window_t root = XCB_NONE;
     /// Front-most first.
@@ -36,8 +31,7 @@ struct WindowMirror::Root {
 
 WindowMirror::WindowMirror(const QString &displayName,
                            WindowFactsReader::LaunchedEntry launchedEntry)
-    : system_(displayName),
-      reader_(system_.connection(), system_.atoms(), std::move(launchedEntry)) {
+    : system_(displayName), reader_(system_, std::move(launchedEntry)) {
     const XConnection &connection = system_.connection();
     if (!connection.isUsable())
         return;
@@ -104,42 +98,50 @@ xcb_timestamp_t WindowMirror::serverTime() {
     return time_;
 }
 
-WindowMirror::RootCookies WindowMirror::askRoot(xcb_window_t root) const {
-    const auto ask = [&](WindowAtoms::Name property, xcb_atom_t type, std::uint32_t units) {
-        return askProperty(system_.connection(), root, system_.atoms()[property], type, units);
+std::vector<WindowMirror::Root> WindowMirror::readRoots() const {
+    const XConnection &connection = system_.connection();
+    const WindowAtoms &atoms = system_.atoms();
+    struct Cookies {
+        xcb_get_property_cookie_t stacking, clients, active, check, supported;
     };
-    return {.root = root,
-            .stacking = ask("_NET_CLIENT_LIST_STACKING", XCB_ATOM_WINDOW, kMostWindows),
-            .clients = ask("_NET_CLIENT_LIST", XCB_ATOM_WINDOW, kMostWindows),
-            .active = ask("_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, 1),
-            .check = ask("_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW, 1),
-            .supported = ask("_NET_SUPPORTED", XCB_ATOM_ATOM, kMostAbilities)};
-}
-
-WindowMirror::Root WindowMirror::readRoot(const RootCookies &cookies) const {
-    const auto take = [this](xcb_get_property_cookie_t cookie) {
-        return takeProperty(system_.connection(), cookie);
-    };
-    const PropertyReply stacking = take(cookies.stacking);
-    const PropertyReply clients = take(cookies.clients);
-
-    Root root;
-    root.root = cookies.root;
-    // Small window managers keep no list in stacking order: the newest in front
-    // is the best guess then.
-    const auto list = propertyWords(propertyWords(stacking).empty() ? clients : stacking);
-    std::unordered_set<xcb_window_t> seen;
-    for (auto window = list.rbegin(); window != list.rend(); ++window)
-        if (*window != XCB_NONE && seen.insert(*window).second)
-            root.windows.push_back(*window);
-    root.active = propertyWord(take(cookies.active)).value_or(XCB_NONE);
-    root.check = propertyWord(take(cookies.check)).value_or(XCB_NONE);
-    const PropertyReply supported = take(cookies.supported);
-    for (const xcb_atom_t ability : propertyWords(supported)) {
-        root.abilities.restacksWindows |= ability == system_.atoms()["_NET_RESTACK_WINDOW"];
-        root.abilities.marksHiddenWindows |= ability == system_.atoms()["_NET_WM_STATE_HIDDEN"];
+    std::vector<Cookies> cookies;
+    for (const xcb_window_t root : connection.roots()) {
+        const auto ask = [&](WindowAtoms::Name property, xcb_atom_t type, std::uint32_t units) {
+            return askProperty(connection, root, atoms[property], type, units);
+        };
+        cookies.push_back(
+            {.stacking = ask("_NET_CLIENT_LIST_STACKING", XCB_ATOM_WINDOW, kMostWindows),
+             .clients = ask("_NET_CLIENT_LIST", XCB_ATOM_WINDOW, kMostWindows),
+             .active = ask("_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, 1),
+             .check = ask("_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW, 1),
+             .supported = ask("_NET_SUPPORTED", XCB_ATOM_ATOM, kMostAbilities)});
     }
-    return root;
+
+    std::vector<Root> roots(cookies.size());
+    for (std::size_t i = 0; i < roots.size(); ++i) {
+        const PropertyReply stacking = takeProperty(connection, cookies[i].stacking);
+        const PropertyReply clients = takeProperty(connection, cookies[i].clients);
+        const auto active = propertyWord(takeProperty(connection, cookies[i].active));
+        const auto check = propertyWord(takeProperty(connection, cookies[i].check));
+        const PropertyReply supported = takeProperty(connection, cookies[i].supported);
+
+        Root &root = roots[i];
+        root.root = connection.roots()[i];
+        // Small window managers keep no list in stacking order: the newest in front
+        // is the best guess then.
+        const auto list = propertyWords(propertyWords(stacking).empty() ? clients : stacking);
+        std::unordered_set<xcb_window_t> seen;
+        for (auto window = list.rbegin(); window != list.rend(); ++window)
+            if (*window != XCB_NONE && seen.insert(*window).second)
+                root.windows.push_back(*window);
+        root.active = active.value_or(XCB_NONE);
+        root.check = check.value_or(XCB_NONE);
+        for (const xcb_atom_t ability : propertyWords(supported)) {
+            root.abilities.restacksWindows |= ability == atoms["_NET_RESTACK_WINDOW"];
+            root.abilities.marksHiddenWindows |= ability == atoms["_NET_WM_STATE_HIDDEN"];
+        }
+    }
+    return roots;
 }
 
 void WindowMirror::verifyWindowManagers(std::vector<Root> &roots,
@@ -230,14 +232,7 @@ DesktopPicture WindowMirror::read(std::shared_ptr<const ApplicationIndex> index)
         return picture;
 
     system_.askTime();
-    std::vector<RootCookies> cookies;
-    cookies.reserve(system_.connection().roots().size());
-    for (const xcb_window_t root : system_.connection().roots())
-        cookies.push_back(askRoot(root));
-    std::vector<Root> roots;
-    roots.reserve(cookies.size());
-    for (const RootCookies &cookie : cookies)
-        roots.push_back(readRoot(cookie));
+    std::vector<Root> roots = readRoots();
 
     std::vector<xcb_window_t> wanted;
     for (Root &root : roots) {

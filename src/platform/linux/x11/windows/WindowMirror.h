@@ -77,11 +77,10 @@ private:
         std::uint64_t reading = 0;
     };
     struct Root;
-    struct RootCookies;
     using Known = std::unordered_map<xcb_window_t, Record>;
 
-    [[nodiscard]] RootCookies askRoot(xcb_window_t root) const;
-    [[nodiscard]] Root readRoot(const RootCookies &cookies) const;
+    /// Every screen's, in one round trip.
+    [[nodiscard]] std::vector<Root> readRoots() const;
     [[nodiscard]] Known collect(std::span<const xcb_window_t> windows, std::vector<Root> &roots);
     void verifyWindowManagers(std::vector<Root> &roots, std::span<const std::size_t> unverified);
     void process(xcb_generic_event_t *pollForFirst(xcb_connection_t *));
