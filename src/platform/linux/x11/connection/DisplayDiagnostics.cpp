@@ -8,7 +8,7 @@
 
 #include <xcb/xinput.h>
 
-#include "platform/linux/x11/connection/WindowAtoms.h"
+#include "platform/linux/x11/connection/XConnection.h"
 #include "platform/linux/x11/connection/XProperty.h"
 
 namespace kestrelbay::x11 {
@@ -28,20 +28,19 @@ QString server(const XConnection &connection) {
 }
 
 QString windowManager(const XConnection &connection) {
-    const WindowAtoms atoms(connection);
-    const auto check = [&](xcb_window_t window) {
-        const xcb_atom_t name = atoms["_NET_SUPPORTING_WM_CHECK"];
-        return propertyWord(readProperty(connection, window, name, XCB_ATOM_WINDOW, 1))
+    const auto [checkAtom, nameAtom, utf8Atom] = internAtoms(
+        connection,
+        std::array<std::string_view, 3>{"_NET_SUPPORTING_WM_CHECK", "_NET_WM_NAME", "UTF8_STRING"});
+    const auto check = [&, atom = checkAtom](xcb_window_t window) {
+        return propertyWord(readProperty(connection, window, atom, XCB_ATOM_WINDOW, 1))
             .value_or(XCB_NONE);
     };
     const xcb_window_t window = check(connection.root());
     // One that has gone leaves its window's number behind.
     if (window == XCB_NONE || check(window) != window)
         return QStringLiteral("none");
-    const auto names =
-        internAtoms(connection, std::array<std::string_view, 2>{"_NET_WM_NAME", "UTF8_STRING"});
     const QString name =
-        propertyText(readProperty(connection, window, names[0], names[1], kLongestName));
+        propertyText(readProperty(connection, window, nameAtom, utf8Atom, kLongestName));
     return name.isEmpty() ? QStringLiteral("without a name") : name;
 }
 

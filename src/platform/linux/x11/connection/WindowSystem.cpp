@@ -76,20 +76,19 @@ std::vector<WindowState> WindowSystem::readStates(std::span<const WindowAddress>
     return states;
 }
 
-void WindowSystem::tellWindowManager(xcb_window_t root, xcb_window_t about, xcb_atom_t message,
-                                     std::uint32_t first, std::uint32_t second,
-                                     std::uint32_t third) const {
+bool WindowSystem::tellWindowManager(xcb_window_t root, xcb_window_t about,
+                                     WindowAtoms::Name message,
+                                     std::initializer_list<std::uint32_t> words) const {
     xcb_client_message_event_t event{};
     event.response_type = XCB_CLIENT_MESSAGE;
     event.format = 32;
     event.window = about;
-    event.type = message;
-    event.data.data32[0] = first;
-    event.data.data32[1] = second;
-    event.data.data32[2] = third;
+    event.type = atoms_[message];
+    std::ranges::copy(words, event.data.data32);
     xcb_send_event(connection_.get(), 0, root,
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char *>(&event));
+    return flush();
 }
 
 bool WindowSystem::flush() const {
@@ -97,19 +96,16 @@ bool WindowSystem::flush() const {
 }
 
 bool WindowSystem::activate(const WindowAddress &window, xcb_timestamp_t time) const {
-    tellWindowManager(window.root, window.window, atoms_["_NET_ACTIVE_WINDOW"], kSourceUser, time);
-    return flush();
+    return tellWindowManager(window.root, window.window, "_NET_ACTIVE_WINDOW", {kSourceUser, time});
 }
 
 bool WindowSystem::showWorkspace(const WindowAddress &window, std::uint32_t workspace,
                                  xcb_timestamp_t time) const {
-    tellWindowManager(window.root, window.root, atoms_["_NET_CURRENT_DESKTOP"], workspace, time);
-    return flush();
+    return tellWindowManager(window.root, window.root, "_NET_CURRENT_DESKTOP", {workspace, time});
 }
 
 bool WindowSystem::minimize(const WindowAddress &window) const {
-    tellWindowManager(window.root, window.window, atoms_["WM_CHANGE_STATE"], kIconicState);
-    return flush();
+    return tellWindowManager(window.root, window.window, "WM_CHANGE_STATE", {kIconicState});
 }
 
 bool WindowSystem::restore(const WindowAddress &window, xcb_timestamp_t time) const {
@@ -126,14 +122,11 @@ bool WindowSystem::restore(const WindowAddress &window, xcb_timestamp_t time) co
 }
 
 bool WindowSystem::raise(const WindowAddress &window) const {
-    if (window.abilities.restacksWindows) {
-        tellWindowManager(window.root, window.window, atoms_["_NET_RESTACK_WINDOW"], kSourceUser,
-                          XCB_NONE, XCB_STACK_MODE_ABOVE);
-    } else {
-        const std::uint32_t above = XCB_STACK_MODE_ABOVE;
-        xcb_configure_window(connection_.get(), window.window, XCB_CONFIG_WINDOW_STACK_MODE,
-                             &above);
-    }
+    if (window.abilities.restacksWindows)
+        return tellWindowManager(window.root, window.window, "_NET_RESTACK_WINDOW",
+                                 {kSourceUser, XCB_NONE, XCB_STACK_MODE_ABOVE});
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(connection_.get(), window.window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
     return flush();
 }
 

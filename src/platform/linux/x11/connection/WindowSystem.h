@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <span>
 #include <vector>
@@ -68,9 +69,8 @@ public:
 
 private:
     /// About a window: one of the root's, or the root itself.
-    void tellWindowManager(xcb_window_t root, xcb_window_t about, xcb_atom_t message,
-                           std::uint32_t first, std::uint32_t second = 0,
-                           std::uint32_t third = 0) const;
+    bool tellWindowManager(xcb_window_t root, xcb_window_t about, WindowAtoms::Name message,
+                           std::initializer_list<std::uint32_t> words) const;
 
     XConnection connection_;
     WindowAtoms atoms_;

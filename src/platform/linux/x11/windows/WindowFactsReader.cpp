@@ -1,6 +1,7 @@
 #include "platform/linux/x11/windows/WindowFactsReader.h"
 
 #include <algorithm>
+#include <set>
 #include <unordered_map>
 #include <utility>
 
@@ -20,11 +21,18 @@ namespace {
 constexpr std::uint32_t kLongestText = 256;
 constexpr std::uint32_t kLongestList = 64;
 
-std::unordered_map<std::uint32_t, std::int64_t> pidsByClient(
-    xcb_connection_t *connection, xcb_res_query_client_ids_cookie_t cookie) {
-    std::unordered_map<std::uint32_t, std::int64_t> pids;
-    const Reply<xcb_res_query_client_ids_reply_t> reply(
-        xcb_res_query_client_ids_reply(connection, cookie, nullptr));
+using PidsByClient = std::unordered_map<std::uint32_t, std::int64_t>;
+
+PidsByClient readPids(xcb_connection_t *connection, const std::set<std::uint32_t> &clients) {
+    std::vector<xcb_res_client_id_spec_t> specs;
+    for (const std::uint32_t client : clients)
+        specs.push_back({client, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID});
+    const Reply<xcb_res_query_client_ids_reply_t> reply(xcb_res_query_client_ids_reply(
+        connection,
+        xcb_res_query_client_ids(connection, static_cast<std::uint32_t>(specs.size()),
+                                 specs.data()),
+        nullptr));
+    PidsByClient pids;
     if (!reply)
         return pids;
     for (auto id = xcb_res_query_client_ids_ids_iterator(reply.get()); id.rem > 0;
@@ -169,18 +177,11 @@ std::vector<std::optional<WindowFacts>> WindowFactsReader::read(
     // Resource ids begin with the bits that are the client's own.
     const std::uint32_t clientBits =
         connection_.isUsable() ? ~xcb_get_setup(connection_.get())->resource_id_mask : 0;
-    std::vector<xcb_res_client_id_spec_t> specs;
+    std::set<std::uint32_t> clients;
     for (const xcb_window_t window : windows)
-        if (std::none_of(specs.begin(), specs.end(), [&](const xcb_res_client_id_spec_t &spec) {
-                return spec.client == (window & clientBits);
-            }))
-            specs.push_back({window & clientBits, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID});
-    std::unordered_map<std::uint32_t, std::int64_t> pids;
-    if (serverKnowsPids_ && !specs.empty())
-        pids = pidsByClient(
-            connection_.get(),
-            xcb_res_query_client_ids(connection_.get(), static_cast<std::uint32_t>(specs.size()),
-                                     specs.data()));
+        clients.insert(window & clientBits);
+    const PidsByClient pids =
+        serverKnowsPids_ ? readPids(connection_.get(), clients) : PidsByClient();
 
     Processes processes;
     std::vector<std::optional<WindowFacts>> all;
