@@ -8,7 +8,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "platform/linux/x11/connection/XProperty.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {
@@ -151,7 +150,7 @@ void WindowMaker::activate(xcb_window_t window, xcb_timestamp_t time) {
 
 std::vector<std::uint32_t> WindowMaker::words(xcb_window_t window, const char *property) {
     const x11::PropertyReply reply =
-        x11::readProperty(connection_, window, atom(property), XCB_ATOM_ANY, 4096);
+        connection_.readProperty(window, atom(property), XCB_ATOM_ANY, 4096);
     const auto list = x11::propertyWords(reply);
     return {list.begin(), list.end()};
 }

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "platform/linux/x11/connection/XProperty.h"
-
 namespace kestrelbay::x11 {
 
 namespace {
@@ -86,7 +84,7 @@ void XEmbedTray::read() {
     connection_.selectEvents(owner_,
                              XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
     const PropertyReply colors =
-        readProperty(connection_, owner_, colors_, XCB_ATOM_CARDINAL, kColorWords);
+        connection_.readProperty(owner_, colors_, XCB_ATOM_CARDINAL, kColorWords);
     // Gone in the meantime, without a word to those who were about to listen.
     if (!colors)
         owner_ = XCB_NONE;

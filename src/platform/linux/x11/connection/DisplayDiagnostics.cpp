@@ -9,7 +9,6 @@
 #include <xcb/xinput.h>
 
 #include "platform/linux/x11/connection/XConnection.h"
-#include "platform/linux/x11/connection/XProperty.h"
 
 namespace kestrelbay::x11 {
 
@@ -32,7 +31,7 @@ QString windowManager(const XConnection &connection) {
         connection,
         std::array<std::string_view, 3>{"_NET_SUPPORTING_WM_CHECK", "_NET_WM_NAME", "UTF8_STRING"});
     const auto check = [&, atom = checkAtom](xcb_window_t window) {
-        return propertyWord(readProperty(connection, window, atom, XCB_ATOM_WINDOW, 1))
+        return propertyWord(connection.readProperty(window, atom, XCB_ATOM_WINDOW, 1))
             .value_or(XCB_NONE);
     };
     const xcb_window_t window = check(connection.root());
@@ -40,7 +39,7 @@ QString windowManager(const XConnection &connection) {
     if (window == XCB_NONE || check(window) != window)
         return QStringLiteral("none");
     const QString name =
-        propertyText(readProperty(connection, window, nameAtom, utf8Atom, kLongestName));
+        propertyText(connection.readProperty(window, nameAtom, utf8Atom, kLongestName));
     return name.isEmpty() ? QStringLiteral("without a name") : name;
 }
 
@@ -66,7 +65,7 @@ QString keyboardLayout(const XConnection &connection) {
     const xcb_atom_t rules =
         internAtoms(connection, std::array<std::string_view, 1>{"_XKB_RULES_NAMES"})[0];
     const QStringList values = propertyTexts(
-        readProperty(connection, connection.root(), rules, XCB_ATOM_STRING, kLongestName));
+        connection.readProperty(connection.root(), rules, XCB_ATOM_STRING, kLongestName));
     constexpr std::array kParts{"rules", "model", "layout", "variant", "options"};
     QStringList parts;
     for (std::size_t i = 0; i < kParts.size(); ++i) {

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/linux/x11/connection/XProperty.h"
-
 namespace kestrelbay::x11 {
 
 namespace {
@@ -48,7 +46,7 @@ std::vector<WindowState> WindowSystem::readStates(std::span<const WindowAddress>
     cookies.reserve(windows.size());
     const auto ask = [this](xcb_window_t window, WindowAtoms::Name property, xcb_atom_t type,
                             std::uint32_t units = 1) {
-        return askProperty(connection_, window, atoms_[property], type, units);
+        return connection_.askProperty(window, atoms_[property], type, units);
     };
     for (const WindowAddress &at : windows)
         cookies.push_back({ask(at.window, "WM_STATE", atoms_["WM_STATE"]),
@@ -56,10 +54,10 @@ std::vector<WindowState> WindowSystem::readStates(std::span<const WindowAddress>
                            ask(at.window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL),
                            ask(at.root, "_NET_CURRENT_DESKTOP", XCB_ATOM_CARDINAL)});
     for (std::size_t i = 0; i < windows.size(); ++i) {
-        const PropertyReply icccm = takeProperty(connection_, cookies[i].icccm);
-        const PropertyReply ewmh = takeProperty(connection_, cookies[i].ewmh);
-        const auto workspace = propertyWord(takeProperty(connection_, cookies[i].workspace));
-        const auto inView = propertyWord(takeProperty(connection_, cookies[i].workspaceInView));
+        const PropertyReply icccm = connection_.takeProperty(cookies[i].icccm);
+        const PropertyReply ewmh = connection_.takeProperty(cookies[i].ewmh);
+        const auto workspace = propertyWord(connection_.takeProperty(cookies[i].workspace));
+        const auto inView = propertyWord(connection_.takeProperty(cookies[i].workspaceInView));
         if (!icccm || !ewmh)
             continue;
         if (workspace && inView && workspace != inView && workspace != kAllWorkspaces)

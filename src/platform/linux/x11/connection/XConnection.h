@@ -5,10 +5,12 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
-#include <QString>
+#include <QStringList>
 
 #include <xcb/xcb.h>
 
@@ -21,6 +23,7 @@ struct FreeReply {
 /// Owner of anything xcb hands out to be freed: replies, events, errors.
 template <class T>
 using Reply = std::unique_ptr<T, FreeReply>;
+using PropertyReply = Reply<xcb_get_property_reply_t>;
 
 /// One connection to an X server. The requests of xcb itself may be made from any
 /// thread; what is read here is fixed when the connection is made.
@@ -48,6 +51,16 @@ public:
     [[nodiscard]] xcb_window_t createInputOnlyWindow() const;
     /// The window that owns a selection. Takes a round trip.
     [[nodiscard]] xcb_window_t ownerOf(xcb_atom_t selection) const;
+
+    /// Asks for the first units of four bytes of a property. Each answer has to be taken,
+    /// or it stays in memory.
+    [[nodiscard]] xcb_get_property_cookie_t askProperty(xcb_window_t window, xcb_atom_t property,
+                                                        xcb_atom_t type, std::uint32_t units) const;
+    /// Null when the window has gone.
+    [[nodiscard]] PropertyReply takeProperty(xcb_get_property_cookie_t cookie) const;
+    /// Both in one, with a round trip.
+    [[nodiscard]] PropertyReply readProperty(xcb_window_t window, xcb_atom_t property,
+                                             xcb_atom_t type, std::uint32_t units) const;
 
 private:
     struct Disconnect {
@@ -83,5 +96,21 @@ template <std::size_t N>
     });
     return atoms;
 }
+
+// Properties are written by other programs: whatever has not the expected form
+// reads as empty.
+
+/// As long as the reply lives. Empty unless the property is a list of 32-bit items.
+[[nodiscard]] std::span<const std::uint32_t> propertyWords(const PropertyReply &reply);
+
+/// The first of them.
+[[nodiscard]] std::optional<std::uint32_t> propertyWord(const PropertyReply &reply);
+
+/// The texts of a list whose items are separated by NUL: UTF-8 where it is valid,
+/// otherwise Latin-1.
+[[nodiscard]] QStringList propertyTexts(const PropertyReply &reply);
+
+/// The first of them.
+[[nodiscard]] QString propertyText(const PropertyReply &reply);
 
 }  // namespace kestrelbay::x11

@@ -10,8 +10,6 @@
 #include <QRegion>
 #include <QWindow>
 
-#include "platform/linux/x11/connection/XProperty.h"
-
 namespace kestrelbay::x11 {
 
 namespace {
@@ -124,8 +122,8 @@ std::optional<QPoint> X11NativeWindow::keyWindowCenter() const {
     xcb_connection_t *const connection = system_.connection().get();
     const xcb_window_t root = system_.connection().root();
     const xcb_window_t active =
-        propertyWord(readProperty(system_.connection(), root, system_.atoms()["_NET_ACTIVE_WINDOW"],
-                                  XCB_ATOM_WINDOW, 1))
+        propertyWord(system_.connection().readProperty(root, system_.atoms()["_NET_ACTIVE_WINDOW"],
+                                                       XCB_ATOM_WINDOW, 1))
             .value_or(XCB_NONE);
     drainLater();
     if (active == XCB_NONE)

@@ -10,7 +10,6 @@
 #include <xcb/res.h>
 
 #include "platform/linux/applications/matching/ProcessFacts.h"
-#include "platform/linux/x11/connection/XProperty.h"
 
 namespace kestrelbay::x11 {
 
@@ -80,7 +79,7 @@ WindowFactsReader::Cookies WindowFactsReader::request(xcb_window_t window) const
     connection_.selectEvents(window,
                              XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     const auto get = [&](xcb_atom_t property, xcb_atom_t type, std::uint32_t units) {
-        return askProperty(connection_, window, property, type, units);
+        return connection_.askProperty(window, property, type, units);
     };
     return {.gtkId = get(atoms_["_GTK_APPLICATION_ID"], XCB_ATOM_ANY, kLongestText),
             .kdeFile = get(atoms_["_KDE_NET_WM_DESKTOP_FILE"], XCB_ATOM_ANY, kLongestText),
@@ -115,7 +114,7 @@ std::optional<WindowFacts> WindowFactsReader::collect(const Cookies &cookies,
                                                       std::int64_t serverPid,
                                                       Processes &processes) const {
     const auto take = [this](xcb_get_property_cookie_t cookie) {
-        return takeProperty(connection_, cookie);
+        return connection_.takeProperty(cookie);
     };
     // Every cookie is asked for, or its answer would stay in memory.
     const PropertyReply gtkId = take(cookies.gtkId);

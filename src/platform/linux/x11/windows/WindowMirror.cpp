@@ -4,8 +4,6 @@
 #include <unordered_set>
 #include <utility>
 
-#include "platform/linux/x11/connection/XProperty.h"
-
 namespace kestrelbay::x11 {
 
 namespace {
@@ -107,7 +105,7 @@ std::vector<WindowMirror::Root> WindowMirror::readRoots() const {
     std::vector<Cookies> cookies;
     for (const xcb_window_t root : connection.roots()) {
         const auto ask = [&](WindowAtoms::Name property, xcb_atom_t type, std::uint32_t units) {
-            return askProperty(connection, root, atoms[property], type, units);
+            return connection.askProperty(root, atoms[property], type, units);
         };
         cookies.push_back(
             {.stacking = ask("_NET_CLIENT_LIST_STACKING", XCB_ATOM_WINDOW, kMostWindows),
@@ -119,11 +117,11 @@ std::vector<WindowMirror::Root> WindowMirror::readRoots() const {
 
     std::vector<Root> roots(cookies.size());
     for (std::size_t i = 0; i < roots.size(); ++i) {
-        const PropertyReply stacking = takeProperty(connection, cookies[i].stacking);
-        const PropertyReply clients = takeProperty(connection, cookies[i].clients);
-        const auto active = propertyWord(takeProperty(connection, cookies[i].active));
-        const auto check = propertyWord(takeProperty(connection, cookies[i].check));
-        const PropertyReply supported = takeProperty(connection, cookies[i].supported);
+        const PropertyReply stacking = connection.takeProperty(cookies[i].stacking);
+        const PropertyReply clients = connection.takeProperty(cookies[i].clients);
+        const auto active = propertyWord(connection.takeProperty(cookies[i].active));
+        const auto check = propertyWord(connection.takeProperty(cookies[i].check));
+        const PropertyReply supported = connection.takeProperty(cookies[i].supported);
 
         Root &root = roots[i];
         root.root = connection.roots()[i];
@@ -150,14 +148,13 @@ void WindowMirror::verifyWindowManagers(std::vector<Root> &roots,
     std::vector<xcb_get_property_cookie_t> cookies;
     for (const std::size_t i : unverified) {
         connection.selectEvents(roots[i].check, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-        cookies.push_back(askProperty(connection, roots[i].check,
-                                      system_.atoms()["_NET_SUPPORTING_WM_CHECK"], XCB_ATOM_WINDOW,
-                                      1));
+        cookies.push_back(connection.askProperty(
+            roots[i].check, system_.atoms()["_NET_SUPPORTING_WM_CHECK"], XCB_ATOM_WINDOW, 1));
     }
     for (std::size_t i = 0; i < unverified.size(); ++i) {
         Root &root = roots[unverified[i]];
         // A window manager that has gone leaves its lists behind.
-        if (propertyWord(takeProperty(connection, cookies[i])) != root.check)
+        if (propertyWord(connection.takeProperty(cookies[i])) != root.check)
             root.check = XCB_NONE;
     }
     const std::lock_guard lock(mutex_);
