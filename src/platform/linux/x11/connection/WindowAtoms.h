@@ -41,6 +41,7 @@ class WindowAtoms {
         "_NET_WM_WINDOW_TYPE_COMBO",
         "_NET_WM_WINDOW_TYPE_DND",
         "_GTK_APPLICATION_ID",
+        "_KDE_NET_WM_BLUR_BEHIND_REGION",
         "_KDE_NET_WM_DESKTOP_FILE",
         "WM_CHANGE_STATE",
         "WM_CLIENT_MACHINE",

@@ -34,10 +34,10 @@ qreal devicePixelRatioOf(NativeWindow::Id id) {
 }
 
 QRegion roundedRegion(const QRect &rectangle, int cornerRadius, qreal ratio) {
-    const QRectF scaled(rectangle.x() * ratio, rectangle.y() * ratio, rectangle.width() * ratio,
-                        rectangle.height() * ratio);
     QPainterPath path;
-    path.addRoundedRect(scaled, cornerRadius * ratio, cornerRadius * ratio);
+    path.addRoundedRect(
+        QRectF(QPointF(rectangle.topLeft()) * ratio, QSizeF(rectangle.size()) * ratio),
+        cornerRadius * ratio, cornerRadius * ratio);
     return {path.toFillPolygon().toPolygon()};
 }
 
@@ -53,10 +53,7 @@ X11NativeWindow::X11NativeWindow(const QString &displayName)
     if (!connection.isUsable())
         return;
     const std::string manager = "_NET_WM_CM_S" + std::to_string(connection.defaultScreen());
-    const auto atoms = internAtoms(
-        connection, std::array<std::string_view, 2>{manager, "_KDE_NET_WM_BLUR_BEHIND_REGION"});
-    compositingManager_ = atoms[0];
-    blurRegion_ = atoms[1];
+    compositingManager_ = internAtoms(connection, std::array<std::string_view, 1>{manager})[0];
     notifier_ =
         std::make_unique<QSocketNotifier>(connection.fileDescriptor(), QSocketNotifier::Read);
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(),
@@ -104,7 +101,7 @@ void X11NativeWindow::setBehindWindowMaterial(Id window, const QRect &rectangle,
             words.push_back(static_cast<std::uint32_t>(number));
     finishRequestsOfQt();
     xcb_change_property(system_.connection().get(), XCB_PROP_MODE_REPLACE, xWindow(window),
-                        blurRegion_, XCB_ATOM_CARDINAL, 32,
+                        system_.atoms()["_KDE_NET_WM_BLUR_BEHIND_REGION"], XCB_ATOM_CARDINAL, 32,
                         static_cast<std::uint32_t>(words.size()), words.data());
     system_.flush();
 }
@@ -117,24 +114,20 @@ void X11NativeWindow::bringProgramForward(Id window) {
 }
 
 std::optional<QPoint> X11NativeWindow::keyWindowCenter() const {
-    if (!system_.connection().isUsable())
+    const XConnection &x = system_.connection();
+    if (!x.isUsable())
         return std::nullopt;
-    xcb_connection_t *const connection = system_.connection().get();
-    const xcb_window_t root = system_.connection().root();
-    const xcb_window_t active =
-        propertyWord(system_.connection().readProperty(root, system_.atoms()["_NET_ACTIVE_WINDOW"],
-                                                       XCB_ATOM_WINDOW, 1))
-            .value_or(XCB_NONE);
+    const auto active = propertyWord(
+        x.readProperty(x.root(), system_.atoms()["_NET_ACTIVE_WINDOW"], XCB_ATOM_WINDOW, 1));
     drainLater();
-    if (active == XCB_NONE)
+    if (active.value_or(XCB_NONE) == XCB_NONE)
         return std::nullopt;
-    const xcb_get_geometry_cookie_t geometryCookie = xcb_get_geometry(connection, active);
-    const xcb_translate_coordinates_cookie_t cornerCookie =
-        xcb_translate_coordinates(connection, active, root, 0, 0);
+    const auto geometryCookie = xcb_get_geometry(x.get(), *active);
+    const auto cornerCookie = xcb_translate_coordinates(x.get(), *active, x.root(), 0, 0);
     const Reply<xcb_get_geometry_reply_t> geometry(
-        xcb_get_geometry_reply(connection, geometryCookie, nullptr));
+        xcb_get_geometry_reply(x.get(), geometryCookie, nullptr));
     const Reply<xcb_translate_coordinates_reply_t> corner(
-        xcb_translate_coordinates_reply(connection, cornerCookie, nullptr));
+        xcb_translate_coordinates_reply(x.get(), cornerCookie, nullptr));
     if (!geometry || !corner)
         return std::nullopt;
     return QPoint(corner->dst_x + geometry->width / 2, corner->dst_y + geometry->height / 2);

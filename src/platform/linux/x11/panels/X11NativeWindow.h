@@ -43,7 +43,6 @@ private:
     FloatingPanels panels_;
     WindowForward forward_;
     xcb_atom_t compositingManager_ = XCB_ATOM_NONE;
-    xcb_atom_t blurRegion_ = XCB_ATOM_NONE;
     std::unique_ptr<QSocketNotifier> notifier_;
 };
 

@@ -38,8 +38,6 @@ WindowMirror::WindowMirror(const QString &displayName,
     system_.flush();
 }
 
-WindowMirror::~WindowMirror() = default;
-
 void WindowMirror::setNews(std::function<void()> news) {
     const std::lock_guard lock(newsMutex_);
     news_ = std::move(news);

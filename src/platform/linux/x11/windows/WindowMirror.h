@@ -43,9 +43,6 @@ struct DesktopPicture {
 class WindowMirror {
 public:
     WindowMirror(const QString &displayName, WindowFactsReader::LaunchedEntry launchedEntry);
-    ~WindowMirror();
-    WindowMirror(const WindowMirror &) = delete;
-    WindowMirror &operator=(const WindowMirror &) = delete;
 
     [[nodiscard]] const WindowSystem &windowSystem() const { return system_; }
 
