@@ -11,7 +11,7 @@ WindowEventPump::WindowEventPump(WindowMirror &mirror)
 }
 
 void WindowEventPump::takeIn() {
-    if (Clock::duration(now() - lastPress_) < kPressLasts) {
+    if (Clock::now() - lastPress_.load() < kPressLasts) {
         notifier_.setEnabled(false);
         QTimer::singleShot(kPressLasts, &notifier_, [this] { takeIn(); });
         return;

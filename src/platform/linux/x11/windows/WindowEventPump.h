@@ -21,7 +21,7 @@ public:
     explicit WindowEventPump(WindowMirror &mirror);
 
     /// Somebody is about to ask the server. Any thread.
-    void pressBegins() { lastPress_ = now(); }
+    void pressBegins() { lastPress_ = Clock::now(); }
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -29,11 +29,10 @@ private:
     /// The round trips of a press are over long before.
     static constexpr std::chrono::milliseconds kPressLasts{50};
 
-    [[nodiscard]] static Clock::rep now() { return Clock::now().time_since_epoch().count(); }
     void takeIn();
 
     WindowMirror &mirror_;
-    std::atomic<Clock::rep> lastPress_{0};
+    std::atomic<Clock::time_point> lastPress_{};
     QSocketNotifier notifier_;
 };
 

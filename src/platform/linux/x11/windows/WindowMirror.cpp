@@ -52,8 +52,10 @@ void WindowMirror::process(xcb_generic_event_t *pollForFirst(xcb_connection_t *)
         takeQueuedEvents();
         isNews = std::exchange(isNews_, false);
     }
+    if (!isNews)
+        return;
     const std::lock_guard lock(newsMutex_);
-    if (isNews && news_)
+    if (news_)
         news_();
 }
 
@@ -140,25 +142,22 @@ std::vector<WindowMirror::Root> WindowMirror::readRoots() const {
     return roots;
 }
 
-void WindowMirror::verifyWindowManagers(std::vector<Root> &roots,
-                                        std::span<const std::size_t> unverified) {
+void WindowMirror::verifyWindowManagers(std::span<Root *const> unverified) {
     const XConnection &connection = system_.connection();
     std::vector<xcb_get_property_cookie_t> cookies;
-    for (const std::size_t i : unverified) {
-        connection.selectEvents(roots[i].check, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    for (const Root *root : unverified) {
+        connection.selectEvents(root->check, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
         cookies.push_back(connection.askProperty(
-            roots[i].check, system_.atoms()["_NET_SUPPORTING_WM_CHECK"], XCB_ATOM_WINDOW, 1));
+            root->check, system_.atoms()["_NET_SUPPORTING_WM_CHECK"], XCB_ATOM_WINDOW, 1));
     }
-    for (std::size_t i = 0; i < unverified.size(); ++i) {
-        Root &root = roots[unverified[i]];
-        // A window manager that has gone leaves its lists behind.
-        if (propertyWord(connection.takeProperty(cookies[i])) != root.check)
-            root.check = XCB_NONE;
-    }
+    // A window manager that has gone leaves its lists behind.
+    for (std::size_t i = 0; i < unverified.size(); ++i)
+        if (propertyWord(connection.takeProperty(cookies[i])) != unverified[i]->check)
+            unverified[i]->check = XCB_NONE;
     const std::lock_guard lock(mutex_);
     takeQueuedEvents();
-    for (const std::size_t i : unverified)
-        if (const auto kept = verified_.find(roots[i].check); kept != verified_.end())
+    for (const Root *root : unverified)
+        if (const auto kept = verified_.find(root->check); kept != verified_.end())
             kept->second = true;
 }
 
@@ -166,16 +165,16 @@ WindowMirror::Known WindowMirror::collect(std::span<const xcb_window_t> windows,
                                           std::vector<Root> &roots) {
     Known known;
     std::vector<xcb_window_t> unknown;
-    std::vector<std::size_t> unverified;
+    std::vector<Root *> unverified;
     std::uint64_t reading = 0;
     {
         const std::lock_guard lock(mutex_);
         takeQueuedEvents();
         // What these were about is looked at right here.
         isNews_ = false;
-        for (std::size_t i = 0; i < roots.size(); ++i)
-            if (roots[i].check != XCB_NONE && !verified_[roots[i].check])
-                unverified.push_back(i);
+        for (Root &root : roots)
+            if (root.check != XCB_NONE && !verified_[root.check])
+                unverified.push_back(&root);
         reading = ++readings_;
         for (const xcb_window_t window : windows) {
             Record &record = records_[window];
@@ -194,7 +193,7 @@ WindowMirror::Known WindowMirror::collect(std::span<const xcb_window_t> windows,
     if (!unknown.empty())
         facts = reader_.read(unknown);
     if (!unverified.empty())
-        verifyWindowManagers(roots, unverified);
+        verifyWindowManagers(unverified);
 
     const std::lock_guard lock(mutex_);
     takeQueuedEvents();

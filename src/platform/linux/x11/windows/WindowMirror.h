@@ -79,7 +79,7 @@ private:
     /// Every screen's, in one round trip.
     [[nodiscard]] std::vector<Root> readRoots() const;
     [[nodiscard]] Known collect(std::span<const xcb_window_t> windows, std::vector<Root> &roots);
-    void verifyWindowManagers(std::vector<Root> &roots, std::span<const std::size_t> unverified);
+    void verifyWindowManagers(std::span<Root *const> unverified);
     void process(xcb_generic_event_t *pollForFirst(xcb_connection_t *));
 
     // With the lock held.
