@@ -40,7 +40,7 @@ TEST_F(X11NativeWindowTest, KeepsAPanelAboveAWindowThatIsRaised) {
     }
 }
 
-TEST_F(X11NativeWindowTest, KeepsAPanelAboveAWindowThatIsCirculated) {
+TEST_F(X11NativeWindowTest, KeepsAPanelAboveAWindowThatIsShownOrCirculated) {
     const xcb_window_t fullScreen = makeUnmanaged(other_, kScreen);
     map(other_, fullScreen);
     const xcb_window_t panel = makeUnmanaged(own_, kPanel);
@@ -49,6 +49,9 @@ TEST_F(X11NativeWindowTest, KeepsAPanelAboveAWindowThatIsCirculated) {
     // Until it listens to what becomes of the others.
     raise(other_, fullScreen);
     ASSERT_TRUE(waitUntil([&] { return isOnTop(panel); }));
+    map(other_, makeUnmanaged(other_, kScreen));
+    EXPECT_FALSE(isOnTop(panel));
+    EXPECT_TRUE(waitUntil([&] { return isOnTop(panel); }));
     xcb_circulate_window(other_.connection().get(), XCB_CIRCULATE_RAISE_LOWEST,
                          other_.connection().root());
     other_.sync();
