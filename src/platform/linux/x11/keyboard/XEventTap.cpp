@@ -146,10 +146,6 @@ TapProblem XEventTap::tryInstall(Handlers handlers) {
     return TapProblem::None;
 }
 
-void XEventTap::enable() {
-    drainLater();
-}
-
 void XEventTap::remove() {
     if (connection_ && !recording_)
         replayWaitingKeys();
@@ -200,10 +196,6 @@ bool XEventTap::setRecording(bool recording) {
     recording_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
     reconcileModifiers();
     return recording_;
-}
-
-std::vector<Hotkey> XEventTap::refusedHotkeys() const {
-    return refused_;
 }
 
 void XEventTap::drain() {

@@ -54,11 +54,11 @@ public:
 
     [[nodiscard]] bool install(Handlers handlers) override;
     [[nodiscard]] TapProblem problem() const override { return problem_; }
-    void enable() override;
+    void enable() override { drainLater(); }
     void remove() override;
     void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) override;
     bool setRecording(bool recording) override;
-    [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override;
+    [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override { return refused_; }
 
 private:
     [[nodiscard]] TapProblem tryInstall(Handlers handlers);

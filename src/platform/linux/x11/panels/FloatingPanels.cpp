@@ -14,9 +14,8 @@ void FloatingPanels::add(xcb_window_t window) {
     const Reply<xcb_generic_error_t> failure(xcb_request_check(
         connection,
         xcb_change_window_attributes_checked(connection, window, XCB_CW_EVENT_MASK, &events)));
-    if (failure)
-        return;
-    panels_.try_emplace(window);
+    if (!failure)
+        panels_.try_emplace(window);
 }
 
 void FloatingPanels::handle(const xcb_generic_event_t &event) {

@@ -58,10 +58,8 @@ void ApplicationWindows::readStates() {
     const auto now = std::chrono::steady_clock::now();
     if (!states_.empty() && now - readAt_ < kStatesLast)
         return;
-    std::vector<WindowAddress> addresses;
-    addresses.reserve(windows_.size());
-    for (const ManagedWindow &window : windows_)
-        addresses.push_back(window.address);
+    std::vector<WindowAddress> addresses(windows_.size());
+    std::ranges::transform(windows_, addresses.begin(), &ManagedWindow::address);
     states_ = mirror_->windowSystem().readStates(addresses);
     readAt_ = now;
     mirror_->processQueuedEvents();
