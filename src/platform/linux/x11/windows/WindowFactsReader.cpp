@@ -24,6 +24,7 @@ using PidsByClient = std::unordered_map<std::uint32_t, std::int64_t>;
 
 PidsByClient readPids(xcb_connection_t *connection, const std::set<std::uint32_t> &clients) {
     std::vector<xcb_res_client_id_spec_t> specs;
+    specs.reserve(clients.size());
     for (const std::uint32_t client : clients)
         specs.push_back({client, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID});
     const Reply<xcb_res_query_client_ids_reply_t> reply(xcb_res_query_client_ids_reply(
