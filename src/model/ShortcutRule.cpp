@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "keys/KeyNames.h"
 #include "model/TrimmedText.h"
 
 using namespace Qt::StringLiterals;

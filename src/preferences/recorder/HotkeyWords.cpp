@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 
-#include "keys/KeyNames.h"
+#include "keys/KeyCode.h"
 #include "settings/L.h"
 
 namespace kestrelbay {

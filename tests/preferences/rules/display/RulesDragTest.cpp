@@ -15,8 +15,8 @@
 #include "preferences/rules/display/Mouse.h"
 #include "support/KeyPresser.h"
 #include "support/Poll.h"
-#include "tasks/MainQueue.h"
-#include "tasks/QtTimers.h"
+#include "tasks/DispatchQueue.h"
+#include "tasks/Timers.h"
 #include "ui/list/DropLine.h"
 
 #include "ui/list/RowListView.h"

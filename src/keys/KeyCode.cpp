@@ -1,9 +1,4 @@
-#include "keys/KeyNames.h"
-
-#include <algorithm>
-#include <array>
-
-#include <QStringView>
+#include "keys/KeyCode.h"
 
 namespace kestrelbay {
 

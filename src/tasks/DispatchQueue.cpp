@@ -1,9 +1,13 @@
-#include "tasks/ThreadPoolQueue.h"
+#include "tasks/DispatchQueue.h"
 
 #include <limits>
 #include <utility>
 
 namespace kestrelbay {
+
+void MainQueue::async(std::function<void()> work) {
+    QMetaObject::invokeMethod(&receiver_, std::move(work), Qt::QueuedConnection);
+}
 
 ThreadPoolQueue::ThreadPoolQueue(std::chrono::milliseconds patience)
     : patience_(patience), pool_(std::make_unique<QThreadPool>()) {
