@@ -39,8 +39,7 @@ inline constexpr std::array<KeyCode, 8> kModifierKeyCodes{
 };
 
 constexpr bool isModifierKeyCode(KeyCode code) {
-    return std::find(kModifierKeyCodes.begin(), kModifierKeyCodes.end(), code) !=
-           kModifierKeyCodes.end();
+    return std::ranges::find(kModifierKeyCodes, code) != kModifierKeyCodes.end();
 }
 
 /// What is printed on the key of a US keyboard, e.g. "T", "Space" or "⇥"; keys
