@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <iterator>
 #include <limits>
-#include <string>
 #include <string_view>
 
 #include <QByteArrayView>
@@ -63,19 +62,10 @@ std::optional<Number> numberField(const json &object, const char *key) {
 
 /// QUuid itself also takes braces, missing hyphens and trailing text.
 std::optional<QUuid> uuidField(const json &object, const char *key) {
-    constexpr std::size_t kLength = 36;
-    const auto *text = field<json::string_t>(object, key);
-    if (!text || text->size() != kLength)
-        return std::nullopt;
-    for (std::size_t i = 0; i < kLength; ++i) {
-        const char c = (*text)[i];
-        const bool isHyphenPlace = i == 8 || i == 13 || i == 18 || i == 23;
-        const bool isHex =
-            (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-        if (isHyphenPlace ? c != '-' : !isHex)
-            return std::nullopt;
-    }
-    return QUuid::fromString(QLatin1StringView(text->data(), static_cast<qsizetype>(kLength)));
+    const QString text = textField(object, key).value_or(QString());
+    const QUuid id = QUuid::fromString(text);
+    const bool isExact = id.toString(QUuid::WithoutBraces).compare(text, Qt::CaseInsensitive) == 0;
+    return isExact ? std::optional(id) : std::nullopt;
 }
 
 ShortcutRule decodeRule(const json &object) {
@@ -140,21 +130,17 @@ json parse(const QByteArray &text) {
     return json::parse(text.begin(), text.end(), nullptr, /*allow_exceptions=*/false);
 }
 
-std::string utf8(const QString &text) {
-    return text.toStdString();
-}
-
 ordered_json encodeRule(const ShortcutRule &rule) {
     ordered_json object;
-    object[kId] = utf8(rule.id.toString(QUuid::WithoutBraces).toUpper());
-    object[kAppName] = utf8(rule.appName);
-    object[kAppPath] = utf8(rule.appPath);
+    object[kId] = rule.id.toString(QUuid::WithoutBraces).toUpper().toStdString();
+    object[kAppName] = rule.appName.toStdString();
+    object[kAppPath] = rule.appPath.toStdString();
     object[kKeyCode] = toNumber(rule.keyCode);
     object[kModifierFlags] = rule.modifierFlags.bits();
     object[kIsEnabled] = rule.isEnabled;
-    object[kRepeatAction] = utf8(rawValue(rule.repeatAction));
-    object[kLaunchArguments] = utf8(rule.launchArguments);
-    object[kArgumentKind] = utf8(rawValue(rule.argumentKind));
+    object[kRepeatAction] = rawValue(rule.repeatAction).toStdString();
+    object[kLaunchArguments] = rule.launchArguments.toStdString();
+    object[kArgumentKind] = rawValue(rule.argumentKind).toStdString();
     return object;
 }
 
