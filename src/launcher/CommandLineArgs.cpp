@@ -1,9 +1,9 @@
-#include "launcher/CommandLineArgs.h"
-
 #include <algorithm>
 
 #include <QStringView>
 #include <QTextBoundaryFinder>
+
+#include "launcher/AppLauncher.h"
 
 namespace kestrelbay {
 
@@ -21,7 +21,7 @@ bool is(QStringView character, QChar c) {
 
 }  // namespace
 
-QStringList splitCommandLine(const QString &text) {
+QStringList AppLauncher::parseCommandLineArgs(const QString &text) {
     QStringList arguments;
     QString current;
     QStringView openQuote;
