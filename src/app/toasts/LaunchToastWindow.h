@@ -5,7 +5,7 @@
 #include <QImage>
 
 #include "app/toasts/ToastPanel.h"
-#include "settings/LaunchToastDuration.h"
+#include "settings/SettingsKeys.h"
 
 class QIcon;
 

@@ -9,7 +9,6 @@
 #include "settings/FeedbackSounds.h"
 #include "settings/L.h"
 #include "settings/Language.h"
-#include "settings/LaunchToastDuration.h"
 #include "settings/Notifications.h"
 #include "settings/SettingsKeys.h"
 #include "ui/look/Fonts.h"
