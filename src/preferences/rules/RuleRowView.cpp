@@ -19,10 +19,9 @@
 #include "tasks/DispatchQueue.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
-#include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Switch.h"
-#include "ui/widgets/SymbolButton.h"
 #include "ui/widgets/SymbolView.h"
+#include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
 

@@ -9,9 +9,9 @@
 #include "preferences/rules/DeleteConfirmationSheet.h"
 #include "preferences/rules/RowFixture.h"
 #include "settings/L.h"
-#include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Switch.h"
-#include "ui/widgets/SymbolButton.h"
+#include "ui/widgets/SymbolView.h"
+#include "ui/widgets/TextLabel.h"
 
 using namespace Qt::StringLiterals;
 

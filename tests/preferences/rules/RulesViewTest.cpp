@@ -18,7 +18,7 @@
 #include "preferences/rules/RulesListFixture.h"
 #include "preferences/rules/RulesModel.h"
 #include "ui/list/RowListView.h"
-#include "ui/widgets/SymbolButton.h"
+#include "ui/widgets/SymbolView.h"
 #include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
