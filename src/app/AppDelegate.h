@@ -19,7 +19,7 @@
 #include "tasks/Clock.h"
 #include "tasks/DispatchQueue.h"
 #include "tasks/Timers.h"
-#include "ui/look/Appearance.h"
+#include "ui/look/SystemStyle.h"
 
 namespace kestrelbay {
 

@@ -6,7 +6,6 @@
 
 #include "app/onboarding/HeroImage.h"
 #include "settings/L.h"
-#include "ui/look/FittingFont.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/LinkButton.h"

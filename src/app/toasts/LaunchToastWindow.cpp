@@ -8,7 +8,7 @@
 #include <chrono>
 
 #include "app/toasts/IconImage.h"
-#include "ui/windows/KeyScreen.h"
+#include "ui/look/Screens.h"
 
 namespace kestrelbay {
 

@@ -23,7 +23,7 @@
 #include "settings/L.h"
 #include "tasks/DispatchQueue.h"
 #include "ui/look/Fonts.h"
-#include "ui/look/ListIconsForScreens.h"
+#include "ui/look/Screens.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/TextLabel.h"
 

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "ui/windows/AlertSheet.h"
+#include "ui/windows/Sheet.h"
 
 namespace kestrelbay {
 

@@ -1,12 +1,15 @@
 #include "ui/look/SystemStyle.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QPainter>
+#include <QPalette>
 #include <QStyleFactory>
 #include <QStyleOption>
 
 #include <algorithm>
 
+#include "platform/SystemSettings.h"
 #include "ui/look/Symbols.h"
 #include "ui/look/SystemColors.h"
 
@@ -296,6 +299,23 @@ int SystemStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWi
         default:
             return QProxyStyle::styleHint(hint, option, widget, returned);
     }
+}
+
+Appearance::Appearance(SystemSettings &settings) : settings_(settings) {
+    if (!settings_.colorScheme())
+        return;
+    QApplication::setStyle(new SystemStyle);  // the application owns it
+    apply();
+    settings_.setColorSchemeHandler([this] { apply(); });
+}
+
+Appearance::~Appearance() {
+    settings_.setColorSchemeHandler({});
+}
+
+void Appearance::apply() const {
+    if (const std::optional<ColorScheme> scheme = settings_.colorScheme())
+        QApplication::setPalette(systemPalette(*scheme));
 }
 
 }  // namespace kestrelbay

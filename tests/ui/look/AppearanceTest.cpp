@@ -1,4 +1,4 @@
-#include "ui/look/Appearance.h"
+#include "ui/look/SystemStyle.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -12,7 +12,6 @@
 
 #include "fakes/FakeSystemSettings.h"
 #include "ui/look/SystemColors.h"
-#include "ui/look/SystemStyle.h"
 #include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {

@@ -1,4 +1,7 @@
-#include "ui/windows/KeyScreen.h"
+#include "ui/look/Screens.h"
+
+#include <algorithm>
+#include <cmath>
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -32,6 +35,14 @@ QScreen *keyScreen(const NativeWindow &nativeWindow) {
         }
     }
     return QGuiApplication::primaryScreen();
+}
+
+ListIcons listIconsForScreens(int side) {
+    qreal ratio = 1;
+    for (const QScreen *screen : QGuiApplication::screens())
+        ratio = std::max(ratio, screen->devicePixelRatio());
+    return {.pixels = static_cast<int>(std::ceil(side * ratio)),
+            .themes = {QIcon::themeName(), QIcon::fallbackThemeName()}};
 }
 
 }  // namespace kestrelbay
