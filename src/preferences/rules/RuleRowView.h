@@ -7,7 +7,7 @@
 #include "preferences/PreferencesServices.h"
 #include "preferences/recorder/HotkeyRecorderField.h"
 #include "preferences/rules/RuleRowViewDelegate.h"
-#include "ui/list/RowWidget.h"
+#include "ui/list/RowDelegate.h"
 
 namespace kestrelbay {
 

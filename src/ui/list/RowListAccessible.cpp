@@ -2,8 +2,8 @@
 
 #include <map>
 
+#include "ui/list/RowDelegate.h"
 #include "ui/list/RowListView.h"
-#include "ui/list/RowWidget.h"
 #include "ui/widgets/AccessibleFactory.h"
 
 namespace kestrelbay {

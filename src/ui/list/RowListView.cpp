@@ -11,10 +11,9 @@
 #include <chrono>
 #include <utility>
 
-#include "ui/list/DropLine.h"
+#include "ui/list/RowDelegate.h"
 #include "ui/list/RowDrop.h"
 #include "ui/list/RowListAccessible.h"
-#include "ui/list/RowWidget.h"
 
 namespace kestrelbay {
 

@@ -17,7 +17,7 @@
 #include "support/Poll.h"
 #include "tasks/DispatchQueue.h"
 #include "tasks/Timers.h"
-#include "ui/list/DropLine.h"
+#include "ui/list/RowDrop.h"
 
 #include "ui/list/RowListView.h"
 
