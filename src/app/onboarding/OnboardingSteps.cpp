@@ -4,6 +4,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 #include "app/onboarding/HeroImage.h"
 #include "settings/L.h"
 #include "ui/look/Fonts.h"
@@ -32,7 +34,7 @@ constexpr int kPrimaryToLink = 4;
 constexpr int kBottom = 12;
 
 TextLabel *centeredText(const QString &text, const QFont &font, colors::Function color) {
-    auto *label = new TextLabel(text, font, color);
+    auto *label = new TextLabel(text, font, std::move(color));
     label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     return label;
 }

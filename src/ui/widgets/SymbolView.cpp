@@ -29,7 +29,7 @@ SymbolView::SymbolView(QWidget *parent) : QWidget(parent), color_(colors::label)
 void SymbolView::setSymbol(const QString &name, colors::Function color) {
     image_ = {};
     symbol_ = name;
-    color_ = color;
+    color_ = std::move(color);
     update();
 }
 
@@ -52,7 +52,10 @@ void SymbolView::paintEvent(QPaintEvent * /*event*/) {
 
 SymbolButton::SymbolButton(QString symbol, QSize symbolSize, colors::Function color,
                            QWidget *parent)
-    : QAbstractButton(parent), symbol_(std::move(symbol)), symbolSize_(symbolSize), color_(color) {
+    : QAbstractButton(parent),
+      symbol_(std::move(symbol)),
+      symbolSize_(symbolSize),
+      color_(std::move(color)) {
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::TabFocus);
 }

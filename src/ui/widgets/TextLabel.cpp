@@ -1,6 +1,7 @@
 #include "ui/widgets/TextLabel.h"
 
 #include <cmath>
+#include <utility>
 
 #include <QEvent>
 #include <QPainter>
@@ -11,14 +12,14 @@ namespace kestrelbay {
 
 TextLabel::TextLabel(const QString &text, const QFont &font, colors::Function color,
                      QWidget *parent)
-    : QLabel(text, parent), color_(color) {
+    : QLabel(text, parent), color_(std::move(color)) {
     setTextFormat(Qt::PlainText);
     setFont(font);
     applyColor();
 }
 
 void TextLabel::setColor(colors::Function color) {
-    color_ = color;
+    color_ = std::move(color);
     applyColor();
 }
 
@@ -37,7 +38,7 @@ void TextLabel::applyColor() {
 
 ElidedLabel::ElidedLabel(const QFont &font, colors::Function color, Qt::TextElideMode mode,
                          QWidget *parent)
-    : TextLabel(QString(), font, color, parent), mode_(mode) {}
+    : TextLabel(QString(), font, std::move(color), parent), mode_(mode) {}
 
 void ElidedLabel::setFullText(const QString &text) {
     fullText_ = text;
@@ -62,7 +63,7 @@ void ElidedLabel::elide() {
 
 WrappingLabel::WrappingLabel(const QString &text, const QFont &font, colors::Function color,
                              QWidget *parent)
-    : TextLabel(text, font, color, parent) {
+    : TextLabel(text, font, std::move(color), parent) {
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);

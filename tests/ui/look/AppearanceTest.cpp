@@ -39,7 +39,7 @@ TEST_F(AppearanceTest, FollowsItLive) {
     const Appearance appearance(settings_);
     EXPECT_FALSE(colors::isDark());
     const QColor lightLabel = colors::label();
-    TextLabel label(QStringLiteral("text"), QFont(), &colors::label);
+    TextLabel label(QStringLiteral("text"), QFont(), colors::label);
     EXPECT_EQ(label.palette().color(label.foregroundRole()), lightLabel);
 
     settings_.setColorScheme(ColorScheme::Dark);
