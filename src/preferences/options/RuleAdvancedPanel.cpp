@@ -20,7 +20,7 @@
 #include "settings/L.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
-#include "ui/widgets/ControlGroup.h"
+#include "ui/widgets/AccessibleFactory.h"
 #include "ui/widgets/LinkButton.h"
 #include "ui/widgets/TextLabel.h"
 

@@ -69,10 +69,6 @@ WrappingLabel::WrappingLabel(const QString &text, const QFont &font, colors::Fun
     setSizePolicy(policy);
 }
 
-bool WrappingLabel::hasHeightForWidth() const {
-    return true;
-}
-
 int WrappingLabel::heightForWidth(int width) const {
     return wrappedTextHeight(text(), font(), width);
 }

@@ -58,7 +58,7 @@ public:
     WrappingLabel(const QString &text, const QFont &font, colors::Function color,
                   QWidget *parent = nullptr);
 
-    [[nodiscard]] bool hasHeightForWidth() const override;
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
     /// In one line.
     [[nodiscard]] QSize sizeHint() const override;

@@ -15,7 +15,7 @@
 #include "preferences/options/RuleAdvancedResult.h"
 #include "settings/Addresses.h"
 #include "settings/L.h"
-#include "ui/widgets/ControlGroup.h"
+#include "ui/widgets/AccessibleFactory.h"
 #include "ui/widgets/LinkButton.h"
 
 namespace kestrelbay {
