@@ -73,19 +73,17 @@ std::vector<WindowElement *> TargetApplication::standardWindows(const Windows &w
 
 /// One press, its rule read.
 struct AppLauncher::Press {
-    explicit Press(const ShortcutRule &rule);
+    explicit Press(const ShortcutRule &rule)
+        : appUrl(fileUrl(rule.appPath)),
+          text(trimmedHorizontalSpace(rule.launchArguments)),
+          kind(text.isEmpty() ? ArgumentKind::None : rule.argumentKind),
+          repeatAction(rule.repeatAction) {}
 
     QUrl appUrl;
     QString text;       ///< the argument, trimmed
     ArgumentKind kind;  ///< None when there is no text
     RepeatAction repeatAction;
 };
-
-AppLauncher::Press::Press(const ShortcutRule &rule)
-    : appUrl(fileUrl(rule.appPath)),
-      text(trimmedHorizontalSpace(rule.launchArguments)),
-      kind(text.isEmpty() ? ArgumentKind::None : rule.argumentKind),
-      repeatAction(rule.repeatAction) {}
 
 void AppLauncher::handle(const ShortcutRule &rule) const {
     if (rule.appPath.isEmpty())
@@ -104,7 +102,7 @@ void AppLauncher::handle(const ShortcutRule &rule) const {
     if (press.kind == ArgumentKind::UrlScheme)
         openUrl(press.text);
     else if (press.kind == ArgumentKind::FilePath)
-        openPathWithoutRunning(press);
+        openPath(press);
     else
         workspace_.open(press.appUrl);
 }
@@ -138,8 +136,10 @@ void AppLauncher::handleRunning(const Press &press, TargetApplication &app) cons
     }
     if (press.kind == ArgumentKind::UrlScheme)
         openUrl(press.text);
+    else if (press.kind == ArgumentKind::FilePath && app.isFileManager())
+        workspace_.showFolder(expandingTilde(press.text));
     else if (press.kind == ArgumentKind::FilePath)
-        openPath(press, app);
+        openPath(press);
     else
         bringToFront(press, app);
 }
@@ -147,7 +147,10 @@ void AppLauncher::handleRunning(const Press &press, TargetApplication &app) cons
 void AppLauncher::bringToFront(const Press &press, TargetApplication &app) const {
     const TargetApplication::Windows windows = app.windows();
     if (app.standardWindows(windows).empty()) {
-        openNewWindow(press, app);
+        if (app.isFileManager())
+            workspace_.showFolder(QDir::homePath());
+        else
+            workspace_.open(press.appUrl);
         return;
     }
     for (const auto &window : windows) {
@@ -185,22 +188,8 @@ void AppLauncher::openUrl(const QString &text) const {
         workspace_.open(url);
 }
 
-void AppLauncher::openPath(const Press &press, TargetApplication &app) const {
-    if (app.isFileManager())
-        workspace_.showFolder(expandingTilde(press.text));
-    else
-        openPathWithoutRunning(press);
-}
-
-void AppLauncher::openPathWithoutRunning(const Press &press) const {
+void AppLauncher::openPath(const Press &press) const {
     workspace_.openFiles({fileUrl(expandingTilde(press.text))}, press.appUrl);
-}
-
-void AppLauncher::openNewWindow(const Press &press, TargetApplication &app) const {
-    if (app.isFileManager())
-        workspace_.showFolder(QDir::homePath());
-    else
-        workspace_.open(press.appUrl);
 }
 
 }  // namespace kestrelbay

@@ -67,12 +67,8 @@ std::optional<ArgumentKind> argumentKindFromRawValue(QStringView text) {
 QString ShortcutRule::hotkeyString() const {
     QString text = modifierDisplayString(modifierFlags);
     if (keyCode != KeyCode{})
-        text += keyCodeString(keyCode);
+        text += keyName(keyCode);
     return text;
-}
-
-QString ShortcutRule::keyCodeString(KeyCode keyCode) {
-    return keyName(keyCode);
 }
 
 ArgumentKind ShortcutRule::inferKind(QStringView launchArguments) {

@@ -21,8 +21,4 @@ ThreadPoolQueue::~ThreadPoolQueue() {
         static_cast<void>(pool_.release());
 }
 
-void ThreadPoolQueue::async(std::function<void()> work) {
-    pool_->start(std::move(work));
-}
-
 }  // namespace kestrelbay

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include <QObject>
 #include <QThreadPool>
@@ -39,10 +40,8 @@ public:
     /// is abandoned: it keeps its thread and whatever it refers to may be gone, so
     /// the process has to end soon.
     ~ThreadPoolQueue() override;
-    ThreadPoolQueue(const ThreadPoolQueue &) = delete;
-    ThreadPoolQueue &operator=(const ThreadPoolQueue &) = delete;
 
-    void async(std::function<void()> work) override;
+    void async(std::function<void()> work) override { pool_->start(std::move(work)); }
 
 private:
     std::chrono::milliseconds patience_;

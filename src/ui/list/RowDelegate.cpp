@@ -71,10 +71,6 @@ void RowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     painter->restore();
 }
 
-QSize RowDelegate::sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const {
-    return {0, pitch()};
-}
-
 QWidget *RowDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
                                    const QModelIndex &) const {
     for (auto *row : parent->findChildren<RowWidget *>(Qt::FindDirectChildrenOnly)) {

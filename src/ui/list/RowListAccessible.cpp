@@ -86,8 +86,6 @@ public:
         for (const auto &[row, id] : rows_)
             QAccessible::deleteAccessibleInterface(id);
     }
-    RowListAccessible(const RowListAccessible &) = delete;
-    RowListAccessible &operator=(const RowListAccessible &) = delete;
 
     [[nodiscard]] int childCount() const override { return list_->model()->rowCount(); }
     [[nodiscard]] QAccessibleInterface *child(int row) const override {

@@ -61,14 +61,6 @@ RowListView::~RowListView() {
     cancelDrag();
 }
 
-void RowListView::selectRow(int row) {
-    setCurrentIndex(indexOf(row));
-}
-
-void RowListView::scrollToRow(int row) {
-    scrollTo(indexOf(row));
-}
-
 RowWidget *RowListView::rowWidget(int row) const {
     return static_cast<RowWidget *>(indexWidget(indexOf(row)));
 }
@@ -321,10 +313,6 @@ void RowListView::cancelDrag() {
     QDrag::cancel();
 }
 
-void RowListView::mouseReleaseEvent(QMouseEvent *) {
-    pressed_.reset();
-}
-
 void RowListView::mouseDoubleClickEvent(QMouseEvent *event) {
     pressed_.reset();
     if (event->button() == Qt::LeftButton)
@@ -351,10 +339,6 @@ void RowListView::dragMoveEvent(QDragMoveEvent *event) {
         autoscrollTimer_ = timers_.every(kAutoscrollInterval, [this] { autoscroll(); });
     event->setDropAction(dropAction());
     event->setAccepted(gapAtY(*dragY_).has_value());
-}
-
-void RowListView::dragLeaveEvent(QDragLeaveEvent *) {
-    endDrop();
 }
 
 void RowListView::dropEvent(QDropEvent *event) {
