@@ -15,10 +15,6 @@ bool isWhitespace(QStringView character) {
     return std::ranges::all_of(character, [](QChar c) { return c.isSpace(); });
 }
 
-bool is(QStringView character, QChar c) {
-    return character.size() == 1 && character.front() == c;
-}
-
 }  // namespace
 
 QStringList AppLauncher::parseCommandLineArgs(const QString &text) {
@@ -46,14 +42,14 @@ QStringList AppLauncher::parseCommandLineArgs(const QString &text) {
         if (isEscaped) {
             current += character;
             isEscaped = false;
-        } else if (is(character, u'\\')) {
+        } else if (character == u'\\') {
             isEscaped = true;
         } else if (!openQuote.isEmpty()) {
             if (character == openQuote)
                 openQuote = {};
             else
                 current += character;
-        } else if (is(character, u'"') || is(character, u'\'')) {
+        } else if (character == u'"' || character == u'\'') {
             openQuote = character;
         } else if (isWhitespace(character)) {
             endArgument();

@@ -35,23 +35,19 @@ const T *field(const json &object, const char *key) {
     return found == object.end() ? nullptr : found->get_ptr<const T *>();
 }
 
-std::optional<QString> textField(const json &object, const char *key) {
+/// Empty when there is none.
+QString textField(const json &object, const char *key) {
     const auto *text = field<json::string_t>(object, key);
-    if (!text)
-        return std::nullopt;
-    return QString::fromStdString(*text);
+    return text ? QString::fromStdString(*text) : QString();
 }
 
 template <std::unsigned_integral Number>
 std::optional<Number> numberField(const json &object, const char *key) {
     constexpr Number kMax = std::numeric_limits<Number>::max();
-    const auto found = object.find(key);
-    if (found == object.end())
-        return std::nullopt;
-    if (const auto *number = found->get_ptr<const json::number_unsigned_t *>())
+    if (const auto *number = field<json::number_unsigned_t>(object, key))
         return *number <= kMax ? std::optional(static_cast<Number>(*number)) : std::nullopt;
     // Other JSON writers may put whole numbers down as 45.0.
-    if (const auto *number = found->get_ptr<const json::number_float_t *>()) {
+    if (const auto *number = field<json::number_float_t>(object, key)) {
         // 2^bits is exact in a double, whereas kMax may not be.
         const double limit = std::ldexp(1.0, std::numeric_limits<Number>::digits);
         if (*number >= 0 && *number < limit && std::trunc(*number) == *number)
@@ -62,7 +58,7 @@ std::optional<Number> numberField(const json &object, const char *key) {
 
 /// QUuid itself also takes braces, missing hyphens and trailing text.
 std::optional<QUuid> uuidField(const json &object, const char *key) {
-    const QString text = textField(object, key).value_or(QString());
+    const QString text = textField(object, key);
     const QUuid id = QUuid::fromString(text);
     const bool isExact = id.toString(QUuid::WithoutBraces).compare(text, Qt::CaseInsensitive) == 0;
     return isExact ? std::optional(id) : std::nullopt;
@@ -71,21 +67,18 @@ std::optional<QUuid> uuidField(const json &object, const char *key) {
 ShortcutRule decodeRule(const json &object) {
     ShortcutRule rule;
     rule.id = uuidField(object, kId).value_or(rule.id);
-    rule.appName = textField(object, kAppName).value_or(QString());
-    rule.appPath = textField(object, kAppPath).value_or(QString());
+    rule.appName = textField(object, kAppName);
+    rule.appPath = textField(object, kAppPath);
     rule.keyCode = KeyCode{numberField<std::uint16_t>(object, kKeyCode).value_or(std::uint16_t{0})};
     rule.modifierFlags =
         ModifierFlags(numberField<std::uint64_t>(object, kModifierFlags).value_or(0));
     if (const auto *isEnabled = field<json::boolean_t>(object, kIsEnabled))
         rule.isEnabled = *isEnabled;
-    if (const auto text = textField(object, kRepeatAction))
-        rule.repeatAction = repeatActionFromRawValue(*text).value_or(rule.repeatAction);
-    rule.launchArguments = textField(object, kLaunchArguments).value_or(QString());
-
-    std::optional<ArgumentKind> kind;
-    if (const auto text = textField(object, kArgumentKind))
-        kind = argumentKindFromRawValue(*text);
-    rule.argumentKind = kind.value_or(ShortcutRule::inferKind(rule.launchArguments));
+    rule.repeatAction =
+        repeatActionFromRawValue(textField(object, kRepeatAction)).value_or(rule.repeatAction);
+    rule.launchArguments = textField(object, kLaunchArguments);
+    rule.argumentKind = argumentKindFromRawValue(textField(object, kArgumentKind))
+                            .value_or(ShortcutRule::inferKind(rule.launchArguments));
     return rule;
 }
 
