@@ -1,8 +1,5 @@
-#include "ui/list/RowListAccessible.h"
-
 #include <map>
 
-#include "ui/list/RowDelegate.h"
 #include "ui/list/RowListView.h"
 #include "ui/widgets/AccessibleFactory.h"
 
@@ -135,7 +132,7 @@ private:
 
 }  // namespace
 
-void installRowListAccessibility() {
+void RowListView::installAccessibility() {
     installAccessible<RowListView, RowListAccessible>();
     installAccessible<RowWidget, RowWidgetAccessible>();
 }

@@ -11,9 +11,7 @@
 #include <chrono>
 #include <utility>
 
-#include "ui/list/RowDelegate.h"
 #include "ui/list/RowDrop.h"
-#include "ui/list/RowListAccessible.h"
 
 namespace kestrelbay {
 
@@ -33,7 +31,7 @@ RowListView::RowListView(QAbstractItemModel &model, RowDelegate::Rows rows, Time
       timers_(timers),
       rows_(new RowDelegate(std::move(rows), this)),
       dropLine_(new DropLine(viewport())) {
-    installRowListAccessibility();
+    installAccessibility();
     setItemDelegate(rows_);
     setModel(&model);
     setUniformItemSizes(true);

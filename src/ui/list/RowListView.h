@@ -69,6 +69,10 @@ protected:
     QModelIndex moveCursor(CursorAction, Qt::KeyboardModifiers) override { return {}; }
 
 private:
+    /// From now on screen readers see every such view as a list of all its rows, those out of
+    /// sight included. A row is named by the model's Qt::AccessibleTextRole; the controls of
+    /// one in sight are below it.
+    static void installAccessibility();
     [[nodiscard]] QModelIndex indexOf(int row) const { return model()->index(row, 0); }
     [[nodiscard]] int rowCount() const { return model()->rowCount(); }
     [[nodiscard]] std::optional<int> rowForKey(int key) const;
