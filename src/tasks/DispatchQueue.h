@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <utility>
 
@@ -23,7 +24,9 @@ public:
 /// queue has to outlive those who hand work in.
 class MainQueue final : public DispatchQueue {
 public:
-    void async(std::function<void()> work) override;
+    void async(std::function<void()> work) override {
+        QMetaObject::invokeMethod(&receiver_, std::move(work), Qt::QueuedConnection);
+    }
 
 private:
     QObject receiver_;
@@ -34,12 +37,20 @@ private:
 /// and then sleep without a time limit: an idle program never wakes up for them.
 class ThreadPoolQueue final : public DispatchQueue {
 public:
-    explicit ThreadPoolQueue(std::chrono::milliseconds patience = std::chrono::milliseconds(500));
+    explicit ThreadPoolQueue(std::chrono::milliseconds patience = std::chrono::milliseconds(500))
+        : patience_(patience), pool_(std::make_unique<QThreadPool>()) {
+        pool_->setMaxThreadCount(std::numeric_limits<int>::max());
+        pool_->setExpiryTimeout(-1);
+    }
 
     /// Waits no longer than the patience for work to end. Work that hangs even then
     /// is abandoned: it keeps its thread and whatever it refers to may be gone, so
     /// the process has to end soon.
-    ~ThreadPoolQueue() override;
+    ~ThreadPoolQueue() override {
+        // The pool's own destructor waits for ever.
+        if (!pool_->waitForDone(static_cast<int>(patience_.count())))
+            static_cast<void>(pool_.release());
+    }
 
     void async(std::function<void()> work) override { pool_->start(std::move(work)); }
 
