@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QScreen>
 
 #include "platform/NativeWindow.h"
