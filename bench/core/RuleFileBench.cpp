@@ -4,7 +4,6 @@
 
 #include "RulesBench.h"
 #include "model/RuleFile.h"
-#include "model/RuleJson.h"
 
 namespace kestrelbay {
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "settings/L.h"
-#include "ui/windows/AlertSheet.h"
+#include "ui/windows/Sheet.h"
 
 namespace kestrelbay {
 

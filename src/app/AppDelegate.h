@@ -15,11 +15,10 @@
 #include "preferences/PreferencesServices.h"
 #include "settings/LaunchAtLogin.h"
 #include "settings/Notifications.h"
-#include "tasks/MainQueue.h"
-#include "tasks/SteadyClock.h"
-#include "tasks/ThreadPoolQueue.h"
+#include "tasks/Clock.h"
+#include "tasks/DispatchQueue.h"
 #include "tasks/Timers.h"
-#include "ui/look/Appearance.h"
+#include "ui/look/SystemStyle.h"
 
 namespace kestrelbay {
 

@@ -13,7 +13,7 @@
 #include "settings/SettingsKeys.h"
 #include "tasks/Clock.h"
 #include "tasks/DispatchQueue.h"
-#include "ui/look/ListIconsForScreens.h"
+#include "ui/look/Screens.h"
 
 namespace kestrelbay {
 

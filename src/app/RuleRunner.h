@@ -5,7 +5,7 @@
 
 #include <QImage>
 
-#include "settings/LaunchToastDuration.h"
+#include "settings/SettingsKeys.h"
 
 namespace kestrelbay {
 

@@ -19,7 +19,7 @@
 #include "app/instance/RunningInstance.h"
 #include "platform/Platform.h"
 #include "platform/SystemLog.h"
-#include "tasks/QtTimers.h"
+#include "tasks/Timers.h"
 
 namespace {
 

@@ -23,10 +23,6 @@ QString HotkeyRecorder::hotkeyString() const {
     return ShortcutRule{.keyCode = keyCode_, .modifierFlags = modifierFlags_}.hotkeyString();
 }
 
-ModifierFlags HotkeyRecorder::heldModifiers() const {
-    return buildDetailedFlags(heldModifierCodes_);
-}
-
 void HotkeyRecorder::start() {
     if (state_ != State::Idle)
         return;

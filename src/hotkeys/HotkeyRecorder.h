@@ -53,8 +53,6 @@ public:
 
     HotkeyRecorder(ShortcutManager &manager, Timers &timers, Hooks hooks);
     ~HotkeyRecorder();
-    HotkeyRecorder(const HotkeyRecorder &) = delete;
-    HotkeyRecorder &operator=(const HotkeyRecorder &) = delete;
 
     [[nodiscard]] KeyCode keyCode() const { return keyCode_; }
     [[nodiscard]] ModifierFlags modifierFlags() const { return modifierFlags_; }
@@ -74,7 +72,9 @@ public:
 
     /// The modifiers pressed since the start. One that was down then counts the wrong
     /// way round: only changes are told.
-    [[nodiscard]] ModifierFlags heldModifiers() const;
+    [[nodiscard]] ModifierFlags heldModifiers() const {
+        return buildDetailedFlags(heldModifierCodes_);
+    }
 
 private:
     enum class State : std::uint8_t { Idle, Waiting, Recording };

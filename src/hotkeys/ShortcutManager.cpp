@@ -62,10 +62,6 @@ void ShortcutManager::loadRules() {
     rulesWereChanged();
 }
 
-void ShortcutManager::saveRules() {
-    file_.save(rules_);
-}
-
 void ShortcutManager::addRule(const ShortcutRule &rule) {
     rules_.push_back(rule);
     rulesWereChanged();

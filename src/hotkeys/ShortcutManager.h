@@ -53,7 +53,7 @@ public:
     void loadRules();
     /// Every change below is in force before it is saved, as that waits for the disk; a
     /// failure keeps the list in memory and the old file on disk, without a word.
-    void saveRules();
+    void saveRules() { file_.save(rules_); }
     void addRule(const ShortcutRule &rule);
     /// Replaces the first rule that has the same id; nothing happens if none has.
     void updateRule(const ShortcutRule &rule);

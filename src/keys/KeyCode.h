@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 
+#include <QString>
+
 namespace kestrelbay {
 
 /// A virtual key code: the position of a key on the keyboard, whatever the
@@ -37,8 +39,12 @@ inline constexpr std::array<KeyCode, 8> kModifierKeyCodes{
 };
 
 constexpr bool isModifierKeyCode(KeyCode code) {
-    return std::find(kModifierKeyCodes.begin(), kModifierKeyCodes.end(), code) !=
-           kModifierKeyCodes.end();
+    return std::ranges::find(kModifierKeyCodes, code) != kModifierKeyCodes.end();
 }
+
+/// What is printed on the key of a US keyboard, e.g. "T", "Space" or "⇥"; keys
+/// of the numeric pad read like their counterparts. "Key(36)" for a key that has
+/// no name here.
+[[nodiscard]] QString keyName(KeyCode keyCode);
 
 }  // namespace kestrelbay

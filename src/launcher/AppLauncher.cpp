@@ -1,35 +1,89 @@
 #include "launcher/AppLauncher.h"
 
+#include <optional>
 #include <utility>
+#include <vector>
 
 #include <QDir>
 #include <QUrl>
 
-#include "launcher/CommandLineArgs.h"
 #include "launcher/FilePath.h"
-#include "launcher/TargetApplication.h"
 #include "model/ShortcutRule.h"
 #include "model/TrimmedText.h"
+#include "platform/RunningApplication.h"
 #include "platform/SystemLog.h"
 #include "platform/Workspace.h"
 
 namespace kestrelbay {
 
+/// The running application of one press.
+class TargetApplication {
+public:
+    using Windows = std::vector<std::unique_ptr<WindowElement>>;
+
+    TargetApplication(std::unique_ptr<RunningApplication> application, Workspace &workspace)
+        : application_(std::move(application)), workspace_(workspace) {}
+
+    [[nodiscard]] bool isActive() const { return application_->isActive(); }
+    void hide() { application_->hide(); }
+    void activate() { application_->activate(ActivationOption::IgnoringOtherApps); }
+
+    /// Asked for at most once, since finding it may be slow.
+    [[nodiscard]] bool isFileManager();
+
+    /// All windows, front-most first.
+    [[nodiscard]] Windows windows() const;
+
+    /// Those of them that count: all, but of the file manager only ordinary windows,
+    /// since the desktop is a window of it too.
+    [[nodiscard]] std::vector<WindowElement *> standardWindows(const Windows &windows);
+
+private:
+    std::unique_ptr<RunningApplication> application_;
+    Workspace &workspace_;
+    std::optional<bool> isFileManager_;
+};
+
+bool TargetApplication::isFileManager() {
+    if (!isFileManager_) {
+        const QString identifier = application_->bundleIdentifier();
+        isFileManager_ = !identifier.isEmpty() && identifier == workspace_.fileManagerIdentifier();
+    }
+    return *isFileManager_;
+}
+
+TargetApplication::Windows TargetApplication::windows() const {
+    if (application_->processIdentifier() < ProcessIdentifier{1})
+        return {};
+    return application_->windows();
+}
+
+std::vector<WindowElement *> TargetApplication::standardWindows(const Windows &windows) {
+    std::vector<WindowElement *> standard;
+    if (windows.empty())
+        return standard;
+    const bool isFiltered = isFileManager();
+    standard.reserve(windows.size());
+    for (const auto &window : windows) {
+        if (!isFiltered || window->subrole() == kStandardWindowSubrole)
+            standard.push_back(window.get());
+    }
+    return standard;
+}
+
 /// One press, its rule read.
 struct AppLauncher::Press {
-    explicit Press(const ShortcutRule &rule);
+    explicit Press(const ShortcutRule &rule)
+        : appUrl(fileUrl(rule.appPath)),
+          text(trimmedHorizontalSpace(rule.launchArguments)),
+          kind(text.isEmpty() ? ArgumentKind::None : rule.argumentKind),
+          repeatAction(rule.repeatAction) {}
 
     QUrl appUrl;
     QString text;       ///< the argument, trimmed
     ArgumentKind kind;  ///< None when there is no text
     RepeatAction repeatAction;
 };
-
-AppLauncher::Press::Press(const ShortcutRule &rule)
-    : appUrl(fileUrl(rule.appPath)),
-      text(trimmedHorizontalSpace(rule.launchArguments)),
-      kind(text.isEmpty() ? ArgumentKind::None : rule.argumentKind),
-      repeatAction(rule.repeatAction) {}
 
 void AppLauncher::handle(const ShortcutRule &rule) const {
     if (rule.appPath.isEmpty())
@@ -48,13 +102,9 @@ void AppLauncher::handle(const ShortcutRule &rule) const {
     if (press.kind == ArgumentKind::UrlScheme)
         openUrl(press.text);
     else if (press.kind == ArgumentKind::FilePath)
-        openPathWithoutRunning(press);
+        openPath(press);
     else
         workspace_.open(press.appUrl);
-}
-
-QStringList AppLauncher::parseCommandLineArgs(const QString &text) {
-    return splitCommandLine(text);
 }
 
 std::unique_ptr<RunningApplication> AppLauncher::runningInstance(const Press &press) const {
@@ -77,14 +127,19 @@ void AppLauncher::handleRunning(const Press &press, TargetApplication &app) cons
         const TargetApplication::Windows windows = app.windows();
         const std::vector<WindowElement *> standard = app.standardWindows(windows);
         if (standard.size() >= 2) {
-            app.cycle(standard);
+            // The back-most, so that repeated presses walk through all of them.
+            standard.back()->setMain();
+            standard.back()->setFocused();
+            app.activate();
             return;
         }
     }
     if (press.kind == ArgumentKind::UrlScheme)
         openUrl(press.text);
+    else if (press.kind == ArgumentKind::FilePath && app.isFileManager())
+        workspace_.showFolder(expandingTilde(press.text));
     else if (press.kind == ArgumentKind::FilePath)
-        openPath(press, app);
+        openPath(press);
     else
         bringToFront(press, app);
 }
@@ -92,10 +147,16 @@ void AppLauncher::handleRunning(const Press &press, TargetApplication &app) cons
 void AppLauncher::bringToFront(const Press &press, TargetApplication &app) const {
     const TargetApplication::Windows windows = app.windows();
     if (app.standardWindows(windows).empty()) {
-        openNewWindow(press, app);
+        if (app.isFileManager())
+            workspace_.showFolder(QDir::homePath());
+        else
+            workspace_.open(press.appUrl);
         return;
     }
-    restoreMinimized(windows);
+    for (const auto &window : windows) {
+        if (window->isMinimized() == true)
+            window->setMinimized(false);
+    }
     if (app.isFileManager()) {
         // Its desktop may be the window in front; make sure that a real one comes
         // forward. Listed anew, since restoring may have changed the order.
@@ -127,22 +188,8 @@ void AppLauncher::openUrl(const QString &text) const {
         workspace_.open(url);
 }
 
-void AppLauncher::openPath(const Press &press, TargetApplication &app) const {
-    if (app.isFileManager())
-        workspace_.showFolder(expandingTilde(press.text));
-    else
-        openPathWithoutRunning(press);
-}
-
-void AppLauncher::openPathWithoutRunning(const Press &press) const {
+void AppLauncher::openPath(const Press &press) const {
     workspace_.openFiles({fileUrl(expandingTilde(press.text))}, press.appUrl);
-}
-
-void AppLauncher::openNewWindow(const Press &press, TargetApplication &app) const {
-    if (app.isFileManager())
-        workspace_.showFolder(QDir::homePath());
-    else
-        workspace_.open(press.appUrl);
 }
 
 }  // namespace kestrelbay

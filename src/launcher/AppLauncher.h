@@ -24,7 +24,10 @@ public:
 
     void handle(const ShortcutRule &rule) const;
 
-    /// The arguments in the argument text of a rule; see splitCommandLine().
+    /// Splits the argument text of a rule into arguments at white space, somewhat like a
+    /// shell. A backslash takes the next character as it is, inside both kinds of quotes as
+    /// well. Quotes are dropped, so an empty quoted text adds nothing; one that is never
+    /// closed runs to the end.
     [[nodiscard]] static QStringList parseCommandLineArgs(const QString &text);
 
 private:
@@ -36,9 +39,7 @@ private:
 
     void launchWithCommandLineArgs(const Press &press) const;
     void openUrl(const QString &text) const;
-    void openPath(const Press &press, TargetApplication &app) const;
-    void openPathWithoutRunning(const Press &press) const;
-    void openNewWindow(const Press &press, TargetApplication &app) const;
+    void openPath(const Press &press) const;
 
     Workspace &workspace_;
     SystemLog &log_;

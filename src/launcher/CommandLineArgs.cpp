@@ -1,9 +1,9 @@
-#include "launcher/CommandLineArgs.h"
-
 #include <algorithm>
 
 #include <QStringView>
 #include <QTextBoundaryFinder>
+
+#include "launcher/AppLauncher.h"
 
 namespace kestrelbay {
 
@@ -15,13 +15,9 @@ bool isWhitespace(QStringView character) {
     return std::ranges::all_of(character, [](QChar c) { return c.isSpace(); });
 }
 
-bool is(QStringView character, QChar c) {
-    return character.size() == 1 && character.front() == c;
-}
-
 }  // namespace
 
-QStringList splitCommandLine(const QString &text) {
+QStringList AppLauncher::parseCommandLineArgs(const QString &text) {
     QStringList arguments;
     QString current;
     QStringView openQuote;
@@ -46,14 +42,14 @@ QStringList splitCommandLine(const QString &text) {
         if (isEscaped) {
             current += character;
             isEscaped = false;
-        } else if (is(character, u'\\')) {
+        } else if (character == u'\\') {
             isEscaped = true;
         } else if (!openQuote.isEmpty()) {
             if (character == openQuote)
                 openQuote = {};
             else
                 current += character;
-        } else if (is(character, u'"') || is(character, u'\'')) {
+        } else if (character == u'"' || character == u'\'') {
             openQuote = character;
         } else if (isWhitespace(character)) {
             endArgument();

@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "keys/KeyNames.h"
 #include "model/TrimmedText.h"
 
 using namespace Qt::StringLiterals;
@@ -68,12 +67,8 @@ std::optional<ArgumentKind> argumentKindFromRawValue(QStringView text) {
 QString ShortcutRule::hotkeyString() const {
     QString text = modifierDisplayString(modifierFlags);
     if (keyCode != KeyCode{})
-        text += keyCodeString(keyCode);
+        text += keyName(keyCode);
     return text;
-}
-
-QString ShortcutRule::keyCodeString(KeyCode keyCode) {
-    return keyName(keyCode);
 }
 
 ArgumentKind ShortcutRule::inferKind(QStringView launchArguments) {

@@ -55,7 +55,7 @@ struct ShortcutRule {
     [[nodiscard]] QString hotkeyString() const;
 
     /// What is printed on the key, e.g. "T"; "Key(36)" for a key without a name.
-    [[nodiscard]] static QString keyCodeString(KeyCode keyCode);
+    [[nodiscard]] static QString keyCodeString(KeyCode keyCode) { return keyName(keyCode); }
 
     /// Guesses the kind of an argument text that was stored without one.
     [[nodiscard]] static ArgumentKind inferKind(QStringView launchArguments);

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <array>
 
-#include "keys/KeyNames.h"
+#include "keys/KeyCode.h"
 #include "model/ShortcutRule.h"
 #include "model/TrimmedText.h"
 #include "settings/L.h"

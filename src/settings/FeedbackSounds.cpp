@@ -11,11 +11,6 @@ namespace kestrelbay {
 
 namespace {
 
-const QString &featuredSound() {
-    static const QString name = u"Jump"_s;
-    return name;
-}
-
 QString withoutExtension(const QString &entry) {
     const qsizetype dot = entry.lastIndexOf(u'.');
     return dot > 0 ? entry.first(dot) : entry;
@@ -38,8 +33,9 @@ QStringList feedbackSoundNames(const QStringList &entries, const QStringList &su
     }
     names.removeDuplicates();
     std::ranges::sort(names, precedes);
-    if (names.removeOne(featuredSound()))
-        names.prepend(featuredSound());
+    const QString featured = u"Jump"_s;
+    if (names.removeOne(featured))
+        names.prepend(featured);
     return names;
 }
 

@@ -12,10 +12,6 @@ namespace kestrelbay {
 LaunchAtLogin::LaunchAtLogin(LoginItem &loginItem, UserDefaults &defaults, Report report)
     : loginItem_(loginItem), defaults_(defaults), report_(std::move(report)) {}
 
-bool LaunchAtLogin::isLaunchAtLoginEnabled() const {
-    return loginItem_.isEnabled();
-}
-
 void LaunchAtLogin::setLaunchAtLogin(bool enabled) {
     if (const std::optional<QString> reason = loginItem_.setEnabled(enabled); reason && report_) {
         report_({

@@ -24,7 +24,7 @@ public:
     /// All of it has to outlive this.
     LaunchAtLogin(LoginItem &loginItem, UserDefaults &defaults, Report report);
 
-    [[nodiscard]] bool isLaunchAtLoginEnabled() const;
+    [[nodiscard]] bool isLaunchAtLoginEnabled() const { return loginItem_.isEnabled(); }
 
     /// Reports a failure before it returns. Either way the settings remember what
     /// was asked for, not what came of it.

@@ -13,4 +13,10 @@ public:
     [[nodiscard]] virtual TimePoint now() const = 0;
 };
 
+/// The time of this machine.
+class SteadyClock final : public Clock {
+public:
+    [[nodiscard]] TimePoint now() const override { return std::chrono::steady_clock::now(); }
+};
+
 }  // namespace kestrelbay

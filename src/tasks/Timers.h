@@ -24,4 +24,13 @@ public:
                                                        std::function<void()> work) = 0;
 };
 
+/// Timers of the Qt event loop, exact to a millisecond.
+class QtTimers final : public Timers {
+public:
+    [[nodiscard]] std::unique_ptr<Timer> once(std::chrono::milliseconds delay,
+                                              std::function<void()> work) override;
+    [[nodiscard]] std::unique_ptr<Timer> every(std::chrono::milliseconds interval,
+                                               std::function<void()> work) override;
+};
+
 }  // namespace kestrelbay

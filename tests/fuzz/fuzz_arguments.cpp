@@ -4,14 +4,14 @@
 #include <QString>
 
 #include "fuzz/Check.h"
-#include "launcher/CommandLineArgs.h"
+#include "launcher/AppLauncher.h"
 #include "model/ShortcutRule.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const QString text =
         QString::fromUtf8(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     qsizetype total = 0;
-    for (const QString &argument : kestrelbay::splitCommandLine(text)) {
+    for (const QString &argument : kestrelbay::AppLauncher::parseCommandLineArgs(text)) {
         check(!argument.isEmpty());
         total += argument.size();
     }

@@ -1,4 +1,4 @@
-#include "keys/KeyNames.h"
+#include "keys/KeyCode.h"
 
 #include <gtest/gtest.h>
 

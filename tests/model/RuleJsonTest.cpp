@@ -1,4 +1,4 @@
-#include "model/RuleJson.h"
+#include "model/RuleFile.h"
 
 #include <gtest/gtest.h>
 

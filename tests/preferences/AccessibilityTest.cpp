@@ -14,7 +14,7 @@
 #include "preferences/rules/RuleRowView.h"
 #include "preferences/window/PreferencesWindowController.h"
 #include "preferences/window/TabBarView.h"
-#include "ui/windows/AlertSheet.h"
+#include "ui/windows/Sheet.h"
 
 using namespace Qt::StringLiterals;
 

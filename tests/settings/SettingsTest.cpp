@@ -3,7 +3,6 @@
 #include "fakes/FakeUserDefaults.h"
 #include "fixtures/QtPrinters.h"
 #include "settings/Language.h"
-#include "settings/LaunchToastDuration.h"
 #include "settings/SettingsKeys.h"
 
 using namespace Qt::StringLiterals;

@@ -10,9 +10,8 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 
-#include "tasks/MainQueue.h"
-#include "tasks/SteadyClock.h"
-#include "tasks/ThreadPoolQueue.h"
+#include "tasks/Clock.h"
+#include "tasks/DispatchQueue.h"
 
 using namespace std::chrono_literals;
 

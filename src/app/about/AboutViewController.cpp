@@ -8,7 +8,6 @@
 #include "platform/Workspace.h"
 #include "settings/Addresses.h"
 #include "settings/L.h"
-#include "ui/look/FittingFont.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/TextLabel.h"

@@ -3,8 +3,8 @@
 #include "app/about/AboutViewController.h"
 #include "platform/NativeWindow.h"
 #include "settings/L.h"
+#include "ui/look/Screens.h"
 #include "ui/windows/FixedWindow.h"
-#include "ui/windows/KeyScreen.h"
 
 namespace kestrelbay {
 

@@ -5,8 +5,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 #include "settings/L.h"
-#include "ui/look/FittingFont.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/LinkButton.h"
@@ -33,7 +34,7 @@ constexpr int kPrimaryToLink = 4;
 constexpr int kBottom = 12;
 
 TextLabel *centeredText(const QString &text, const QFont &font, colors::Function color) {
-    auto *label = new TextLabel(text, font, color);
+    auto *label = new TextLabel(text, font, std::move(color));
     label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     return label;
 }

@@ -9,8 +9,8 @@
 #include "platform/NativeWindow.h"
 #include "settings/L.h"
 #include "settings/SettingsKeys.h"
+#include "ui/look/Screens.h"
 #include "ui/windows/FixedWindow.h"
-#include "ui/windows/KeyScreen.h"
 
 namespace kestrelbay {
 

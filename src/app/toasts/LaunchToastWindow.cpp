@@ -6,7 +6,7 @@
 
 #include <chrono>
 
-#include "ui/windows/KeyScreen.h"
+#include "ui/look/Screens.h"
 
 namespace kestrelbay {
 

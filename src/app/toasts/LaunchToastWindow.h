@@ -3,7 +3,7 @@
 #include <QImage>
 
 #include "app/toasts/ToastPanel.h"
-#include "settings/LaunchToastDuration.h"
+#include "settings/SettingsKeys.h"
 
 namespace kestrelbay {
 

@@ -10,10 +10,10 @@
 
 #include "tasks/DispatchQueue.h"
 #include "ui/look/Fonts.h"
+#include "ui/look/Screens.h"
 #include "ui/look/SystemColors.h"
 #include "ui/look/WrappedText.h"
 #include "ui/widgets/TextLabel.h"
-#include "ui/windows/KeyScreen.h"
 
 namespace kestrelbay {
 

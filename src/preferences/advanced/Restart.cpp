@@ -6,7 +6,7 @@
 #include <QProcess>
 
 #include "settings/L.h"
-#include "ui/windows/AlertSheet.h"
+#include "ui/windows/Sheet.h"
 
 using namespace Qt::StringLiterals;
 

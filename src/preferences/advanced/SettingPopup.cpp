@@ -7,7 +7,6 @@
 #include "settings/FeedbackSounds.h"
 #include "settings/L.h"
 #include "settings/Language.h"
-#include "settings/LaunchToastDuration.h"
 #include "settings/Notifications.h"
 #include "ui/look/Fonts.h"
 

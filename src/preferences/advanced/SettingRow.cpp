@@ -10,7 +10,6 @@
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/TextLabel.h"
-#include "ui/widgets/WrappingLabel.h"
 
 namespace kestrelbay {
 

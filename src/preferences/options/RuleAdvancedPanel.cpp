@@ -22,7 +22,7 @@
 #include "settings/L.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
-#include "ui/widgets/ControlGroup.h"
+#include "ui/widgets/AccessibleFactory.h"
 #include "ui/widgets/LinkButton.h"
 #include "ui/widgets/TextLabel.h"
 
@@ -80,13 +80,13 @@ const auto &choiceAt(const Choices &choices, int index) {
 
 TextLabel *addHeader(QVBoxLayout &column, const QString &text, QWidget *parent) {
     auto *header =
-        new TextLabel(text, systemFont(kHeaderFont, QFont::DemiBold), &colors::label, parent);
+        new TextLabel(text, systemFont(kHeaderFont, QFont::DemiBold), colors::label, parent);
     column.addWidget(header);
     return header;
 }
 
 TextLabel *makeSmallText(const QString &text, QWidget *parent) {
-    return new TextLabel(text, systemFont(kSmallFont), &colors::secondaryLabel, parent);
+    return new TextLabel(text, systemFont(kSmallFont), colors::secondaryLabel, parent);
 }
 
 }  // namespace
@@ -120,7 +120,7 @@ RuleAdvancedPanel::RuleAdvancedPanel(const PreferencesServices &services, const 
     column->setContentsMargins(kMargins);
     column->setSpacing(0);
     auto *title =
-        new TextLabel(windowTitle(), systemFont(kTitleFont, QFont::Bold), &colors::label, this);
+        new TextLabel(windowTitle(), systemFont(kTitleFont, QFont::Bold), colors::label, this);
     // A long name of an application must not make the sheet wider.
     title->setText(title->fontMetrics().elidedText(
         windowTitle(), Qt::ElideRight, kSize.width() - kMargins.left() - kMargins.right()));

@@ -24,7 +24,7 @@
 #include "settings/L.h"
 #include "tasks/DispatchQueue.h"
 #include "ui/look/Fonts.h"
-#include "ui/look/ListIconsForScreens.h"
+#include "ui/look/Screens.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/TextLabel.h"
 
@@ -114,7 +114,7 @@ AppPickerPanel::AppPickerPanel(const PreferencesServices &services, Completion c
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kGap);
     column->addWidget(new TextLabel(L::appPickerTitle(), systemFont(kTitleFont, QFont::DemiBold),
-                                    &colors::label, this));
+                                    colors::label, this));
     addSearchField(*column);
     addList(*column);
     addButtons(*column);
@@ -149,7 +149,7 @@ void AppPickerPanel::addList(QVBoxLayout &column) {
 
     // Which of the colours of a text is shown depends on the ground.
     emptyLabel_ =
-        new TextLabel({}, systemFont(kTextFont), &colors::tertiaryLabel, listView_->viewport());
+        new TextLabel({}, systemFont(kTextFont), colors::tertiaryLabel, listView_->viewport());
     emptyLabel_->setAttribute(Qt::WA_TransparentForMouseEvents);
     auto *middle = new QVBoxLayout(listView_->viewport());
     middle->addWidget(emptyLabel_, 0, Qt::AlignCenter);

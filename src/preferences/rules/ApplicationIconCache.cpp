@@ -7,7 +7,7 @@
 #include "platform/ApplicationCatalog.h"
 #include "preferences/PreferencesServices.h"
 #include "tasks/DispatchQueue.h"
-#include "ui/look/ListIconsForScreens.h"
+#include "ui/look/Screens.h"
 
 namespace kestrelbay {
 

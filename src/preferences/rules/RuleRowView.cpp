@@ -18,11 +18,10 @@
 #include "tasks/DispatchQueue.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
-#include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Switch.h"
-#include "ui/widgets/SymbolButton.h"
 #include "ui/widgets/SymbolView.h"
-#include "ui/windows/AlertSheet.h"
+#include "ui/widgets/TextLabel.h"
+#include "ui/windows/Sheet.h"
 
 namespace kestrelbay {
 

@@ -9,7 +9,7 @@
 #include "model/ShortcutRule.h"
 #include "preferences/PreferencesServices.h"
 #include "preferences/recorder/HotkeyRecorderField.h"
-#include "ui/list/RowWidget.h"
+#include "ui/list/RowDelegate.h"
 
 namespace kestrelbay {
 

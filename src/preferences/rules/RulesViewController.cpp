@@ -15,7 +15,7 @@
 #include "ui/list/RowListView.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
-#include "ui/widgets/SymbolButton.h"
+#include "ui/widgets/SymbolView.h"
 #include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {

@@ -15,7 +15,7 @@
 #include "settings/L.h"
 #include "settings/Notifications.h"
 #include "tasks/DispatchQueue.h"
-#include "ui/windows/KeyScreen.h"
+#include "ui/look/Screens.h"
 #include "ui/windows/Sheet.h"
 
 namespace kestrelbay {

@@ -1,10 +1,10 @@
 #include "ui/list/RowDelegate.h"
 
 #include <QPainter>
+#include <QPixmap>
 
 #include <utility>
 
-#include "ui/list/RowWidget.h"
 #include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
@@ -14,8 +14,40 @@ namespace {
 constexpr int kRowInset = 10;
 constexpr qreal kFocusRingRadius = 8;
 constexpr qreal kFocusRingWidth = 2;
+constexpr qreal kDragPictureOpacity = 0.6;
 
 }  // namespace
+
+void RowWidget::collectControls(QWidget *list) {
+    for (QWidget *widget : findChildren<QWidget *>()) {
+        if (!(widget->focusPolicy() & Qt::TabFocus) || widget->focusProxy())
+            continue;
+        widget->installEventFilter(list);
+        setTabOrder(controls_.isEmpty() ? list : controls_.last(), widget);
+        controls_.append(widget);
+    }
+}
+
+void RowWidget::setTabStops(bool stops) {
+    for (QWidget *control : std::as_const(controls_))
+        control->setFocusPolicy(stops ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+void RowWidget::setVisible(bool visible) {
+    if (visible || !index_.isValid())
+        QWidget::setVisible(visible);
+}
+
+QPixmap RowWidget::dragPicture() {
+    const QPixmap row = grab();
+    QPixmap picture(row.size());
+    picture.setDevicePixelRatio(row.devicePixelRatio());
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setOpacity(kDragPictureOpacity);
+    painter.drawPixmap(0, 0, row);
+    return picture;
+}
 
 RowDelegate::RowDelegate(Rows rows, QWidget *list)
     : QAbstractItemDelegate(list), list_(list), rows_(std::move(rows)) {}
@@ -37,10 +69,6 @@ void RowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     painter->drawRoundedRect(QRectF(rowRect(option.rect)).adjusted(inset, inset, -inset, -inset),
                              kFocusRingRadius - inset, kFocusRingRadius - inset);
     painter->restore();
-}
-
-QSize RowDelegate::sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const {
-    return {0, pitch()};
 }
 
 QWidget *RowDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,

@@ -1,8 +1,11 @@
 #include "ui/list/RowDrop.h"
 
+#include <QPainter>
 #include <QRegularExpression>
 
 #include <algorithm>
+
+#include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
 
@@ -11,6 +14,10 @@ namespace {
 constexpr int kAutoscrollMargin = 32;
 /// At 60 ticks a second about twenty rows.
 constexpr int kFastestAutoscroll = 18;
+
+constexpr int kLineHeight = 10;
+constexpr qreal kLineThickness = 2;
+constexpr qreal kLineEndRadius = 3;
 
 }  // namespace
 
@@ -48,6 +55,29 @@ int autoscrollStep(int y, int viewHeight) {
         return 0;
     const int step = std::max(1, kFastestAutoscroll * nearness / kAutoscrollMargin);
     return y < below ? -step : step;
+}
+
+DropLine::DropLine(QWidget *parent) : QWidget(parent) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    hide();
+}
+
+void DropLine::showAt(int y, int left, int width) {
+    const int lowest = std::max(0, parentWidget()->height() - kLineHeight);
+    setGeometry(left, std::clamp(y - kLineHeight / 2, 0, lowest), width, kLineHeight);
+    raise();
+    show();
+}
+
+void DropLine::paintEvent(QPaintEvent *) {
+    const qreal middle = kLineHeight / 2.0;
+    const qreal ringEnd = kLineThickness / 2 + 2 * kLineEndRadius;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(colors::controlAccent(), kLineThickness, Qt::SolidLine, Qt::RoundCap));
+    painter.drawEllipse(QPointF(kLineThickness / 2 + kLineEndRadius, middle), kLineEndRadius,
+                        kLineEndRadius);
+    painter.drawLine(QPointF(ringEnd, middle), QPointF(width() - kLineThickness / 2, middle));
 }
 
 }  // namespace kestrelbay

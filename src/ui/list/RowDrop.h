@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QStringView>
+#include <QWidget>
 
 namespace kestrelbay {
 
@@ -28,5 +29,19 @@ namespace kestrelbay {
 /// By how much a list scrolls under a drag near its edge, at each tick: more, the
 /// nearer it is; negative upwards; 0 away from the edges.
 [[nodiscard]] int autoscrollStep(int y, int viewHeight);
+
+/// The line between two rows at which a drag would drop: a ring, then a line.
+class DropLine final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit DropLine(QWidget *parent);
+
+    /// Shows it centred on y, moved as far as it takes to be inside the parent.
+    void showAt(int y, int left, int width);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
 
 }  // namespace kestrelbay

@@ -1,9 +1,6 @@
-#include "ui/list/RowListAccessible.h"
-
 #include <map>
 
 #include "ui/list/RowListView.h"
-#include "ui/list/RowWidget.h"
 #include "ui/widgets/AccessibleFactory.h"
 
 namespace kestrelbay {
@@ -86,8 +83,6 @@ public:
         for (const auto &[row, id] : rows_)
             QAccessible::deleteAccessibleInterface(id);
     }
-    RowListAccessible(const RowListAccessible &) = delete;
-    RowListAccessible &operator=(const RowListAccessible &) = delete;
 
     [[nodiscard]] int childCount() const override { return list_->model()->rowCount(); }
     [[nodiscard]] QAccessibleInterface *child(int row) const override {
@@ -137,7 +132,7 @@ private:
 
 }  // namespace
 
-void installRowListAccessibility() {
+void RowListView::installAccessibility() {
     installAccessible<RowListView, RowListAccessible>();
     installAccessible<RowWidget, RowWidgetAccessible>();
 }

@@ -11,10 +11,7 @@
 #include <chrono>
 #include <utility>
 
-#include "ui/list/DropLine.h"
 #include "ui/list/RowDrop.h"
-#include "ui/list/RowListAccessible.h"
-#include "ui/list/RowWidget.h"
 
 namespace kestrelbay {
 
@@ -34,7 +31,7 @@ RowListView::RowListView(QAbstractItemModel &model, RowDelegate::Rows rows, Time
       timers_(timers),
       rows_(new RowDelegate(std::move(rows), this)),
       dropLine_(new DropLine(viewport())) {
-    installRowListAccessibility();
+    installAccessibility();
     setItemDelegate(rows_);
     setModel(&model);
     setUniformItemSizes(true);
@@ -60,14 +57,6 @@ RowListView::~RowListView() {
     // The focus goes elsewhere while the widget ends, when this is no list any more.
     disconnect(qApp, nullptr, this, nullptr);
     cancelDrag();
-}
-
-void RowListView::selectRow(int row) {
-    setCurrentIndex(indexOf(row));
-}
-
-void RowListView::scrollToRow(int row) {
-    scrollTo(indexOf(row));
 }
 
 RowWidget *RowListView::rowWidget(int row) const {
@@ -322,10 +311,6 @@ void RowListView::cancelDrag() {
     QDrag::cancel();
 }
 
-void RowListView::mouseReleaseEvent(QMouseEvent *) {
-    pressed_.reset();
-}
-
 void RowListView::mouseDoubleClickEvent(QMouseEvent *event) {
     pressed_.reset();
     if (event->button() == Qt::LeftButton)
@@ -352,10 +337,6 @@ void RowListView::dragMoveEvent(QDragMoveEvent *event) {
         autoscrollTimer_ = timers_.every(kAutoscrollInterval, [this] { autoscroll(); });
     event->setDropAction(dropAction());
     event->setAccepted(gapAtY(*dragY_).has_value());
-}
-
-void RowListView::dragLeaveEvent(QDragLeaveEvent *) {
-    endDrop();
 }
 
 void RowListView::dropEvent(QDropEvent *event) {

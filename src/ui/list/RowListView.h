@@ -36,8 +36,8 @@ public:
 
     [[nodiscard]] int selectedRow() const { return currentIndex().row(); }
     /// Anything outside the list means none.
-    void selectRow(int row);
-    void scrollToRow(int row);
+    void selectRow(int row) { setCurrentIndex(indexOf(row)); }
+    void scrollToRow(int row) { scrollTo(indexOf(row)); }
     /// Null for a row out of sight.
     [[nodiscard]] RowWidget *rowWidget(int row) const;
 
@@ -55,11 +55,11 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *) override { pressed_.reset(); }
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dragMoveEvent(QDragMoveEvent *event) override;
-    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *) override { endDrop(); }
     void dropEvent(QDropEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
     void updateGeometries() override;
@@ -69,6 +69,10 @@ protected:
     QModelIndex moveCursor(CursorAction, Qt::KeyboardModifiers) override { return {}; }
 
 private:
+    /// From now on screen readers see every such view as a list of all its rows, those out of
+    /// sight included. A row is named by the model's Qt::AccessibleTextRole; the controls of
+    /// one in sight are below it.
+    static void installAccessibility();
     [[nodiscard]] QModelIndex indexOf(int row) const { return model()->index(row, 0); }
     [[nodiscard]] int rowCount() const { return model()->rowCount(); }
     [[nodiscard]] std::optional<int> rowForKey(int key) const;

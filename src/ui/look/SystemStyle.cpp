@@ -1,12 +1,15 @@
 #include "ui/look/SystemStyle.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QPainter>
+#include <QPalette>
 #include <QStyleFactory>
 #include <QStyleOption>
 
 #include <algorithm>
 
+#include "platform/SystemSettings.h"
 #include "ui/look/Symbols.h"
 #include "ui/look/SystemColors.h"
 
@@ -53,54 +56,54 @@ QColor faceOf(const QStyleOption &option, const QColor &face) {
     return face;
 }
 
-void drawFace(const QStyleOption &option, const QRect &rect, const QColor &face, bool framed,
-              QPainter *painter) {
+/// Smooth, and leaves the painter as it was.
+void drawRounded(const QRectF &rect, qreal radius, const QPen &pen, const QBrush &brush,
+                 QPainter *painter) {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(framed ? QPen(overlaid(face, colors::label(), 0.18)) : QPen(face));
-    painter->setBrush(face);
-    painter->drawRoundedRect(hairlineRect(rect), kRadius, kRadius);
-    if (has(option, QStyle::State_HasFocus) && has(option, QStyle::State_KeyboardFocusChange)) {
-        QColor ring = colors::controlAccent();
-        ring.setAlphaF(0.7F);
-        painter->setPen(QPen(framed ? ring : colors::label(), kFocusRingWidth));
-        painter->setBrush(Qt::NoBrush);
-        painter->drawRoundedRect(QRectF(rect).adjusted(1, 1, -1, -1), kRadius - 1, kRadius - 1);
-    }
+    painter->setPen(pen);
+    painter->setBrush(brush);
+    painter->drawRoundedRect(rect, radius, radius);
     painter->restore();
 }
 
-bool isDefault(const QStyleOption &option) {
-    const auto *button = qstyleoption_cast<const QStyleOptionButton *>(&option);
-    return button && button->features.testFlag(QStyleOptionButton::DefaultButton);
+void drawFace(const QStyleOption &option, const QColor &face, bool framed, QPainter *painter) {
+    drawRounded(hairlineRect(option.rect), kRadius,
+                framed ? overlaid(face, colors::label(), 0.18) : face, face, painter);
+    if (has(option, QStyle::State_HasFocus) && has(option, QStyle::State_KeyboardFocusChange)) {
+        QColor ring = colors::controlAccent();
+        ring.setAlphaF(0.7F);
+        drawRounded(QRectF(option.rect).adjusted(1, 1, -1, -1), kRadius - 1,
+                    QPen(framed ? ring : colors::label(), kFocusRingWidth), Qt::NoBrush, painter);
+    }
 }
 
-bool isFlat(const QStyleOption &option) {
+bool hasFeature(const QStyleOption &option, QStyleOptionButton::ButtonFeature feature) {
     const auto *button = qstyleoption_cast<const QStyleOptionButton *>(&option);
-    return button && button->features.testFlag(QStyleOptionButton::Flat);
+    return button && button->features.testFlag(feature);
+}
+
+bool isDefault(const QStyleOption &option) {
+    return hasFeature(option, QStyleOptionButton::DefaultButton);
 }
 
 void drawPushButton(const QStyleOption &option, QPainter *painter) {
-    if (isFlat(option) && !has(option, QStyle::State_Sunken) &&
+    if (hasFeature(option, QStyleOptionButton::Flat) && !has(option, QStyle::State_Sunken) &&
         !has(option, QStyle::State_HasFocus))
         return;
     const bool filled = isDefault(option) && has(option, QStyle::State_Enabled);
     const QColor face =
         filled ? colors::controlAccent() : option.palette.color(QPalette::Active, QPalette::Button);
-    drawFace(option, option.rect, faceOf(option, face), !filled, painter);
+    drawFace(option, faceOf(option, face), !filled, painter);
 }
 
 void drawLineEdit(const QStyleOption &option, QPainter *painter) {
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
     const bool focused = has(option, QStyle::State_HasFocus);
-    painter->setPen(focused ? QPen(colors::controlAccent(), kFocusRingWidth)
-                            : QPen(overlaid(colors::field(), colors::label(), 0.22)));
-    painter->setBrush(option.palette.color(QPalette::Base));
     const qreal inset = focused ? 1 : 0.5;
-    painter->drawRoundedRect(QRectF(option.rect).adjusted(inset, inset, -inset, -inset), kRadius,
-                             kRadius);
-    painter->restore();
+    drawRounded(QRectF(option.rect).adjusted(inset, inset, -inset, -inset), kRadius,
+                focused ? QPen(colors::controlAccent(), kFocusRingWidth)
+                        : overlaid(colors::field(), colors::label(), 0.22),
+                option.palette.color(QPalette::Base), painter);
 }
 
 /// A radio button's disc or a check box, filled with the accent while it is on.
@@ -108,10 +111,8 @@ void drawIndicator(const QStyleOption &option, qreal radius, QPainter *painter) 
     const bool on = has(option, QStyle::State_On) && has(option, QStyle::State_Enabled);
     const QColor face =
         on ? colors::controlAccent() : option.palette.color(QPalette::Active, QPalette::Button);
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(on ? QPen(face) : QPen(overlaid(face, colors::label(), 0.3)));
-    painter->setBrush(faceOf(option, face));
-    painter->drawRoundedRect(hairlineRect(option.rect), radius, radius);
+    drawRounded(hairlineRect(option.rect), radius, on ? face : overlaid(face, colors::label(), 0.3),
+                faceOf(option, face), painter);
 }
 
 QColor markInk(const QStyleOption &option) {
@@ -119,28 +120,30 @@ QColor markInk(const QStyleOption &option) {
 }
 
 void drawRadioButton(const QStyleOption &option, QPainter *painter) {
-    painter->save();
     drawIndicator(option, option.rect.width() / 2.0, painter);
-    if (has(option, QStyle::State_On)) {
-        painter->setPen(Qt::NoPen);
-        painter->setBrush(markInk(option));
-        const qreal dot = option.rect.width() * 0.19;
-        painter->drawEllipse(QRectF(option.rect).center(), dot, dot);
-    }
+    if (!has(option, QStyle::State_On))
+        return;
+    const qreal dot = option.rect.width() * 0.19;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(markInk(option));
+    painter->drawEllipse(QRectF(option.rect).center(), dot, dot);
     painter->restore();
 }
 
 void drawCheckBox(const QStyleOption &option, QPainter *painter) {
-    painter->save();
     drawIndicator(option, 3, painter);
-    if (has(option, QStyle::State_On)) {
-        painter->setPen(QPen(markInk(option), 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        const QRectF box(option.rect);
-        const auto at = [&box](qreal x, qreal y) {
-            return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
-        };
-        painter->drawPolyline(QPolygonF({at(0.25, 0.53), at(0.43, 0.71), at(0.76, 0.31)}));
-    }
+    if (!has(option, QStyle::State_On))
+        return;
+    const QRectF box(option.rect);
+    const auto at = [&box](qreal x, qreal y) {
+        return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
+    };
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(markInk(option), 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->drawPolyline(QPolygonF({at(0.25, 0.53), at(0.43, 0.71), at(0.76, 0.31)}));
     painter->restore();
 }
 
@@ -157,22 +160,17 @@ bool isMenuSeparator(const QStyleOption &option) {
 }
 
 void drawFocusRing(const QStyleOption &option, QPainter *painter) {
-    if (!has(option, QStyle::State_KeyboardFocusChange))
-        return;
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(colors::controlAccent(), kFocusRingWidth));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -1), kRadius - 2, kRadius - 2);
-    painter->restore();
+    if (has(option, QStyle::State_KeyboardFocusChange))
+        drawRounded(QRectF(option.rect).adjusted(1, 1, -1, -1), kRadius - 2,
+                    QPen(colors::controlAccent(), kFocusRingWidth), Qt::NoBrush, painter);
 }
 
 void drawComboBox(const QStyleOptionComboBox &option, QPainter *painter) {
     QStyleOptionComboBox face = option;
     // A popup is pressed while its menu is open, which covers it.
     face.state &= ~QStyle::State_On;
-    drawFace(face, face.rect, faceOf(face, face.palette.color(QPalette::Active, QPalette::Button)),
-             true, painter);
+    drawFace(face, faceOf(face, face.palette.color(QPalette::Active, QPalette::Button)), true,
+             painter);
     const QColor ink =
         has(option, QStyle::State_Enabled) ? colors::secondaryLabel() : colors::tertiaryLabel();
     const QRect area = option.rect.adjusted(0, 0, -kChevronMargin, 0);
@@ -191,14 +189,8 @@ void drawScrollBar(const QStyle &style, const QStyleOptionSlider &option, QPaint
     QColor ink = colors::label();
     ink.setAlphaF(
         has(option, QStyle::State_Sunken) || has(option, QStyle::State_MouseOver) ? 0.45F : 0.28F);
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(ink);
     const QRectF bar = QRectF(handle).adjusted(2, 2, -2, -2);
-    const qreal radius = std::min(bar.width(), bar.height()) / 2;
-    painter->drawRoundedRect(bar, radius, radius);
-    painter->restore();
+    drawRounded(bar, std::min(bar.width(), bar.height()) / 2, Qt::NoPen, ink, painter);
 }
 
 int controlHeight(const QWidget *widget) {
@@ -296,6 +288,23 @@ int SystemStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWi
         default:
             return QProxyStyle::styleHint(hint, option, widget, returned);
     }
+}
+
+Appearance::Appearance(SystemSettings &settings) : settings_(settings) {
+    if (!settings_.colorScheme())
+        return;
+    QApplication::setStyle(new SystemStyle);  // the application owns it
+    apply();
+    settings_.setColorSchemeHandler([this] { apply(); });
+}
+
+Appearance::~Appearance() {
+    settings_.setColorSchemeHandler({});
+}
+
+void Appearance::apply() const {
+    if (const std::optional<ColorScheme> scheme = settings_.colorScheme())
+        QApplication::setPalette(systemPalette(*scheme));
 }
 
 }  // namespace kestrelbay

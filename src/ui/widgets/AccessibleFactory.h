@@ -23,4 +23,15 @@ public:
     explicit AccessibleWithRole(QWidget *widget) : QAccessibleWidget(widget, kRole) {}
 };
 
+/// Holds controls that belong together, and tells screen readers what they are about.
+class ControlGroup final : public QWidget {
+    Q_OBJECT
+
+public:
+    ControlGroup(const QString &name, QWidget *parent) : QWidget(parent) {
+        installAccessible<ControlGroup, AccessibleWithRole<QAccessible::Grouping>>();
+        setAccessibleName(name);
+    }
+};
+
 }  // namespace kestrelbay

@@ -1,13 +1,10 @@
 #include "ui/widgets/Switch.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
 #include <QEvent>
 #include <QPainter>
 #include <QStyleOption>
 
 #include "ui/look/SystemColors.h"
-#include "ui/widgets/AccessibleFactory.h"
 
 namespace kestrelbay {
 
@@ -28,38 +25,9 @@ QColor withAlpha(QColor color, float alpha) {
     return color;
 }
 
-class AccessibleSwitch final : public QAccessibleWidget {
-public:
-    explicit AccessibleSwitch(Switch *button) : QAccessibleWidget(button, QAccessible::CheckBox) {}
-
-    [[nodiscard]] QAccessible::State state() const override {
-        QAccessible::State state = QAccessibleWidget::state();
-        state.checkable = true;
-        state.checked = button()->isChecked();
-        state.pressed = button()->isDown();
-        return state;
-    }
-    [[nodiscard]] QStringList actionNames() const override {
-        QStringList names = QAccessibleWidget::actionNames();
-        if (button()->isEnabled())
-            names.prepend(toggleAction());
-        return names;
-    }
-    void doAction(const QString &name) override {
-        if (name == toggleAction() || name == pressAction())
-            button()->click();
-        else
-            QAccessibleWidget::doAction(name);
-    }
-
-private:
-    [[nodiscard]] Switch *button() const { return static_cast<Switch *>(widget()); }
-};
-
 }  // namespace
 
 Switch::Switch(Size size, QWidget *parent) : QAbstractButton(parent), size_(size) {
-    installAccessible<Switch, AccessibleSwitch>();
     setCheckable(true);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -74,10 +42,6 @@ Switch::Switch(Size size, QWidget *parent) : QAbstractButton(parent), size_(size
 
 QSize Switch::sizeHint() const {
     return size_ == Size::Small ? kSmallSize : kRegularSize;
-}
-
-QSize Switch::minimumSizeHint() const {
-    return sizeHint();
 }
 
 QRectF Switch::trackRect() const {
@@ -146,10 +110,6 @@ void Switch::changeEvent(QEvent *event) {
     QAbstractButton::changeEvent(event);
     if (event->type() == QEvent::LayoutDirectionChange)
         update();
-}
-
-bool Switch::hitButton(const QPoint &position) const {
-    return rect().contains(position);
 }
 
 }  // namespace kestrelbay

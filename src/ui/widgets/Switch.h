@@ -19,7 +19,7 @@ public:
     explicit Switch(Size size = Size::Regular, QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
     /// Where the knob is drawn just now, within this widget.
     [[nodiscard]] QRectF knobRect() const;
@@ -27,7 +27,6 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
-    [[nodiscard]] bool hitButton(const QPoint &position) const override;
 
 private:
     [[nodiscard]] QRectF trackRect() const;

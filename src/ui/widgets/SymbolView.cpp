@@ -1,13 +1,26 @@
 #include "ui/widgets/SymbolView.h"
 
 #include <algorithm>
+#include <utility>
 
+#include <QKeyEvent>
 #include <QPainter>
+#include <QStyleOptionFocusRect>
 
 #include "ui/look/Symbols.h"
 #include "ui/widgets/AccessibleFactory.h"
 
 namespace kestrelbay {
+
+namespace {
+
+constexpr QSize kSize{22, 22};
+constexpr qreal kButtonRadius = 5;
+constexpr float kHoverGroundAlpha = 0.07F;
+constexpr float kPressedGroundAlpha = 0.15F;
+constexpr float kDisabledAlpha = 0.4F;
+
+}  // namespace
 
 SymbolView::SymbolView(QWidget *parent) : QWidget(parent), color_(colors::label) {
     installAccessible<SymbolView, AccessibleWithRole<QAccessible::Graphic>>();
@@ -16,7 +29,7 @@ SymbolView::SymbolView(QWidget *parent) : QWidget(parent), color_(colors::label)
 void SymbolView::setSymbol(const QString &name, colors::Function color) {
     image_ = {};
     symbol_ = name;
-    color_ = color;
+    color_ = std::move(color);
     update();
 }
 
@@ -35,6 +48,49 @@ void SymbolView::paintEvent(QPaintEvent * /*event*/) {
                            symbolPixmap(symbol_, place.size(), color_(), devicePixelRatioF()));
     else
         painter.drawImage(place, image_);
+}
+
+SymbolButton::SymbolButton(QString symbol, QSize symbolSize, colors::Function color,
+                           QWidget *parent)
+    : QAbstractButton(parent),
+      symbol_(std::move(symbol)),
+      symbolSize_(symbolSize),
+      color_(std::move(color)) {
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::TabFocus);
+}
+
+QSize SymbolButton::sizeHint() const {
+    return kSize;
+}
+
+void SymbolButton::paintEvent(QPaintEvent * /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (isEnabled() && (isDown() || underMouse())) {
+        QColor ground = colors::label();
+        ground.setAlphaF(isDown() ? kPressedGroundAlpha : kHoverGroundAlpha);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(ground);
+        painter.drawRoundedRect(rect(), kButtonRadius, kButtonRadius);
+    }
+    QRect place(QPoint(), symbolSize_);
+    place.moveCenter(rect().center());
+    painter.setOpacity(isEnabled() ? 1 : kDisabledAlpha);
+    painter.drawPixmap(place, symbolPixmap(symbol_, symbolSize_, color_(), devicePixelRatioF()));
+    painter.setOpacity(1);
+    if (hasFocus()) {
+        QStyleOptionFocusRect ring;
+        ring.initFrom(this);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &ring, &painter, this);
+    }
+}
+
+void SymbolButton::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click();
+    else
+        QAbstractButton::keyPressEvent(event);
 }
 
 }  // namespace kestrelbay

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractButton>
 #include <QImage>
 #include <QWidget>
 
@@ -26,6 +27,27 @@ private:
     QString symbol_;
     colors::Function color_;
     QImage image_;
+};
+
+/// A button that is a symbol without a border, over a faint ground while it is
+/// pointed at or has the focus. Space and Return press it.
+class SymbolButton : public QAbstractButton {
+    Q_OBJECT
+
+public:
+    SymbolButton(QString symbol, QSize symbolSize, colors::Function color,
+                 QWidget *parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    QString symbol_;
+    QSize symbolSize_;
+    colors::Function color_;
 };
 
 }  // namespace kestrelbay

@@ -1,7 +1,5 @@
 #include "ui/windows/FixedWindow.h"
 
-#include <utility>
-
 #include <QAbstractButton>
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -17,14 +15,6 @@ FixedWindow::FixedWindow(QSize size, const QString &title)
                            Qt::MSWindowsFixedSizeDialogHint) {
     setFixedSize(size);
     setWindowTitle(title);
-}
-
-void FixedWindow::setCloseHandler(std::function<void()> handler) {
-    closeHandler_ = std::move(handler);
-}
-
-void FixedWindow::setMovableByBackground(bool movable) {
-    isMovableByBackground_ = movable;
 }
 
 void FixedWindow::centerOn(QScreen *screen) {

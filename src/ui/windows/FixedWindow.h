@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
 #include <QWidget>
 
@@ -19,10 +20,10 @@ public:
 
     /// The user closes the window; not called when the program hides it. It may
     /// call deleteLater() on the window, but not delete it.
-    void setCloseHandler(std::function<void()> handler);
+    void setCloseHandler(std::function<void()> handler) { closeHandler_ = std::move(handler); }
 
     /// Lets the user drag the window by what is not a control.
-    void setMovableByBackground(bool movable);
+    void setMovableByBackground(bool movable) { isMovableByBackground_ = movable; }
 
     /// In the middle of the part of the screen that no panel of the desktop takes.
     /// Without a screen it stays where it is.

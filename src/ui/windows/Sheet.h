@@ -20,4 +20,35 @@ protected:
     [[nodiscard]] QPushButton *makeButton(const QString &text, bool primary = false);
 };
 
+/// Tells the user something, and asks where there is a choice: a title, a text, and one or
+/// two buttons. Accepted by the one, rejected by the other and by Escape.
+class AlertSheet : public Sheet {
+    Q_OBJECT
+
+public:
+    struct Content {
+        QString title;
+        QString text;
+        QString acceptTitle;
+        /// Empty where there is no choice.
+        QString rejectTitle{};
+        /// Shown with a sign of warning.
+        bool isWarning = false;
+        /// Accepting destroys something: it is written in red, and the button for Return
+        /// is the other, so that a key pressed too often destroys nothing.
+        bool isDestructive = false;
+    };
+
+    AlertSheet(const Content &content, QWidget *parent);
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    [[nodiscard]] QPushButton *makeAlertButton(const QString &title, bool primary);
+    void colorDestructiveButton();
+
+    QPushButton *destructiveButton_ = nullptr;
+};
+
 }  // namespace kestrelbay

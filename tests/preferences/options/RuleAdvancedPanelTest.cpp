@@ -14,7 +14,7 @@
 #include "preferences/options/RuleAdvancedPanel.h"
 #include "settings/Addresses.h"
 #include "settings/L.h"
-#include "ui/widgets/ControlGroup.h"
+#include "ui/widgets/AccessibleFactory.h"
 #include "ui/widgets/LinkButton.h"
 
 namespace kestrelbay {

@@ -7,8 +7,8 @@
 
 #include "preferences/rules/RowFixture.h"
 #include "preferences/rules/RuleRowView.h"
-#include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/SymbolView.h"
+#include "ui/widgets/TextLabel.h"
 
 using namespace Qt::StringLiterals;
 

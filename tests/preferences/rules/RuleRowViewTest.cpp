@@ -8,10 +8,10 @@
 #include "preferences/rules/ArgsBadgeView.h"
 #include "preferences/rules/RowFixture.h"
 #include "settings/L.h"
-#include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Switch.h"
-#include "ui/widgets/SymbolButton.h"
-#include "ui/windows/AlertSheet.h"
+#include "ui/widgets/SymbolView.h"
+#include "ui/widgets/TextLabel.h"
+#include "ui/windows/Sheet.h"
 
 using namespace Qt::StringLiterals;
 

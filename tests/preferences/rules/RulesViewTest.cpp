@@ -17,9 +17,9 @@
 #include "preferences/rules/RulesListFixture.h"
 #include "preferences/rules/RulesModel.h"
 #include "ui/list/RowListView.h"
-#include "ui/widgets/SymbolButton.h"
+#include "ui/widgets/SymbolView.h"
 #include "ui/widgets/TextLabel.h"
-#include "ui/windows/AlertSheet.h"
+#include "ui/windows/Sheet.h"
 
 namespace kestrelbay {
 namespace {

@@ -11,9 +11,8 @@
 #include "preferences/advanced/Restart.h"
 #include "preferences/rules/RuleRowView.h"
 #include "preferences/window/PreferencesWindowFixture.h"
+#include "ui/list/RowDelegate.h"
 #include "ui/list/RowListView.h"
-#include "ui/list/RowWidget.h"
-#include "ui/windows/AlertSheet.h"
 #include "ui/windows/Sheet.h"
 
 using namespace Qt::StringLiterals;

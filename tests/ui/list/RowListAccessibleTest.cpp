@@ -1,5 +1,3 @@
-#include "ui/list/RowListAccessible.h"
-
 #include <QAccessible>
 #include <QSignalSpy>
 

@@ -7,7 +7,7 @@
 
 #include <memory>
 
-#include "ui/list/DropLine.h"
+#include "ui/list/RowDrop.h"
 #include "ui/list/RowListFixture.h"
 
 namespace kestrelbay {

@@ -17,8 +17,8 @@
 #include "fakes/FakeTimers.h"
 #include "fixtures/ActiveWindow.h"
 #include "fixtures/QtPrinters.h"
+#include "ui/list/RowDelegate.h"
 #include "ui/list/RowListView.h"
-#include "ui/list/RowWidget.h"
 #include "ui/look/SystemColors.h"
 
 namespace kestrelbay {

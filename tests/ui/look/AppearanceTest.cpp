@@ -1,4 +1,4 @@
-#include "ui/look/Appearance.h"
+#include "ui/look/SystemStyle.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -12,7 +12,6 @@
 
 #include "fakes/FakeSystemSettings.h"
 #include "ui/look/SystemColors.h"
-#include "ui/look/SystemStyle.h"
 #include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
@@ -40,7 +39,7 @@ TEST_F(AppearanceTest, FollowsItLive) {
     const Appearance appearance(settings_);
     EXPECT_FALSE(colors::isDark());
     const QColor lightLabel = colors::label();
-    TextLabel label(QStringLiteral("text"), QFont(), &colors::label);
+    TextLabel label(QStringLiteral("text"), QFont(), colors::label);
     EXPECT_EQ(label.palette().color(label.foregroundRole()), lightLabel);
 
     settings_.setColorScheme(ColorScheme::Dark);

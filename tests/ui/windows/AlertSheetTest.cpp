@@ -1,4 +1,4 @@
-#include "ui/windows/AlertSheet.h"
+#include "ui/windows/Sheet.h"
 
 #include <algorithm>
 #include <memory>

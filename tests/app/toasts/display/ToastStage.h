@@ -15,8 +15,8 @@
 #include "desktop/display/WindowManagerView.h"
 #include "platform/linux/x11/panels/X11NativeWindow.h"
 #include "support/ChildProcess.h"
-#include "tasks/MainQueue.h"
-#include "tasks/QtTimers.h"
+#include "tasks/DispatchQueue.h"
+#include "tasks/Timers.h"
 
 namespace kestrelbay {
 

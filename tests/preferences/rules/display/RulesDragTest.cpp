@@ -15,9 +15,9 @@
 #include "preferences/rules/display/Mouse.h"
 #include "support/KeyPresser.h"
 #include "support/Poll.h"
-#include "tasks/MainQueue.h"
-#include "tasks/QtTimers.h"
-#include "ui/list/DropLine.h"
+#include "tasks/DispatchQueue.h"
+#include "tasks/Timers.h"
+#include "ui/list/RowDrop.h"
 
 #include "ui/list/RowListView.h"
 

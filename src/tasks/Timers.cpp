@@ -1,4 +1,4 @@
-#include "tasks/QtTimers.h"
+#include "tasks/Timers.h"
 
 #include <QTimer>
 

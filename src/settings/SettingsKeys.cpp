@@ -1,5 +1,3 @@
-#include "settings/LaunchToastDuration.h"
-
 #include "settings/SettingsKeys.h"
 
 using namespace Qt::StringLiterals;
