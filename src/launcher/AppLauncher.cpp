@@ -102,7 +102,7 @@ void AppLauncher::handle(const ShortcutRule &rule) const {
     if (press.kind == ArgumentKind::UrlScheme)
         openUrl(press.text);
     else if (press.kind == ArgumentKind::FilePath)
-        openPath(press);
+        openPathWithoutRunning(press);
     else
         workspace_.open(press.appUrl);
 }
@@ -136,10 +136,8 @@ void AppLauncher::handleRunning(const Press &press, TargetApplication &app) cons
     }
     if (press.kind == ArgumentKind::UrlScheme)
         openUrl(press.text);
-    else if (press.kind == ArgumentKind::FilePath && app.isFileManager())
-        workspace_.showFolder(expandingTilde(press.text));
     else if (press.kind == ArgumentKind::FilePath)
-        openPath(press);
+        openPath(press, app);
     else
         bringToFront(press, app);
 }
@@ -147,10 +145,7 @@ void AppLauncher::handleRunning(const Press &press, TargetApplication &app) cons
 void AppLauncher::bringToFront(const Press &press, TargetApplication &app) const {
     const TargetApplication::Windows windows = app.windows();
     if (app.standardWindows(windows).empty()) {
-        if (app.isFileManager())
-            workspace_.showFolder(QDir::homePath());
-        else
-            workspace_.open(press.appUrl);
+        openNewWindow(press, app);
         return;
     }
     for (const auto &window : windows) {
@@ -188,8 +183,22 @@ void AppLauncher::openUrl(const QString &text) const {
         workspace_.open(url);
 }
 
-void AppLauncher::openPath(const Press &press) const {
+void AppLauncher::openPath(const Press &press, TargetApplication &app) const {
+    if (app.isFileManager())
+        workspace_.showFolder(expandingTilde(press.text));
+    else
+        openPathWithoutRunning(press);
+}
+
+void AppLauncher::openPathWithoutRunning(const Press &press) const {
     workspace_.openFiles({fileUrl(expandingTilde(press.text))}, press.appUrl);
+}
+
+void AppLauncher::openNewWindow(const Press &press, TargetApplication &app) const {
+    if (app.isFileManager())
+        workspace_.showFolder(QDir::homePath());
+    else
+        workspace_.open(press.appUrl);
 }
 
 }  // namespace kestrelbay

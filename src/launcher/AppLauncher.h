@@ -39,7 +39,9 @@ private:
 
     void launchWithCommandLineArgs(const Press &press) const;
     void openUrl(const QString &text) const;
-    void openPath(const Press &press) const;
+    void openPath(const Press &press, TargetApplication &app) const;
+    void openPathWithoutRunning(const Press &press) const;
+    void openNewWindow(const Press &press, TargetApplication &app) const;
 
     Workspace &workspace_;
     SystemLog &log_;
