@@ -1,6 +1,6 @@
 #include "tasks/Timers.h"
 
-#include <QTimer>
+#include <QObject>
 
 #include <utility>
 
@@ -8,29 +8,26 @@ namespace kestrelbay {
 
 namespace {
 
-class RunningTimer final : public Timers::Timer {
+// No QTimer: that is not to be deleted while it signals, and later may be never, at the end of
+// the program.
+class RunningTimer final : public QObject, public Timers::Timer {
 public:
     RunningTimer(std::chrono::milliseconds interval, bool once, std::function<void()> work)
-        : timer_(new QTimer) {
-        timer_->setTimerType(Qt::PreciseTimer);
-        timer_->setSingleShot(once);
-        // A copy, since the work may destroy the timer and with it the connection.
-        QObject::connect(timer_.get(), &QTimer::timeout, timer_.get(), [work = std::move(work)] {
-            const std::function<void()> run = work;
-            run();
-        });
-        timer_->start(interval);
+        : work_(std::move(work)), isOnce_(once), id_(startTimer(interval, Qt::PreciseTimer)) {}
+
+protected:
+    void timerEvent(QTimerEvent * /*event*/) override {
+        if (isOnce_)
+            killTimer(id_);
+        // A copy, since the work may destroy the timer.
+        const std::function<void()> run = work_;
+        run();
     }
 
 private:
-    struct DeleteLater {
-        void operator()(QTimer *timer) const {
-            timer->stop();
-            timer->deleteLater();
-        }
-    };
-    // Its own signal may be under way.
-    std::unique_ptr<QTimer, DeleteLater> timer_;
+    const std::function<void()> work_;
+    const bool isOnce_;
+    const int id_;
 };
 
 }  // namespace
