@@ -129,7 +129,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     if (!manager_->isAccessibilityGranted())
         startAccessibilityPolling();
     menu_.build(manager_->isEnabled());
-    statusItem_ = std::make_unique<StatusItem>(platform_.statusArea(), menu_);
+    statusItem_ = std::make_unique<StatusItem>(platform_.systemTray(), menu_);
     observeNotifications();
     if (!read(platform_.userDefaults(), settings::kOnboardingCompleted))
         showOnboarding();

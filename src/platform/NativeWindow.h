@@ -38,7 +38,7 @@ public:
     /// The middle of the window that has the keyboard, or of its screen, in what the
     /// system lays the whole desktop out in: device pixels on X11, points on macOS. None
     /// when there is no such window.
-    [[nodiscard]] virtual std::optional<QPoint> keyWindowCenter() const = 0;
+    [[nodiscard]] virtual std::optional<QPoint> activeWindowCenter() const = 0;
 };
 
 }  // namespace kestrelbay

@@ -13,7 +13,7 @@ class ApplicationCatalog;
 class EventTap;
 class LoginItem;
 class NativeWindow;
-class StatusArea;
+class SystemTray;
 class SystemLog;
 class SystemSettings;
 class SystemSounds;
@@ -36,7 +36,7 @@ public:
     [[nodiscard]] virtual LoginItem &loginItem() = 0;
     [[nodiscard]] virtual SystemSettings &systemSettings() = 0;
     [[nodiscard]] virtual NativeWindow &nativeWindow() = 0;
-    [[nodiscard]] virtual StatusArea &statusArea() = 0;
+    [[nodiscard]] virtual SystemTray &systemTray() = 0;
 
     /// Null where the system has none, so that the program's own are used.
     [[nodiscard]] virtual const SystemSymbols *systemSymbols() = 0;

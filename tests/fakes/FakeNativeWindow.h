@@ -19,13 +19,13 @@ public:
                 .arg(cornerRadius));
     }
     void bringProgramForward(Id window) override { add("bringProgramForward", window); }
-    [[nodiscard]] std::optional<QPoint> keyWindowCenter() const override {
-        return keyWindowCenter_;
+    [[nodiscard]] std::optional<QPoint> activeWindowCenter() const override {
+        return activeWindowCenter_;
     }
 
     // For the test:
     void setTranslucencyShown(bool shown) { isTranslucencyShown_ = shown; }
-    void setKeyWindowCenter(std::optional<QPoint> center) { keyWindowCenter_ = center; }
+    void setActiveWindowCenter(std::optional<QPoint> center) { activeWindowCenter_ = center; }
     /// Calls since the last take: the name, the window, and what else was given.
     QStringList takeCalls() { return journal_.take(); }
 
@@ -36,7 +36,7 @@ private:
 
     Journal journal_;
     bool isTranslucencyShown_ = true;
-    std::optional<QPoint> keyWindowCenter_;
+    std::optional<QPoint> activeWindowCenter_;
 };
 
 }  // namespace kestrelbay

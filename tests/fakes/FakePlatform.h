@@ -8,11 +8,11 @@
 #include "fakes/FakeEventTap.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakeNativeWindow.h"
-#include "fakes/FakeStatusArea.h"
 #include "fakes/FakeSystemLog.h"
 #include "fakes/FakeSystemSettings.h"
 #include "fakes/FakeSystemSounds.h"
 #include "fakes/FakeSystemSymbols.h"
+#include "fakes/FakeSystemTray.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWorkspace.h"
 #include "platform/Platform.h"
@@ -31,7 +31,7 @@ public:
     [[nodiscard]] FakeLoginItem &loginItem() override { return loginItem_; }
     [[nodiscard]] FakeSystemSettings &systemSettings() override { return systemSettings_; }
     [[nodiscard]] FakeNativeWindow &nativeWindow() override { return nativeWindow_; }
-    [[nodiscard]] FakeStatusArea &statusArea() override { return statusArea_; }
+    [[nodiscard]] FakeSystemTray &systemTray() override { return systemTray_; }
     [[nodiscard]] FakeSystemSymbols *systemSymbols() override { return &systemSymbols_; }
     [[nodiscard]] QString applicationSupportDirectory() const override { return supportDirectory_; }
     void becomeAccessory() override { isAccessory_ = true; }
@@ -66,7 +66,7 @@ private:
     FakeSystemSettings systemSettings_;
     FakeSystemSymbols systemSymbols_;
     FakeNativeWindow nativeWindow_;
-    FakeStatusArea statusArea_;
+    FakeSystemTray systemTray_;
     bool isAccessory_ = false;
     std::vector<std::pair<QString, QString>> diagnostics_;
     std::function<void()> sessionEnded_;

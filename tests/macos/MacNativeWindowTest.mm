@@ -102,16 +102,16 @@ TEST_F(MacNativeWindowTest, EveryWindowMayBeTranslucent) {
 TEST_F(MacNativeWindowTest, TheKeyScreensMiddleIsCountedFromTheTopOfTheFirst) {
     // A screen of 1000 points' height left of and below the first one's upper edge.
     setScreens({QRect(0, 0, 1440, 900), QRect(-1600, -300, 1600, 1000)}, 1);
-    EXPECT_EQ(windows_.keyWindowCenter(), QPoint(-800, 700));
+    EXPECT_EQ(windows_.activeWindowCenter(), QPoint(-800, 700));
     setScreens({QRect(0, 0, 1440, 900), QRect(-1600, -300, 1600, 1000)}, 0);
-    EXPECT_EQ(windows_.keyWindowCenter(), QPoint(720, 450));
+    EXPECT_EQ(windows_.activeWindowCenter(), QPoint(720, 450));
 }
 
 TEST_F(MacNativeWindowTest, WithoutAScreenNothingHasTheKeyboard) {
     setScreens({}, std::nullopt);
-    EXPECT_EQ(windows_.keyWindowCenter(), std::nullopt);
+    EXPECT_EQ(windows_.activeWindowCenter(), std::nullopt);
     setScreens({QRect(0, 0, 1440, 900)}, std::nullopt);
-    EXPECT_EQ(windows_.keyWindowCenter(), std::nullopt);
+    EXPECT_EQ(windows_.activeWindowCenter(), std::nullopt);
 }
 
 }  // namespace

@@ -46,7 +46,7 @@ TEST_F(MacPlatformTest, HandsOutTheServicesOfMacOS) {
     EXPECT_TRUE(is<ServiceLoginItem>(platform_->loginItem()));
     EXPECT_TRUE(is<MacSystemSettings>(platform_->systemSettings()));
     EXPECT_TRUE(is<MacNativeWindow>(platform_->nativeWindow()));
-    EXPECT_TRUE(is<MacStatusArea>(platform_->statusArea()));
+    EXPECT_TRUE(is<MacSystemTray>(platform_->systemTray()));
     EXPECT_NE(dynamic_cast<const MacSystemSymbols *>(platform_->systemSymbols()), nullptr);
 }
 

@@ -36,8 +36,8 @@ TEST(UnifiedLog, TellsWarningsFromOtherLinesAndHidesNothing) {
                            "KestrelBay [WARN] failed to create event tap"_s}));
 }
 
-TEST(MacStatusArea, IsThereAtOnceAndTintsIconsItself) {
-    MacStatusArea area;
+TEST(MacSystemTray, IsThereAtOnceAndTintsIconsItself) {
+    MacSystemTray area;
     int calls = 0;
     area.whenAvailable([&] { ++calls; });
     EXPECT_EQ(calls, 1);

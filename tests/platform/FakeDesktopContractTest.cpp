@@ -1,7 +1,7 @@
-#include "fakes/FakeStatusArea.h"
 #include "fakes/FakeSystemSettings.h"
-#include "platform/StatusAreaContract.h"
+#include "fakes/FakeSystemTray.h"
 #include "platform/SystemSettingsContract.h"
+#include "platform/SystemTrayContract.h"
 
 namespace kestrelbay::testing {
 namespace {
@@ -22,17 +22,17 @@ class FakePanel {
 public:
     FakePanel() { area_.setAvailable(false); }
 
-    StatusArea &area() { return area_; }
+    SystemTray &area() { return area_; }
     void bring() { area_.setAvailable(true); }
     void setDark(bool dark) { area_.setDark(dark); }
     bool eventually(const std::function<bool()> &condition) { return condition(); }
     void settle() {}
 
 private:
-    FakeStatusArea area_;
+    FakeSystemTray area_;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Fake, StatusAreaContract, FakePanel);
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, SystemTrayContract, FakePanel);
 
 }  // namespace
 }  // namespace kestrelbay::testing

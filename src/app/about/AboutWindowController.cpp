@@ -17,7 +17,7 @@ void AboutWindowController::show() {
         window_ = std::make_unique<FixedWindow>(AboutViewController::kSize, L::aboutKestrelBay());
         viewController_ = std::make_unique<AboutViewController>(*window_, services_.workspace);
     }
-    window_->centerOn(keyScreen(services_.nativeWindow));
+    window_->centerOn(activeScreen(services_.nativeWindow));
     window_->show();
     window_->raise();
     services_.nativeWindow.bringProgramForward(window_->winId());

@@ -48,7 +48,7 @@ void OnboardingWindowController::setOnFinished(std::function<void(bool)> onFinis
 
 void OnboardingWindowController::showWindow() {
     if (!window_->isVisible())
-        window_->centerOn(keyScreen(services_.nativeWindow));
+        window_->centerOn(activeScreen(services_.nativeWindow));
     window_->show();
     window_->raise();
     services_.nativeWindow.bringProgramForward(window_->winId());

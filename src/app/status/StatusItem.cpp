@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-#include "platform/StatusArea.h"
+#include "platform/SystemTray.h"
 #include "settings/L.h"
 #include "ui/look/Symbols.h"
 
@@ -77,7 +77,7 @@ QIcon statusIcon(bool enabled, std::optional<bool> onDark) {
     return icon;
 }
 
-StatusItem::StatusItem(StatusArea &area, QMenu &menu) : area_(area), menu_(menu) {
+StatusItem::StatusItem(SystemTray &area, QMenu &menu) : area_(area), menu_(menu) {
     area_.setDarkHandler([this] { updateIcon(); });
     area_.whenAvailable([self = QPointer(this)] {
         if (self)

@@ -11,7 +11,7 @@ class QSystemTrayIcon;
 
 namespace kestrelbay {
 
-class StatusArea;
+class SystemTray;
 
 /// The icon among those of the programs that run: a bolt, struck through while the
 /// shortcuts are disabled. Drawn afresh for every size. It is light on a dark
@@ -27,7 +27,7 @@ class StatusItem final : public QObject {
 
 public:
     /// All have to outlive it. A click on the icon opens the menu.
-    StatusItem(StatusArea &area, QMenu &menu);
+    StatusItem(SystemTray &area, QMenu &menu);
     ~StatusItem() override;
 
     /// Shows whether the shortcuts are enabled.
@@ -37,7 +37,7 @@ private:
     void appear();
     void updateIcon();
 
-    StatusArea &area_;
+    SystemTray &area_;
     QMenu &menu_;
     bool shortcutsEnabled_ = true;
     std::unique_ptr<QSystemTrayIcon> icon_;

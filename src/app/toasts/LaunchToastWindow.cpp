@@ -65,7 +65,7 @@ void LaunchToastWindow::show(const QImage &appIcon, LaunchToastDuration duration
     static QPointer<LaunchToastWindow> current;
     if (current)
         current->dismissImmediate();
-    QScreen *const screen = keyScreen(services()->nativeWindow);
+    QScreen *const screen = activeScreen(services()->nativeWindow);
     current = new LaunchToastWindow(appIcon, screen);
     current->present(screen, duration);
 }
@@ -81,7 +81,7 @@ LaunchToastWindow::LaunchToastWindow(const QImage &appIcon, QScreen *screen)
 void LaunchToastWindow::present(QScreen *screen, LaunchToastDuration duration) {
     const auto [fadeIn, hold, fadeOut] = timing(duration);
     setWindowOpacity(0);
-    orderFront(screen, screen ? topLeft(screen->availableGeometry()) : pos());
+    showOnTop(screen, screen ? topLeft(screen->availableGeometry()) : pos());
     fade(1, fadeIn);
     fadeOutAfter(fadeIn + hold, fadeOut);
 }

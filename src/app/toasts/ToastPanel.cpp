@@ -85,7 +85,7 @@ void ToastPanel::setPanelSize(const QSize &size) {
         setMask(roundedRegion(size, cornerRadius_));
 }
 
-void ToastPanel::orderFront(QScreen *screen, const QPoint &topLeft) {
+void ToastPanel::showOnTop(QScreen *screen, const QPoint &topLeft) {
     if (screen)
         setScreen(screen);
     move(topLeft);
@@ -137,14 +137,14 @@ void ToastPanel::paintEvent(QPaintEvent *) {
         painter.drawRoundedRect(shape, cornerRadius_ - inset, cornerRadius_ - inset);
     };
     if (isTranslucent_) {
-        fill(0, colors::hud(true));
+        fill(0, colors::toast(true));
         return;
     }
     // The mask gives the outline, which is as rough as its pixels; so the border
     // reaches beyond it and only its inner side is smooth.
-    painter.fillRect(rect(), colors::hud(false));
+    painter.fillRect(rect(), colors::toast(false));
     painter.fillRect(rect(), colors::separator());
-    fill(1, colors::hud(false));
+    fill(1, colors::toast(false));
 }
 
 }  // namespace kestrelbay

@@ -47,7 +47,7 @@ protected:
 
     /// Puts the panel on the screen, before all windows, at its opacity of the moment.
     /// The corner is in device-independent pixels of the desktop.
-    void orderFront(QScreen *screen, const QPoint &topLeft);
+    void showOnTop(QScreen *screen, const QPoint &topLeft);
     /// Runs the opacity from where it is, slow at both ends. After exactly this time
     /// it is there and `done` is called, unless the panel was closed or faded anew.
     void fade(qreal opacity, std::chrono::milliseconds duration, std::function<void()> done = {});

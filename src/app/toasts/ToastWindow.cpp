@@ -110,8 +110,8 @@ ToastWindow::ToastWindow(const QString &message, const QString &actionTitle,
 }
 
 void ToastWindow::present() {
-    QScreen *screen = keyScreen(services()->nativeWindow);
-    orderFront(screen, screen ? topLeft(screen->geometry(), height()) : pos());
+    QScreen *screen = activeScreen(services()->nativeWindow);
+    showOnTop(screen, screen ? topLeft(screen->geometry(), height()) : pos());
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
     fadeOutAfter(kStay, kFadeOut);

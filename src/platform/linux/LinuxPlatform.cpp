@@ -11,7 +11,7 @@
 #include "platform/linux/desktop/AutostartLoginItem.h"
 #include "platform/linux/desktop/CanberraSounds.h"
 #include "platform/linux/desktop/JsonUserDefaults.h"
-#include "platform/linux/desktop/LinuxStatusArea.h"
+#include "platform/linux/desktop/LinuxSystemTray.h"
 #include "platform/linux/desktop/PortalSystemSettings.h"
 #include "platform/linux/desktop/SyslogLog.h"
 #include "platform/linux/x11/connection/DisplayDiagnostics.h"
@@ -91,16 +91,16 @@ public:
         return *nativeWindow_;
     }
 
-    [[nodiscard]] LinuxStatusArea &statusArea() override {
-        if (!statusArea_) {
-            LinuxStatusArea::Settings settings;
+    [[nodiscard]] LinuxSystemTray &systemTray() override {
+        if (!systemTray_) {
+            LinuxSystemTray::Settings settings;
             settings.displayName = displayName_;
             settings.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
-            statusArea_.emplace(bus_.connection(), systemSettings(), std::move(settings));
+            systemTray_.emplace(bus_.connection(), systemSettings(), std::move(settings));
             QObject::connect(&*systemSettings_, &PortalSystemSettings::colorSchemeChanged,
-                             &*statusArea_, &LinuxStatusArea::colorSchemeChanged);
+                             &*systemTray_, &LinuxSystemTray::colorSchemeChanged);
         }
-        return *statusArea_;
+        return *systemTray_;
     }
 
     /// None: icon themes have other names and shapes.
@@ -123,8 +123,8 @@ public:
             {QStringLiteral("Desktop"), variable("XDG_CURRENT_DESKTOP")}};
         for (auto &pair : x11::describeDisplay(displayName_))
             pairs.push_back(std::move(pair));
-        statusArea().waitForAnswer();
-        pairs.emplace_back(QStringLiteral("Tray"), statusArea().description());
+        systemTray().waitForAnswer();
+        pairs.emplace_back(QStringLiteral("Tray"), systemTray().description());
         pairs.emplace_back(QStringLiteral("Session bus"), bus_.connection().isConnected()
                                                               ? QStringLiteral("reachable")
                                                               : QStringLiteral("not reachable"));
@@ -160,7 +160,7 @@ private:
     std::optional<x11::X11NativeWindow> nativeWindow_;
     SessionBus bus_;
     std::optional<PortalSystemSettings> systemSettings_;
-    std::optional<LinuxStatusArea> statusArea_;
+    std::optional<LinuxSystemTray> systemTray_;
 };
 
 }  // namespace

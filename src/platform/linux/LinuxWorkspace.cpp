@@ -58,11 +58,11 @@ private:
 
 class LinuxRunningApplication : public RunningApplication {
 public:
-    LinuxRunningApplication(std::shared_ptr<WindowMirror> mirror, const DesktopPicture &picture,
+    LinuxRunningApplication(std::shared_ptr<WindowTracker> tracker, const DesktopPicture &picture,
                             const ApplicationGroup &group)
         : pid_(group.pid > 0 ? ProcessIdentifier{group.pid} : kRemoteProcess),
           active_(group.active),
-          windows_(std::make_shared<ApplicationWindows>(std::move(mirror), picture, group)) {
+          windows_(std::make_shared<ApplicationWindows>(std::move(tracker), picture, group)) {
         if (!group.entry)
             return;
         const DesktopEntry &entry = picture.index->entries()[*group.entry];
@@ -117,24 +117,24 @@ QString defaultEntryPath(const QUrl &url) {
 }  // namespace
 
 LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log)
-    : mirror_(std::make_shared<WindowMirror>(
+    : tracker_(std::make_shared<WindowTracker>(
           displayName, [this](std::int64_t pid) { return launcher_.processes().entryOf(pid); })),
-      launcher_(displayName, [this] { return mirror_->serverTime(); }),
+      launcher_(displayName, [this] { return tracker_->serverTime(); }),
       index_([this] { lookAhead(); }) {
     index_.loop().post([this] { launcher_.connect(); });
-    const XConnection &connection = mirror_->windowSystem().connection();
+    const XConnection &connection = tracker_->windowSystem().connection();
     if (!connection.isUsable()) {
         log.write(QStringLiteral("KestrelBay [WARN] no X server: windows can't be seen"));
         return;
     }
-    mirror_->setNews([this] { lookAhead(); });
+    tracker_->setNews([this] { lookAhead(); });
     if (QCoreApplication::instance() == nullptr)
         return;
-    pump_ = std::make_unique<WindowEventPump>(*mirror_);
+    pump_ = std::make_unique<WindowEventPump>(*tracker_);
 }
 
 LinuxWorkspace::~LinuxWorkspace() {
-    mirror_->setNews({});
+    tracker_->setNews({});
 }
 
 void LinuxWorkspace::lookAhead() {
@@ -142,17 +142,17 @@ void LinuxWorkspace::lookAhead() {
         return;
     index_.loop().post([this] {
         lookingAhead_ = false;
-        static_cast<void>(mirror_->read(index_.currentOrEmpty()));
+        static_cast<void>(tracker_->read(index_.currentOrEmpty()));
     });
 }
 
 std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplications() {
     if (pump_)
         pump_->pressBegins();
-    const DesktopPicture picture = mirror_->read(index_.current());
+    const DesktopPicture picture = tracker_->read(index_.current());
     std::vector<std::unique_ptr<RunningApplication>> applications;
     for (const ApplicationGroup &group : groupApplications(picture))
-        applications.push_back(std::make_unique<LinuxRunningApplication>(mirror_, picture, group));
+        applications.push_back(std::make_unique<LinuxRunningApplication>(tracker_, picture, group));
     return applications;
 }
 

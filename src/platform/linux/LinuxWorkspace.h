@@ -8,7 +8,7 @@
 #include "platform/linux/applications/entries/ApplicationIndexKeeper.h"
 #include "platform/linux/applications/launching/EntryLauncher.h"
 #include "platform/linux/x11/windows/WindowEventPump.h"
-#include "platform/linux/x11/windows/WindowMirror.h"
+#include "platform/linux/x11/windows/WindowTracker.h"
 
 namespace kestrelbay::x11 {
 
@@ -41,7 +41,7 @@ private:
     bool openWithDefault(const QUrl &url);
     void lookAhead();
 
-    std::shared_ptr<WindowMirror> mirror_;
+    std::shared_ptr<WindowTracker> tracker_;
     EntryLauncher launcher_;
     std::unique_ptr<WindowEventPump> pump_;
     std::atomic<bool> lookingAhead_{false};

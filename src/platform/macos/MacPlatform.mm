@@ -44,7 +44,7 @@ public:
     }
     [[nodiscard]] SystemSettings &systemSettings() override { return systemSettings_; }
     [[nodiscard]] NativeWindow &nativeWindow() override { return nativeWindow_; }
-    [[nodiscard]] StatusArea &statusArea() override { return statusArea_; }
+    [[nodiscard]] SystemTray &systemTray() override { return systemTray_; }
     [[nodiscard]] const SystemSymbols *systemSymbols() override { return &systemSymbols_; }
     /// The user's Library/Application Support.
     [[nodiscard]] QString applicationSupportDirectory() const override;
@@ -66,7 +66,7 @@ private:
     std::unique_ptr<LoginItem> loginItem_;
     MacSystemSettings systemSettings_;
     MacNativeWindow nativeWindow_;
-    MacStatusArea statusArea_;
+    MacSystemTray systemTray_;
     MacSystemSymbols systemSymbols_;
 };
 

@@ -88,7 +88,7 @@ PreferencesWindowController::PreferencesWindowController(PreferencesServices ser
 
 void PreferencesWindowController::showWindow() {
     if (!wasShown_)
-        centerOn(keyScreen(services_.nativeWindow), *window_);
+        centerOn(activeScreen(services_.nativeWindow), *window_);
     wasShown_ = true;
     if (window_->isMinimized())
         window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);

@@ -11,8 +11,8 @@
 
 namespace kestrelbay {
 
-QScreen *keyScreen(const NativeWindow &nativeWindow) {
-    if (const std::optional<QPoint> center = nativeWindow.keyWindowCenter()) {
+QScreen *activeScreen(const NativeWindow &nativeWindow) {
+    if (const std::optional<QPoint> center = nativeWindow.activeWindowCenter()) {
         // A desktop is laid out in points or in pixels. The points of a screen lie within
         // its own pixels, so they are right for both, but reach not as far.
         for (const bool isInPixels : {false, true}) {

@@ -28,7 +28,7 @@ bool isDark() {
            palette.color(QPalette::Window).lightnessF();
 }
 
-QColor hud(bool translucent) {
+QColor toast(bool translucent) {
     return translucent ? kTranslucentHud() : kHud();
 }
 

@@ -43,7 +43,7 @@ inline constexpr Dynamic systemOrange{0xFFB25000, 0xFFFFB340};
 inline constexpr Dynamic window{0xFFF4F4F5, 0xFF262628};
 inline constexpr Dynamic field{0xFFFFFFFF, 0xFF1C1C1E};
 /// The ground of a panel that floats over other windows.
-[[nodiscard]] QColor hud(bool translucent);
+[[nodiscard]] QColor toast(bool translucent);
 
 }  // namespace colors
 

@@ -173,7 +173,7 @@ TEST_F(LaunchToastWindowTest, TranslucentWhereTheDesktopShowsIt) {
     EXPECT_TRUE(current()->mask().isEmpty());
     const QImage image = picture();
     EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0);
-    EXPECT_EQ(image.pixelColor(96, 20).alpha(), colors::hud(true).alpha());
+    EXPECT_EQ(image.pixelColor(96, 20).alpha(), colors::toast(true).alpha());
 }
 
 TEST_F(LaunchToastWindowTest, OpaqueAndCutOutWhereItDoesNot) {
@@ -188,7 +188,7 @@ TEST_F(LaunchToastWindowTest, OpaqueAndCutOutWhereItDoesNot) {
     EXPECT_TRUE(mask.contains(QPoint(10, 10)));
     EXPECT_TRUE(mask.contains(QPoint(0, 28)));
     EXPECT_TRUE(mask.contains(QPoint(28, 0)));
-    EXPECT_EQ(picture().pixelColor(96, 20), colors::hud(false));
+    EXPECT_EQ(picture().pixelColor(96, 20), colors::toast(false));
 }
 
 TEST_F(LaunchToastWindowTest, FollowsTheAppearance) {

@@ -90,7 +90,7 @@ class TextContrast : public AppearanceTest, public testing::WithParamInterface<C
 TEST_P(TextContrast, SufficesOnEveryGround) {
     settings_.setColorScheme(GetParam());
     const Appearance appearance(settings_);
-    for (const QColor &ground : {colors::window(), colors::field(), colors::hud(false)}) {
+    for (const QColor &ground : {colors::window(), colors::field(), colors::toast(false)}) {
         for (const QColor &text :
              {colors::label(), colors::secondaryLabel(), colors::link(), colors::systemGreen(),
               colors::systemRed(), colors::systemOrange()})

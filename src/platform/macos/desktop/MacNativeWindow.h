@@ -15,7 +15,7 @@ public:
     void bringProgramForward(Id window) override;
     /// The middle of the screen with that window: where the windows of other programs
     /// are is told only to those with permission.
-    [[nodiscard]] std::optional<QPoint> keyWindowCenter() const override;
+    [[nodiscard]] std::optional<QPoint> activeWindowCenter() const override;
 };
 
 }  // namespace kestrelbay

@@ -108,7 +108,7 @@ void MacNativeWindow::bringProgramForward(Id window) {
     }
 }
 
-std::optional<QPoint> MacNativeWindow::keyWindowCenter() const {
+std::optional<QPoint> MacNativeWindow::activeWindowCenter() const {
     @autoreleasepool {
         // The system's name for the screen with the key window; the first is the one
         // with the menu bar, from whose lower left corner all are measured upwards.

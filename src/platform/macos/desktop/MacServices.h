@@ -1,17 +1,17 @@
 #pragma once
 
-#include "platform/StatusArea.h"
 #include "platform/SystemLog.h"
 #include "platform/SystemSettings.h"
 #include "platform/SystemSounds.h"
 #include "platform/SystemSymbols.h"
+#include "platform/SystemTray.h"
 
 namespace kestrelbay {
 
 // The services that take macOS a call or none.
 
 /// The menu bar, which is always there, tints icons by itself and opens their menus.
-class MacStatusArea final : public StatusArea {
+class MacSystemTray final : public SystemTray {
 public:
     /// Calls the handler at once.
     void whenAvailable(std::function<void()> handler) override { handler(); }

@@ -233,7 +233,7 @@ TEST_F(ToastDisplayTest, WithoutCompositingTheCornersAreCutOut) {
     (void)shownWindow<LaunchToastWindow>();
     const QPoint corner = current<LaunchToastWindow>()->pos();
     EXPECT_TRUE(screenShows(corner + QPoint(96, 20),
-                            [](const QColor &color) { return color == colors::hud(false); }));
+                            [](const QColor &color) { return color == colors::toast(false); }));
     const QImage screen = ToastStage::screen();
     for (const QPoint &outside : {QPoint(0, 0), QPoint(191, 0), QPoint(0, 191), QPoint(191, 191),
                                   QPoint(6, 6), QPoint(185, 6), QPoint(6, 185), QPoint(185, 185)})
@@ -250,7 +250,7 @@ TEST_F(ToastDisplayTest, WithCompositingTheBackgroundShowsThrough) {
     ToastWindow::show(u"Notice"_s);
     (void)shownWindow<ToastWindow>();
     const QPoint corner = current<ToastWindow>()->pos();
-    const QColor panel = colors::hud(true);
+    const QColor panel = colors::toast(true);
     const auto mixed = [&](int panelPart, int backgroundPart) {
         return panelPart * double(panel.alphaF()) + backgroundPart * (1 - double(panel.alphaF()));
     };

@@ -113,7 +113,7 @@ void X11NativeWindow::bringProgramForward(Id window) {
     forward_.bring(xWindow(window));
 }
 
-std::optional<QPoint> X11NativeWindow::keyWindowCenter() const {
+std::optional<QPoint> X11NativeWindow::activeWindowCenter() const {
     const XConnection &x = system_.connection();
     if (!x.isUsable())
         return std::nullopt;

@@ -33,7 +33,7 @@ public:
     /// A window that was just shown follows as soon as it is in the window manager's
     /// hands.
     void bringProgramForward(Id window) override;
-    [[nodiscard]] std::optional<QPoint> keyWindowCenter() const override;
+    [[nodiscard]] std::optional<QPoint> activeWindowCenter() const override;
 
 private:
     void drain();

@@ -41,9 +41,9 @@ std::vector<ApplicationGroup> groupApplications(const DesktopPicture &picture) {
     return groups;
 }
 
-ApplicationWindows::ApplicationWindows(std::shared_ptr<WindowMirror> mirror,
+ApplicationWindows::ApplicationWindows(std::shared_ptr<WindowTracker> tracker,
                                        const DesktopPicture &picture, const ApplicationGroup &group)
-    : mirror_(std::move(mirror)), pictureTime_(picture.serverTime) {
+    : tracker_(std::move(tracker)), pictureTime_(picture.serverTime) {
     for (const std::size_t window : group.windows)
         if (picture.windows[window].facts->type != WindowType::Decoration)
             windows_.push_back(picture.windows[window]);
@@ -51,7 +51,7 @@ ApplicationWindows::ApplicationWindows(std::shared_ptr<WindowMirror> mirror,
 
 xcb_timestamp_t ApplicationWindows::freshTime() const {
     return std::chrono::steady_clock::now() - madeAt_ < kStatesLast ? pictureTime_
-                                                                    : mirror_->serverTime();
+                                                                    : tracker_->serverTime();
 }
 
 void ApplicationWindows::readStates() {
@@ -60,9 +60,9 @@ void ApplicationWindows::readStates() {
         return;
     std::vector<WindowAddress> addresses(windows_.size());
     std::ranges::transform(windows_, addresses.begin(), &ManagedWindow::address);
-    states_ = mirror_->windowSystem().readStates(addresses);
+    states_ = tracker_->windowSystem().readStates(addresses);
     readAt_ = now;
-    mirror_->processQueuedEvents();
+    tracker_->processQueuedEvents();
 }
 
 std::vector<std::size_t> ApplicationWindows::listed() {
@@ -97,12 +97,12 @@ std::optional<WindowState> ApplicationWindows::state(std::size_t window) {
 bool ApplicationWindows::setMinimized(std::size_t window, bool minimized) {
     states_.clear();
     const WindowAddress &address = windows_[window].address;
-    return minimized ? mirror_->windowSystem().minimize(address)
-                     : mirror_->windowSystem().restore(address, freshTime());
+    return minimized ? tracker_->windowSystem().minimize(address)
+                     : tracker_->windowSystem().restore(address, freshTime());
 }
 
 bool ApplicationWindows::raise(std::size_t window) {
-    return mirror_->windowSystem().raise(windows_[window].address);
+    return tracker_->windowSystem().raise(windows_[window].address);
 }
 
 bool ApplicationWindows::focus(std::size_t window) {
@@ -110,7 +110,7 @@ bool ApplicationWindows::focus(std::size_t window) {
     const std::optional<std::uint32_t> otherWorkspace = states_[window].otherWorkspace;
     states_.clear();
     focused_ = window;
-    const WindowSystem &system = mirror_->windowSystem();
+    const WindowSystem &system = tracker_->windowSystem();
     const WindowAddress &address = windows_[window].address;
     const xcb_timestamp_t time = freshTime();
     // Some window managers go to the window's workspace by themselves; others refuse
@@ -136,7 +136,7 @@ bool ApplicationWindows::minimizeAll() {
     // The back-most first: the focus does not wander over those that go as well.
     for (auto window = windows_.rbegin(); window != windows_.rend(); ++window)
         if (!isOwnersBusiness(*window))
-            sent = mirror_->windowSystem().minimize(window->address) && sent;
+            sent = tracker_->windowSystem().minimize(window->address) && sent;
     return sent;
 }
 
@@ -150,7 +150,7 @@ bool ApplicationWindows::activate() {
     for (std::size_t i = 0; i < windows_.size(); ++i)
         if (states_[i].exists && states_[i].minimized && !windows_[i].facts->isTransient() &&
             std::find(list.begin(), list.end(), i) == list.end())
-            mirror_->windowSystem().restore(windows_[i].address, freshTime());
+            tracker_->windowSystem().restore(windows_[i].address, freshTime());
     return focus(main_.value_or(list.front()));
 }
 

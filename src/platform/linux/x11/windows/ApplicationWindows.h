@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/linux/x11/windows/WindowMirror.h"
+#include "platform/linux/x11/windows/WindowTracker.h"
 
 namespace kestrelbay::x11 {
 
@@ -38,7 +38,7 @@ struct ApplicationGroup {
 /// and again only when something was asked of the windows or a press must be over.
 class ApplicationWindows {
 public:
-    ApplicationWindows(std::shared_ptr<WindowMirror> mirror, const DesktopPicture &picture,
+    ApplicationWindows(std::shared_ptr<WindowTracker> tracker, const DesktopPicture &picture,
                        const ApplicationGroup &group);
 
     /// The windows to switch to, front-most first, as positions for the calls below.
@@ -70,7 +70,7 @@ private:
     void readStates();
     [[nodiscard]] bool isOwnersBusiness(const ManagedWindow &window) const;
 
-    const std::shared_ptr<WindowMirror> mirror_;
+    const std::shared_ptr<WindowTracker> tracker_;
     const xcb_timestamp_t pictureTime_;
     const std::chrono::steady_clock::time_point madeAt_ = std::chrono::steady_clock::now();
     /// Without desktops, panels and the like.

@@ -4,9 +4,9 @@
 
 namespace kestrelbay::x11 {
 
-WindowEventPump::WindowEventPump(WindowMirror &mirror)
-    : mirror_(mirror),
-      notifier_(mirror.windowSystem().connection().fileDescriptor(), QSocketNotifier::Read) {
+WindowEventPump::WindowEventPump(WindowTracker &tracker)
+    : tracker_(tracker),
+      notifier_(tracker.windowSystem().connection().fileDescriptor(), QSocketNotifier::Read) {
     QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { takeIn(); });
 }
 
@@ -16,9 +16,9 @@ void WindowEventPump::takeIn() {
         QTimer::singleShot(kPressLasts, &notifier_, [this] { takeIn(); });
         return;
     }
-    mirror_.processEvents();
+    tracker_.processEvents();
     // A server that has gone leaves a descriptor that can be read forever.
-    notifier_.setEnabled(mirror_.windowSystem().connection().isUsable());
+    notifier_.setEnabled(tracker_.windowSystem().connection().isUsable());
 }
 
 }  // namespace kestrelbay::x11

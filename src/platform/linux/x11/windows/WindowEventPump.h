@@ -5,11 +5,11 @@
 
 #include <QSocketNotifier>
 
-#include "platform/linux/x11/windows/WindowMirror.h"
+#include "platform/linux/x11/windows/WindowTracker.h"
 
 namespace kestrelbay::x11 {
 
-/// Has the main loop take in what the X server sends the mirror unasked, so that the
+/// Has the main loop take in what the X server sends the tracker unasked, so that the
 /// server never has to keep it. To be made and destroyed on the main thread, with a
 /// QCoreApplication and a usable connection.
 ///
@@ -18,7 +18,7 @@ namespace kestrelbay::x11 {
 /// time of a press it looks away, and whoever asks takes in the events as well.
 class WindowEventPump {
 public:
-    explicit WindowEventPump(WindowMirror &mirror);
+    explicit WindowEventPump(WindowTracker &tracker);
 
     /// Somebody is about to ask the server. Any thread.
     void pressBegins() { lastPress_ = Clock::now(); }
@@ -31,7 +31,7 @@ private:
 
     void takeIn();
 
-    WindowMirror &mirror_;
+    WindowTracker &tracker_;
     std::atomic<Clock::time_point> lastPress_{};
     QSocketNotifier notifier_;
 };

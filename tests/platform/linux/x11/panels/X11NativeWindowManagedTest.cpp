@@ -146,7 +146,7 @@ TEST_P(X11NativeWindowManaged, KnowsTheMiddleOfTheKeyWindow) {
     EXPECT_TRUE(waitUntil([&] {
         const x11::Reply<xcb_translate_coordinates_reply_t> corner(xcb_translate_coordinates_reply(
             c, xcb_translate_coordinates(c, window, other_.connection().root(), 0, 0), nullptr));
-        return native_->keyWindowCenter() == QPoint(corner->dst_x + 60, corner->dst_y + 40);
+        return native_->activeWindowCenter() == QPoint(corner->dst_x + 60, corner->dst_y + 40);
     }));
 }
 

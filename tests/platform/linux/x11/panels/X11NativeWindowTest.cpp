@@ -157,13 +157,13 @@ TEST_F(X11NativeWindowTest, BearsWindowsThatAreNotThere) {
 }
 
 TEST_F(X11NativeWindowTest, HasNoKeyWindowWithoutAWindowManager) {
-    EXPECT_EQ(native_->keyWindowCenter(), std::nullopt);
+    EXPECT_EQ(native_->activeWindowCenter(), std::nullopt);
 }
 
 TEST_F(X11NativeWindowTest, BearsTheEndOfTheServer) {
     server_.process().kill();
     EXPECT_TRUE(waitUntil([&] { return !native_->isTranslucencyShown(); }));
-    EXPECT_EQ(native_->keyWindowCenter(), std::nullopt);
+    EXPECT_EQ(native_->activeWindowCenter(), std::nullopt);
     native_->bringProgramForward(1);
     native_->makeFloatingPanel(1);
 }
@@ -174,7 +174,7 @@ TEST(X11NativeWindowWithoutServer, DoesNothing) {
     native.setBehindWindowMaterial(1, QRect(0, 0, 1, 1), 0);
     native.bringProgramForward(1);
     EXPECT_FALSE(native.isTranslucencyShown());
-    EXPECT_EQ(native.keyWindowCenter(), std::nullopt);
+    EXPECT_EQ(native.activeWindowCenter(), std::nullopt);
 }
 
 }  // namespace

@@ -7,9 +7,9 @@ namespace kestrelbay {
 
 /// Where the desktop shows the icons of programs that run without a window: menu
 /// bar, tray. Main thread.
-class StatusArea {
+class SystemTray {
 public:
-    virtual ~StatusArea() = default;
+    virtual ~SystemTray() = default;
 
     /// Calls the handler once, at the latest from the event loop, as soon as an icon
     /// made with QSystemTrayIcon comes into view; never when there is no such area.

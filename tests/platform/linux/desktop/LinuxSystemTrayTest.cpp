@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/LinuxStatusArea.h"
+#include "platform/linux/desktop/LinuxSystemTray.h"
 
 #include <array>
 #include <chrono>
@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes/FakeSystemSettings.h"
-#include "platform/StatusAreaContract.h"
+#include "platform/SystemTrayContract.h"
 #include "platform/linux/bus/SessionBus.h"
 #include "support/FakeNotifierWatcher.h"
 #include "support/FakeTray.h"
@@ -23,18 +23,18 @@ constexpr const char *kAddressVariable = "DBUS_SESSION_BUS_ADDRESS";
 constexpr std::array<std::uint32_t, 3> kWhite{0xFFFF, 0xFFFF, 0xFFFF};
 constexpr std::array<std::uint32_t, 3> kBlack{0, 0, 0};
 
-/// A display and a bus, and the status area that is tested.
+/// A display and a bus, and the system tray that is tested.
 class Panel {
 public:
     Panel() { qputenv(kAddressVariable, bus_.address().toUtf8()); }
     ~Panel() { qunsetenv(kAddressVariable); }
 
     void start(std::chrono::milliseconds grace, const QString &desktop = {}) {
-        LinuxStatusArea::Settings settings;
+        LinuxSystemTray::Settings settings;
         settings.displayName = server_.displayName();
         settings.desktop = desktop;
         settings.graceForNotifiers = grace;
-        area_ = std::make_unique<LinuxStatusArea>(sessionBus_.connection(), scheme_, settings);
+        area_ = std::make_unique<LinuxSystemTray>(sessionBus_.connection(), scheme_, settings);
     }
     void ask() {
         area_->whenAvailable([this] { ++calls_; });
@@ -48,7 +48,7 @@ public:
     PrivateSessionBus bus_;
     FakeSystemSettings scheme_;
     SessionBus sessionBus_;
-    std::unique_ptr<LinuxStatusArea> area_;
+    std::unique_ptr<LinuxSystemTray> area_;
     std::optional<FakeTray> tray_;
     std::optional<FakeNotifierWatcher> watcher_;
     int calls_ = 0;
@@ -63,7 +63,7 @@ class EmbeddingPanel {
 public:
     EmbeddingPanel() { panel_.start(kNoGrace); }
 
-    [[nodiscard]] StatusArea &area() const { return *panel_.area_; }
+    [[nodiscard]] SystemTray &area() const { return *panel_.area_; }
     void bring() { panel_.tray_.emplace(panel_.server_.displayName()); }
     void setDark(bool dark) { panel_.tray_->setForeground(dark ? kWhite : kBlack); }
     bool eventually(const std::function<bool()> &condition) { return waitUntil(condition); }
@@ -78,7 +78,7 @@ class NotifierPanel {
 public:
     NotifierPanel() { panel_.start(kForever, QStringLiteral("KDE")); }
 
-    [[nodiscard]] StatusArea &area() const { return *panel_.area_; }
+    [[nodiscard]] SystemTray &area() const { return *panel_.area_; }
     void bring() { panel_.watcher_.emplace(panel_.bus_.address(), true); }
     void setDark(bool dark) {
         panel_.scheme_.setColorScheme(dark ? ColorScheme::Dark : ColorScheme::Light);
@@ -92,11 +92,11 @@ private:
 };
 
 using Panels = ::testing::Types<EmbeddingPanel, NotifierPanel>;
-INSTANTIATE_TYPED_TEST_SUITE_P(Linux, StatusAreaContract, Panels);
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, SystemTrayContract, Panels);
 
-class LinuxStatusAreaTest : public ::testing::Test, protected Panel {};
+class LinuxSystemTrayTest : public ::testing::Test, protected Panel {};
 
-TEST_F(LinuxStatusAreaTest, WaitsForAPanelBesideItsWatcher) {
+TEST_F(LinuxSystemTrayTest, WaitsForAPanelBesideItsWatcher) {
     watcher_.emplace(bus_.address(), false);
     start(kForever);
     ask();
@@ -108,7 +108,7 @@ TEST_F(LinuxStatusAreaTest, WaitsForAPanelBesideItsWatcher) {
     EXPECT_EQ(area_->description(), QStringLiteral("StatusNotifier host"));
 }
 
-TEST_F(LinuxStatusAreaTest, PrefersNotifiersWhileThereIsGrace) {
+TEST_F(LinuxSystemTrayTest, PrefersNotifiersWhileThereIsGrace) {
     tray_.emplace(server_.displayName());
     start(kForever);
     ask();
@@ -119,7 +119,7 @@ TEST_F(LinuxStatusAreaTest, PrefersNotifiersWhileThereIsGrace) {
     EXPECT_EQ(area_->description(), QStringLiteral("StatusNotifier host"));
 }
 
-TEST_F(LinuxStatusAreaTest, MakesDoWithEmbeddingAfterwards) {
+TEST_F(LinuxSystemTrayTest, MakesDoWithEmbeddingAfterwards) {
     tray_.emplace(server_.displayName());
     start(std::chrono::milliseconds(50));
     ask();
@@ -131,7 +131,7 @@ TEST_F(LinuxStatusAreaTest, MakesDoWithEmbeddingAfterwards) {
     EXPECT_EQ(area_->description(), QStringLiteral("XEmbed tray"));
 }
 
-TEST_F(LinuxStatusAreaTest, EmbedsWithoutABus) {
+TEST_F(LinuxSystemTrayTest, EmbedsWithoutABus) {
     qputenv(kAddressVariable, "unix:path=/nonexistent/bus");
     start(kNoGrace);
     ask();
@@ -139,7 +139,7 @@ TEST_F(LinuxStatusAreaTest, EmbedsWithoutABus) {
     EXPECT_TRUE(isCalled());
 }
 
-TEST_F(LinuxStatusAreaTest, FollowsATrayThatComesBackInOtherColours) {
+TEST_F(LinuxSystemTrayTest, FollowsATrayThatComesBackInOtherColours) {
     tray_.emplace(server_.displayName());
     tray_->setForeground(kBlack);
     start(kNoGrace);
@@ -155,7 +155,7 @@ TEST_F(LinuxStatusAreaTest, FollowsATrayThatComesBackInOtherColours) {
     EXPECT_EQ(calls_, 1);
 }
 
-TEST_F(LinuxStatusAreaTest, TakesAPanelThatSaysNothingForDark) {
+TEST_F(LinuxSystemTrayTest, TakesAPanelThatSaysNothingForDark) {
     tray_.emplace(server_.displayName());
     start(kNoGrace);
     ask();
@@ -163,7 +163,7 @@ TEST_F(LinuxStatusAreaTest, TakesAPanelThatSaysNothingForDark) {
     EXPECT_EQ(area_->isDark(), true);
 }
 
-TEST_F(LinuxStatusAreaTest, DoesNotFollowTheColourSchemeElsewhere) {
+TEST_F(LinuxSystemTrayTest, DoesNotFollowTheColourSchemeElsewhere) {
     start(kForever, QStringLiteral("ubuntu:GNOME"));
     ask();
     area_->colorSchemeChanged();
@@ -171,7 +171,7 @@ TEST_F(LinuxStatusAreaTest, DoesNotFollowTheColourSchemeElsewhere) {
     EXPECT_EQ(area_->isDark(), true);
 }
 
-TEST_F(LinuxStatusAreaTest, SurvivesTheEndOfTheBusAndOfTheDisplay) {
+TEST_F(LinuxSystemTrayTest, SurvivesTheEndOfTheBusAndOfTheDisplay) {
     tray_.emplace(server_.displayName());
     watcher_.emplace(bus_.address(), true);
     start(kForever);
@@ -182,12 +182,12 @@ TEST_F(LinuxStatusAreaTest, SurvivesTheEndOfTheBusAndOfTheDisplay) {
     EXPECT_TRUE(waitUntil([&] { return area_->description() == QStringLiteral("none"); }));
 }
 
-TEST(LinuxStatusAreaWithoutDisplay, IsNone) {
+TEST(LinuxSystemTrayWithoutDisplay, IsNone) {
     SessionBus bus;
     const FakeSystemSettings scheme;
-    LinuxStatusArea::Settings settings;
+    LinuxSystemTray::Settings settings;
     settings.displayName = QStringLiteral(":99999");
-    LinuxStatusArea area(bus.connection(), scheme, settings);
+    LinuxSystemTray area(bus.connection(), scheme, settings);
     area.whenAvailable([] { FAIL(); });
     area.waitForAnswer();
     EXPECT_EQ(area.description(), QStringLiteral("none"));

@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/LinuxStatusArea.h"
+#include "platform/linux/desktop/LinuxSystemTray.h"
 
 #include <utility>
 
@@ -30,7 +30,7 @@ QDBusMessage hostQuestion() {
 
 }  // namespace
 
-LinuxStatusArea::LinuxStatusArea(QDBusConnection bus, const SystemSettings &systemSettings,
+LinuxSystemTray::LinuxSystemTray(QDBusConnection bus, const SystemSettings &systemSettings,
                                  Settings settings)
     : systemSettings_(systemSettings),
       settings_(std::move(settings)),
@@ -57,14 +57,14 @@ LinuxStatusArea::LinuxStatusArea(QDBusConnection bus, const SystemSettings &syst
     grace_.start(settings_.graceForNotifiers);
 }
 
-void LinuxStatusArea::whenAvailable(std::function<void()> handler) {
+void LinuxSystemTray::whenAvailable(std::function<void()> handler) {
     availableHandler_ = std::move(handler);
     // Whoever asks is not called back before this call is over.
     QMetaObject::invokeMethod(
         this, [this] { settle(); }, Qt::QueuedConnection);
 }
 
-void LinuxStatusArea::askForHost() {
+void LinuxSystemTray::askForHost() {
     auto *call = new QDBusPendingCallWatcher(
         bus_.asyncCall(hostQuestion(), kLongestWatcherCallMilliseconds), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
@@ -73,18 +73,18 @@ void LinuxStatusArea::askForHost() {
     });
 }
 
-void LinuxStatusArea::takeAnswer(const QDBusMessage &answer) {
+void LinuxSystemTray::takeAnswer(const QDBusMessage &answer) {
     setHost(answer.type() == QDBusMessage::ReplyMessage &&
             answer.arguments().value(0).value<QDBusVariant>().variant().toBool());
 }
 
-void LinuxStatusArea::setHost(bool present) {
+void LinuxSystemTray::setHost(bool present) {
     hasAnswer_ = true;
     hasHost_ = present;
     settle();
 }
 
-void LinuxStatusArea::waitForAnswer() {
+void LinuxSystemTray::waitForAnswer() {
     if (hasAnswer_)
         return;
     const QDBusMessage answer =
@@ -93,7 +93,7 @@ void LinuxStatusArea::waitForAnswer() {
         takeAnswer(answer);
 }
 
-void LinuxStatusArea::settle() {
+void LinuxSystemTray::settle() {
     if (!availableHandler_)
         return;
     const bool canEmbed = embedTray_.isPresent() && !grace_.isActive();
@@ -103,15 +103,15 @@ void LinuxStatusArea::settle() {
     std::exchange(availableHandler_, nullptr)();
 }
 
-bool LinuxStatusArea::isKde() const {
+bool LinuxSystemTray::isKde() const {
     return settings_.desktop.split(u':').contains(QLatin1String("KDE"), Qt::CaseInsensitive);
 }
 
-bool LinuxStatusArea::isEmbedding() const {
+bool LinuxSystemTray::isEmbedding() const {
     return embedTray_.isPresent() && !settledForHost_.value_or(hasHost());
 }
 
-std::optional<bool> LinuxStatusArea::isDark() const {
+std::optional<bool> LinuxSystemTray::isDark() const {
     if (isEmbedding() && embedTray_.isDark())
         return embedTray_.isDark();
     if (isKde())
@@ -119,16 +119,16 @@ std::optional<bool> LinuxStatusArea::isDark() const {
     return true;
 }
 
-void LinuxStatusArea::setDarkHandler(std::function<void()> handler) {
+void LinuxSystemTray::setDarkHandler(std::function<void()> handler) {
     darkHandler_ = std::move(handler);
 }
 
-void LinuxStatusArea::colorSchemeChanged() {
+void LinuxSystemTray::colorSchemeChanged() {
     if (isKde() && darkHandler_)
         darkHandler_();
 }
 
-QString LinuxStatusArea::description() const {
+QString LinuxSystemTray::description() const {
     if (isEmbedding())
         return QStringLiteral("XEmbed tray");
     return hasHost() ? QStringLiteral("StatusNotifier host") : QStringLiteral("none");

@@ -4,12 +4,12 @@
 #include <optional>
 #include <utility>
 
-#include "platform/StatusArea.h"
+#include "platform/SystemTray.h"
 
 namespace kestrelbay {
 
 /// There from the start, unless the test says otherwise.
-class FakeStatusArea final : public StatusArea {
+class FakeSystemTray final : public SystemTray {
 public:
     void whenAvailable(std::function<void()> handler) override {
         availableHandler_ = std::move(handler);

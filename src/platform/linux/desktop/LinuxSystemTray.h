@@ -11,8 +11,8 @@
 #include <QString>
 #include <QTimer>
 
-#include "platform/StatusArea.h"
 #include "platform/SystemSettings.h"
+#include "platform/SystemTray.h"
 #include "platform/linux/desktop/XEmbedTray.h"
 
 namespace kestrelbay {
@@ -20,7 +20,7 @@ namespace kestrelbay {
 /// The tray of a Linux desktop: a panel that shows status notifiers or, failing that,
 /// one that embeds windows. Panels start at login, as this program does, so either
 /// is waited for as long as it takes.
-class LinuxStatusArea final : public QObject, public StatusArea {
+class LinuxSystemTray final : public QObject, public SystemTray {
     Q_OBJECT
 
 public:
@@ -34,7 +34,7 @@ public:
         std::chrono::milliseconds graceForNotifiers{2000};
     };
 
-    LinuxStatusArea(QDBusConnection bus, const SystemSettings &systemSettings, Settings settings);
+    LinuxSystemTray(QDBusConnection bus, const SystemSettings &systemSettings, Settings settings);
 
     void whenAvailable(std::function<void()> handler) override;
     /// What an embedding tray says of its colours. Otherwise the panels of KDE follow

@@ -40,9 +40,9 @@ struct DesktopPicture {
 /// it was asked for.
 ///
 /// Any thread; no lock is held while the server is waited for.
-class WindowMirror {
+class WindowTracker {
 public:
-    WindowMirror(const QString &displayName, WindowFactsReader::LaunchedEntry launchedEntry);
+    WindowTracker(const QString &displayName, WindowFactsReader::LaunchedEntry launchedEntry);
 
     [[nodiscard]] const WindowSystem &windowSystem() const { return system_; }
 

@@ -4,26 +4,26 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/StatusArea.h"
+#include "platform/SystemTray.h"
 
 namespace kestrelbay::testing {
 
-/// What every status area that is not tinted by the system promises. The Stage type is
+/// What every system tray that is not tinted by the system promises. The Stage type is
 /// made afresh for each test, without an area, and has
-///   StatusArea &area();
+///   SystemTray &area();
 ///   void bring()                              the area comes up
 ///   void setDark(bool)                        … and looks like that
 ///   bool eventually(std::function<bool()>)    runs the event loop until then
 ///   void settle()                             returns when nothing more is to be told
 template <typename Stage>
-class StatusAreaContract : public ::testing::Test {
+class SystemTrayContract : public ::testing::Test {
 protected:
     Stage stage_;
 };
 
-TYPED_TEST_SUITE_P(StatusAreaContract);
+TYPED_TEST_SUITE_P(SystemTrayContract);
 
-TYPED_TEST_P(StatusAreaContract, CallsOnceWhenItComesUp) {
+TYPED_TEST_P(SystemTrayContract, CallsOnceWhenItComesUp) {
     int calls = 0;
     this->stage_.area().whenAvailable([&] { ++calls; });
     this->stage_.settle();
@@ -35,14 +35,14 @@ TYPED_TEST_P(StatusAreaContract, CallsOnceWhenItComesUp) {
     EXPECT_EQ(calls, 1);
 }
 
-TYPED_TEST_P(StatusAreaContract, CallsWhoAsksWhenItIsThere) {
+TYPED_TEST_P(SystemTrayContract, CallsWhoAsksWhenItIsThere) {
     this->stage_.bring();
     int calls = 0;
     this->stage_.area().whenAvailable([&] { ++calls; });
     EXPECT_TRUE(this->stage_.eventually([&] { return calls > 0; }));
 }
 
-TYPED_TEST_P(StatusAreaContract, TellsWhenItBecomesDarkOrLight) {
+TYPED_TEST_P(SystemTrayContract, TellsWhenItBecomesDarkOrLight) {
     this->stage_.bring();
     int calls = 0;
     this->stage_.area().setDarkHandler([&] { ++calls; });
@@ -55,7 +55,7 @@ TYPED_TEST_P(StatusAreaContract, TellsWhenItBecomesDarkOrLight) {
     }
 }
 
-REGISTER_TYPED_TEST_SUITE_P(StatusAreaContract, CallsOnceWhenItComesUp, CallsWhoAsksWhenItIsThere,
+REGISTER_TYPED_TEST_SUITE_P(SystemTrayContract, CallsOnceWhenItComesUp, CallsWhoAsksWhenItIsThere,
                             TellsWhenItBecomesDarkOrLight);
 
 }  // namespace kestrelbay::testing

@@ -1,4 +1,4 @@
-#include "platform/linux/x11/windows/WindowMirror.h"
+#include "platform/linux/x11/windows/WindowTracker.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -17,7 +17,7 @@ constexpr int kLongestTransientChain = 8;
 
 }  // namespace
 
-struct WindowMirror::Root {
+struct WindowTracker::Root {
     xcb_window_t root = XCB_NONE;
     /// Front-most first.
     std::vector<xcb_window_t> windows;
@@ -27,8 +27,8 @@ struct WindowMirror::Root {
     WindowManagerAbilities abilities;
 };
 
-WindowMirror::WindowMirror(const QString &displayName,
-                           WindowFactsReader::LaunchedEntry launchedEntry)
+WindowTracker::WindowTracker(const QString &displayName,
+                             WindowFactsReader::LaunchedEntry launchedEntry)
     : system_(displayName), reader_(system_, std::move(launchedEntry)) {
     const XConnection &connection = system_.connection();
     if (!connection.isUsable())
@@ -38,12 +38,12 @@ WindowMirror::WindowMirror(const QString &displayName,
     system_.flush();
 }
 
-void WindowMirror::setNews(std::function<void()> news) {
+void WindowTracker::setNews(std::function<void()> news) {
     const std::lock_guard lock(newsMutex_);
     news_ = std::move(news);
 }
 
-void WindowMirror::process(xcb_generic_event_t *pollForFirst(xcb_connection_t *)) {
+void WindowTracker::process(xcb_generic_event_t *pollForFirst(xcb_connection_t *)) {
     bool isNews = false;
     {
         const std::lock_guard lock(mutex_);
@@ -59,13 +59,13 @@ void WindowMirror::process(xcb_generic_event_t *pollForFirst(xcb_connection_t *)
         news_();
 }
 
-void WindowMirror::takeQueuedEvents() {
+void WindowTracker::takeQueuedEvents() {
     while (const Reply<xcb_generic_event_t> event{
         xcb_poll_for_queued_event(system_.connection().get())})
         apply(*event);
 }
 
-void WindowMirror::apply(const xcb_generic_event_t &event) {
+void WindowTracker::apply(const xcb_generic_event_t &event) {
     switch (event.response_type & 0x7f) {
         case XCB_PROPERTY_NOTIFY: {
             const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
@@ -86,7 +86,7 @@ void WindowMirror::apply(const xcb_generic_event_t &event) {
     }
 }
 
-xcb_timestamp_t WindowMirror::serverTime() {
+xcb_timestamp_t WindowTracker::serverTime() {
     if (!system_.connection().isUsable())
         return XCB_CURRENT_TIME;
     system_.askTime();
@@ -96,7 +96,7 @@ xcb_timestamp_t WindowMirror::serverTime() {
     return time_;
 }
 
-std::vector<WindowMirror::Root> WindowMirror::readRoots() const {
+std::vector<WindowTracker::Root> WindowTracker::readRoots() const {
     const XConnection &connection = system_.connection();
     const WindowAtoms &atoms = system_.atoms();
     struct Cookies {
@@ -142,7 +142,7 @@ std::vector<WindowMirror::Root> WindowMirror::readRoots() const {
     return roots;
 }
 
-void WindowMirror::verifyWindowManagers(std::span<Root *const> unverified) {
+void WindowTracker::verifyWindowManagers(std::span<Root *const> unverified) {
     const XConnection &connection = system_.connection();
     std::vector<xcb_get_property_cookie_t> cookies;
     for (const Root *root : unverified) {
@@ -161,8 +161,8 @@ void WindowMirror::verifyWindowManagers(std::span<Root *const> unverified) {
             kept->second = true;
 }
 
-WindowMirror::Known WindowMirror::collect(std::span<const xcb_window_t> windows,
-                                          std::vector<Root> &roots) {
+WindowTracker::Known WindowTracker::collect(std::span<const xcb_window_t> windows,
+                                            std::vector<Root> &roots) {
     Known known;
     std::vector<xcb_window_t> unknown;
     std::vector<Root *> unverified;
@@ -219,7 +219,7 @@ WindowMirror::Known WindowMirror::collect(std::span<const xcb_window_t> windows,
     return known;
 }
 
-DesktopPicture WindowMirror::read(std::shared_ptr<const ApplicationIndex> index) {
+DesktopPicture WindowTracker::read(std::shared_ptr<const ApplicationIndex> index) {
     DesktopPicture picture;
     picture.index = std::move(index);
     if (!system_.connection().isUsable())
