@@ -26,6 +26,10 @@ if(KESTRELBAY_SANITIZE)
     target_compile_options(kestrelbay_compiler_settings INTERFACE
         -fsanitize=${KESTRELBAY_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(kestrelbay_compiler_settings INTERFACE -fsanitize=${KESTRELBAY_SANITIZE})
+    if(KESTRELBAY_SANITIZE STREQUAL "thread" AND NOT APPLE)
+        target_link_options(kestrelbay_compiler_settings INTERFACE
+            -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/sanitizers/hidden.map)
+    endif()
     if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
         target_compile_options(kestrelbay_compiler_settings INTERFACE
             -fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/sanitizers/ignore.txt)

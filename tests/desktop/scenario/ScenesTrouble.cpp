@@ -115,18 +115,12 @@ void sceneBrokenRules(Stage &stage) {
     stage.bringFrontProgram();
     stage.startProgram();
     PtyProcess &program = stage.program();
-    // Without rules there is no grab to wait for; it is up when it has come to rest.
-    auto lastChange = std::chrono::steady_clock::now();
-    std::optional<qint64> wakeUps;
+    // Without rules there is no grab to wait for.
     stage.prepare(
-        QStringLiteral("KestrelBay at rest"), [] {},
+        QStringLiteral("KestrelBay is up and has read the rules"), [] {},
         [&] {
-            const auto now = std::chrono::steady_clock::now();
-            if (const auto newer = Processes::wakeUps(program.processId()); newer != wakeUps) {
-                wakeUps = newer;
-                lastChange = now;
-            }
-            return now - lastChange > 300ms;
+            return stage.view().client().ownerOf("_KESTRELBAY_EVENT_TAP") != XCB_NONE &&
+                   program.line({QStringLiteral("rules.json cannot be used")});
         });
     const Chord hotkey = leftCommand(scenario::kTerminal);
     const auto presses = [&] { return stage.front().pressesOf(scenario::kTerminal.xKeycode); };
