@@ -8,7 +8,6 @@
 #include "app/Alert.h"
 #include "app/DiagnosticReport.h"
 #include "app/about/AboutWindowController.h"
-#include "app/instance/ApplicationActions.h"
 #include "app/onboarding/OnboardingWindowController.h"
 #include "app/status/StatusItem.h"
 #include "app/toasts/LaunchToastWindow.h"

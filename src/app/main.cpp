@@ -15,7 +15,6 @@
 #include "app/AppDelegate.h"
 #include "app/DiagnosticReport.h"
 #include "app/TerminationSignals.h"
-#include "app/instance/ApplicationActions.h"
 #include "app/instance/RunningInstance.h"
 #include "platform/Platform.h"
 #include "platform/SystemLog.h"

@@ -6,10 +6,25 @@
 #include <QVariantList>
 #include <QVariantMap>
 
+#include <array>
 #include <functional>
 #include <map>
 
 namespace kestrelbay {
+
+/// What others may have the program do, by the names that the session bus, the command line
+/// and the desktop entry use.
+namespace actions {
+using namespace Qt::StringLiterals;
+
+inline constexpr QLatin1StringView kToggleAllShortcuts = "toggle-all-shortcuts"_L1;
+inline constexpr QLatin1StringView kPreferences = "preferences"_L1;
+inline constexpr QLatin1StringView kWelcomeGuide = "welcome-guide"_L1;
+inline constexpr QLatin1StringView kAbout = "about"_L1;
+inline constexpr QLatin1StringView kQuit = "quit"_L1;
+
+inline constexpr std::array kAll{kToggleAllShortcuts, kPreferences, kWelcomeGuide, kAbout, kQuit};
+}  // namespace actions
 
 /// What the session bus may ask of the running program: the methods every desktop
 /// application has (org.freedesktop.Application), so that desktop entries and
