@@ -1,12 +1,136 @@
 #include "app/about/AboutWindowController.h"
 
-#include "app/about/AboutViewController.h"
+#include <QCoreApplication>
+#include <QIcon>
+#include <QPainter>
+#include <QPushButton>
+
 #include "platform/NativeWindow.h"
+#include "platform/Workspace.h"
+#include "settings/Addresses.h"
 #include "settings/L.h"
+#include "ui/look/Fonts.h"
 #include "ui/look/Screens.h"
+#include "ui/look/SystemColors.h"
+#include "ui/widgets/TextLabel.h"
 #include "ui/windows/FixedWindow.h"
 
 namespace kestrelbay {
+
+namespace {
+
+/// In device-independent pixels, as all that follows.
+constexpr QSize kSize{340, 200};
+constexpr int kIconTop = 24;
+constexpr int kIconSize = 64;
+constexpr int kIconToName = 10;
+constexpr int kNameToVersion = 4;
+constexpr int kSeparatorToButtons = 12;
+constexpr int kBottom = 16;
+constexpr int kSide = 20;
+constexpr int kButtonWidth = 140;
+
+constexpr int kNameFont = 17;
+constexpr int kVersionFont = 12;
+constexpr int kButtonFont = 13;
+/// Between a button's edge and its text.
+constexpr int kButtonPadding = 6;
+
+class ApplicationIcon final : public QWidget {
+public:
+    explicit ApplicationIcon(QWidget *parent) : QWidget(parent) {}
+
+protected:
+    void paintEvent(QPaintEvent * /*event*/) override {
+        QPainter painter(this);
+        icon_.paint(&painter, rect());
+    }
+
+private:
+    QIcon icon_{QStringLiteral(":/icons/org.kestrelbay.KestrelBay.svg")};
+};
+
+class Separator final : public QWidget {
+public:
+    explicit Separator(QWidget *parent) : QWidget(parent) {}
+
+protected:
+    void paintEvent(QPaintEvent * /*event*/) override {
+        QPainter(this).fillRect(rect(), colors::separator());
+    }
+};
+
+QString versionText() {
+    const QString version = QCoreApplication::applicationVersion();
+    return L::aboutVersion(version.isEmpty() ? QStringLiteral("—") : version);
+}
+
+/// Over the whole width of the view, from `top`; the bottom of it.
+int placeText(QWidget &view, int top, const QString &text, const QFont &font,
+              colors::Function color) {
+    auto *label = new TextLabel(text, font, color, &view);
+    label->setAlignment(Qt::AlignCenter);
+    label->setGeometry(0, top, kSize.width(), label->sizeHint().height());
+    return label->geometry().bottom() + 1;
+}
+
+/// In which both titles fit: the width of the buttons is given, that of the user's
+/// font is not.
+QFont buttonFont(const QString &one, const QString &other) {
+    const int width = kButtonWidth - 2 * kButtonPadding;
+    return fittingFont(one, fittingFont(other, systemFont(kButtonFont), width), width);
+}
+
+QPushButton *makeButton(QWidget &view, const QString &title) {
+    // An & would mark the letter that presses the button together with Alt.
+    return new QPushButton(QString(title).replace(u'&', QStringLiteral("&&")), &view);
+}
+
+}  // namespace
+
+/// What the window shows: icon, name and version, and two links.
+class AboutViewController final : public QObject {
+public:
+    /// Fills the view and belongs to it. The workspace has to outlive it.
+    AboutViewController(QWidget &view, Workspace &workspace);
+
+    /// Opens the page from which updates are downloaded.
+    void checkForUpdates() { workspace_.open(addresses::downloadPage()); }
+    /// Opens a message to the author.
+    void contactFeedback() { workspace_.open(addresses::supportMail()); }
+
+private:
+    Workspace &workspace_;
+};
+
+AboutViewController::AboutViewController(QWidget &view, Workspace &workspace)
+    : QObject(&view), workspace_(workspace) {
+    auto *icon = new ApplicationIcon(&view);
+    icon->setGeometry((kSize.width() - kIconSize) / 2, kIconTop, kIconSize, kIconSize);
+    const int nameBottom = placeText(view, kIconTop + kIconSize + kIconToName, L::programName(),
+                                     systemFont(kNameFont, QFont::DemiBold), colors::label);
+    placeText(view, nameBottom + kNameToVersion, versionText(), systemFont(kVersionFont),
+              colors::secondaryLabel);
+
+    auto *updates = makeButton(view, L::checkForUpdates());
+    auto *contact = makeButton(view, L::contactFeedback());
+    connect(updates, &QPushButton::clicked, this, &AboutViewController::checkForUpdates);
+    connect(contact, &QPushButton::clicked, this, &AboutViewController::contactFeedback);
+    const QFont font = buttonFont(L::checkForUpdates(), L::contactFeedback());
+    updates->setFont(font);
+    contact->setFont(font);
+
+    const int height = updates->sizeHint().height();
+    const int top = kSize.height() - kBottom - height;
+    updates->setGeometry(kSide, top, kButtonWidth, height);
+    contact->setGeometry(kSize.width() - kSide - kButtonWidth, top, kButtonWidth, height);
+
+    auto *separator = new Separator(&view);
+    separator->setGeometry(0, top - kSeparatorToButtons - 1, kSize.width(), 1);
+
+    // On no button, so that a key that is still pressed does not open anything.
+    view.setFocus();
+}
 
 AboutWindowController::AboutWindowController(Services services) : services_(services) {}
 
@@ -14,8 +138,8 @@ AboutWindowController::~AboutWindowController() = default;
 
 void AboutWindowController::show() {
     if (!window_) {
-        window_ = std::make_unique<FixedWindow>(AboutViewController::kSize, L::aboutKestrelBay());
-        viewController_ = std::make_unique<AboutViewController>(*window_, services_.workspace);
+        window_ = std::make_unique<FixedWindow>(kSize, L::aboutKestrelBay());
+        new AboutViewController(*window_, services_.workspace);
     }
     window_->centerOn(activeScreen(services_.nativeWindow));
     window_->show();

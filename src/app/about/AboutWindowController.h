@@ -6,7 +6,6 @@ class QWidget;
 
 namespace kestrelbay {
 
-class AboutViewController;
 class FixedWindow;
 class NativeWindow;
 class Workspace;
@@ -34,7 +33,6 @@ public:
 private:
     Services services_;
     std::unique_ptr<FixedWindow> window_;
-    std::unique_ptr<AboutViewController> viewController_;
 };
 
 }  // namespace kestrelbay
