@@ -1,28 +1,199 @@
 #include "app/onboarding/OnboardingWindowController.h"
 
+#include <chrono>
 #include <utility>
 
-#include <QPointer>
+#include <QGraphicsOpacityEffect>
+#include <QParallelAnimationGroup>
+#include <QPropertyAnimation>
+#include <QPushButton>
 
 #include "app/onboarding/OnboardingSteps.h"
-#include "app/onboarding/OnboardingViewController.h"
+#include "hotkeys/ShortcutManager.h"
 #include "platform/NativeWindow.h"
+#include "platform/SystemSettings.h"
 #include "settings/L.h"
 #include "settings/SettingsKeys.h"
 #include "ui/look/Screens.h"
+#include "ui/look/SystemColors.h"
+#include "ui/widgets/LinkButton.h"
+#include "ui/widgets/TextLabel.h"
 #include "ui/windows/FixedWindow.h"
 
+using namespace std::chrono_literals;
+
 namespace kestrelbay {
+
+namespace {
+
+constexpr int kWelcomeStep = 0;
+constexpr int kPermissionStep = 1;
+constexpr int kDoneStep = 2;
+
+constexpr std::chrono::milliseconds kFadeDuration = 150ms;
+constexpr std::chrono::milliseconds kPollInterval = 800ms;
+/// How long the user gets to see that the permission is there.
+constexpr std::chrono::milliseconds kGrantedDelay = 800ms;
+
+/// A press of its own button may still be under way.
+void discard(QWidget *view) {
+    view->hide();
+    view->deleteLater();
+}
+
+QPropertyAnimation *opacityAnimation(QWidget *view, qreal from, qreal to) {
+    auto *effect = new QGraphicsOpacityEffect(view);
+    effect->setOpacity(from);
+    view->setGraphicsEffect(effect);
+    auto *animation = new QPropertyAnimation(effect, "opacity");
+    animation->setDuration(int(kFadeDuration.count()));
+    animation->setStartValue(from);
+    animation->setEndValue(to);
+    return animation;
+}
+
+}  // namespace
+
+OnboardingViewController::OnboardingViewController(QWidget &view, Services services)
+    : services_(std::move(services)), contentContainer_(new QWidget(&view)) {
+    contentContainer_->setFixedSize(OnboardingStep::kSize);
+    showStep(kWelcomeStep, false);
+}
+
+QPushButton *OnboardingViewController::goSettingsBtn() const {
+    return waitingLabel() ? &step_->primaryButton() : nullptr;
+}
+
+TextLabel *OnboardingViewController::waitingLabel() const {
+    return step_ ? step_->statusLabel() : nullptr;
+}
+
+void OnboardingViewController::showStep(int index, bool animated) {
+    endFade();
+    QWidget *const previous = step_;
+    step_ = makeStep(index);
+    step_->setGeometry(contentContainer_->rect());
+    step_->show();
+    // Before the previous step goes, so that the focus does not go astray.
+    step_->primaryButton().setFocus();
+    if (animated && previous)
+        fade(previous, step_);
+    else if (previous)
+        discard(previous);
+}
+
+OnboardingStep *OnboardingViewController::makeStep(int index) {
+    OnboardingStep *step = nullptr;
+    const auto connectButtons = [&](auto primary, auto link) {
+        connect(&step->primaryButton(), &QPushButton::clicked, this, primary);
+        connect(&step->link(), &LinkButton::clicked, this, link);
+    };
+    if (index == kWelcomeStep) {
+        step = OnboardingStep::welcome(contentContainer_);
+        connectButtons(&OnboardingViewController::goToPermission,
+                       &OnboardingViewController::skipOnboarding);
+    } else if (index == kPermissionStep) {
+        step = OnboardingStep::permission(contentContainer_);
+        connectButtons(&OnboardingViewController::openAccessibilitySettings,
+                       &OnboardingViewController::skipPermission);
+    } else {
+        step = OnboardingStep::done(permissionGranted_, contentContainer_);
+        connectButtons(&OnboardingViewController::finishAndOpenPrefs,
+                       &OnboardingViewController::finishWithoutPrefs);
+    }
+    return step;
+}
+
+void OnboardingViewController::fade(QWidget *from, QWidget *to) {
+    // A second click of a double click is not meant for what comes into view, nor is
+    // what goes to be used once more.
+    from->setAttribute(Qt::WA_TransparentForMouseEvents);
+    to->setAttribute(Qt::WA_TransparentForMouseEvents);
+    for (auto *button : from->findChildren<QAbstractButton *>())
+        button->setFocusPolicy(Qt::NoFocus);
+    auto *group = new QParallelAnimationGroup(contentContainer_);
+    group->addAnimation(opacityAnimation(from, 1, 0));
+    group->addAnimation(opacityAnimation(to, 0, 1));
+    connect(group, &QAbstractAnimation::finished, to, [from, to] {
+        discard(from);
+        // Text is drawn more crisply without an effect.
+        to->setGraphicsEffect(nullptr);
+        to->setAttribute(Qt::WA_TransparentForMouseEvents, false);
+    });
+    fade_ = group;
+    group->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+void OnboardingViewController::endFade() {
+    if (fade_)
+        fade_->setCurrentTime(fade_->totalDuration());
+    fade_.clear();
+}
+
+void OnboardingViewController::goToPermission() {
+    showStep(kPermissionStep, true);
+}
+
+void OnboardingViewController::openAccessibilitySettings() {
+    if (!waitingLabel())
+        return;
+    // Otherwise the focus would go to the link, and whoever presses the key once
+    // more would skip the step unawares.
+    step_->setFocus();
+    goSettingsBtn()->setEnabled(false);
+    goSettingsBtn()->setText(L::permissionWaitingButton());
+    waitingLabel()->show();
+    services_.systemSettings.openAccessibilityPane();
+    permissionTimer_ = services_.timers.every(kPollInterval, [this] { checkPermission(); });
+}
+
+void OnboardingViewController::checkPermission() {
+    services_.manager.reinstallEventTap();
+    if (!services_.manager.isAccessibilityGranted())
+        return;
+    permissionTimer_.reset();
+    permissionGranted_ = true;
+    if (TextLabel *const label = waitingLabel()) {
+        label->setText(L::permissionGranted());
+        label->setColor(colors::systemGreen);
+    }
+    nextStepTimer_ = services_.timers.once(kGrantedDelay, [this] { showStep(kDoneStep, true); });
+}
+
+void OnboardingViewController::stopWaiting() {
+    permissionTimer_.reset();
+    nextStepTimer_.reset();
+}
+
+void OnboardingViewController::skipPermission() {
+    stopWaiting();
+    permissionGranted_ = false;
+    showStep(kDoneStep, true);
+}
+
+void OnboardingViewController::finishAndOpenPrefs() {
+    if (const auto onFinished = onFinished_)  // which may take this away
+        onFinished(true);
+}
+
+void OnboardingViewController::finishWithoutPrefs() {
+    closeWith(L::guideFinishedToast());
+}
+
+void OnboardingViewController::skipOnboarding() {
+    closeWith(L::guideSkippedToast());
+}
+
+void OnboardingViewController::closeWith(const QString &toast) {
+    write(services_.defaults, settings::kOnboardingCompleted, true);
+    contentContainer_->window()->hide();
+    services_.showToast(toast);
+}
 
 OnboardingWindowController::OnboardingWindowController(Services services)
     : services_(std::move(services)),
       window_(std::make_unique<FixedWindow>(OnboardingStep::kSize, QString())),
-      viewController_(std::make_unique<OnboardingViewController>(
-          *window_, OnboardingViewController::Services{.manager = services_.manager,
-                                                       .defaults = services_.defaults,
-                                                       .systemSettings = services_.systemSettings,
-                                                       .timers = services_.timers,
-                                                       .showToast = services_.showToast})) {
+      viewController_(std::make_unique<OnboardingViewController>(*window_, services_)) {
     // It has no title that could tell what it is.
     window_->setAccessibleName(L::programName());
     window_->setMovableByBackground(true);
@@ -40,10 +211,6 @@ OnboardingWindowController::~OnboardingWindowController() {
     // An event handler of the window is then still on the stack.
     if (isFinishing_)
         window_.release()->deleteLater();
-}
-
-void OnboardingWindowController::setOnFinished(std::function<void(bool)> onFinished) {
-    onFinished_ = std::move(onFinished);
 }
 
 void OnboardingWindowController::showWindow() {

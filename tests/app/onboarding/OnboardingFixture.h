@@ -12,7 +12,6 @@
 #include <QTemporaryDir>
 
 #include "app/onboarding/OnboardingSteps.h"
-#include "app/onboarding/OnboardingViewController.h"
 #include "app/onboarding/OnboardingWindowController.h"
 #include "fakes/FakeEventTap.h"
 #include "fakes/FakeNativeWindow.h"
