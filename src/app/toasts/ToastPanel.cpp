@@ -4,14 +4,13 @@
 #include <cmath>
 #include <utility>
 
-#include <QPainter>
-#include <QPainterPath>
 #include <QPropertyAnimation>
 #include <QRegion>
 #include <QSet>
 #include <QWindow>
 
 #include "platform/NativeWindow.h"
+#include "ui/look/Drawing.h"
 #include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
@@ -129,22 +128,15 @@ void ToastPanel::closePanel() {
 
 void ToastPanel::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    const auto fill = [&](int inset, const QColor &color) {
-        const QRectF shape = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
-        painter.setBrush(color);
-        painter.drawRoundedRect(shape, cornerRadius_ - inset, cornerRadius_ - inset);
-    };
     if (isTranslucent_) {
-        fill(0, colors::toast(true));
+        drawRounded(painter, rect(), cornerRadius_, colors::toast(true));
         return;
     }
     // The mask gives the outline, which is as rough as its pixels; so the border
     // reaches beyond it and only its inner side is smooth.
     painter.fillRect(rect(), colors::toast(false));
     painter.fillRect(rect(), colors::separator());
-    fill(1, colors::toast(false));
+    drawRounded(painter, rect().adjusted(1, 1, -1, -1), cornerRadius_ - 1, colors::toast(false));
 }
 
 }  // namespace kestrelbay

@@ -4,9 +4,9 @@
 #include <chrono>
 
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QVBoxLayout>
 
+#include "ui/look/Drawing.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/TextLabel.h"
@@ -60,8 +60,7 @@ SettingRow::SettingRow(const QString &title, const QString &subtitle, QWidget *c
 
     fade_.setDuration(static_cast<int>(kFade.count()));
     connect(&fade_, &QVariantAnimation::valueChanged, this, [this](const QVariant &alpha) {
-        background_ = colors::systemOrange();
-        background_.setAlphaF(alpha.toFloat());
+        background_ = withAlpha(colors::systemOrange(), alpha.toFloat());
         update();
     });
 }
@@ -85,10 +84,7 @@ void SettingRow::paintEvent(QPaintEvent * /*event*/) {
     if (background_.alpha() == 0)
         return;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(background_);
-    painter.drawRoundedRect(rect(), kRadius, kRadius);
+    drawRounded(painter, rect(), kRadius, background_);
 }
 
 }  // namespace kestrelbay

@@ -12,7 +12,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
-#include <QPainter>
 #include <QPointer>
 #include <QPushButton>
 #include <QStyledItemDelegate>
@@ -23,6 +22,7 @@
 #include "preferences/picker/AppPickerModel.h"
 #include "settings/L.h"
 #include "tasks/DispatchQueue.h"
+#include "ui/look/Drawing.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/Screens.h"
 #include "ui/look/SystemColors.h"
@@ -69,15 +69,11 @@ public:
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setRenderHint(QPainter::SmoothPixmapTransform);
-        if (selected) {
-            painter->setPen(Qt::NoPen);
-            painter->setBrush(colors::controlAccent());
-            painter->drawRoundedRect(QRectF(option.rect), kSelectionRadius, kSelectionRadius);
-        } else if (option.state.testFlag(QStyle::State_HasFocus)) {
-            painter->setPen(QPen(colors::controlAccent(), kFocusRingWidth));
-            painter->drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -1), kSelectionRadius,
-                                     kSelectionRadius);
-        }
+        if (selected)
+            drawRounded(*painter, option.rect, kSelectionRadius, colors::controlAccent());
+        else if (option.state.testFlag(QStyle::State_HasFocus))
+            drawRounded(*painter, option.rect.adjusted(1, 1, -1, -1), kSelectionRadius, Qt::NoBrush,
+                        QPen(colors::controlAccent(), kFocusRingWidth));
 
         const QRect inner = option.rect.adjusted(kRowMargin, 0, -kRowMargin, 0);
         const QRect icon =

@@ -2,10 +2,8 @@
 
 #include <QAccessible>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QPointer>
 #include <QPushButton>
-#include <QStyleOptionFocusRect>
 
 #include <chrono>
 #include <utility>
@@ -14,6 +12,7 @@
 #include "settings/L.h"
 #include "settings/Notifications.h"
 #include "tasks/DispatchQueue.h"
+#include "ui/look/Drawing.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/TextLabel.h"
@@ -44,9 +43,7 @@ QColor fieldPlaceholderColor() {
 }
 
 QColor recordingBackground() {
-    QColor color = colors::controlAccent();
-    color.setAlphaF(kRecordingAlpha);
-    return color;
+    return withAlpha(colors::controlAccent(), kRecordingAlpha);
 }
 
 bool isDelete(const QKeyEvent &event) {
@@ -77,8 +74,6 @@ HotkeyRecorderField::HotkeyRecorderField(const PreferencesServices &services, QW
     connect(this, &QAbstractButton::clicked, this, &HotkeyRecorderField::pressedWithoutMouse);
     updateDisplay();
 }
-
-HotkeyRecorderField::~HotkeyRecorderField() = default;
 
 HotkeyRecorder::Hooks HotkeyRecorderField::hooks() {
     return {
@@ -111,10 +106,6 @@ void HotkeyRecorderField::setSubject(const QString &name) {
     subject_ = name;
     clearButton_->setAccessibleName(L::clearHotkeyOf(name));
     updateAccessibleName();
-}
-
-void HotkeyRecorderField::setRemark(const QString &remark) {
-    setAccessibleDescription(remark);
 }
 
 void HotkeyRecorderField::configure(KeyCode keyCode, ModifierFlags modifierFlags) {
@@ -255,16 +246,10 @@ void HotkeyRecorderField::announce() {
 
 void HotkeyRecorderField::paintEvent(QPaintEvent * /*event*/) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(border_());
-    painter.setBrush(background_());
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kFieldRadius - 0.5,
-                            kFieldRadius - 0.5);
-    if (hasFocus() && !isRecording()) {
-        QStyleOptionFocusRect ring;
-        ring.initFrom(this);
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &ring, &painter, this);
-    }
+    drawRounded(painter, QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kFieldRadius - 0.5,
+                background_(), border_());
+    if (!isRecording())
+        drawFocusRing(painter, *this);
 }
 
 void HotkeyRecorderField::resizeEvent(QResizeEvent * /*event*/) {

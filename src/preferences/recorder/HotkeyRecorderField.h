@@ -41,14 +41,11 @@ class HotkeyRecorderField : public QAbstractButton {
 
 public:
     explicit HotkeyRecorderField(const PreferencesServices &services, QWidget *parent = nullptr);
-    ~HotkeyRecorderField() override;
 
     /// Has to outlive the field. May be null.
     void setDelegate(HotkeyRecorderDelegate *delegate) { delegate_ = delegate; }
     /// The name of the application, for those who hear the user interface.
     void setSubject(const QString &name);
-    /// Said of the hotkey by screen readers, such as what is wrong with it.
-    void setRemark(const QString &remark);
 
     void configure(KeyCode keyCode, ModifierFlags modifierFlags);
     [[nodiscard]] KeyCode currentKeyCode() const { return recorder_.keyCode(); }

@@ -5,6 +5,7 @@
 
 #include <cmath>
 
+#include "ui/look/Drawing.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/TextLabel.h"
 
@@ -49,13 +50,8 @@ QSize ArgsBadgeView::sizeHint() const {
 }
 
 void ArgsBadgeView::paintEvent(QPaintEvent * /*event*/) {
-    QColor ground = colors::controlAccent();
-    ground.setAlphaF(kGroundAlpha);
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(ground);
-    painter.drawRoundedRect(rect(), kBadgeRadius, kBadgeRadius);
+    drawRounded(painter, rect(), kBadgeRadius, withAlpha(colors::controlAccent(), kGroundAlpha));
 }
 
 void ArgsBadgeView::resizeEvent(QResizeEvent * /*event*/) {

@@ -16,6 +16,7 @@
 #include "settings/L.h"
 #include "settings/Notifications.h"
 #include "tasks/DispatchQueue.h"
+#include "ui/look/Drawing.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/Switch.h"
@@ -126,20 +127,16 @@ void RuleRowView::refreshRefusal() {
     if (isRefused == !refusedSign_->isHidden())
         return;
     refusedSign_->setVisible(isRefused);
-    hotkeyRecorder_->setRemark(isRefused ? L::hotkeyRefused() : QString());
+    hotkeyRecorder_->setAccessibleDescription(isRefused ? L::hotkeyRefused() : QString());
     layout();
 }
 
 void RuleRowView::paintEvent(QPaintEvent * /*event*/) {
     if (!isSelected_)
         return;
-    QColor ground = colors::controlAccent();
-    ground.setAlphaF(kSelectionAlpha);
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(ground);
-    painter.drawRoundedRect(rect(), kSelectionRadius, kSelectionRadius);
+    drawRounded(painter, rect(), kSelectionRadius,
+                withAlpha(colors::controlAccent(), kSelectionAlpha));
 }
 
 void RuleRowView::resizeEvent(QResizeEvent * /*event*/) {

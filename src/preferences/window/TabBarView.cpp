@@ -6,10 +6,10 @@
 #include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QStyleOption>
 
 #include "settings/L.h"
+#include "ui/look/Drawing.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/AccessibleFactory.h"
@@ -89,11 +89,8 @@ void TabItemView::paintEvent(QPaintEvent * /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF bounds = frame_.translated(-pos());
-    if (isSelected_) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(colors::controlAccent());
-        painter.drawRoundedRect(bounds, kTabRadius, kTabRadius);
-    }
+    if (isSelected_)
+        drawRounded(painter, bounds, kTabRadius, colors::controlAccent());
     painter.setPen(isSelected_ ? QColor(Qt::white) : colors::label());
     painter.drawText(bounds, Qt::AlignCenter | Qt::TextSingleLine, title_);
 
@@ -101,10 +98,8 @@ void TabItemView::paintEvent(QPaintEvent * /*event*/) {
     option.initFrom(this);
     if (hasFocus() && option.state.testFlag(QStyle::State_KeyboardFocusChange)) {
         constexpr qreal kInset = kRingWidth / 2 + 1.5;
-        painter.setPen(QPen(isSelected_ ? QColor(Qt::white) : colors::label(), kRingWidth));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(bounds.adjusted(kInset, kInset, -kInset, -kInset),
-                                kTabRadius - kInset, kTabRadius - kInset);
+        drawRounded(painter, bounds.adjusted(kInset, kInset, -kInset, -kInset), kTabRadius - kInset,
+                    Qt::NoBrush, QPen(painter.pen().color(), kRingWidth));
     }
 }
 
@@ -200,10 +195,7 @@ void TabBarView::resizeEvent(QResizeEvent * /*event*/) {
 
 void TabBarView::paintEvent(QPaintEvent * /*event*/) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor::fromRgbF(0, 0, 0, kBackgroundAlpha));
-    painter.drawRoundedRect(rect(), kBarRadius, kBarRadius);
+    drawRounded(painter, rect(), kBarRadius, withAlpha(Qt::black, kBackgroundAlpha));
 }
 
 }  // namespace kestrelbay

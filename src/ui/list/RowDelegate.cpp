@@ -1,10 +1,10 @@
 #include "ui/list/RowDelegate.h"
 
-#include <QPainter>
 #include <QPixmap>
 
 #include <utility>
 
+#include "ui/look/Drawing.h"
 #include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
@@ -62,13 +62,10 @@ void RowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                         const QModelIndex &) const {
     if (!option.state.testFlag(QStyle::State_HasFocus))
         return;
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(colors::controlAccent(), kFocusRingWidth));
     const qreal inset = kFocusRingWidth / 2;
-    painter->drawRoundedRect(QRectF(rowRect(option.rect)).adjusted(inset, inset, -inset, -inset),
-                             kFocusRingRadius - inset, kFocusRingRadius - inset);
-    painter->restore();
+    drawRounded(*painter, QRectF(rowRect(option.rect)).adjusted(inset, inset, -inset, -inset),
+                kFocusRingRadius - inset, Qt::NoBrush,
+                QPen(colors::controlAccent(), kFocusRingWidth));
 }
 
 QWidget *RowDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,

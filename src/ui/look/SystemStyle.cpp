@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QPainter>
 #include <QPalette>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -10,6 +9,7 @@
 #include <algorithm>
 
 #include "platform/SystemSettings.h"
+#include "ui/look/Drawing.h"
 #include "ui/look/Symbols.h"
 #include "ui/look/SystemColors.h"
 
@@ -56,25 +56,13 @@ QColor faceOf(const QStyleOption &option, const QColor &face) {
     return face;
 }
 
-/// Smooth, and leaves the painter as it was.
-void drawRounded(const QRectF &rect, qreal radius, const QPen &pen, const QBrush &brush,
-                 QPainter *painter) {
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(pen);
-    painter->setBrush(brush);
-    painter->drawRoundedRect(rect, radius, radius);
-    painter->restore();
-}
-
 void drawFace(const QStyleOption &option, const QColor &face, bool framed, QPainter *painter) {
-    drawRounded(hairlineRect(option.rect), kRadius,
-                framed ? overlaid(face, colors::label(), 0.18) : face, face, painter);
+    drawRounded(*painter, hairlineRect(option.rect), kRadius, face,
+                framed ? overlaid(face, colors::label(), 0.18) : face);
     if (has(option, QStyle::State_HasFocus) && has(option, QStyle::State_KeyboardFocusChange)) {
-        QColor ring = colors::controlAccent();
-        ring.setAlphaF(0.7F);
-        drawRounded(QRectF(option.rect).adjusted(1, 1, -1, -1), kRadius - 1,
-                    QPen(framed ? ring : colors::label(), kFocusRingWidth), Qt::NoBrush, painter);
+        const QColor ring = framed ? withAlpha(colors::controlAccent(), 0.7F) : colors::label();
+        drawRounded(*painter, option.rect.adjusted(1, 1, -1, -1), kRadius - 1, Qt::NoBrush,
+                    QPen(ring, kFocusRingWidth));
     }
 }
 
@@ -100,10 +88,10 @@ void drawPushButton(const QStyleOption &option, QPainter *painter) {
 void drawLineEdit(const QStyleOption &option, QPainter *painter) {
     const bool focused = has(option, QStyle::State_HasFocus);
     const qreal inset = focused ? 1 : 0.5;
-    drawRounded(QRectF(option.rect).adjusted(inset, inset, -inset, -inset), kRadius,
+    drawRounded(*painter, QRectF(option.rect).adjusted(inset, inset, -inset, -inset), kRadius,
+                option.palette.color(QPalette::Base),
                 focused ? QPen(colors::controlAccent(), kFocusRingWidth)
-                        : overlaid(colors::field(), colors::label(), 0.22),
-                option.palette.color(QPalette::Base), painter);
+                        : overlaid(colors::field(), colors::label(), 0.22));
 }
 
 /// A radio button's disc or a check box, filled with the accent while it is on.
@@ -111,8 +99,8 @@ void drawIndicator(const QStyleOption &option, qreal radius, QPainter *painter) 
     const bool on = has(option, QStyle::State_On) && has(option, QStyle::State_Enabled);
     const QColor face =
         on ? colors::controlAccent() : option.palette.color(QPalette::Active, QPalette::Button);
-    drawRounded(hairlineRect(option.rect), radius, on ? face : overlaid(face, colors::label(), 0.3),
-                faceOf(option, face), painter);
+    drawRounded(*painter, hairlineRect(option.rect), radius, faceOf(option, face),
+                on ? face : overlaid(face, colors::label(), 0.3));
 }
 
 QColor markInk(const QStyleOption &option) {
@@ -161,8 +149,8 @@ bool isMenuSeparator(const QStyleOption &option) {
 
 void drawFocusRing(const QStyleOption &option, QPainter *painter) {
     if (has(option, QStyle::State_KeyboardFocusChange))
-        drawRounded(QRectF(option.rect).adjusted(1, 1, -1, -1), kRadius - 2,
-                    QPen(colors::controlAccent(), kFocusRingWidth), Qt::NoBrush, painter);
+        drawRounded(*painter, option.rect.adjusted(1, 1, -1, -1), kRadius - 2, Qt::NoBrush,
+                    QPen(colors::controlAccent(), kFocusRingWidth));
 }
 
 void drawComboBox(const QStyleOptionComboBox &option, QPainter *painter) {
@@ -186,11 +174,10 @@ void drawScrollBar(const QStyle &style, const QStyleOptionSlider &option, QPaint
         return;
     const QRect handle =
         style.subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, widget);
-    QColor ink = colors::label();
-    ink.setAlphaF(
-        has(option, QStyle::State_Sunken) || has(option, QStyle::State_MouseOver) ? 0.45F : 0.28F);
-    const QRectF bar = QRectF(handle).adjusted(2, 2, -2, -2);
-    drawRounded(bar, std::min(bar.width(), bar.height()) / 2, Qt::NoPen, ink, painter);
+    const bool isUsed = has(option, QStyle::State_Sunken) || has(option, QStyle::State_MouseOver);
+    const QRectF bar = handle.adjusted(2, 2, -2, -2);
+    drawRounded(*painter, bar, std::min(bar.width(), bar.height()) / 2,
+                withAlpha(colors::label(), isUsed ? 0.45F : 0.28F));
 }
 
 int controlHeight(const QWidget *widget) {

@@ -2,9 +2,7 @@
 
 #include <algorithm>
 
-#include <QPainter>
-#include <QStyleOptionFocusRect>
-
+#include "ui/look/Drawing.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/Symbols.h"
 #include "ui/look/SystemColors.h"
@@ -68,11 +66,7 @@ void LinkButton::paintEvent(QPaintEvent * /*event*/) {
     painter.setPen(ink);
     painter.drawText(inner, Qt::AlignTrailing | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
 
-    if (hasFocus()) {
-        QStyleOptionFocusRect ring;
-        ring.initFrom(this);
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &ring, &painter, this);
-    }
+    drawFocusRing(painter, *this);
 }
 
 }  // namespace kestrelbay

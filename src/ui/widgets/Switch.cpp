@@ -1,9 +1,9 @@
 #include "ui/widgets/Switch.h"
 
 #include <QEvent>
-#include <QPainter>
 #include <QStyleOption>
 
+#include "ui/look/Drawing.h"
 #include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
@@ -19,11 +19,6 @@ constexpr float kOffBorderAlpha = 0.55F;
 constexpr float kPressedAlpha = 0.15F;
 constexpr float kKnobBorderAlpha = 0.25F;
 constexpr qreal kDisabledOpacity = 0.45;
-
-QColor withAlpha(QColor color, float alpha) {
-    color.setAlphaF(alpha);
-    return color;
-}
 
 }  // namespace
 
@@ -82,14 +77,11 @@ void Switch::paintEvent(QPaintEvent * /*event*/) {
     const QRectF track = trackRect();
     const qreal radius = track.height() / 2;
     const QColor on = colors::controlAccent();
-    painter.setPen(isChecked() ? QPen(on) : QPen(withAlpha(colors::label(), kOffBorderAlpha)));
-    painter.setBrush(isChecked() ? on : withAlpha(colors::label(), kOffAlpha));
-    painter.drawRoundedRect(track.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
-    if (isDown()) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(withAlpha(Qt::black, kPressedAlpha));
-        painter.drawRoundedRect(track, radius, radius);
-    }
+    drawRounded(painter, track.adjusted(0.5, 0.5, -0.5, -0.5), radius,
+                isChecked() ? on : withAlpha(colors::label(), kOffAlpha),
+                isChecked() ? on : withAlpha(colors::label(), kOffBorderAlpha));
+    if (isDown())
+        drawRounded(painter, track, radius, withAlpha(Qt::black, kPressedAlpha));
 
     painter.setPen(withAlpha(Qt::black, kKnobBorderAlpha));
     painter.setBrush(Qt::white);
@@ -99,10 +91,9 @@ void Switch::paintEvent(QPaintEvent * /*event*/) {
     option.initFrom(this);
     if (hasFocus() && option.state.testFlag(QStyle::State_KeyboardFocusChange)) {
         // The accent would not be told from a switch that is on.
-        painter.setPen(QPen(colors::label(), kRingWidth));
-        painter.setBrush(Qt::NoBrush);
         const qreal out = kRingWidth / 2.0;
-        painter.drawRoundedRect(track.adjusted(-out, -out, out, out), radius + out, radius + out);
+        drawRounded(painter, track.adjusted(-out, -out, out, out), radius + out, Qt::NoBrush,
+                    QPen(colors::label(), kRingWidth));
     }
 }
 

@@ -4,9 +4,8 @@
 #include <utility>
 
 #include <QKeyEvent>
-#include <QPainter>
-#include <QStyleOptionFocusRect>
 
+#include "ui/look/Drawing.h"
 #include "ui/look/Symbols.h"
 #include "ui/widgets/AccessibleFactory.h"
 
@@ -67,23 +66,15 @@ QSize SymbolButton::sizeHint() const {
 void SymbolButton::paintEvent(QPaintEvent * /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (isEnabled() && (isDown() || underMouse())) {
-        QColor ground = colors::label();
-        ground.setAlphaF(isDown() ? kPressedGroundAlpha : kHoverGroundAlpha);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(ground);
-        painter.drawRoundedRect(rect(), kButtonRadius, kButtonRadius);
-    }
+    if (isEnabled() && (isDown() || underMouse()))
+        drawRounded(painter, rect(), kButtonRadius,
+                    withAlpha(colors::label(), isDown() ? kPressedGroundAlpha : kHoverGroundAlpha));
     QRect place(QPoint(), symbolSize_);
     place.moveCenter(rect().center());
     painter.setOpacity(isEnabled() ? 1 : kDisabledAlpha);
     painter.drawPixmap(place, symbolPixmap(symbol_, symbolSize_, color_(), devicePixelRatioF()));
     painter.setOpacity(1);
-    if (hasFocus()) {
-        QStyleOptionFocusRect ring;
-        ring.initFrom(this);
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &ring, &painter, this);
-    }
+    drawFocusRing(painter, *this);
 }
 
 void SymbolButton::keyPressEvent(QKeyEvent *event) {
