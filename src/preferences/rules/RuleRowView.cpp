@@ -1,17 +1,18 @@
 #include "preferences/rules/RuleRowView.h"
 
 #include <QDir>
+#include <QFontDatabase>
 #include <QPainter>
 #include <QPointer>
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "hotkeys/ShortcutManager.h"
 #include "preferences/RuleRowTexts.h"
 #include "preferences/rules/ApplicationIconCache.h"
-#include "preferences/rules/ArgsBadgeView.h"
 #include "preferences/rules/RuleRowLayout.h"
 #include "settings/L.h"
 #include "settings/Notifications.h"
@@ -21,7 +22,6 @@
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/Switch.h"
 #include "ui/widgets/SymbolView.h"
-#include "ui/widgets/TextLabel.h"
 #include "ui/windows/Sheet.h"
 
 namespace kestrelbay {
@@ -32,7 +32,37 @@ constexpr QSize kButtonSymbol{15, 15};
 constexpr qreal kSelectionRadius = 8;
 constexpr float kSelectionAlpha = 0.14F;
 
+constexpr int kBadgeFontSize = 9;
+constexpr int kBadgePadding = 4;
+constexpr int kBadgeHeight = 15;
+constexpr qreal kBadgeRadius = 3;
+constexpr float kBadgeAlpha = 0.18F;
+
+QFont badgeFont() {
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPixelSize(kBadgeFontSize);
+    font.setWeight(QFont::Normal);
+    return font;
+}
+
 }  // namespace
+
+ArgsBadgeView::ArgsBadgeView(QWidget *parent)
+    : TextLabel(QString(), badgeFont(), colors::link, parent) {
+    setAlignment(Qt::AlignCenter);
+}
+
+QSize ArgsBadgeView::sizeHint() const {
+    const qreal width = QFontMetricsF(font()).horizontalAdvance(text());
+    return {static_cast<int>(std::ceil(width)) + 2 * kBadgePadding, kBadgeHeight};
+}
+
+void ArgsBadgeView::paintEvent(QPaintEvent *event) {
+    QPainter painter(this);
+    drawRounded(painter, rect(), kBadgeRadius, withAlpha(colors::controlAccent(), kBadgeAlpha));
+    painter.end();
+    TextLabel::paintEvent(event);
+}
 
 RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCache &icons,
                          QWidget *parent)
@@ -83,7 +113,9 @@ void RuleRowView::configure(const ShortcutRule &rule, RuleRowViewDelegate *deleg
     const QString name = shownAppName(rule);
     nameLabel_->setFullText(name);
     pathLabel_->setFullText(abbreviatedPath(rule.appPath, QDir::homePath()));
-    argsBadge_->setText(argsBadgeText(rule), rule.launchArguments);
+    argsBadge_->setText(argsBadgeText(rule));
+    // It is the argument that the text stands for, for those who hear it.
+    argsBadge_->setAccessibleName(rule.launchArguments);
     argsBadge_->setVisible(!argsBadge_->text().isEmpty());
     argsBadge_->setToolTip(argsBadge_->isHidden() ? QString() : rule.launchArguments);
     hotkeyRecorder_->configure(rule.keyCode, rule.modifierFlags);

@@ -10,13 +10,12 @@
 #include "preferences/PreferencesServices.h"
 #include "preferences/recorder/HotkeyRecorderField.h"
 #include "ui/list/RowDelegate.h"
+#include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
 
 class AlertSheet;
 class ApplicationIconCache;
-class ArgsBadgeView;
-class ElidedLabel;
 class RuleRowView;
 class Switch;
 class SymbolButton;
@@ -41,6 +40,20 @@ public:
 private:
     // Owns nothing; it only ends with the object.
     std::shared_ptr<RuleRowViewDelegate> self_{this, [](RuleRowViewDelegate *) {}};
+};
+
+/// A small tinted badge with a text. Its natural size is 4 px wider than the text on
+/// either side, and 15 px high.
+class ArgsBadgeView final : public TextLabel {
+    Q_OBJECT
+
+public:
+    explicit ArgsBadgeView(QWidget *parent);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
 };
 
 /// One rule of the list: shows it, records its hotkey in place, switches it, and

@@ -5,7 +5,6 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "preferences/rules/ArgsBadgeView.h"
 #include "preferences/rules/RowFixture.h"
 #include "settings/L.h"
 #include "ui/widgets/Switch.h"
