@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 
@@ -61,12 +62,26 @@ inline constexpr std::array<LaunchToastDuration, 4> kLaunchToastDurations{
     LaunchToastDuration::Long};
 
 /// The text that is stored, e.g. "short".
-[[nodiscard]] QString rawValue(LaunchToastDuration duration);
+[[nodiscard]] inline QString rawValue(LaunchToastDuration duration) {
+    using namespace Qt::StringLiterals;
+    constexpr std::array kTexts{"none"_L1, "short"_L1, "medium"_L1, "long"_L1};
+    return kTexts[static_cast<std::size_t>(duration)];
+}
 
 /// No value for any other text; the case of letters counts.
-[[nodiscard]] std::optional<LaunchToastDuration> launchToastDurationFromRawValue(QStringView text);
+[[nodiscard]] inline std::optional<LaunchToastDuration> launchToastDurationFromRawValue(
+    QStringView text) {
+    for (const LaunchToastDuration duration : kLaunchToastDurations) {
+        if (rawValue(duration) == text)
+            return duration;
+    }
+    return std::nullopt;
+}
 
 /// The setting; None when it is absent or unknown.
-[[nodiscard]] LaunchToastDuration currentLaunchToastDuration(const UserDefaults &defaults);
+[[nodiscard]] inline LaunchToastDuration currentLaunchToastDuration(const UserDefaults &defaults) {
+    return launchToastDurationFromRawValue(read(defaults, settings::kLaunchToastDuration))
+        .value_or(LaunchToastDuration::None);
+}
 
 }  // namespace kestrelbay
