@@ -149,9 +149,8 @@ void HotkeyRecorderField::takeFocusAndStart() {
 
 void HotkeyRecorderField::startIfFocused() {
     // Without the keyboard, focusInEvent() comes later.
-    if (!hasFocus() || !std::exchange(wantsToRecord_, false))
-        return;
-    recorder_.start();
+    if (hasFocus() && std::exchange(wantsToRecord_, false))
+        recorder_.start();
 }
 
 void HotkeyRecorderField::clearHotkey() {
