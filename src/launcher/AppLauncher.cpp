@@ -26,7 +26,7 @@ public:
 
     [[nodiscard]] bool isActive() const { return application_->isActive(); }
     void hide() { application_->hide(); }
-    void activate() { application_->activate(ActivationOption::IgnoringOtherApps); }
+    void activate() { application_->activate(); }
 
     /// Asked for at most once, since finding it may be slow.
     [[nodiscard]] bool isFileManager();

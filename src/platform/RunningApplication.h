@@ -14,12 +14,6 @@ namespace kestrelbay {
 /// A process of this machine; below 1 there is none.
 enum class ProcessIdentifier : std::int64_t {};
 
-/// How an application is brought forward. The number is
-/// NSApplicationActivationOptions'.
-enum class ActivationOption : std::uint32_t {
-    IgnoringOtherApps = 2,
-};
-
 /// An application as it was running when the workspace was asked. Safe to use,
 /// together with its windows, from any one thread at a time; independent of the
 /// object that made it.
@@ -43,9 +37,9 @@ public:
     // Requests: false when the request could not be delivered. True does not mean
     // that the application obeyed.
     virtual bool hide() = 0;
-    /// Brings it to the front with its main window: the one last made main with
-    /// WindowElement::setMain(), otherwise the front-most.
-    virtual bool activate(ActivationOption option) = 0;
+    /// Brings it to the front, whichever is there now, with its main window: the one last
+    /// made main with WindowElement::setMain(), otherwise the front-most.
+    virtual bool activate() = 0;
 };
 
 }  // namespace kestrelbay

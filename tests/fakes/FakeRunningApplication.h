@@ -73,10 +73,8 @@ public:
         process_->isActive = false;
         return true;
     }
-    bool activate(ActivationOption option) override {
-        const bool isKnown = option == ActivationOption::IgnoringOtherApps;
-        requests_->add((isKnown ? QStringLiteral("activate ") : QStringLiteral("activate? ")) +
-                       process_->name);
+    bool activate() override {
+        requests_->add(QStringLiteral("activate ") + process_->name);
         process_->raiseMainWindow();
         // One at a time is active, and none that has quit.
         for (const auto &process : *all_)

@@ -70,7 +70,7 @@ TEST_F(MacRunningApplicationTest, KnowsWhetherItIsInFront) {
 TEST_F(MacRunningApplicationTest, IsActivatedWithOptionTwoAlone) {
     desktop_->run(QStringLiteral("/One.app"), {});
     const auto one = application(0);
-    EXPECT_TRUE(one->activate(ActivationOption::IgnoringOtherApps));
+    EXPECT_TRUE(one->activate());
     EXPECT_TRUE(one->hide());
     EXPECT_EQ(takeCalls(), (QStringList{QStringLiteral("activateWithOptions 100 2"),
                                         QStringLiteral("hide 100")}));
@@ -79,7 +79,7 @@ TEST_F(MacRunningApplicationTest, IsActivatedWithOptionTwoAlone) {
 TEST_F(MacRunningApplicationTest, TellsWhatWasNotDelivered) {
     desktop_->run(QStringLiteral("/One.app"), {}).acceptsRequests = false;
     const auto one = application(0);
-    EXPECT_FALSE(one->activate(ActivationOption::IgnoringOtherApps));
+    EXPECT_FALSE(one->activate());
     EXPECT_FALSE(one->hide());
 }
 
@@ -101,7 +101,7 @@ TEST_F(MacRunningApplicationTest, IsAskedOnTheThreadThatAsks) {
         for (const auto &application : workspace_.runningApplications()) {
             EXPECT_EQ(application->windows().size(), 1U);
             application->hide();
-            application->activate(ActivationOption::IgnoringOtherApps);
+            application->activate();
         }
     }).join();
     const QStringList offMainThread = callsOffMainThread();

@@ -53,7 +53,7 @@ TEST_P(WorkspaceContract, OneApplicationIsActive) {
     EXPECT_EQ(std::count_if(applications.begin(), applications.end(),
                             [](const auto &application) { return application->isActive(); }),
               1);
-    EXPECT_TRUE(running(one)->activate(ActivationOption::IgnoringOtherApps));
+    EXPECT_TRUE(running(one)->activate());
     EXPECT_TRUE(becomesActive(one));
     EXPECT_FALSE(running(two)->isActive());
 }
@@ -72,7 +72,7 @@ TEST_P(WorkspaceContract, AHiddenApplicationIsNotActiveUntilItIsActivated) {
     for (const auto &window : application->windows())
         if (window->isMinimized() == true)
             window->setMinimized(false);
-    EXPECT_TRUE(application->activate(ActivationOption::IgnoringOtherApps));
+    EXPECT_TRUE(application->activate());
     EXPECT_TRUE(becomesActive(one));
 }
 
@@ -107,7 +107,7 @@ TEST_P(WorkspaceContract, AnActivatedApplicationComesFirstAmongWindowsOfItsOwn) 
         ASSERT_EQ(windows.size(), 3U);
         EXPECT_TRUE(windows.back()->setMain());
         EXPECT_TRUE(windows.back()->setFocused());
-        EXPECT_TRUE(application->activate(ActivationOption::IgnoringOtherApps));
+        EXPECT_TRUE(application->activate());
         EXPECT_TRUE(becomesActive(one));
     }
 }
@@ -164,7 +164,7 @@ TEST_P(WorkspaceContract, WhatHasGoneReadsAsNothingAndTakesRequests) {
     windows[0]->setFocused();
     windows[0]->raise();
     application->hide();
-    application->activate(ActivationOption::IgnoringOtherApps);
+    application->activate();
     EXPECT_TRUE(application->windows().empty());
 }
 

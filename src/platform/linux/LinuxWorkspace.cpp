@@ -86,7 +86,7 @@ public:
     }
 
     bool hide() override { return windows_->minimizeAll(); }
-    bool activate(ActivationOption) override { return windows_->activate(); }
+    bool activate() override { return windows_->activate(); }
 
 private:
     QUrl bundleURL_;

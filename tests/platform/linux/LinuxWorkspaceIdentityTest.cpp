@@ -117,7 +117,7 @@ TEST_F(LinuxWorkspaceWindows, VanishedWindowsReadAsNothing) {
     const Application other = running(a);
     workspace_.reset();
     EXPECT_EQ(other->windows().size(), 1U);
-    EXPECT_TRUE(other->activate(ActivationOption::IgnoringOtherApps));
+    EXPECT_TRUE(other->activate());
 }
 
 TEST_F(LinuxWorkspaceWindows, ManyThreadsWhileWindowsComeAndGo) {
@@ -193,7 +193,7 @@ TEST_F(LinuxWorkspaceWindows, RealProgramsAreRecognisedAndSwitched) {
         EXPECT_TRUE(becomesActive(path)) << path.toStdString();
     }
     for (const QString &path : {terminal, editor, terminal}) {
-        EXPECT_TRUE(running(path)->activate(ActivationOption::IgnoringOtherApps));
+        EXPECT_TRUE(running(path)->activate());
         EXPECT_TRUE(becomesActive(path)) << path.toStdString();
     }
     EXPECT_TRUE(running(terminal)->hide());

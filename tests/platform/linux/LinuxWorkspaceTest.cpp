@@ -28,7 +28,7 @@ TEST_F(LinuxWorkspaceWindows, WindowManagersComeAndGo) {
     const Application old = running(a);
     windowManager_->kill();
     EXPECT_TRUE(waitUntil([&] { return workspace().runningApplications().empty(); }));
-    EXPECT_TRUE(old->activate(ActivationOption::IgnoringOtherApps));
+    EXPECT_TRUE(old->activate());
 
     startWindowManager(QStringLiteral("metacity"));
     ASSERT_TRUE(waitForRunning(a));
@@ -50,7 +50,7 @@ TEST_F(LinuxWorkspaceWindows, AServerThatGoesTakesTheWindowsAlong) {
     EXPECT_FALSE(windows[0]->setFocused());
     EXPECT_FALSE(windows[0]->setMinimized(true));
     EXPECT_FALSE(windows[0]->isMinimized().has_value());
-    EXPECT_FALSE(application->activate(ActivationOption::IgnoringOtherApps));
+    EXPECT_FALSE(application->activate());
 }
 
 TEST_F(LinuxWorkspaceWindows, TellsWhoItIs) {
@@ -81,7 +81,7 @@ TEST_F(LinuxWorkspaceWindows, WindowsComeFrontMostFirstAndCycle) {
         EXPECT_TRUE(maker_->heard().empty());
         EXPECT_TRUE(list.back()->setMain());
         EXPECT_TRUE(list.back()->setFocused());
-        EXPECT_TRUE(application->activate(ActivationOption::IgnoringOtherApps));
+        EXPECT_TRUE(application->activate());
         EXPECT_TRUE(waitUntil([&] { return maker_->active() == windows[next]; })) << next;
         // The activation that follows the focus says nothing new.
         const auto said = maker_->heard();
@@ -103,12 +103,12 @@ TEST_F(LinuxWorkspaceWindows, ActivatesWithTheMainWindowOrTheFrontMost) {
     Application application = waitForRunning(a, 2);
     ASSERT_TRUE(application);
     EXPECT_FALSE(application->isActive());
-    application->activate(ActivationOption::IgnoringOtherApps);
+    application->activate();
     EXPECT_TRUE(waitUntil([&] { return maker_->active() == windows[1]; }));
 
     application = running(a);
     application->windows().back()->setMain();
-    application->activate(ActivationOption::IgnoringOtherApps);
+    application->activate();
     EXPECT_TRUE(waitUntil([&] { return maker_->active() == windows[0]; }));
 }
 
@@ -120,7 +120,7 @@ TEST_F(LinuxWorkspaceWindows, TheTimeOfAnActivationIsFresh) {
     const Application application = waitForRunning(a);
     ASSERT_TRUE(application);
     maker_->listen();
-    application->activate(ActivationOption::IgnoringOtherApps);
+    application->activate();
     std::vector<WindowMaker::Message> first;
     ASSERT_TRUE(waitUntil([&] {
         first = maker_->heard();
@@ -129,7 +129,7 @@ TEST_F(LinuxWorkspaceWindows, TheTimeOfAnActivationIsFresh) {
     // Held for longer than a press takes, it asks for the time again.
     std::uint32_t last = first[0].data[1];
     EXPECT_TRUE(waitUntil([&] {
-        application->activate(ActivationOption::IgnoringOtherApps);
+        application->activate();
         const auto said = maker_->heard();
         return said.size() == 1 && said[0].data[1] > last;
     }));
@@ -202,7 +202,7 @@ TEST_P(UnderWindowManager, HidesAndComesBack) {
         EXPECT_EQ(window->isMinimized(), true);
         EXPECT_TRUE(window->setMinimized(false));
     }
-    EXPECT_TRUE(application->activate(ActivationOption::IgnoringOtherApps));
+    EXPECT_TRUE(application->activate());
     EXPECT_TRUE(becomesActive(a));
     EXPECT_TRUE(waitUntil([&] {
         return !maker_->isIconic(windows[0]) && !maker_->isIconic(windows[1]) &&
@@ -237,9 +237,9 @@ TEST_P(UnderWindowManager, MinimisesRaisesAndActivates) {
         const auto order = maker_->words(maker_->connection().root(), "_NET_CLIENT_LIST_STACKING");
         return !order.empty() && (order.back() == windows[0] || order.back() == windows[1]);
     }));
-    running(b)->activate(ActivationOption::IgnoringOtherApps);
+    running(b)->activate();
     EXPECT_TRUE(becomesActive(b));
-    running(a)->activate(ActivationOption::IgnoringOtherApps);
+    running(a)->activate();
     EXPECT_TRUE(becomesActive(a));
 }
 
@@ -268,7 +268,7 @@ TEST_F(LinuxWorkspaceWindows, OnlyWindowsToSwitchToAreListed) {
     // Running, but with nothing to show.
     ASSERT_TRUE(running(d));
     EXPECT_TRUE(running(d)->windows().empty());
-    EXPECT_FALSE(running(d)->activate(ActivationOption::IgnoringOtherApps));
+    EXPECT_FALSE(running(d)->activate());
     // Better a palette than nothing.
     ASSERT_EQ(running(p)->windows().size(), 1U);
     EXPECT_EQ(running(p)->windows()[0]->subrole(), QStringLiteral("AXFloatingWindow"));

@@ -22,7 +22,7 @@ public:
     [[nodiscard]] bool isActive() const override;
     [[nodiscard]] std::vector<std::unique_ptr<WindowElement>> windows() const override;
     bool hide() override;
-    bool activate(ActivationOption option) override;
+    bool activate() override;
 
 private:
     ObjCOwner<NSRunningApplication *> application_;

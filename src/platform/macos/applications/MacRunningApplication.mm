@@ -42,10 +42,9 @@ bool MacRunningApplication::hide() {
     }
 }
 
-bool MacRunningApplication::activate(ActivationOption option) {
+bool MacRunningApplication::activate() {
     @autoreleasepool {
-        return [application_.get()
-            activateWithOptions:static_cast<NSApplicationActivationOptions>(option)];
+        return [application_.get() activateWithOptions:NSApplicationActivateIgnoringOtherApps];
     }
 }
 

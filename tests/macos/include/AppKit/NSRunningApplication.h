@@ -6,6 +6,7 @@
 #include <sys/types.h>
 
 typedef NSUInteger NSApplicationActivationOptions;
+enum : NSUInteger { NSApplicationActivateIgnoringOtherApps = 1U << 1U };
 
 @interface NSRunningApplication : NSObject {
     pid_t pid_;
