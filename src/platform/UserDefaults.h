@@ -16,8 +16,6 @@ public:
 
     [[nodiscard]] virtual std::optional<QString> string(const QString &key) const = 0;
     [[nodiscard]] virtual std::optional<bool> boolean(const QString &key) const = 0;
-    /// Is anything stored under the key, of whatever type?
-    [[nodiscard]] virtual bool contains(const QString &key) const = 0;
     virtual void setString(const QString &key, const QString &value) = 0;
     virtual void setBoolean(const QString &key, bool value) = 0;
 };

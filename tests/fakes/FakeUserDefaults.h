@@ -18,10 +18,6 @@ public:
     [[nodiscard]] std::optional<bool> boolean(const QString &key) const override {
         return value<bool>(key);
     }
-    [[nodiscard]] bool contains(const QString &key) const override {
-        const std::scoped_lock lock(mutex_);
-        return values_.contains(key);
-    }
     void setString(const QString &key, const QString &value) override {
         writes_.add(key + u'=' + value);
         store(key, value);
@@ -32,6 +28,11 @@ public:
     }
 
     // For the test:
+    /// Is anything stored under the key, of whatever type?
+    [[nodiscard]] bool contains(const QString &key) const {
+        const std::scoped_lock lock(mutex_);
+        return values_.contains(key);
+    }
     /// A value of a type that nobody asks for, as a foreign hand may have written.
     void storeNumber(const QString &key, double value) { store(key, value); }
     void erase(const QString &key) {

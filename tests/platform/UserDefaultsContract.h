@@ -26,7 +26,6 @@ private:
 TYPED_TEST_SUITE_P(UserDefaultsContract);
 
 TYPED_TEST_P(UserDefaultsContract, AnEmptyStoreHoldsNothing) {
-    EXPECT_FALSE(this->defaults().contains(this->key_));
     EXPECT_EQ(this->defaults().string(this->key_), std::nullopt);
     EXPECT_EQ(this->defaults().boolean(this->key_), std::nullopt);
 }
@@ -35,13 +34,11 @@ TYPED_TEST_P(UserDefaultsContract, ATextIsReadBack) {
     const QString text = QStringLiteral("中文 \"quoted\" \\ \n\t\u0001 🐦 e\u0301");
     this->defaults().setString(this->key_, text);
     EXPECT_EQ(this->defaults().string(this->key_), text);
-    EXPECT_TRUE(this->defaults().contains(this->key_));
 }
 
 TYPED_TEST_P(UserDefaultsContract, AnEmptyTextIsStored) {
     this->defaults().setString(this->key_, QString());
     EXPECT_EQ(this->defaults().string(this->key_), QString());
-    EXPECT_TRUE(this->defaults().contains(this->key_));
 }
 
 TYPED_TEST_P(UserDefaultsContract, BothBooleansAreReadBack) {
@@ -49,7 +46,6 @@ TYPED_TEST_P(UserDefaultsContract, BothBooleansAreReadBack) {
     EXPECT_EQ(this->defaults().boolean(this->key_), true);
     this->defaults().setBoolean(this->key_, false);
     EXPECT_EQ(this->defaults().boolean(this->key_), false);
-    EXPECT_TRUE(this->defaults().contains(this->key_));
 }
 
 TYPED_TEST_P(UserDefaultsContract, AnotherTypeReadsAsAbsent) {
@@ -76,7 +72,7 @@ TYPED_TEST_P(UserDefaultsContract, KeysDoNotTouchEachOther) {
 
 TYPED_TEST_P(UserDefaultsContract, KeysAreToldApartByCase) {
     this->defaults().setString(this->key_, QStringLiteral("en"));
-    EXPECT_FALSE(this->defaults().contains(this->key_.toLower()));
+    EXPECT_EQ(this->defaults().string(this->key_.toLower()), std::nullopt);
 }
 
 REGISTER_TYPED_TEST_SUITE_P(UserDefaultsContract, AnEmptyStoreHoldsNothing, ATextIsReadBack,

@@ -111,10 +111,6 @@ std::optional<bool> JsonUserDefaults::boolean(const QString &key) const {
     return value && value->is_boolean() ? std::optional(value->get<bool>()) : std::nullopt;
 }
 
-bool JsonUserDefaults::contains(const QString &key) const {
-    return parsed_->member(file_, key).has_value();
-}
-
 void JsonUserDefaults::setString(const QString &key, const QString &value) {
     setMember(file_, key, value.toStdString());
 }

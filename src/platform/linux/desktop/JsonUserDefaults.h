@@ -26,7 +26,6 @@ public:
 
     [[nodiscard]] std::optional<QString> string(const QString &key) const override;
     [[nodiscard]] std::optional<bool> boolean(const QString &key) const override;
-    [[nodiscard]] bool contains(const QString &key) const override;
     void setString(const QString &key, const QString &value) override;
     void setBoolean(const QString &key, bool value) override;
 

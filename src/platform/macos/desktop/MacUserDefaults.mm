@@ -39,12 +39,6 @@ std::optional<bool> MacUserDefaults::boolean(const QString &key) const {
     }
 }
 
-bool MacUserDefaults::contains(const QString &key) const {
-    @autoreleasepool {
-        return valueOf(key) != nil;
-    }
-}
-
 void MacUserDefaults::setString(const QString &key, const QString &value) {
     @autoreleasepool {
         store(toNSString(value), key);

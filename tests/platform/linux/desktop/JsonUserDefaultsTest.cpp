@@ -141,7 +141,10 @@ TEST_F(JsonUserDefaultsTest, ValuesOfOtherTypesReadAsAbsentButAreThere) {
         write(path_, QByteArray("{\"appLanguage\": ") + value + "}");
         EXPECT_EQ(defaults_.string(key_), std::nullopt) << value;
         EXPECT_EQ(defaults_.boolean(key_), std::nullopt) << value;
-        EXPECT_TRUE(defaults_.contains(key_)) << value;
+        defaults_.setBoolean(QStringLiteral("b"), true);
+        EXPECT_TRUE(read(path_).simplified().replace(" ", "").startsWith(
+            "{\"appLanguage\":" + QByteArray(value).replace(" ", "") + ","))
+            << value;
     }
 }
 
@@ -149,8 +152,8 @@ TEST_F(JsonUserDefaultsTest, BrokenFilesReadAsAbsent) {
     for (const char *text : {"", "{", R"({"appLanguage": "en")", R"(["appLanguage"])", "\xff\xfe",
                              R"({"appLanguage": "en"} x)", "null"}) {
         write(path_, text);
-        EXPECT_FALSE(defaults_.contains(key_)) << text;
         EXPECT_EQ(defaults_.string(key_), std::nullopt) << text;
+        EXPECT_EQ(defaults_.boolean(key_), std::nullopt) << text;
     }
 }
 
@@ -173,7 +176,7 @@ TEST_F(JsonUserDefaultsTest, OtherMembersKeepTheirValuesAndTheirOrder) {
 
 TEST_F(JsonUserDefaultsTest, AMemberInsideAnotherValueIsNotMeant) {
     write(path_, R"({"nested": {"appLanguage": "zh"}})");
-    EXPECT_FALSE(defaults_.contains(key_));
+    EXPECT_EQ(defaults_.string(key_), std::nullopt);
     defaults_.setString(key_, value_);
     EXPECT_EQ(read(path_).simplified(),
               R"({ "nested": { "appLanguage": "zh" }, "appLanguage": "en" })");
@@ -221,14 +224,14 @@ TEST_F(JsonUserDefaultsTest, AnEmptyFileIsSimplyFilled) {
 TEST_F(JsonUserDefaultsTest, AFolderInTheFilesPlaceIsLeftAlone) {
     ASSERT_TRUE(QDir().mkdir(path_));
     defaults_.setString(key_, value_);
-    EXPECT_FALSE(defaults_.contains(key_));
+    EXPECT_EQ(defaults_.string(key_), std::nullopt);
     EXPECT_TRUE(QFileInfo(path_).isDir());
     EXPECT_EQ(entries(), QStringList());
 }
 
 TEST_F(JsonUserDefaultsTest, APipeInTheFilesPlaceIsKeptAside) {
     ASSERT_EQ(::mkfifo(QFile::encodeName(path_).constData(), 0600), 0);
-    EXPECT_FALSE(defaults_.contains(key_));
+    EXPECT_EQ(defaults_.string(key_), std::nullopt);
     defaults_.setString(key_, value_);
     EXPECT_EQ(defaults_.string(key_), value_);
     EXPECT_TRUE(QFileInfo::exists(path_ + QStringLiteral(".unreadable")));
@@ -251,7 +254,7 @@ TEST_F(JsonUserDefaultsTest, AChainOfLinksIsFollowedToItsEnd) {
 TEST_F(JsonUserDefaultsTest, ADanglingLinkGetsItsTarget) {
     const QString target = inFolder(QStringLiteral("not/yet/keys.json"));
     ASSERT_TRUE(QFile::link(target, path_));
-    EXPECT_FALSE(defaults_.contains(key_));
+    EXPECT_EQ(defaults_.string(key_), std::nullopt);
     defaults_.setString(key_, value_);
     EXPECT_TRUE(QFileInfo(path_).isSymLink());
     EXPECT_EQ(defaults_.string(key_), value_);
@@ -273,7 +276,7 @@ TEST_F(JsonUserDefaultsTest, LinksInACircleAreLeftAlone) {
     ASSERT_TRUE(QFile::link(other, path_));
     ASSERT_TRUE(QFile::link(path_, other));
     defaults_.setString(key_, value_);
-    EXPECT_FALSE(defaults_.contains(key_));
+    EXPECT_EQ(defaults_.string(key_), std::nullopt);
     EXPECT_TRUE(QFileInfo(path_).isSymLink());
     EXPECT_TRUE(QFileInfo(other).isSymLink());
 }
@@ -295,7 +298,7 @@ TEST_F(JsonUserDefaultsTest, InAReadOnlyFolderTheOldFileStays) {
                           return false;
                       }
                       defaults_.setString(key_, value_);
-                      return !defaults_.contains(key_);
+                      return !defaults_.string(key_);
                   }),
                   0);
         EXPECT_EQ(read(path_), content);
@@ -312,7 +315,7 @@ TEST_F(JsonUserDefaultsTest, OnAFullDiskTheOldFileStays) {
                       return false;
                   }
                   defaults_.setString(key_, value_);
-                  return !defaults_.contains(key_);
+                  return !defaults_.string(key_);
               }),
               0);
     EXPECT_EQ(read(path_), content);
@@ -326,7 +329,7 @@ TEST_F(JsonUserDefaultsTest, ABrokenFileThatCannotBeReplacedIsNotKeptOverAndOver
                       return false;
                   }
                   defaults_.setString(key_, QString(2000, QLatin1Char('x')));
-                  return !defaults_.contains(key_);
+                  return !defaults_.string(key_);
               }),
               0);
     EXPECT_EQ(read(path_), "broken");
