@@ -1,9 +1,12 @@
 #include "platform/linux/LinuxWorkspace.h"
 
+#include <chrono>
 #include <utility>
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QSocketNotifier>
+#include <QTimer>
 
 #include <gio/gdesktopappinfo.h>
 
@@ -115,6 +118,46 @@ QString defaultEntryPath(const QUrl &url) {
 }
 
 }  // namespace
+
+/// Has the main loop take in what the X server sends the tracker unasked, so that the
+/// server never has to keep it. To be made and destroyed on the main thread, with a
+/// QCoreApplication and a usable connection.
+///
+/// Answers come over the same descriptor. A main thread that reads them takes them
+/// from the thread that waits, which then has to be woken a second time; so for the
+/// time of a press it looks away, and whoever asks takes in the events as well.
+class LinuxWorkspace::WindowEventPump {
+public:
+    explicit WindowEventPump(WindowTracker &tracker)
+        : tracker_(tracker),
+          notifier_(tracker.windowSystem().connection().fileDescriptor(), QSocketNotifier::Read) {
+        QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { takeIn(); });
+    }
+
+    /// Somebody is about to ask the server. Any thread.
+    void pressBegins() { lastPress_ = Clock::now(); }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    /// The round trips of a press are over long before.
+    static constexpr std::chrono::milliseconds kPressLasts{50};
+
+    void takeIn() {
+        if (Clock::now() - lastPress_.load() < kPressLasts) {
+            notifier_.setEnabled(false);
+            QTimer::singleShot(kPressLasts, &notifier_, [this] { takeIn(); });
+            return;
+        }
+        tracker_.processEvents();
+        // A server that has gone leaves a descriptor that can be read forever.
+        notifier_.setEnabled(tracker_.windowSystem().connection().isUsable());
+    }
+
+    WindowTracker &tracker_;
+    std::atomic<Clock::time_point> lastPress_{};
+    QSocketNotifier notifier_;
+};
 
 LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log)
     : tracker_(std::make_shared<WindowTracker>(

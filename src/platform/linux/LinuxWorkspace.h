@@ -7,7 +7,6 @@
 #include "platform/Workspace.h"
 #include "platform/linux/applications/entries/ApplicationIndexKeeper.h"
 #include "platform/linux/applications/launching/EntryLauncher.h"
-#include "platform/linux/x11/windows/WindowEventPump.h"
 #include "platform/linux/x11/windows/WindowTracker.h"
 
 namespace kestrelbay::x11 {
@@ -38,6 +37,8 @@ public:
     void prepare(const QStringList &applicationPaths) override;
 
 private:
+    class WindowEventPump;
+
     bool openWithDefault(const QUrl &url);
     void lookAhead();
 
