@@ -10,7 +10,7 @@
 #include "fakes/MacJournal.h"
 #include "fixtures/QtPrinters.h"
 #include "platform/LoginItemContract.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 #include "platform/macos/desktop/LaunchAgent.h"
 
 using namespace Qt::StringLiterals;

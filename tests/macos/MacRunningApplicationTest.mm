@@ -7,7 +7,7 @@
 #include "fakes/MacJournal.h"
 #include "fixtures/QtPrinters.h"
 #include "platform/macos/applications/MacWorkspace.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 namespace kestrelbay::macos {
 namespace {

@@ -5,7 +5,7 @@
 #import <Foundation/Foundation.h>
 
 #include "platform/UserDefaultsContract.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 namespace kestrelbay::testing {
 namespace {

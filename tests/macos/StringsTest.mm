@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "fakes/Bridge.h"
-#include "platform/macos/cocoa/CFStrings.h"
-#include "platform/macos/cocoa/NSStrings.h"
 #include "platform/macos/cocoa/ObjCOwner.h"
+#include "platform/macos/cocoa/Strings.h"
 
 namespace kestrelbay::macos {
 namespace {

@@ -9,7 +9,7 @@
 #include "platform/macos/MacEventTap.h"
 #include "platform/macos/applications/MacApplicationCatalog.h"
 #include "platform/macos/applications/MacWorkspace.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 #include "platform/macos/desktop/MacLoginItem.h"
 #include "platform/macos/desktop/MacNativeWindow.h"
 #include "platform/macos/desktop/MacServices.h"

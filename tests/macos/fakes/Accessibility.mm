@@ -4,7 +4,7 @@
 #include "fakes/FakeDesktop.h"
 #import "fakes/FakeObject.h"
 #include "fakes/MacJournal.h"
-#include "platform/macos/cocoa/CFStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 using namespace kestrelbay;
 using namespace kestrelbay::macos;

@@ -6,7 +6,7 @@
 #include "fakes/Bridge.h"
 #include "fakes/Bundles.h"
 #include "fakes/MacJournal.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 using namespace kestrelbay;
 using namespace kestrelbay::macos;

@@ -6,7 +6,7 @@
 #include <QFileInfo>
 
 #include "fakes/Accessibility.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 namespace kestrelbay::macos {
 

@@ -7,7 +7,7 @@
 
 #include "fakes/Bridge.h"
 #include "fakes/MacJournal.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 using kestrelbay::toNSString;
 using kestrelbay::toQString;

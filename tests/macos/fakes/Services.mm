@@ -9,7 +9,7 @@
 #include <os/log.h>
 
 #include "fakes/MacJournal.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 using kestrelbay::toNSString;
 using kestrelbay::toQString;

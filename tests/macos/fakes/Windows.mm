@@ -6,7 +6,7 @@
 
 #include "fakes/FakeWindows.h"
 #include "fakes/MacJournal.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 using kestrelbay::toQString;
 using kestrelbay::macos::record;

@@ -7,7 +7,7 @@
 #include "fakes/FakeImages.h"
 #include "fakes/MacJournal.h"
 #include "fakes/RunningApplications.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 using namespace kestrelbay;
 using namespace kestrelbay::macos;

@@ -6,10 +6,8 @@
 #import <AppKit/NSWorkspace.h>
 #import <Foundation/Foundation.h>
 
-#include "platform/macos/cocoa/CFOwner.h"
-#include "platform/macos/cocoa/CFStrings.h"
 #include "platform/macos/cocoa/NSImages.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 namespace kestrelbay {
 

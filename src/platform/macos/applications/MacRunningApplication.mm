@@ -1,7 +1,7 @@
 #include "platform/macos/applications/MacRunningApplication.h"
 
 #include "platform/macos/applications/MacWindowElement.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 namespace kestrelbay {
 

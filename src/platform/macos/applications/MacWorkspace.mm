@@ -7,7 +7,7 @@
 #import <AppKit/NSWorkspace.h>
 
 #include "platform/macos/applications/MacRunningApplication.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 namespace kestrelbay {
 

@@ -5,7 +5,7 @@
 
 #include <QDir>
 
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 #include "platform/macos/desktop/LaunchAgent.h"
 
 // The service is used only on systems that have it.

@@ -6,7 +6,7 @@
 #include <os/log.h>
 
 #include "platform/macos/cocoa/NSImages.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 namespace kestrelbay {
 

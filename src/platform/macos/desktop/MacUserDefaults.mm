@@ -3,7 +3,7 @@
 #import <Foundation/Foundation.h>
 
 #include "platform/macos/cocoa/CFOwner.h"
-#include "platform/macos/cocoa/NSStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 namespace kestrelbay {
 

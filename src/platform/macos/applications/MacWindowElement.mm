@@ -1,6 +1,6 @@
 #include "platform/macos/applications/MacWindowElement.h"
 
-#include "platform/macos/cocoa/CFStrings.h"
+#include "platform/macos/cocoa/Strings.h"
 
 namespace kestrelbay {
 

@@ -5,13 +5,17 @@
 
 #import <Foundation/Foundation.h>
 
+#include "platform/macos/cocoa/CFOwner.h"
+
 namespace kestrelbay {
 
 /// Autoreleased.
 [[nodiscard]] NSString *toNSString(const QString &text);
+[[nodiscard]] CFOwner<CFStringRef> toCFString(const QString &text);
 
-/// Empty for nil.
+// Empty for nil or null.
 [[nodiscard]] QString toQString(NSString *text);
+[[nodiscard]] QString toQString(CFStringRef text);
 
 /// Autoreleased; nil when it is none, or none to the system.
 [[nodiscard]] NSURL *toNSURL(const QUrl &url);
