@@ -1,17 +1,66 @@
 #include "platform/macos/applications/MacWorkspace.h"
 
-#include <utility>
-
 #include <QFileInfo>
 
+#import <AppKit/NSRunningApplication.h>
 #import <AppKit/NSWorkspace.h>
 
-#include "platform/macos/applications/MacRunningApplication.h"
+#include "platform/macos/applications/MacWindowElement.h"
+#include "platform/macos/cocoa/ObjCOwner.h"
 #include "platform/macos/cocoa/Strings.h"
 
 namespace kestrelbay {
 
 // Each call has a pool of its own: the threads that make it have none.
+
+namespace {
+
+class MacRunningApplication final : public RunningApplication {
+public:
+    explicit MacRunningApplication(NSRunningApplication *application)
+        : application_(ObjCOwner<NSRunningApplication *>::retained(application)) {}
+
+    /// Standardised: "." and ".." are resolved.
+    [[nodiscard]] QUrl bundleURL() const override {
+        @autoreleasepool {
+            NSString *const path = [[[application_.get() bundleURL] URLByStandardizingPath] path];
+            // As Qt spells the names of files that it finds itself.
+            return path ? QUrl::fromLocalFile(
+                              toQString(path).normalized(QString::NormalizationForm_C))
+                        : QUrl();
+        }
+    }
+    [[nodiscard]] QString bundleIdentifier() const override {
+        @autoreleasepool {
+            return toQString([application_.get() bundleIdentifier]);
+        }
+    }
+    [[nodiscard]] ProcessIdentifier processIdentifier() const override {
+        return ProcessIdentifier{[application_.get() processIdentifier]};
+    }
+    [[nodiscard]] bool isActive() const override { return [application_.get() isActive]; }
+    [[nodiscard]] std::vector<std::unique_ptr<WindowElement>> windows() const override {
+        @autoreleasepool {
+            return MacWindowElement::ofProcess(processIdentifier());
+        }
+    }
+
+    bool hide() override {
+        @autoreleasepool {
+            return [application_.get() hide];
+        }
+    }
+    bool activate() override {
+        @autoreleasepool {
+            return [application_.get() activateWithOptions:NSApplicationActivateIgnoringOtherApps];
+        }
+    }
+
+private:
+    ObjCOwner<NSRunningApplication *> application_;
+};
+
+}  // namespace
 
 std::vector<std::unique_ptr<RunningApplication>> MacWorkspace::runningApplications() {
     @autoreleasepool {
