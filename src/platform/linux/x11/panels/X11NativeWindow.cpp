@@ -1,5 +1,7 @@
 #include "platform/linux/x11/panels/X11NativeWindow.h"
 
+#include <array>
+#include <chrono>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,8 +49,69 @@ xcb_window_t xWindow(NativeWindow::Id window) {
 
 }  // namespace
 
+/// Brings one window at a time forward, as soon as the window manager has it: a
+/// request about a window it does not know yet is lost.
+class X11NativeWindow::WindowForward {
+public:
+    explicit WindowForward(const WindowSystem &system) : system_(system) {}
+
+    void bring(xcb_window_t window) {
+        watch(XCB_EVENT_MASK_NO_EVENT);
+        window_ = window;
+        end_ = std::chrono::steady_clock::now() + kLongestWait;
+        watch(XCB_EVENT_MASK_PROPERTY_CHANGE);
+        system_.askTime();
+        system_.flush();
+    }
+
+    /// Of the connection of the window system.
+    void handle(const xcb_generic_event_t &event) {
+        if (window_ == XCB_NONE || (event.response_type & 0x7fU) != XCB_PROPERTY_NOTIFY)
+            return;
+        const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
+        const bool isClock = change.window == system_.clockWindow();
+        const bool isState = change.window == window_ && change.atom == system_.atoms()["WM_STATE"];
+        if (std::chrono::steady_clock::now() > end_) {
+            watch(XCB_EVENT_MASK_NO_EVENT);
+            window_ = XCB_NONE;
+        } else if (isClock || isState) {
+            // A window that is minimised later on was minimised by the user.
+            activate(change.time, isClock);
+        }
+    }
+
+private:
+    /// From then on the user may have gone elsewhere. Window managers take in a new
+    /// window within a fraction of this.
+    static constexpr std::chrono::seconds kLongestWait{2};
+
+    void activate(xcb_timestamp_t time, bool restores) {
+        const WindowAddress address{
+            .window = window_, .root = system_.connection().root(), .abilities = {}};
+        const WindowState state = system_.readStates(std::array{address}).front();
+        if (!state.managed || (state.minimized && !restores))
+            return;
+        // Some window managers go to the window's workspace by themselves; others refuse
+        // to activate what is not in view.
+        if (state.otherWorkspace)
+            system_.showWorkspace(address, *state.otherWorkspace, time);
+        if (state.minimized)
+            system_.restore(address, time);
+        system_.activate(address, time);
+    }
+
+    void watch(std::uint32_t events) const {
+        if (window_ != XCB_NONE)
+            system_.connection().selectEvents(window_, events);
+    }
+
+    const WindowSystem &system_;
+    xcb_window_t window_ = XCB_NONE;
+    std::chrono::steady_clock::time_point end_;
+};
+
 X11NativeWindow::X11NativeWindow(const QString &displayName)
-    : system_(displayName), panels_(system_), forward_(system_) {
+    : system_(displayName), panels_(system_), forward_(std::make_unique<WindowForward>(system_)) {
     const XConnection &connection = system_.connection();
     if (!connection.isUsable())
         return;
@@ -60,10 +123,12 @@ X11NativeWindow::X11NativeWindow(const QString &displayName)
                      [this] { drain(); });
 }
 
+X11NativeWindow::~X11NativeWindow() = default;
+
 void X11NativeWindow::drain() {
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(system_.connection().get())}) {
         panels_.handle(*event);
-        forward_.handle(*event);
+        forward_->handle(*event);
     }
     // A server that has gone leaves a descriptor that can be read forever.
     notifier_->setEnabled(system_.connection().isUsable());
@@ -110,7 +175,7 @@ void X11NativeWindow::bringProgramForward(Id window) {
     if (!system_.connection().isUsable())
         return;
     finishRequestsOfQt();
-    forward_.bring(xWindow(window));
+    forward_->bring(xWindow(window));
 }
 
 std::optional<QPoint> X11NativeWindow::activeWindowCenter() const {

@@ -9,7 +9,6 @@
 #include "platform/NativeWindow.h"
 #include "platform/linux/x11/connection/WindowSystem.h"
 #include "platform/linux/x11/panels/FloatingPanels.h"
-#include "platform/linux/x11/panels/WindowForward.h"
 
 namespace kestrelbay::x11 {
 
@@ -23,6 +22,7 @@ namespace kestrelbay::x11 {
 class X11NativeWindow final : public NativeWindow {
 public:
     explicit X11NativeWindow(const QString &displayName);
+    ~X11NativeWindow() override;
     X11NativeWindow(const X11NativeWindow &) = delete;
     X11NativeWindow &operator=(const X11NativeWindow &) = delete;
 
@@ -36,12 +36,14 @@ public:
     [[nodiscard]] std::optional<QPoint> activeWindowCenter() const override;
 
 private:
+    class WindowForward;
+
     void drain();
     void drainLater() const;
 
     WindowSystem system_;
     FloatingPanels panels_;
-    WindowForward forward_;
+    std::unique_ptr<WindowForward> forward_;
     xcb_atom_t compositingManager_ = XCB_ATOM_NONE;
     std::unique_ptr<QSocketNotifier> notifier_;
 };
