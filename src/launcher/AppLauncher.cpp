@@ -29,47 +29,41 @@ public:
     void activate() { application_->activate(); }
 
     /// Asked for at most once, since finding it may be slow.
-    [[nodiscard]] bool isFileManager();
+    [[nodiscard]] bool isFileManager() {
+        if (!isFileManager_) {
+            const QString identifier = application_->bundleIdentifier();
+            isFileManager_ =
+                !identifier.isEmpty() && identifier == workspace_.fileManagerIdentifier();
+        }
+        return *isFileManager_;
+    }
 
     /// All windows, front-most first.
-    [[nodiscard]] Windows windows() const;
+    [[nodiscard]] Windows windows() const {
+        const bool isProcess = application_->processIdentifier() >= ProcessIdentifier{1};
+        return isProcess ? application_->windows() : Windows();
+    }
 
     /// Those of them that count: all, but of the file manager only ordinary windows,
     /// since the desktop is a window of it too.
-    [[nodiscard]] std::vector<WindowElement *> standardWindows(const Windows &windows);
+    [[nodiscard]] std::vector<WindowElement *> standardWindows(const Windows &windows) {
+        std::vector<WindowElement *> standard;
+        if (windows.empty())
+            return standard;
+        const bool isFiltered = isFileManager();
+        standard.reserve(windows.size());
+        for (const auto &window : windows) {
+            if (!isFiltered || window->subrole() == kStandardWindowSubrole)
+                standard.push_back(window.get());
+        }
+        return standard;
+    }
 
 private:
     std::unique_ptr<RunningApplication> application_;
     Workspace &workspace_;
     std::optional<bool> isFileManager_;
 };
-
-bool TargetApplication::isFileManager() {
-    if (!isFileManager_) {
-        const QString identifier = application_->bundleIdentifier();
-        isFileManager_ = !identifier.isEmpty() && identifier == workspace_.fileManagerIdentifier();
-    }
-    return *isFileManager_;
-}
-
-TargetApplication::Windows TargetApplication::windows() const {
-    if (application_->processIdentifier() < ProcessIdentifier{1})
-        return {};
-    return application_->windows();
-}
-
-std::vector<WindowElement *> TargetApplication::standardWindows(const Windows &windows) {
-    std::vector<WindowElement *> standard;
-    if (windows.empty())
-        return standard;
-    const bool isFiltered = isFileManager();
-    standard.reserve(windows.size());
-    for (const auto &window : windows) {
-        if (!isFiltered || window->subrole() == kStandardWindowSubrole)
-            standard.push_back(window.get());
-    }
-    return standard;
-}
 
 /// One press, its rule read.
 struct AppLauncher::Press {
