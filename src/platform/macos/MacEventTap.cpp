@@ -43,17 +43,11 @@ bool MacEventTap::install(Handlers handlers) {
     CFOwner<CFMachPortRef> tap(CGEventTapCreate(kCGSessionEventTap, kCGHeadInsertEventTap,
                                                 kCGEventTapOptionDefault, kEvents, &callback,
                                                 this));
-    if (!tap) {
-        problem_ = TapProblem::NotPermitted;
-        return false;
-    }
     CFOwner<CFRunLoopSourceRef> source(
-        CFMachPortCreateRunLoopSource(kCFAllocatorDefault, tap.get(), 0));
-    if (!source) {
-        problem_ = TapProblem::NotPermitted;
+        tap ? CFMachPortCreateRunLoopSource(kCFAllocatorDefault, tap.get(), 0) : nullptr);
+    problem_ = source ? TapProblem::None : TapProblem::NotPermitted;
+    if (!source)
         return false;
-    }
-    problem_ = TapProblem::None;
     tap_ = std::move(tap);
     source_ = std::move(source);
     handlers_ = std::move(handlers);

@@ -1,12 +1,10 @@
 #include "platform/macos/desktop/LaunchAgent.h"
 
-#include <utility>
-
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLatin1StringView>
-#include <QSaveFile>
+
+#include "files/DataFile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -55,20 +53,12 @@ QString launchAgentPath(const QString &home) {
 
 void setLaunchAtLoginLegacy(bool enabled, const QString &home, const QString &bundlePath) {
     const QString path = launchAgentPath(home);
-    if (!enabled) {
+    if (enabled)
+        static_cast<void>(DataFile(path).replace(launchAgentPropertyList(kLabel, bundlePath),
+                                                 DataFile::OldFile::Replace));
+    else
         QFile::remove(path);
-        return;
-    }
-    QDir().mkpath(QFileInfo(path).path());
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    file.write(launchAgentPropertyList(kLabel, bundlePath));
-    file.commit();
 }
-
-LegacyLoginItem::LegacyLoginItem(QString home, QString bundlePath)
-    : home_(std::move(home)), bundlePath_(std::move(bundlePath)) {}
 
 bool LegacyLoginItem::isEnabled() const {
     return QFileInfo::exists(launchAgentPath(home_));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include <QByteArray>
 #include <QString>
 
@@ -19,7 +21,8 @@ void setLaunchAtLoginLegacy(bool enabled, const QString &home, const QString &bu
 /// For macOS before 13, which has no service for login items: they are files.
 class LegacyLoginItem final : public LoginItem {
 public:
-    LegacyLoginItem(QString home, QString bundlePath);
+    LegacyLoginItem(QString home, QString bundlePath)
+        : home_(std::move(home)), bundlePath_(std::move(bundlePath)) {}
 
     [[nodiscard]] bool isEnabled() const override;
     /// Never gives a reason.
