@@ -4,12 +4,6 @@
 
 namespace kestrelbay {
 
-namespace {
-
-using Work = std::function<void()>;
-
-}  // namespace
-
 BackgroundLoop::BackgroundLoop()
     : context_(g_main_context_new()), loop_(g_main_loop_new(context_.get(), FALSE)) {
     thread_ = std::thread([this] {

@@ -15,21 +15,23 @@ namespace kestrelbay {
 /// nothing to do.
 class BackgroundLoop {
 public:
+    using Work = std::function<void()>;
+
     BackgroundLoop();
     /// Does what was posted, and drops what was put off.
     ~BackgroundLoop();
 
     /// Runs the work on the thread of the loop, in the order of the calls. Any
     /// thread.
-    void post(std::function<void()> work);
+    void post(Work work);
     /// The same after a while. On the thread of the loop only.
-    void postAfter(unsigned milliseconds, std::function<void()> work);
+    void postAfter(unsigned milliseconds, Work work);
 
 private:
     void runNext();
 
     std::mutex mutex_;
-    std::deque<std::function<void()>> waiting_;
+    std::deque<Work> waiting_;
 
     std::unique_ptr<GMainContext, ReleaseWith<g_main_context_unref>> context_;
     std::unique_ptr<GMainLoop, ReleaseWith<g_main_loop_unref>> loop_;
