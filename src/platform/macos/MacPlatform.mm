@@ -47,9 +47,29 @@ public:
     [[nodiscard]] SystemTray &systemTray() override { return systemTray_; }
     [[nodiscard]] const SystemSymbols *systemSymbols() override { return &systemSymbols_; }
     /// The user's Library/Application Support.
-    [[nodiscard]] QString applicationSupportDirectory() const override;
-    void becomeAccessory() override;
-    [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override;
+    [[nodiscard]] QString applicationSupportDirectory() const override {
+        @autoreleasepool {
+            NSArray *const folders = NSSearchPathForDirectoriesInDomains(
+                NSApplicationSupportDirectory, NSUserDomainMask, YES);
+            return toQString(static_cast<NSString *>([folders firstObject]));
+        }
+    }
+    void becomeAccessory() override {
+        @autoreleasepool {
+            [[NSApplication sharedApplication]
+                setActivationPolicy:NSApplicationActivationPolicyAccessory];
+        }
+    }
+    [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override {
+        @autoreleasepool {
+            return {{QStringLiteral("System"),
+                     toQString([[NSProcessInfo processInfo] operatingSystemVersionString])},
+                    {QStringLiteral("Machine"), machine()},
+                    {QStringLiteral("Bundle"), toQString([[NSBundle mainBundle] bundlePath])},
+                    {QStringLiteral("Accessibility permission"),
+                     AXIsProcessTrusted() ? QStringLiteral("given") : QStringLiteral("not given")}};
+        }
+    }
     /// Never called: a program ends with the session, which ends it.
     void setSessionEndedHandler(std::function<void()> /*handler*/) override {}
     /// Always empty.
@@ -69,32 +89,6 @@ private:
     MacSystemTray systemTray_;
     MacSystemSymbols systemSymbols_;
 };
-
-QString MacPlatform::applicationSupportDirectory() const {
-    @autoreleasepool {
-        NSArray *const folders = NSSearchPathForDirectoriesInDomains(NSApplicationSupportDirectory,
-                                                                     NSUserDomainMask, YES);
-        return toQString(static_cast<NSString *>([folders firstObject]));
-    }
-}
-
-void MacPlatform::becomeAccessory() {
-    @autoreleasepool {
-        [[NSApplication sharedApplication]
-            setActivationPolicy:NSApplicationActivationPolicyAccessory];
-    }
-}
-
-std::vector<std::pair<QString, QString>> MacPlatform::diagnostics() {
-    @autoreleasepool {
-        return {{QStringLiteral("System"),
-                 toQString([[NSProcessInfo processInfo] operatingSystemVersionString])},
-                {QStringLiteral("Machine"), machine()},
-                {QStringLiteral("Bundle"), toQString([[NSBundle mainBundle] bundlePath])},
-                {QStringLiteral("Accessibility permission"),
-                 AXIsProcessTrusted() ? QStringLiteral("given") : QStringLiteral("not given")}};
-    }
-}
 
 }  // namespace
 
