@@ -22,6 +22,11 @@ public:
         Status status = Status::Missing;
         QByteArray bytes;  ///< empty unless Ok
         QString problem;   ///< why it is Unusable, as half a sentence
+
+        /// Is nothing lost with it? An editor or a crash may leave an empty file.
+        [[nodiscard]] bool isBlank() const {
+            return status != Status::Unusable && bytes.trimmed().isEmpty();
+        }
     };
     enum class OldFile : std::uint8_t {
         Replace,

@@ -199,7 +199,7 @@ std::optional<QString> AutostartLoginItem::setEnabled(bool enabled) {
     DataFile::OldFile old = DataFile::OldFile::Replace;
     if (!entry) {
         entry.emplace();
-        if (content.status == DataFile::Status::Unusable || !content.bytes.trimmed().isEmpty())
+        if (!content.isBlank())
             old = DataFile::OldFile::Keep;
     }
     if (enabled)

@@ -10,6 +10,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "files/DataFile.h"
+
 namespace kestrelbay {
 
 namespace {
@@ -41,50 +43,50 @@ Json parse(const QByteArray &text) {
     return Json::parse(text.begin(), text.end(), nullptr, false);
 }
 
-void setMember(const DataFile &file, const QString &key, const Json &value) {
-    const DataFile::Content content = file.read();
-    Json object = parse(content.bytes);
-    DataFile::OldFile old = DataFile::OldFile::Replace;
-    if (!object.is_object()) {
-        object = Json::object();
-        // An editor or a crash may leave an empty file, in which nothing is lost.
-        if (content.status == DataFile::Status::Unusable || !content.bytes.trimmed().isEmpty())
-            old = DataFile::OldFile::Keep;
-    }
-    object[key.toStdString()] = value;
-    constexpr int kIndent = 4;
-    // A failed write is lost, as every caller of a settings store expects.
-    [[maybe_unused]] const bool written =
-        file.replace(QByteArray::fromStdString(object.dump(kIndent) + '\n'), old);
-}
-
 }  // namespace
 
-/// The file as it was parsed last.
-class JsonUserDefaults::Parsed {
+/// The file, and what was in it when it was parsed last.
+class JsonUserDefaults::File {
 public:
-    Parsed(const QString &path, std::chrono::nanoseconds timeStep)
-        : path_(QFile::encodeName(path)), timeStep_(timeStep) {}
+    File(const QString &path, std::chrono::nanoseconds timeStep)
+        : file_(path), path_(QFile::encodeName(path)), timeStep_(timeStep) {}
 
     /// Absent when there is no such member. Any thread.
-    std::optional<Json> member(const DataFile &file, const QString &key) {
+    std::optional<Json> member(const QString &key) {
         const std::lock_guard lock(mutex_);
-        bringUpToDate(file);
+        bringUpToDate();
         const auto found = object_.is_object() ? object_.find(key.toStdString()) : object_.end();
         return found == object_.end() ? std::nullopt : std::optional<Json>(*found);
     }
 
+    void setMember(const QString &key, const Json &value) const {
+        const DataFile::Content content = file_.read();
+        Json object = parse(content.bytes);
+        DataFile::OldFile old = DataFile::OldFile::Replace;
+        if (!object.is_object()) {
+            object = Json::object();
+            if (!content.isBlank())
+                old = DataFile::OldFile::Keep;
+        }
+        object[key.toStdString()] = value;
+        constexpr int kIndent = 4;
+        // A failed write is lost, as every caller of a settings store expects.
+        [[maybe_unused]] const bool written =
+            file_.replace(QByteArray::fromStdString(object.dump(kIndent) + '\n'), old);
+    }
+
 private:
-    void bringUpToDate(const DataFile &file) {
+    void bringUpToDate() {
         // Asked before the file is read: what changes meanwhile is then seen the next time.
         const FileState now = stateOf(path_);
         if (isKnown_ && now == state_)
             return;
         state_ = now;
         isKnown_ = now.changed + timeStep_ < std::chrono::system_clock::now().time_since_epoch();
-        object_ = parse(file.read().bytes);
+        object_ = parse(file_.read().bytes);
     }
 
+    const DataFile file_;
     const QByteArray path_;
     const std::chrono::nanoseconds timeStep_;
     std::mutex mutex_;
@@ -95,28 +97,28 @@ private:
 };
 
 JsonUserDefaults::JsonUserDefaults(const QString &path, std::chrono::nanoseconds timeStep)
-    : file_(path), parsed_(std::make_unique<Parsed>(path, timeStep)) {}
+    : file_(std::make_unique<File>(path, timeStep)) {}
 
 JsonUserDefaults::~JsonUserDefaults() = default;
 
 std::optional<QString> JsonUserDefaults::string(const QString &key) const {
-    const std::optional<Json> value = parsed_->member(file_, key);
+    const std::optional<Json> value = file_->member(key);
     if (!value || !value->is_string())
         return std::nullopt;
     return QString::fromStdString(value->get_ref<const std::string &>());
 }
 
 std::optional<bool> JsonUserDefaults::boolean(const QString &key) const {
-    const std::optional<Json> value = parsed_->member(file_, key);
+    const std::optional<Json> value = file_->member(key);
     return value && value->is_boolean() ? std::optional(value->get<bool>()) : std::nullopt;
 }
 
 void JsonUserDefaults::setString(const QString &key, const QString &value) {
-    setMember(file_, key, value.toStdString());
+    file_->setMember(key, value.toStdString());
 }
 
 void JsonUserDefaults::setBoolean(const QString &key, bool value) {
-    setMember(file_, key, value);
+    file_->setMember(key, value);
 }
 
 }  // namespace kestrelbay

@@ -5,7 +5,6 @@
 
 #include <QString>
 
-#include "files/DataFile.h"
 #include "platform/UserDefaults.h"
 
 namespace kestrelbay {
@@ -30,10 +29,9 @@ public:
     void setBoolean(const QString &key, bool value) override;
 
 private:
-    class Parsed;
+    class File;
 
-    const DataFile file_;
-    const std::unique_ptr<Parsed> parsed_;
+    const std::unique_ptr<File> file_;
 };
 
 }  // namespace kestrelbay
