@@ -1,4 +1,4 @@
-#include "platform/macos/desktop/LaunchAgent.h"
+#include "platform/macos/desktop/MacLoginItem.h"
 
 #include <gtest/gtest.h>
 

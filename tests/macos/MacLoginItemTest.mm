@@ -11,7 +11,6 @@
 #include "fixtures/QtPrinters.h"
 #include "platform/LoginItemContract.h"
 #include "platform/macos/cocoa/Strings.h"
-#include "platform/macos/desktop/LaunchAgent.h"
 
 using namespace Qt::StringLiterals;
 

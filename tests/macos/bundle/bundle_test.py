@@ -88,7 +88,7 @@ class BundleTest(unittest.TestCase):
         })
 
     def test_the_identifier_is_that_of_the_login_item_and_the_log(self):
-        for file in ("src/platform/macos/desktop/LaunchAgent.cpp", "src/platform/macos/desktop/MacServices.mm"):
+        for file in ("src/platform/macos/desktop/MacLoginItem.mm", "src/platform/macos/desktop/MacServices.mm"):
             self.assertIn('"org.kestrelbay.KestrelBay"', (ROOT / file).read_text(), file)
 
     def test_the_copyright_is_the_licence_s(self):

@@ -4,12 +4,17 @@
 #import <ServiceManagement/SMAppService.h>
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLatin1StringView>
 
+#include "files/DataFile.h"
 #include "platform/macos/cocoa/Strings.h"
-#include "platform/macos/desktop/LaunchAgent.h"
 
 // The service is used only on systems that have it.
 #pragma clang diagnostic ignored "-Wunguarded-availability-new"
+
+using namespace Qt::StringLiterals;
 
 namespace kestrelbay {
 
@@ -23,6 +28,16 @@ bool isSoAlready(bool enabled, SMAppServiceStatus status) {
     if (enabled)
         return status == SMAppServiceStatusEnabled;
     return status == SMAppServiceStatusNotRegistered || status == SMAppServiceStatusNotFound;
+}
+
+constexpr QLatin1StringView kLabel{"org.kestrelbay.KestrelBay"};
+
+QByteArray xmlText(const QString &text) {
+    QByteArray escaped = text.toUtf8();
+    escaped.replace('&', "&amp;");
+    escaped.replace('<', "&lt;");
+    escaped.replace('>', "&gt;");
+    return escaped;
 }
 
 }  // namespace
@@ -43,6 +58,51 @@ std::optional<QString> ServiceLoginItem::setEnabled(bool enabled) {
             return std::nullopt;
         return toQString(error.localizedDescription);
     }
+}
+
+QByteArray launchAgentPropertyList(const QString &label, const QString &bundlePath) {
+    return R"(<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
+<plist version="1.0">
+<dict>
+    <key>Label</key>
+    <string>)" +
+           xmlText(label) + R"(</string>
+    <key>ProgramArguments</key>
+    <array>
+        <string>/usr/bin/open</string>
+        <string>-a</string>
+        <string>)" +
+           xmlText(bundlePath) + R"(</string>
+    </array>
+    <key>RunAtLoad</key>
+    <true/>
+    <key>KeepAlive</key>
+    <false/>
+</dict>
+</plist>)";
+}
+
+QString launchAgentPath(const QString &home) {
+    return home + u"/Library/LaunchAgents/"_s + kLabel + u".plist"_s;
+}
+
+void setLaunchAtLoginLegacy(bool enabled, const QString &home, const QString &bundlePath) {
+    const QString path = launchAgentPath(home);
+    if (enabled)
+        static_cast<void>(DataFile(path).replace(launchAgentPropertyList(kLabel, bundlePath),
+                                                 DataFile::OldFile::Replace));
+    else
+        QFile::remove(path);
+}
+
+bool LegacyLoginItem::isEnabled() const {
+    return QFileInfo::exists(launchAgentPath(home_));
+}
+
+std::optional<QString> LegacyLoginItem::setEnabled(bool enabled) {
+    setLaunchAtLoginLegacy(enabled, home_, bundlePath_);
+    return std::nullopt;
 }
 
 std::unique_ptr<LoginItem> makeLoginItem() {
