@@ -15,7 +15,6 @@
 #include "preferences/PreferencesServices.h"
 #include "settings/LaunchAtLogin.h"
 #include "settings/Notifications.h"
-#include "tasks/Clock.h"
 #include "tasks/DispatchQueue.h"
 #include "tasks/Timers.h"
 #include "ui/look/SystemStyle.h"

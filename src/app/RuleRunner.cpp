@@ -11,8 +11,8 @@
 #include "platform/SystemLog.h"
 #include "platform/SystemSounds.h"
 #include "settings/SettingsKeys.h"
-#include "tasks/Clock.h"
 #include "tasks/DispatchQueue.h"
+#include "tasks/Timers.h"
 #include "ui/look/Screens.h"
 
 namespace kestrelbay {

@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-#include "tasks/Clock.h"
+#include "tasks/Timers.h"
 
 namespace kestrelbay {
 

@@ -10,8 +10,8 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 
-#include "tasks/Clock.h"
 #include "tasks/DispatchQueue.h"
+#include "tasks/Timers.h"
 
 using namespace std::chrono_literals;
 
