@@ -79,13 +79,12 @@ void LinuxSystemTray::takeAnswer(const QDBusMessage &answer) {
 }
 
 void LinuxSystemTray::setHost(bool present) {
-    hasAnswer_ = true;
     hasHost_ = present;
     settle();
 }
 
 void LinuxSystemTray::waitForAnswer() {
-    if (hasAnswer_)
+    if (hasHost_)
         return;
     const QDBusMessage answer =
         bus_.call(hostQuestion(), QDBus::Block, kLongestWatcherWaitMilliseconds);

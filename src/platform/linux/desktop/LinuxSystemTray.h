@@ -59,7 +59,7 @@ private Q_SLOTS:
 private:
     void takeAnswer(const QDBusMessage &answer);
     void setHost(bool present);
-    [[nodiscard]] bool hasHost() const { return hasHost_ && bus_.isConnected(); }
+    [[nodiscard]] bool hasHost() const { return hasHost_.value_or(false) && bus_.isConnected(); }
     void settle();
     [[nodiscard]] bool isKde() const;
     [[nodiscard]] bool isEmbedding() const;
@@ -72,8 +72,8 @@ private:
     QTimer grace_;
     std::function<void()> availableHandler_;
     std::function<void()> darkHandler_;
-    bool hasAnswer_ = false;
-    bool hasHost_ = false;
+    /// None before the first answer.
+    std::optional<bool> hasHost_;
     /// Which of the two Qt was let choose, once it was.
     std::optional<bool> settledForHost_;
 };
