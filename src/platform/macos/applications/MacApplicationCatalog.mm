@@ -13,14 +13,10 @@ namespace kestrelbay {
 
 namespace {
 
-/// Autoreleased.
-NSImage *iconOf(const QString &path) {
-    return [[NSWorkspace sharedWorkspace] iconForFile:toNSString(path)];
-}
-
 QImage listIcon(const QString &path, const ListIcons &icons) {
     @autoreleasepool {
-        return toQImage(iconOf(path), QSize(icons.pixels, icons.pixels));
+        return toQImage([[NSWorkspace sharedWorkspace] iconForFile:toNSString(path)],
+                        QSize(icons.pixels, icons.pixels));
     }
 }
 
