@@ -104,10 +104,8 @@ void AppLauncher::handle(const ShortcutRule &rule) const {
 std::unique_ptr<RunningApplication> AppLauncher::runningInstance(const Press &press) const {
     // Only the place counts: a copy elsewhere is another application.
     for (auto &application : workspace_.runningApplications()) {
-        if (isSameFile(application->bundleURL(), press.appUrl)) {
-            std::unique_ptr<RunningApplication> found = std::move(application);
-            return found;
-        }
+        if (isSameFile(application->bundleURL(), press.appUrl))
+            return std::move(application);
     }
     return nullptr;
 }

@@ -1,5 +1,6 @@
 #include "model/ShortcutRule.h"
 
+#include <algorithm>
 #include <array>
 
 #include "model/TrimmedText.h"
@@ -29,22 +30,17 @@ constexpr std::array<RawText<ArgumentKind>, 4> kArgumentKinds{{
     {ArgumentKind::FilePath, "filePath"_L1},
 }};
 
-template <typename Table, typename Case>
-QString textOf(const Table &table, Case value) {
-    for (const auto &entry : table) {
-        if (entry.value == value)
-            return entry.text;
-    }
-    return {};
+template <typename Case, std::size_t N>
+QString textOf(const std::array<RawText<Case>, N> &table, Case value) {
+    const auto *const found = std::ranges::find(table, value, &RawText<Case>::value);
+    return found == table.end() ? QString() : QString(found->text);
 }
 
 template <typename Case, std::size_t N>
 std::optional<Case> caseOf(const std::array<RawText<Case>, N> &table, QStringView text) {
-    for (const auto &entry : table) {
-        if (entry.text == text)
-            return entry.value;
-    }
-    return std::nullopt;
+    const auto *const found =
+        std::ranges::find_if(table, [&](const auto &entry) { return entry.text == text; });
+    return found == table.end() ? std::nullopt : std::optional(found->value);
 }
 
 }  // namespace

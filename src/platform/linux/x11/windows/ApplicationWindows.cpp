@@ -81,8 +81,7 @@ std::vector<std::size_t> ApplicationWindows::listed() {
 }
 
 bool ApplicationWindows::isActiveOneMinimized() {
-    const auto active = std::find_if(windows_.begin(), windows_.end(),
-                                     [](const ManagedWindow &window) { return window.active; });
+    const auto active = std::ranges::find(windows_, true, &ManagedWindow::active);
     if (active == windows_.end())
         return false;
     readStates();
