@@ -1,9 +1,9 @@
 #pragma once
 
+#include <QBrush>
 #include <QColor>
 #include <QPainter>
-#include <QStyleOptionFocusRect>
-#include <QWidget>
+#include <QPen>
 
 namespace kestrelbay {
 
@@ -14,23 +14,10 @@ namespace kestrelbay {
 }
 
 /// Smooth, and leaves the painter as it was.
-inline void drawRounded(QPainter &painter, const QRectF &rect, qreal radius, const QBrush &ground,
-                        const QPen &outline = Qt::NoPen) {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(outline);
-    painter.setBrush(ground);
-    painter.drawRoundedRect(rect, radius, radius);
-    painter.restore();
-}
+void drawRounded(QPainter &painter, const QRectF &rect, qreal radius, const QBrush &ground,
+                 const QPen &outline = Qt::NoPen);
 
 /// That of the style, while the control has the focus.
-inline void drawFocusRing(QPainter &painter, const QWidget &control) {
-    if (!control.hasFocus())
-        return;
-    QStyleOptionFocusRect ring;
-    ring.initFrom(&control);
-    control.style()->drawPrimitive(QStyle::PE_FrameFocusRect, &ring, &painter, &control);
-}
+void drawFocusRing(QPainter &painter, const QWidget &control);
 
 }  // namespace kestrelbay

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <QStyle>
+
 #include "ui/look/Drawing.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/Symbols.h"
