@@ -66,7 +66,8 @@ void LinkButton::paintEvent(QPaintEvent * /*event*/) {
     shown.setUnderline(kind_ == Kind::Action && isEnabled() && isLit);
     painter.setFont(shown);
     painter.setPen(ink);
-    painter.drawText(inner, Qt::AlignTrailing | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
+    const Qt::Alignment across = measures.symbol.isEmpty() ? Qt::AlignHCenter : Qt::AlignTrailing;
+    painter.drawText(inner, int(across | Qt::AlignVCenter) | Qt::TextShowMnemonic, text());
 
     drawFocusRing(painter, *this);
 }

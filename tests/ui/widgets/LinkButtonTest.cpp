@@ -56,6 +56,22 @@ TEST_F(LinkButtonTest, IsInTheLinkColorOfTheAppearance) {
     }
 }
 
+TEST_F(LinkButtonTest, IsInTheMiddleOfItsRoom) {
+    button_.resize(300, button_.height());
+    const QImage image = picture();
+    const int y = image.height() / 2;  // the bar of each H
+    int left = image.width();
+    int right = 0;
+    for (int x = 0; x < image.width(); ++x) {
+        if (image.pixelColor(x, y) != image.pixelColor(0, 0)) {
+            left = std::min(left, x);
+            right = x;
+        }
+    }
+    ASSERT_LT(left, right);
+    EXPECT_NEAR(left, image.width() - 1 - right, 2);
+}
+
 TEST_F(LinkButtonTest, IsUnderlinedWhilePointedAt) {
     const int textWidth = QFontMetrics(button_.font()).horizontalAdvance(button_.text());
     EXPECT_LT(longestRow(colors::link()), textWidth - 4);
