@@ -1,5 +1,7 @@
 #include "app/about/AboutWindowController.h"
 
+#include <utility>
+
 #include <QCoreApplication>
 #include <QIcon>
 #include <QPainter>
@@ -68,7 +70,7 @@ QString versionText() {
 /// Over the whole width of the view, from `top`; the bottom of it.
 int placeText(QWidget &view, int top, const QString &text, const QFont &font,
               colors::Function color) {
-    auto *label = new TextLabel(text, font, color, &view);
+    auto *label = new TextLabel(text, font, std::move(color), &view);
     label->setAlignment(Qt::AlignCenter);
     label->setGeometry(0, top, kSize.width(), label->sizeHint().height());
     return label->geometry().bottom() + 1;
