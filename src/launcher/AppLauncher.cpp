@@ -104,8 +104,10 @@ void AppLauncher::handle(const ShortcutRule &rule) const {
 std::unique_ptr<RunningApplication> AppLauncher::runningInstance(const Press &press) const {
     // Only the place counts: a copy elsewhere is another application.
     for (auto &application : workspace_.runningApplications()) {
-        if (isSameFile(application->bundleURL(), press.appUrl))
-            return std::move(application);
+        if (isSameFile(application->bundleURL(), press.appUrl)) {
+            std::unique_ptr<RunningApplication> found = std::move(application);
+            return found;
+        }
     }
     return nullptr;
 }
