@@ -1,13 +1,17 @@
 #include "files/DataFile.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <system_error>
 
-#include <QDir>
 #include <QFile>
-#include <QSaveFile>
+#include <QTemporaryFile>
 
 namespace fs = std::filesystem;
 
@@ -34,6 +38,46 @@ std::optional<fs::path> resolveLinks(fs::path path) {
         path = path.parent_path() / target;
     }
     return std::nullopt;
+}
+
+/// Those that are made are for the user only.
+bool makeFolders(const fs::path &folder) {
+    std::error_code error;
+    if (fs::is_directory(folder, error))
+        return true;
+    const fs::path above = folder.parent_path();
+    if (!above.empty() && (above == folder || !makeFolders(above)))
+        return false;
+    return ::mkdir(folder.c_str(), S_IRWXU) == 0 || fs::is_directory(folder, error);
+}
+
+/// Gives a new file what the old one of that name lets others do. What the user may not
+/// pass on, as the owner, stays as it is.
+void takeOverAccess(int newFile, const fs::path &oldFile) {
+    struct stat old {};
+    if (::stat(oldFile.c_str(), &old) != 0 || !S_ISREG(old.st_mode))
+        return;
+    if (::fchown(newFile, old.st_uid, old.st_gid) != 0) {
+        constexpr uid_t kSameOwner = static_cast<uid_t>(-1);
+        [[maybe_unused]] const int sameGroup = ::fchown(newFile, kSameOwner, old.st_gid);
+    }
+    // A file that its owner may not read would be of no use.
+    [[maybe_unused]] const int sameMode = ::fchmod(newFile, (old.st_mode & ALLPERMS) | S_IRUSR);
+}
+
+/// Waits until the disk has it. False when it could not take it, as some find out only now.
+bool isOnDisk(int file) {
+    // Not every file system knows how to wait.
+    return ::fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
+/// Without this a crash of the machine may undo a renaming.
+void syncFolder(const fs::path &folder) {
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    ::fsync(descriptor);
+    ::close(descriptor);
 }
 
 /// A name that no other file bears; somebody may take it before it is used, so
@@ -123,28 +167,41 @@ DataFile::Content DataFile::read() const {
     return {Status::Ok, bytes, {}};
 }
 
+bool DataFile::makeFolder() const {
+    const std::optional<fs::path> target = resolveLinks(toFsPath(path_));
+    return target && makeFolders(target->parent_path());
+}
+
 bool DataFile::replace(const QByteArray &bytes, OldFile old) const {
     const std::optional<fs::path> target = resolveLinks(toFsPath(path_));
-    if (!target || !QDir().mkpath(fromFsPath(target->parent_path())))
+    std::error_code error;
+    if (!target || !makeFolders(target->parent_path()) || fs::is_directory(*target, error))
         return false;
 
-    // The new file is written out before the old one is touched: a full disk then
-    // leaves no trace. commit() alone would call the part that fitted a success.
-    QSaveFile file(fromFsPath(*target));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
+    // Not QSaveFile: it refuses to replace a file that is write-protected, which is how some
+    // keep their configuration. The new file is on disk before the old one is touched: a full
+    // disk then leaves no trace.
+    QTemporaryFile file(fromFsPath(*target) + QStringLiteral(".XXXXXX"));
+    if (!file.open() || file.write(bytes) != bytes.size() || !file.flush())
+        return false;
+    takeOverAccess(file.handle(), *target);
+    if (!isOnDisk(file.handle()))
         return false;
 
     KeptFile kept;
-    std::error_code error;
     if (old == OldFile::Keep && fs::status(*target, error).type() != fs::file_type::not_found) {
         kept = keepOldFile(*target);
         if (kept.how == Kept::No)
             return false;
     }
-    if (file.commit())
-        return true;
-    restore(kept, *target);
-    return false;
+    fs::rename(toFsPath(file.fileName()), *target, error);
+    if (error) {
+        restore(kept, *target);
+        return false;
+    }
+    file.setAutoRemove(false);
+    syncFolder(target->parent_path());
+    return true;
 }
 
 }  // namespace kestrelbay

@@ -39,9 +39,16 @@ public:
 
     [[nodiscard]] Content read() const;
 
-    /// Replaces the file in one step, and creates its folder if need be. False when
-    /// that could not be done, as on a full disk; then the old file is still in
-    /// place, whole.
+    /// Creates the folder that the file lies in, and those above it, where there are none;
+    /// for the user only, as the XDG Base Directory Specification asks. False when there still
+    /// is none.
+    bool makeFolder() const;
+
+    /// Replaces the file in one step, and creates its folder if need be; it is on disk when
+    /// this returns. A file that was not there is for the user only; another one keeps its
+    /// mode, that of a write-protected file as well, and its owner and group where the user may
+    /// give them, but no access control list. False when it could not be done, as on a full
+    /// disk; then the old file is still in place, whole.
     [[nodiscard]] bool replace(const QByteArray &bytes, OldFile old) const;
 
 private:

@@ -4,8 +4,6 @@
 #include <iterator>
 #include <utility>
 
-#include <QDir>
-
 #include "platform/SystemLog.h"
 
 using namespace Qt::StringLiterals;
@@ -16,11 +14,9 @@ namespace {
 
 ShortcutManager *sharedManager = nullptr;
 
-/// Creates the folder on the way. Where that fails, so does every save.
 QString ruleFilePath(const QString &storageDirectory) {
     if (storageDirectory.isEmpty())
         qFatal("KestrelBay: there is no folder for application data");
-    QDir().mkpath(storageDirectory);
     return storageDirectory + QStringLiteral("/rules.json");
 }
 
@@ -33,6 +29,8 @@ ShortcutManager::ShortcutManager(const QString &storageDirectory, EventTap &tap,
       hooks_(std::move(hooks)),
       storageDirectory_(storageDirectory),
       file_(ruleFilePath(storageDirectory)) {
+    // Where that fails, so does every save.
+    file_.makeFolder();
     loadRules();
     setupEventTap();
 }

@@ -34,6 +34,9 @@ public:
 
     explicit RuleFile(QString path) : file_(std::move(path)) {}
 
+    /// Creates the folder of the file (DataFile::makeFolder()).
+    bool makeFolder() const { return file_.makeFolder(); }
+
     [[nodiscard]] LoadResult load();
 
     /// Replaces the file in one step; one that the last load() could not use is

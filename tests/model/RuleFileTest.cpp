@@ -36,6 +36,12 @@ protected:
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : "cannot be read";
     }
+    [[nodiscard]] mode_t modeOf(const QString &name) const {
+        struct stat facts {};
+        return ::stat(QFile::encodeName(path(name)).constData(), &facts) == 0
+                   ? facts.st_mode & ALLPERMS
+                   : 0;
+    }
     [[nodiscard]] QStringList entries() const {
         return QDir(folder_.path())
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
@@ -215,6 +221,52 @@ TEST_F(RuleFileTest, ReadOnlyFolderLeavesTheOldFileAlone) {
                                       QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     EXPECT_EQ(read(u"rules.json"_s), "my precious");
     EXPECT_EQ(entries(), QStringList{u"rules.json"_s});
+}
+
+TEST_F(RuleFileTest, WriteProtectedFileIsReplacedAndStaysSo) {
+    const WithoutPrivileges scope(folder_.path());
+    write(u"rules.json"_s, "[]");
+    for (const mode_t mode : {0444U, 0400U, 0640U, 0666U}) {
+        ASSERT_EQ(chmod(QFile::encodeName(path(u"rules.json"_s)).constData(), mode), 0);
+        ASSERT_EQ(file_.load().status, Status::Ok);
+        ASSERT_TRUE(file_.save(std::vector<ShortcutRule>(mode % 7 + 1))) << mode;
+        EXPECT_EQ(file_.load().rules.size(), mode % 7 + 1) << mode;
+        EXPECT_EQ(modeOf(u"rules.json"_s), mode);
+    }
+    EXPECT_EQ(entries(), QStringList{u"rules.json"_s});
+}
+
+TEST_F(RuleFileTest, WriteProtectedFileBehindALinkIsReplaced) {
+    const WithoutPrivileges scope(folder_.path());
+    ASSERT_TRUE(QDir(folder_.path()).mkdir(u"dotfiles"_s));
+    write(u"dotfiles/mine.json"_s, "[]");
+    ASSERT_EQ(chmod(QFile::encodeName(path(u"dotfiles/mine.json"_s)).constData(), 0444), 0);
+    ASSERT_TRUE(QFile::link(u"dotfiles/mine.json"_s, path(u"rules.json"_s)));
+    ASSERT_TRUE(file_.save(oneRule()));
+    EXPECT_TRUE(QFileInfo(path(u"rules.json"_s)).isSymLink());
+    EXPECT_EQ(modeOf(u"dotfiles/mine.json"_s), 0444U);
+    EXPECT_TRUE(read(u"dotfiles/mine.json"_s).contains("Notes"));
+}
+
+TEST_F(RuleFileTest, NewFileAndFoldersAreForTheUserOnly) {
+    const mode_t before = umask(0);
+    RuleFile file(path(u"a/b/rules.json"_s));
+    EXPECT_TRUE(file.makeFolder());
+    EXPECT_TRUE(file.save(oneRule()));
+    umask(before);
+    EXPECT_EQ(modeOf(u"a"_s), 0700U);
+    EXPECT_EQ(modeOf(u"a/b"_s), 0700U);
+    EXPECT_EQ(modeOf(u"a/b/rules.json"_s), 0600U);
+}
+
+TEST_F(RuleFileTest, OwnerAndGroupStayWhereTheyMay) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only the superuser can make a file of another user";
+    write(u"rules.json"_s, "[]");
+    ASSERT_EQ(chown(QFile::encodeName(path(u"rules.json"_s)).constData(), 1234, 5678), 0);
+    ASSERT_TRUE(file_.save(oneRule()));
+    EXPECT_EQ(QFileInfo(path(u"rules.json"_s)).ownerId(), 1234U);
+    EXPECT_EQ(QFileInfo(path(u"rules.json"_s)).groupId(), 5678U);
 }
 
 TEST_F(RuleFileTest, FullDiskLeavesTheOldFileAlone) {
