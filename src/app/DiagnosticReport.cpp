@@ -1,10 +1,14 @@
 #include "app/DiagnosticReport.h"
 
+#include <sys/stat.h>
+
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QStringList>
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -104,15 +108,45 @@ void addTap(Lines &lines, Platform &platform, const ShortcutManager *manager) {
     lines.emplace_back(QStringLiteral("Hotkeys held by other programs"), refusedHotkeys(*manager));
 }
 
+/// Rules that the file gives no identifier have another one each time that it is read.
+bool areEqualButForIds(const ShortcutManager::Rules &rules, ShortcutManager::Rules others) {
+    if (rules.size() != others.size())
+        return false;
+    for (std::size_t i = 0; i < rules.size(); ++i)
+        others[i].id = rules[i].id;
+    return rules == others;
+}
+
+/// Of the program's own files, those that other users may read or write. Their modes are the
+/// user's affair, but should be known.
+QString filesOpenToOthers(const QString &folder) {
+    QStringList names;
+    for (const QString &name : {QStringLiteral("rules.json"), QStringLiteral("settings.json")}) {
+        struct stat facts {};
+        const QByteArray path = QFile::encodeName(QDir(folder).filePath(name));
+        if (::stat(path.constData(), &facts) != 0 || !(facts.st_mode & (S_IRWXG | S_IRWXO)))
+            continue;
+        names += QStringLiteral("%1 (%2)").arg(name).arg(uint{facts.st_mode & ALLPERMS}, 4, 8,
+                                                         QChar(u'0'));
+    }
+    return names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", "));
+}
+
 void addRules(Lines &lines, const QString &folder, const ShortcutManager *manager) {
+    if (folder.isEmpty()) {
+        lines.emplace_back(QStringLiteral("Rule file"),
+                           QStringLiteral("no, there is no folder for it"));
+        return;
+    }
     const QString path = QDir(folder).filePath(QStringLiteral("rules.json"));
     const RuleFile::LoadResult onDisk = RuleFile(path).load();
     lines.emplace_back(QStringLiteral("Rules"), counted(manager ? manager->rules() : onDisk.rules));
     lines.emplace_back(QStringLiteral("Rule file"),
                        QStringLiteral("%1, %2").arg(withoutHome(path), status(onDisk)));
-    if (manager && manager->rules() != onDisk.rules)
+    if (manager && !areEqualButForIds(manager->rules(), onDisk.rules))
         lines.emplace_back(QStringLiteral("Rule file in use"),
                            QStringLiteral("no, other rules are"));
+    lines.emplace_back(QStringLiteral("Files open to others"), filesOpenToOthers(folder));
 }
 
 void addSettings(Lines &lines, Platform &platform) {
@@ -142,7 +176,8 @@ QString formatted(const Lines &lines) {
 }  // namespace
 
 QString storageDirectory(const Platform &platform) {
-    return QDir(platform.applicationSupportDirectory()).filePath(QStringLiteral("KestrelBay"));
+    const QString parent = platform.applicationSupportDirectory();
+    return parent.isEmpty() ? QString() : QDir(parent).filePath(QStringLiteral("KestrelBay"));
 }
 
 QString diagnosticReport(Platform &platform, const ShortcutManager *manager) {

@@ -7,7 +7,7 @@ namespace kestrelbay {
 class Platform;
 class ShortcutManager;
 
-/// Where the rules and settings lie.
+/// Where the rules and settings lie. Empty when there is no place for them.
 [[nodiscard]] QString storageDirectory(const Platform &platform);
 
 /// All that a report of a problem should say, as English text to be pasted: the

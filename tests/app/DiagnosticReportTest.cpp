@@ -1,5 +1,7 @@
 #include "app/DiagnosticReport.h"
 
+#include <sys/stat.h>
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -29,6 +31,11 @@ protected:
     QString rulesPath() const { return folder_.filePath(QStringLiteral("KestrelBay/rules.json")); }
     void writeRules(const ShortcutManager::Rules &rules) const {
         ASSERT_TRUE(RuleFile(rulesPath()).save(rules));
+    }
+    void writeFile(const QByteArray &content) const {
+        QFile file(rulesPath());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
     }
     std::string report(const ShortcutManager *manager = nullptr) {
         return diagnosticReport(platform_, manager).toStdString();
@@ -100,11 +107,9 @@ TEST_F(DiagnosticReportTest, CountsRulesButDoesNotNameThem) {
 
 TEST_F(DiagnosticReportTest, TellsWhatIsWrongWithTheRuleFileAndLeavesIt) {
     EXPECT_THAT(report(), HasSubstr("rules.json, not there yet\n"));
-    QFile file(rulesPath());
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("{broken");
-    file.close();
+    writeFile("{broken");
     EXPECT_THAT(report(), HasSubstr("rules.json, unusable, "));
+    QFile file(rulesPath());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), "{broken");
 }
@@ -114,6 +119,34 @@ TEST_F(DiagnosticReportTest, TellsOfRulesThatAreNotThoseInUse) {
     EXPECT_THAT(report(manager.get()), Not(HasSubstr("Rule file in use")));
     writeRules({rule(17)});
     EXPECT_THAT(report(manager.get()), HasSubstr("Rule file in use: no, other rules are\n"));
+}
+
+TEST_F(DiagnosticReportTest, RulesWithoutIdentifiersAreTheSameWhenReadAgain) {
+    writeFile(R"([{"appName": "A"}, {"appName": "B"}])");
+    const auto manager = start();
+    EXPECT_THAT(report(manager.get()), Not(HasSubstr("Rule file in use")));
+    writeFile(R"([{"appName": "A"}, {"appName": "C"}])");
+    EXPECT_THAT(report(manager.get()), HasSubstr("Rule file in use: no, other rules are\n"));
+    writeFile(R"([{"appName": "A"}])");
+    EXPECT_THAT(report(manager.get()), HasSubstr("Rule file in use: no, other rules are\n"));
+}
+
+TEST_F(DiagnosticReportTest, NamesTheFilesThatOthersMayRead) {
+    EXPECT_THAT(report(), HasSubstr("\nFiles open to others: none\n"));
+    writeRules({});
+    EXPECT_THAT(report(), HasSubstr("\nFiles open to others: none\n"));
+    ASSERT_EQ(::chmod(QFile::encodeName(rulesPath()).constData(), 0640), 0);
+    EXPECT_THAT(report(), HasSubstr("\nFiles open to others: rules.json (0640)\n"));
+    QFile settings(folder_.filePath(QStringLiteral("KestrelBay/settings.json")));
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+    ASSERT_EQ(::fchmod(settings.handle(), 0604), 0);
+    EXPECT_THAT(report(), HasSubstr(": rules.json (0640), settings.json (0604)\n"));
+}
+
+TEST_F(DiagnosticReportTest, WithoutAFolderForFilesSaysSo) {
+    platform_.setApplicationSupportDirectory({});
+    EXPECT_EQ(storageDirectory(platform_), QString());
+    EXPECT_THAT(report(), HasSubstr("\nRule file: no, there is no folder for it\n"));
 }
 
 TEST_F(DiagnosticReportTest, SparesTheNameOfTheHomeFolder) {
