@@ -35,6 +35,11 @@ QString actionNames() {
     return names.join(QStringLiteral(", "));
 }
 
+int fail(const QString &problem) {
+    std::cerr << "KestrelBay: " << qPrintable(problem) << '\n';
+    return EXIT_FAILURE;
+}
+
 /// What the command line asks for. Answers --help and --version, and refuses what
 /// it does not know. Works without a display.
 Request readCommandLine(int argc, char **argv) {
@@ -99,10 +104,10 @@ int main(int argc, char **argv) {
     const std::unique_ptr<kestrelbay::Platform> platform = kestrelbay::makePlatform();
     if (request.diagnose)
         return diagnose(argc, argv, *platform);
-    if (const QString problem = platform->startupProblem(); !problem.isEmpty()) {
-        std::cerr << "KestrelBay: " << qPrintable(problem) << '\n';
-        return EXIT_FAILURE;
-    }
+    if (kestrelbay::storageDirectory(*platform).isEmpty())
+        return fail(QStringLiteral("there is no folder for application data (set HOME)"));
+    if (const QString problem = platform->startupProblem(); !problem.isEmpty())
+        return fail(problem);
 
     // Launched programs begin where this one is. They expect to be at home, wherever
     // this one was started.
@@ -132,8 +137,7 @@ int main(int argc, char **argv) {
             case kestrelbay::RunningInstance::Answer::Done:
                 return EXIT_SUCCESS;
             case kestrelbay::RunningInstance::Answer::NoAnswer:
-                std::cerr << "KestrelBay: the running instance does not answer\n";
-                return EXIT_FAILURE;
+                return fail(QStringLiteral("the running instance does not answer"));
             case kestrelbay::RunningInstance::Answer::Nobody:
                 break;
         }

@@ -41,7 +41,8 @@ public:
     /// Null where the system has none, so that the program's own are used.
     [[nodiscard]] virtual const SystemSymbols *systemSymbols() = 0;
 
-    /// The folder that holds one folder of files for each of the user's programs.
+    /// The folder that holds one folder of files for each of the user's programs. Empty when
+    /// the system names none.
     [[nodiscard]] virtual QString applicationSupportDirectory() const = 0;
 
     /// From now on the program has no icon among those of the programs in use, nor

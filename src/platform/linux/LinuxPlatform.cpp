@@ -59,9 +59,12 @@ public:
     [[nodiscard]] ApplicationCatalog &applicationCatalog() override { return catalog_; }
 
     [[nodiscard]] UserDefaults &userDefaults() override {
-        if (!defaults_)
-            defaults_.emplace(QDir(applicationSupportDirectory())
-                                  .filePath(QStringLiteral("KestrelBay/settings.json")));
+        if (!defaults_) {
+            const QString folder = applicationSupportDirectory();
+            defaults_.emplace(folder.isEmpty() ? QString()
+                                               : QDir(folder).filePath(
+                                                     QStringLiteral("KestrelBay/settings.json")));
+        }
         return *defaults_;
     }
 
@@ -106,9 +109,14 @@ public:
     /// None: icon themes have other names and shapes.
     [[nodiscard]] const SystemSymbols *systemSymbols() override { return nullptr; }
 
-    /// $XDG_CONFIG_HOME.
+    /// $XDG_CONFIG_HOME. Qt takes "/" for the home folder of a user who has none.
     [[nodiscard]] QString applicationSupportDirectory() const override {
-        return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+        const auto isFolder = [](const char *name) {
+            return QDir::isAbsolutePath(qEnvironmentVariable(name));
+        };
+        return isFolder("XDG_CONFIG_HOME") || isFolder("HOME")
+                   ? QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+                   : QString();
     }
 
     /// Nothing to do: a task bar shows windows, not programs, and no menu bar is shared.

@@ -1,6 +1,7 @@
 kestrelbay_test(linux_services_tests
     LABEL fast
     SOURCES
+        linux/LinuxPlatformFoldersTest.cpp
         linux/desktop/CanberraSoundsTest.cpp
         linux/desktop/JsonUserDefaultsTest.cpp
         linux/desktop/SyslogLogTest.cpp
