@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
@@ -19,6 +20,8 @@
 #include "settings/Language.h"
 #include "settings/SettingsKeys.h"
 #include "ui/look/Symbols.h"
+
+using namespace Qt::StringLiterals;
 
 namespace kestrelbay {
 
@@ -121,13 +124,14 @@ bool areEqualButForIds(const ShortcutManager::Rules &rules, ShortcutManager::Rul
 /// user's affair, but should be known.
 QString filesOpenToOthers(const QString &folder) {
     QStringList names;
-    for (const QString &name : {QStringLiteral("rules.json"), QStringLiteral("settings.json")}) {
+    for (const QString &path : {RuleFile::pathIn(folder), folder + u"/settings.json"_s}) {
         struct stat facts {};
-        const QByteArray path = QFile::encodeName(QDir(folder).filePath(name));
-        if (::stat(path.constData(), &facts) != 0 || !(facts.st_mode & (S_IRWXG | S_IRWXO)))
+        if (::stat(QFile::encodeName(path).constData(), &facts) != 0 ||
+            !(facts.st_mode & (S_IRWXG | S_IRWXO)))
             continue;
-        names += QStringLiteral("%1 (%2)").arg(name).arg(uint{facts.st_mode & ALLPERMS}, 4, 8,
-                                                         QChar(u'0'));
+        names += QStringLiteral("%1 (%2)")
+                     .arg(QFileInfo(path).fileName())
+                     .arg(uint{facts.st_mode & ALLPERMS}, 4, 8, QChar(u'0'));
     }
     return names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", "));
 }
@@ -138,7 +142,7 @@ void addRules(Lines &lines, const QString &folder, const ShortcutManager *manage
                            QStringLiteral("no, there is no folder for it"));
         return;
     }
-    const QString path = QDir(folder).filePath(QStringLiteral("rules.json"));
+    const QString path = RuleFile::pathIn(folder);
     const RuleFile::LoadResult onDisk = RuleFile(path).load();
     lines.emplace_back(QStringLiteral("Rules"), counted(manager ? manager->rules() : onDisk.rules));
     lines.emplace_back(QStringLiteral("Rule file"),

@@ -17,7 +17,7 @@ ShortcutManager *sharedManager = nullptr;
 QString ruleFilePath(const QString &storageDirectory) {
     if (storageDirectory.isEmpty())
         qFatal("KestrelBay: there is no folder for application data");
-    return storageDirectory + QStringLiteral("/rules.json");
+    return RuleFile::pathIn(storageDirectory);
 }
 
 }  // namespace
@@ -213,10 +213,23 @@ bool ShortcutManager::handleKeyDown(KeyCode keyCode) {
     if (!match)
         return false;
     // A disabled rule keeps its hotkey: nobody gets the key.
-    const ShortcutRule &rule = rules_[*match];
+    fire(rules_[*match]);
+    return true;
+}
+
+bool ShortcutManager::runRule(const QUuid &id) const {
+    const auto found = std::ranges::find(rules_, id, &ShortcutRule::id);
+    if (found == rules_.end())
+        return false;
+    // A rule without an application has no hotkey either.
+    if (isEnabled_ && !found->appPath.isEmpty())
+        fire(*found);
+    return true;
+}
+
+void ShortcutManager::fire(const ShortcutRule &rule) const {
     if (rule.isEnabled && hooks_.ruleFired)
         hooks_.ruleFired(rule);
-    return true;
 }
 
 void ShortcutManager::rulesWereChanged() {

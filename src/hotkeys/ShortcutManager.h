@@ -62,6 +62,11 @@ public:
     /// change nothing.
     void moveRule(std::ptrdiff_t source, std::ptrdiff_t destination);
 
+    /// Does what the hotkey of the first rule with this id would do, also where no hotkey can
+    /// be seen: nothing for a disabled rule, nor while the global switch is off. False when
+    /// there is no such rule.
+    [[nodiscard]] bool runRule(const QUuid &id) const;
+
     /// The global switch for dispatch. Not kept: every start begins enabled.
     [[nodiscard]] bool isEnabled() const { return isEnabled_; }
     void setEnabled(bool enabled);
@@ -94,6 +99,7 @@ public:
 
 private:
     [[nodiscard]] bool handleKeyDown(KeyCode keyCode);
+    void fire(const ShortcutRule &rule) const;
     void rulesWereChanged();
     void publishWantedHotkeys();
     void removeTap();

@@ -56,17 +56,12 @@ std::optional<Number> numberField(const json &object, const char *key) {
     return std::nullopt;
 }
 
-/// QUuid itself also takes braces, missing hyphens and trailing text.
-std::optional<QUuid> uuidField(const json &object, const char *key) {
-    const QString text = textField(object, key);
-    const QUuid id = QUuid::fromString(text);
-    const bool isExact = id.toString(QUuid::WithoutBraces).compare(text, Qt::CaseInsensitive) == 0;
-    return isExact ? std::optional(id) : std::nullopt;
-}
-
-ShortcutRule decodeRule(const json &object) {
+ShortcutRule decodeRule(const json &object, std::set<QUuid> *madeUpIds) {
     ShortcutRule rule;
-    rule.id = uuidField(object, kId).value_or(rule.id);
+    if (const std::optional<QUuid> id = ruleIdFromText(textField(object, kId)))
+        rule.id = *id;
+    else if (madeUpIds)
+        madeUpIds->insert(rule.id);
     rule.appName = textField(object, kAppName);
     rule.appPath = textField(object, kAppPath);
     rule.keyCode = KeyCode{numberField<std::uint16_t>(object, kKeyCode).value_or(std::uint16_t{0})};
@@ -139,7 +134,8 @@ ordered_json encodeRule(const ShortcutRule &rule) {
 
 }  // namespace
 
-std::optional<std::vector<ShortcutRule>> decodeRules(const QByteArray &text) {
+std::optional<std::vector<ShortcutRule>> decodeRules(const QByteArray &text,
+                                                     std::set<QUuid> *madeUpIds) {
     json document = parse(text);
     if (document.is_discarded()) {
         QByteArray repaired = text;
@@ -154,8 +150,14 @@ std::optional<std::vector<ShortcutRule>> decodeRules(const QByteArray &text) {
     std::vector<ShortcutRule> rules;
     rules.reserve(document.size());
     for (const json &object : document)
-        rules.push_back(decodeRule(object));
+        rules.push_back(decodeRule(object, madeUpIds));
     return rules;
+}
+
+std::optional<QUuid> ruleIdFromText(const QString &text) {
+    const QUuid id = QUuid::fromString(text);
+    const bool isExact = id.toString(QUuid::WithoutBraces).compare(text, Qt::CaseInsensitive) == 0;
+    return isExact ? std::optional(id) : std::nullopt;
 }
 
 QByteArray encodeRules(const std::vector<ShortcutRule> &rules) {
@@ -170,7 +172,9 @@ RuleFile::LoadResult RuleFile::load() {
     DataFile::Content content = file_.read();
     LoadResult result{content.status, {}, std::move(content.problem)};
     if (content.status == DataFile::Status::Ok) {
-        if (std::optional<std::vector<ShortcutRule>> rules = decodeRules(content.bytes))
+        std::optional<std::vector<ShortcutRule>> rules =
+            decodeRules(content.bytes, &result.madeUpIds);
+        if (rules)
             result.rules = std::move(*rules);
         else
             result = {DataFile::Status::Unusable, {}, QStringLiteral("it is not a list of rules")};

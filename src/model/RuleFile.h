@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -14,8 +15,14 @@ namespace kestrelbay {
 
 /// Reads a JSON array of rules. Only a text that is not JSON, not an array, or
 /// has an element that is not an object yields nothing; a field that cannot be
-/// read takes its default, and unknown keys are skipped. Any bytes are safe.
-[[nodiscard]] std::optional<std::vector<ShortcutRule>> decodeRules(const QByteArray &text);
+/// read takes its default, and unknown keys are skipped. Any bytes are safe. To
+/// `madeUpIds` are added the ids of rules that the text gives none.
+[[nodiscard]] std::optional<std::vector<ShortcutRule>> decodeRules(
+    const QByteArray &text, std::set<QUuid> *madeUpIds = nullptr);
+
+/// The id of a rule as the rule file writes it, in upper or lower case; QUuid itself also
+/// takes braces, missing hyphens and trailing text.
+[[nodiscard]] std::optional<QUuid> ruleIdFromText(const QString &text);
 
 /// Writes the rules as one compact JSON array, all fields of each in the order
 /// of their declaration.
@@ -30,9 +37,15 @@ public:
         LoadStatus status = LoadStatus::Missing;  ///< Unusable also when it is no rule list
         std::vector<ShortcutRule> rules;          ///< empty unless Ok
         QString problem;                          ///< why it is Unusable, as half a sentence
+        std::set<QUuid> madeUpIds{};  ///< of rules that have none in the file; new at each load
     };
 
     explicit RuleFile(QString path) : file_(std::move(path)) {}
+
+    /// The program's own, in its folder.
+    [[nodiscard]] static QString pathIn(const QString &folder) {
+        return folder + QStringLiteral("/rules.json");
+    }
 
     /// Creates the folder of the file (DataFile::makeFolder()).
     bool makeFolder() const { return file_.makeFolder(); }
