@@ -63,7 +63,8 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers)
              .showAbout = [this] { showAbout(); },
              .quit = quit}),
       service_(
-          this, [this] { openPreferences(); }, serviceActions()),
+          this, [this] { openPreferences(); }, serviceActions(),
+          [this](const QString &id) { return runRule(id); }),
       diagnostics_(this, [this] { return diagnosticReport(platform_, manager_.get()); }) {
     Language::setDefaults(&platform.userDefaults());
     ToastPanel::setServices(&toastServices_);
@@ -118,8 +119,13 @@ bool AppDelegate::registerOnSessionBus() {
     return service_.registerOnSessionBus();
 }
 
-void AppDelegate::performAction(const QString &name) {
-    service_.ActivateAction(name, {}, {});
+void AppDelegate::performAction(const QString &name) const {
+    service_.performAction(name);
+}
+
+bool AppDelegate::runRule(const QString &id) const {
+    const std::optional<QUuid> rule = ruleIdFromText(id);
+    return rule && manager_->runRule(*rule);
 }
 
 void AppDelegate::applicationDidFinishLaunching() {

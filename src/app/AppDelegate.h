@@ -44,7 +44,9 @@ public:
     void applicationDidFinishLaunching();
 
     /// One of those that the session bus offers; nothing for an unknown name.
-    void performAction(const QString &name);
+    void performAction(const QString &name) const;
+    /// As ShortcutManager::runRule(). False also for a text that is no id.
+    bool runRule(const QString &id) const;
 
     // What the status menu and the session bus offer:
     void toggleAllShortcuts();

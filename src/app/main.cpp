@@ -1,5 +1,4 @@
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QDir>
 #include <QIcon>
 #include <QScopeGuard>
@@ -13,64 +12,20 @@
 #include <optional>
 
 #include "app/AppDelegate.h"
+#include "app/CommandLine.h"
 #include "app/DiagnosticReport.h"
+#include "app/RuleList.h"
 #include "app/TerminationSignals.h"
 #include "app/instance/RunningInstance.h"
+#include "model/RuleFile.h"
 #include "platform/Platform.h"
 #include "platform/SystemLog.h"
 #include "tasks/Timers.h"
 
 namespace {
 
-struct Request {
-    /// Empty for a plain start.
-    QString action;
-    bool diagnose = false;
-};
-
-QString actionNames() {
-    QStringList names;
-    for (const QLatin1StringView name : kestrelbay::actions::kAll)
-        names.append(name);
-    return names.join(QStringLiteral(", "));
-}
-
-int fail(const QString &problem) {
-    std::cerr << "KestrelBay: " << qPrintable(problem) << '\n';
-    return EXIT_FAILURE;
-}
-
-/// What the command line asks for. Answers --help and --version, and refuses what
-/// it does not know. Works without a display.
-Request readCommandLine(int argc, char **argv) {
-    const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Binds global keyboard shortcuts to applications."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption action(
-        QStringLiteral("action"),
-        QStringLiteral("Have the running instance carry out <name>: %1.").arg(actionNames()),
-        QStringLiteral("name"));
-    const QCommandLineOption diagnose(
-        QStringLiteral("diagnose"),
-        QStringLiteral("Print what a report of a problem should say, and end."));
-    // What a session manager starts programs with that were running at log-out.
-    QCommandLineOption session(QStringLiteral("session"), {}, QStringLiteral("id"));
-    session.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    parser.addOptions({action, diagnose, session});
-    parser.process(application);
-    const QString name = parser.value(action);
-    if (parser.isSet(action) &&
-        std::ranges::find(kestrelbay::actions::kAll, name) == kestrelbay::actions::kAll.end()) {
-        std::cerr << "KestrelBay: there is no action \"" << qPrintable(name) << "\", only "
-                  << qPrintable(actionNames()) << '\n';
-        std::exit(EXIT_FAILURE);
-    }
-    return {.action = name, .diagnose = parser.isSet(diagnose)};
-}
+constexpr QLatin1StringView kCannotBeUsed{"rules.json cannot be used: "};
+constexpr QLatin1StringView kNoSuchRule{"there is no rule with the id "};
 
 /// The running instance's view, or our own when there is none. Works without a
 /// display.
@@ -80,6 +35,53 @@ int diagnose(int argc, char **argv, kestrelbay::Platform &platform) {
     std::cout << qUtf8Printable(running ? *running
                                         : kestrelbay::diagnosticReport(platform, nullptr));
     return EXIT_SUCCESS;
+}
+
+kestrelbay::RuleFile::LoadResult rulesOnDisk(const kestrelbay::Platform &platform) {
+    using kestrelbay::RuleFile;
+    return RuleFile(RuleFile::pathIn(kestrelbay::storageDirectory(platform))).load();
+}
+
+int listRules(const kestrelbay::Platform &platform, kestrelbay::RuleListFormat format) {
+    const kestrelbay::RuleFile::LoadResult loaded = rulesOnDisk(platform);
+    if (loaded.status == kestrelbay::RuleFile::LoadStatus::Unusable)
+        return kestrelbay::fail(kCannotBeUsed + loaded.problem);
+    std::cout << kestrelbay::ruleList(loaded, format).constData() << std::flush;
+    return std::cout ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+/// Why the instance that is about to start could not run the rule; empty when it can.
+QString problemWithRule(const kestrelbay::Platform &platform, const QString &id) {
+    const kestrelbay::RuleFile::LoadResult loaded = rulesOnDisk(platform);
+    if (loaded.status == kestrelbay::RuleFile::LoadStatus::Unusable)
+        return kCannotBeUsed + loaded.problem;
+    const bool isThere =
+        std::ranges::find(loaded.rules, kestrelbay::ruleIdFromText(id).value_or(QUuid()),
+                          &kestrelbay::ShortcutRule::id) != loaded.rules.end();
+    return isThere ? QString() : kNoSuchRule + id;
+}
+
+/// Has the running instance do it. The code to end with; none when this process has to do it.
+std::optional<int> handOver(const kestrelbay::Request &request) {
+    using Answer = kestrelbay::RunningInstance::Answer;
+    switch (kestrelbay::RunningInstance::request(request.action, request.ruleId)) {
+        case Answer::Done:
+            return EXIT_SUCCESS;
+        case Answer::NoAnswer:
+            return kestrelbay::fail(QStringLiteral("the running instance does not answer"));
+        case Answer::NoSuchRule:
+            return kestrelbay::fail(kNoSuchRule + request.ruleId);
+        case Answer::NoBus:
+            // Otherwise each key press would start an instance that the next one cannot find.
+            if (request.action == kestrelbay::actions::kRunRule)
+                return kestrelbay::fail(
+                    QStringLiteral("rules are run over the session bus, and there is none"));
+            break;
+        case Answer::Nobody:
+            break;
+    }
+    return request.action == kestrelbay::actions::kQuit ? std::optional(EXIT_SUCCESS)
+                                                        : std::nullopt;
 }
 
 /// Where Qt's own messages go. Its handler is a plain function without user data.
@@ -99,15 +101,29 @@ int main(int argc, char **argv) {
     QCoreApplication::setApplicationName(QStringLiteral("KestrelBay"));
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTRELBAY_VERSION));
     QGuiApplication::setDesktopFileName(kestrelbay::ApplicationService::kName);
-    const Request request = argc > 1 ? readCommandLine(argc, argv) : Request();
+    const kestrelbay::Request request =
+        argc > 1 ? kestrelbay::readCommandLine(argc, argv) : kestrelbay::Request();
 
     const std::unique_ptr<kestrelbay::Platform> platform = kestrelbay::makePlatform();
     if (request.diagnose)
         return diagnose(argc, argv, *platform);
     if (kestrelbay::storageDirectory(*platform).isEmpty())
-        return fail(QStringLiteral("there is no folder for application data (set HOME)"));
+        return kestrelbay::fail(
+            QStringLiteral("there is no folder for application data (set HOME)"));
+    if (request.listRules)
+        return listRules(*platform, *request.listRules);
+    if (!request.action.isEmpty()) {
+        // Before a display is needed, which whoever asks may not have.
+        const QCoreApplication application(argc, argv);
+        if (const std::optional<int> code = handOver(request))
+            return *code;
+    }
+    if (request.action == kestrelbay::actions::kRunRule) {
+        if (const QString problem = problemWithRule(*platform, request.ruleId); !problem.isEmpty())
+            return kestrelbay::fail(problem);
+    }
     if (const QString problem = platform->startupProblem(); !problem.isEmpty())
-        return fail(problem);
+        return kestrelbay::fail(problem);
 
     // Launched programs begin where this one is. They expect to be at home, wherever
     // this one was started.
@@ -133,20 +149,16 @@ int main(int argc, char **argv) {
     kestrelbay::QtTimers timers;
     kestrelbay::AppDelegate delegate(*platform, timers);
     if (!delegate.registerOnSessionBus()) {
-        switch (kestrelbay::RunningInstance::request(request.action)) {
-            case kestrelbay::RunningInstance::Answer::Done:
-                return EXIT_SUCCESS;
-            case kestrelbay::RunningInstance::Answer::NoAnswer:
-                return fail(QStringLiteral("the running instance does not answer"));
-            case kestrelbay::RunningInstance::Answer::Nobody:
-                break;
-        }
+        if (const std::optional<int> code = handOver(request))
+            return *code;
     }
-    if (request.action == kestrelbay::actions::kQuit)
-        return EXIT_SUCCESS;
     // Before any request of others is heard.
     delegate.applicationDidFinishLaunching();
-    QTimer::singleShot(0, &delegate,
-                       [&delegate, action = request.action] { delegate.performAction(action); });
+    QTimer::singleShot(0, &delegate, [&delegate, &request] {
+        if (request.action == kestrelbay::actions::kRunRule)
+            delegate.runRule(request.ruleId);
+        else
+            delegate.performAction(request.action);
+    });
     return QApplication::exec();
 }

@@ -4,6 +4,7 @@
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <QWidget>
 
@@ -255,6 +256,24 @@ TEST_F(AppDelegateTest, UnknownActionsDoNothing) {
     EXPECT_EQ(delegate.preferences(), nullptr);
     EXPECT_EQ(delegate.onboarding(), nullptr);
     EXPECT_TRUE(onboardingCompleted());
+}
+
+TEST_F(AppDelegateTest, RunsARuleByItsIdOnly) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    const ShortcutRule rule{.appPath = QStringLiteral("/Applications/Files")};
+    delegate.shortcutManager().addRule(rule);
+    const QString id = rule.id.toString(QUuid::WithoutBraces);
+    for (const QString &text :
+         {QString(), rule.id.toString(), id + u' ', id.chopped(1), id + QStringLiteral("junk"),
+          QString(10'000'000, u'a'), rule.id.toString(QUuid::Id128)})
+        EXPECT_FALSE(delegate.runRule(text)) << qPrintable(text.left(80));
+    EXPECT_EQ(platform_.workspace().requests().lines(), QStringList());
+    EXPECT_TRUE(delegate.runRule(id));
+    EXPECT_TRUE(delegate.runRule(id.toUpper()));
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return platform_.workspace().requests().lines().join(u' ').contains(rule.appPath);
+    }));
 }
 
 }  // namespace

@@ -7,8 +7,11 @@
 namespace kestrelbay {
 
 ApplicationService::ApplicationService(QObject *parent, std::function<void()> activate,
-                                       Actions actions)
-    : QDBusAbstractAdaptor(parent), activate_(std::move(activate)), actions_(std::move(actions)) {}
+                                       Actions actions, RunRule runRule)
+    : QDBusAbstractAdaptor(parent),
+      activate_(std::move(activate)),
+      actions_(std::move(actions)),
+      runRule_(std::move(runRule)) {}
 
 bool ApplicationService::registerOnSessionBus() {
     QDBusConnection bus = QDBusConnection::sessionBus();
@@ -24,10 +27,23 @@ void ApplicationService::Open(const QStringList & /*uris*/, const QVariantMap &p
     Activate(platformData);
 }
 
-void ApplicationService::ActivateAction(const QString &name, const QVariantList & /*parameter*/,
-                                        const QVariantMap & /*platformData*/) {
+void ApplicationService::performAction(const QString &name) const {
     if (const auto action = actions_.find(name); action != actions_.end())
         action->second();
+}
+
+void ApplicationService::ActivateAction(const QString &name, const QVariantList &parameter,
+                                        const QVariantMap & /*platformData*/,
+                                        const QDBusMessage &call) {
+    if (name != actions::kRunRule) {
+        performAction(name);
+        return;
+    }
+    if (runRule_(parameter.value(0).toString()))
+        return;
+    call.setDelayedReply(true);
+    QDBusConnection::sessionBus().send(
+        call.createErrorReply(kNoSuchRule, QStringLiteral("There is no rule with this id")));
 }
 
 DiagnosticsService::DiagnosticsService(QObject *parent, std::function<QString()> report)

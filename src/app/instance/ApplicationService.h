@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusAbstractAdaptor>
+#include <QDBusMessage>
 #include <QLatin1StringView>
 #include <QString>
 #include <QVariantList>
@@ -22,8 +23,11 @@ inline constexpr QLatin1StringView kPreferences = "preferences"_L1;
 inline constexpr QLatin1StringView kWelcomeGuide = "welcome-guide"_L1;
 inline constexpr QLatin1StringView kAbout = "about"_L1;
 inline constexpr QLatin1StringView kQuit = "quit"_L1;
+/// The only one with a parameter: the id of the rule, as a text.
+inline constexpr QLatin1StringView kRunRule = "run-rule"_L1;
 
-inline constexpr std::array kAll{kToggleAllShortcuts, kPreferences, kWelcomeGuide, kAbout, kQuit};
+inline constexpr std::array kAll{
+    kToggleAllShortcuts, kPreferences, kWelcomeGuide, kAbout, kQuit, kRunRule};
 }  // namespace actions
 
 /// What the session bus may ask of the running program: the methods every desktop
@@ -38,25 +42,36 @@ public:
     static constexpr QLatin1StringView kName{"org.kestrelbay.KestrelBay"};
     static constexpr QLatin1StringView kPath{"/org/kestrelbay/KestrelBay"};
 
+    /// What a caller gets who names a rule that there is not.
+    static constexpr QLatin1StringView kNoSuchRule{"org.kestrelbay.KestrelBay.Error.NoSuchRule"};
+
+    /// Those without a parameter.
     using Actions = std::map<QString, std::function<void()>>;
+    /// False when no rule has the id. The text is the caller's, of any length.
+    using RunRule = std::function<bool(const QString &id)>;
 
     /// Offered by `parent`, which has to outlive the bus connection's use of it.
-    ApplicationService(QObject *parent, std::function<void()> activate, Actions actions);
+    ApplicationService(QObject *parent, std::function<void()> activate, Actions actions,
+                       RunRule runRule);
 
     /// Takes the name. False when there is no session bus or another instance has
     /// the name.
     [[nodiscard]] bool registerOnSessionBus();
+
+    /// One without a parameter; nothing for an unknown name.
+    void performAction(const QString &name) const;
 
 public Q_SLOTS:
     // The names and signatures are the freedesktop Desktop Entry Specification's.
     void Activate(const QVariantMap &platformData);
     void Open(const QStringList &uris, const QVariantMap &platformData);
     void ActivateAction(const QString &name, const QVariantList &parameter,
-                        const QVariantMap &platformData);
+                        const QVariantMap &platformData, const QDBusMessage &call);
 
 private:
     std::function<void()> activate_;
     Actions actions_;
+    RunRule runRule_;
 };
 
 /// Tells other programs of this user, above all `kestrelbay --diagnose`, how the

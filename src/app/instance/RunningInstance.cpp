@@ -18,15 +18,30 @@ namespace {
 // answers.
 constexpr std::chrono::milliseconds kPatience{3000};
 
-QDBusMessage call(QLatin1StringView interface, const QString &method,
-                  const QVariantList &arguments) {
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        ApplicationService::kName, ApplicationService::kPath, interface, method);
-    message.setArguments(arguments);
-    message.setAutoStartService(false);
-    return QDBusConnection::sessionBus().call(message, QDBus::Block,
-                                              static_cast<int>(kPatience.count()));
-}
+/// A connection for a request. The one that Qt shares within the program begins with the
+/// application object that it is to serve, and some requests come before that one.
+class BusForRequest {
+public:
+    ~BusForRequest() { QDBusConnection::disconnectFromBus(kName); }
+    BusForRequest() = default;
+    BusForRequest(const BusForRequest &) = delete;
+    BusForRequest &operator=(const BusForRequest &) = delete;
+
+    [[nodiscard]] bool isConnected() const { return bus_.isConnected(); }
+
+    [[nodiscard]] QDBusMessage call(QLatin1StringView interface, const QString &method,
+                                    const QVariantList &arguments) const {
+        QDBusMessage message = QDBusMessage::createMethodCall(
+            ApplicationService::kName, ApplicationService::kPath, interface, method);
+        message.setArguments(arguments);
+        message.setAutoStartService(false);
+        return bus_.call(message, QDBus::Block, static_cast<int>(kPatience.count()));
+    }
+
+private:
+    static constexpr QLatin1StringView kName{"kestrelbay-request"};
+    const QDBusConnection bus_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, kName);
+};
 
 bool isAnswer(const QDBusMessage &message) {
     return message.type() == QDBusMessage::ReplyMessage;
@@ -40,19 +55,27 @@ bool isTimeout(const QDBusMessage &message) {
 
 }  // namespace
 
-RunningInstance::Answer RunningInstance::request(const QString &action) {
+RunningInstance::Answer RunningInstance::request(const QString &action, const QString &ruleId) {
     constexpr QLatin1StringView kInterface{"org.freedesktop.Application"};
-    const QDBusMessage message = action.isEmpty()
-                                     ? call(kInterface, QStringLiteral("Activate"), {QVariantMap()})
-                                     : call(kInterface, QStringLiteral("ActivateAction"),
-                                            {action, QVariantList(), QVariantMap()});
+    const BusForRequest bus;
+    if (!bus.isConnected())
+        return Answer::NoBus;
+    const QVariantList parameter = ruleId.isEmpty() ? QVariantList() : QVariantList{ruleId};
+    const QDBusMessage message =
+        action.isEmpty() ? bus.call(kInterface, QStringLiteral("Activate"), {QVariantMap()})
+                         : bus.call(kInterface, QStringLiteral("ActivateAction"),
+                                    {action, parameter, QVariantMap()});
     if (isAnswer(message))
         return Answer::Done;
+    if (message.errorName() == ApplicationService::kNoSuchRule)
+        return Answer::NoSuchRule;
     return isTimeout(message) ? Answer::NoAnswer : Answer::Nobody;
 }
 
 std::optional<QString> RunningInstance::diagnosticReport() {
-    const QDBusMessage answer = call(DiagnosticsService::kInterface, QStringLiteral("Report"), {});
+    const BusForRequest bus;
+    const QDBusMessage answer =
+        bus.call(DiagnosticsService::kInterface, QStringLiteral("Report"), {});
     if (!isAnswer(answer) || answer.arguments().isEmpty())
         return std::nullopt;
     return answer.arguments().constFirst().toString();

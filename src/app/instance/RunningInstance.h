@@ -8,18 +8,21 @@
 namespace kestrelbay {
 
 /// The instance of the program that this session already has, as the session bus
-/// knows it. Calls wait for its answer, a few seconds at most.
+/// knows it. Calls wait for its answer, a few seconds at most; they need a
+/// QCoreApplication, but no display.
 class RunningInstance {
 public:
     enum class Answer : std::uint8_t {
         Done,
-        Nobody,    ///< there is no such instance, or no session bus
-        NoAnswer,  ///< there is one, but it hangs
+        Nobody,      ///< there is no such instance
+        NoBus,       ///< nor can there be one that is reached
+        NoAnswer,    ///< there is one, but it hangs
+        NoSuchRule,  ///< there is one, but it has no rule with that id
     };
 
     /// Has it carry out an action; an empty name is what starting the program once
-    /// more means.
-    [[nodiscard]] static Answer request(const QString &action);
+    /// more means. `ruleId` goes with actions::kRunRule.
+    [[nodiscard]] static Answer request(const QString &action, const QString &ruleId = {});
 
     /// What it has to say for a report of a problem. None when there is no such
     /// instance or it does not answer.

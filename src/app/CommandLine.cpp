@@ -1,0 +1,99 @@
+#include "app/CommandLine.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QStringList>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+
+#include "app/instance/ApplicationService.h"
+
+namespace kestrelbay {
+
+namespace {
+
+QString actionNames() {
+    QStringList names;
+    for (const QLatin1StringView name : actions::kAll)
+        names.append(name);
+    return names.join(QStringLiteral(", "));
+}
+
+/// What was typed, for a message: no longer than a line.
+QString quoted(const QString &text) {
+    constexpr qsizetype kMost = 60;
+    return u'"' + (text.size() > kMost ? text.left(kMost) + u'…' : text) + u'"';
+}
+
+struct Options {
+    QCommandLineOption action{
+        QStringLiteral("action"),
+        QStringLiteral("Have the running instance carry out <name>: %1.").arg(actionNames()),
+        QStringLiteral("name")};
+    QCommandLineOption rule{
+        QStringLiteral("rule"),
+        QStringLiteral("The rule that --action=run-rule is to carry out, as its hotkey would."),
+        QStringLiteral("id")};
+    QCommandLineOption listRules{
+        QStringLiteral("list-rules"),
+        QStringLiteral("Print the id, application and hotkey of each rule, and end.")};
+    QCommandLineOption json{QStringLiteral("json"), QStringLiteral("Print the rules as JSON.")};
+    QCommandLineOption diagnose{
+        QStringLiteral("diagnose"),
+        QStringLiteral("Print what a report of a problem should say, and end.")};
+    /// What a session manager starts programs with that were running at log-out.
+    QCommandLineOption session{QStringLiteral("session"), {}, QStringLiteral("id")};
+};
+
+/// Empty when the options go together.
+QString problemWith(const QCommandLineParser &parser, const Options &options) {
+    const QString action = parser.value(options.action);
+    if (parser.isSet(options.action) &&
+        std::ranges::find(actions::kAll, action) == actions::kAll.end())
+        return QStringLiteral("there is no action %1, only %2").arg(quoted(action), actionNames());
+    const bool runsRule = action == actions::kRunRule;
+    if (runsRule != parser.isSet(options.rule))
+        return runsRule ? QStringLiteral("--action=run-rule needs --rule=ID")
+                        : QStringLiteral("--rule goes with --action=run-rule only");
+    if (const QString id = parser.value(options.rule); runsRule && !ruleIdFromText(id))
+        return QStringLiteral("%1 is no id of a rule, as --list-rules prints them").arg(quoted(id));
+    if (parser.isSet(options.json) && !parser.isSet(options.listRules))
+        return QStringLiteral("--json goes with --list-rules only");
+    return {};
+}
+
+}  // namespace
+
+Request readCommandLine(int argc, char **argv) {
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Binds global keyboard shortcuts to applications."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    Options options;
+    options.session.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    parser.addOptions({options.action, options.rule, options.listRules, options.json,
+                       options.diagnose, options.session});
+    parser.process(application);
+    if (const QString problem = problemWith(parser, options); !problem.isEmpty())
+        std::exit(fail(problem));
+    Request request{.action = parser.value(options.action),
+                    .ruleId = parser.value(options.rule),
+                    .diagnose = parser.isSet(options.diagnose),
+                    .listRules = std::nullopt};
+    if (parser.isSet(options.listRules))
+        request.listRules =
+            parser.isSet(options.json) ? RuleListFormat::Json : RuleListFormat::Text;
+    return request;
+}
+
+int fail(const QString &problem) {
+    std::cerr << "KestrelBay: " << qPrintable(problem) << '\n';
+    return EXIT_FAILURE;
+}
+
+}  // namespace kestrelbay

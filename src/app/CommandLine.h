@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+
+#include <QString>
+
+#include "app/RuleList.h"
+
+namespace kestrelbay {
+
+/// What the command line asks for.
+struct Request {
+    /// One of actions::kAll; empty for a plain start.
+    QString action;
+    /// With actions::kRunRule: an id as ruleIdFromText() takes it.
+    QString ruleId;
+    bool diagnose = false;
+    /// Print the rules, and how.
+    std::optional<RuleListFormat> listRules;
+};
+
+/// Answers --help and --version and refuses what it does not know or what does not go together,
+/// each by ending the program. Works without a display.
+[[nodiscard]] Request readCommandLine(int argc, char **argv);
+
+/// Tells the user why the program ends; returns the code to end with.
+int fail(const QString &problem);
+
+}  // namespace kestrelbay
