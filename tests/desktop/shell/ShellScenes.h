@@ -28,6 +28,11 @@ void sceneToastTimes(ShellStage &stage);
 void sceneToastInTheWay(ShellStage &stage);
 void sceneToastsInARow(ShellStage &stage);
 
+// ShellFromOutside.cpp
+void sceneRunRule(ShellStage &stage);
+void sceneRunRuleAlone(ShellStage &stage);
+void sceneListRules(ShellStage &stage);
+
 // ShellReports.cpp
 void sceneColorScheme(ShellStage &stage);
 void sceneDiagnose(ShellStage &stage);
