@@ -1,34 +1,60 @@
 #include "support/PrivateXServer.h"
 
+#include <algorithm>
 #include <memory>
+#include <span>
 #include <stdexcept>
+#include <string_view>
 
 #include <QFile>
 #include <QTemporaryDir>
 
 #include "support/Poll.h"
+#include "support/WindowManagerStart.h"
 #include "support/Xcb.h"
 
 namespace kestrelbay::testing {
 
 namespace {
 
-/// Has a window manager announced itself, and is the window it named alive?
-bool windowManagerPresent(xcb_connection_t *c) {
-    const char name[] = "_NET_SUPPORTING_WM_CHECK";
-    const Reply<xcb_intern_atom_reply_t> atom(
-        xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, sizeof name - 1, name), nullptr));
-    if (!atom)
+constexpr std::string_view kList = "_NET_CLIENT_LIST";
+constexpr std::uint32_t kMostWindows = 1024;
+constexpr std::uint16_t kProbeSize = 20;
+constexpr std::chrono::milliseconds kPatienceWithProbe{500};
+/// Compositing managers set up OpenGL first, in software.
+constexpr std::chrono::seconds kLongestStart{30};
+
+/// Is what is mapped from now on managed? Some announce themselves before they listen, and
+/// forget what was mapped in between; and mutter's announcement is lost when it takes over.
+bool manages(xcb_connection_t *c, xcb_window_t root) {
+    const xcb_window_t probe = xcb_generate_id(c);
+    xcb_create_window(c, XCB_COPY_FROM_PARENT, probe, root, 0, 0, kProbeSize, kProbeSize, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(c, probe);
+    const Reply<xcb_intern_atom_reply_t> list(
+        xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, kList.size(), kList.data()), nullptr));
+    if (!list)
         return false;
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(c)).data->root;
-    const Reply<xcb_get_property_reply_t> value(xcb_get_property_reply(
-        c, xcb_get_property(c, 0, root, atom->atom, XCB_ATOM_WINDOW, 0, 1), nullptr));
-    if (!value || xcb_get_property_value_length(value.get()) != sizeof(xcb_window_t))
-        return false;
-    const auto window = *static_cast<xcb_window_t *>(xcb_get_property_value(value.get()));
-    const Reply<xcb_get_window_attributes_reply_t> alive(
-        xcb_get_window_attributes_reply(c, xcb_get_window_attributes(c, window), nullptr));
-    return alive != nullptr;
+    const auto isManaged = [&] {
+        const Reply<xcb_get_property_reply_t> value(xcb_get_property_reply(
+            c, xcb_get_property(c, 0, root, list->atom, XCB_ATOM_WINDOW, 0, kMostWindows),
+            nullptr));
+        if (!value || value->format != 32)
+            return false;
+        const auto *first = static_cast<const xcb_window_t *>(xcb_get_property_value(value.get()));
+        const std::span windows(first, value->value_len);
+        return std::ranges::find(windows, probe) != windows.end();
+    };
+    const bool managed = waitUntil(isManaged, kPatienceWithProbe);
+    xcb_destroy_window(c, probe);
+    return managed && waitUntil([&] { return !isManaged(); });
+}
+
+void waitForWindowManager(const QString &display) {
+    const Connection connection(xcb_connect(display.toLatin1().constData(), nullptr));
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection.get())).data->root;
+    if (!waitUntil([&] { return manages(connection.get(), root); }, kLongestStart))
+        throw std::runtime_error("the window manager did not start");
 }
 
 }  // namespace
@@ -73,15 +99,38 @@ QProcessEnvironment PrivateXServer::environment() const {
     return environment;
 }
 
-std::unique_ptr<ChildProcess> PrivateXServer::startWindowManager(
-    const QString &program, const QStringList &arguments, const QProcessEnvironment &extra) const {
+std::unique_ptr<ChildProcess> PrivateXServer::launchWindowManager(
+    const QString &program, const QStringList &arguments, const QProcessEnvironment &own,
+    const QProcessEnvironment &session) const {
     QProcessEnvironment all = environment();
-    all.insert(extra);
-    auto manager = std::make_unique<ChildProcess>(program, arguments, all, QProcess::nullDevice());
-    const Connection connection(xcb_connect(displayName_.toLatin1().constData(), nullptr));
-    if (!waitUntil([&] { return windowManagerPresent(connection.get()); }))
-        throw std::runtime_error("the window manager did not start");
+    all.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("disabled:"));
+    all.insert(session);
+    all.insert(own);
+    return std::make_unique<ChildProcess>(program, arguments, all, QProcess::nullDevice());
+}
+
+std::unique_ptr<ChildProcess> PrivateXServer::startWindowManager(
+    const QString &program, const QProcessEnvironment &session) const {
+    const WindowManagerStart start = windowManagerStart(program, managerHome_.path());
+    auto manager = launchWindowManager(program, start.arguments, start.environment, session);
+    waitForWindowManager(displayName_);
     return manager;
+}
+
+void PrivateXServer::replaceWindowManager(std::unique_ptr<ChildProcess> &manager,
+                                          const QString &program,
+                                          const QProcessEnvironment &session) const {
+    const WindowManagerStart start = windowManagerStart(program, managerHome_.path());
+    const std::unique_ptr<ChildProcess> earlier = std::move(manager);
+    if (start.takeover.isEmpty()) {
+        earlier->terminate();
+        (void)earlier->waitForExit();
+    }
+    manager =
+        launchWindowManager(program, start.takeover + start.arguments, start.environment, session);
+    if (!waitUntil([&] { return !earlier->isRunning(); }))
+        throw std::runtime_error("the earlier window manager does not end");
+    waitForWindowManager(displayName_);
 }
 
 }  // namespace kestrelbay::testing

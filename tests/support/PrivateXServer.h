@@ -5,6 +5,7 @@
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include "support/ChildProcess.h"
 
@@ -23,13 +24,21 @@ public:
     [[nodiscard]] QProcessEnvironment environment() const;
     [[nodiscard]] ChildProcess &process() { return *process_; }
 
-    /// Starts a window manager and waits until it has announced itself on the
-    /// root window. Throws std::runtime_error when it does not.
+    /// Starts one of knownWindowManagers() and waits until it manages windows. It
+    /// has a home folder of its own and, unless `session` names one, no session bus.
+    /// Throws std::runtime_error when it does not come up.
     [[nodiscard]] std::unique_ptr<ChildProcess> startWindowManager(
-        const QString &program, const QStringList &arguments = {},
-        const QProcessEnvironment &extra = {}) const;
+        const QString &program, const QProcessEnvironment &session = {}) const;
+    /// Another of the same program takes its place, as startWindowManager() starts it.
+    void replaceWindowManager(std::unique_ptr<ChildProcess> &manager, const QString &program,
+                              const QProcessEnvironment &session = {}) const;
 
 private:
+    [[nodiscard]] std::unique_ptr<ChildProcess> launchWindowManager(
+        const QString &program, const QStringList &arguments, const QProcessEnvironment &own,
+        const QProcessEnvironment &session) const;
+
+    QTemporaryDir managerHome_;
     std::unique_ptr<ChildProcess> process_;
     QString displayName_;
 };

@@ -1,8 +1,8 @@
 #include "desktop/display/WindowManagerView.h"
 
 #include <algorithm>
-
-#include "support/Poll.h"
+#include <functional>
+#include <map>
 
 namespace kestrelbay::desktop {
 
@@ -19,12 +19,21 @@ std::uint32_t WindowManagerView::rootNumber(const std::string &name, std::uint32
 }
 
 std::vector<WindowManagerView::Window> WindowManagerView::stacking() {
-    auto windows = client_.numbers(client_.root(), "_NET_CLIENT_LIST_STACKING");
-    // xfwm4 tells no order while there is one window only.
-    if (windows.empty())
-        windows = client_.numbers(client_.root(), "_NET_CLIENT_LIST");
-    std::ranges::reverse(windows);
+    auto windows = client_.numbers(client_.root(), "_NET_CLIENT_LIST");
+    // The order that some window managers tell is old, or none. The server's is what is seen.
+    const std::vector<Window> bottomUp = client_.children(client_.root());
+    std::map<Window, std::ptrdiff_t> height;
+    for (const Window window : windows)
+        height[window] = std::ranges::find(bottomUp, frameOf(window)) - bottomUp.begin();
+    std::ranges::stable_sort(windows, std::greater(), [&](Window w) { return height[w]; });
     return windows;
+}
+
+WindowManagerView::Window WindowManagerView::frameOf(Window window) {
+    for (Window parent = window; parent != XCB_NONE && parent != client_.root();
+         parent = client_.parent(window))
+        window = parent;
+    return window;
 }
 
 std::vector<WindowManagerView::Window> WindowManagerView::windowsOf(const QString &windowClass) {
@@ -45,9 +54,7 @@ bool WindowManagerView::hasFocus(Window window) {
     while (at != XCB_NONE && at != client_.root() && at != XCB_INPUT_FOCUS_POINTER_ROOT) {
         if (at == window)
             return true;
-        const Reply<xcb_query_tree_reply_t> tree(
-            xcb_query_tree_reply(client_.get(), xcb_query_tree(client_.get(), at), nullptr));
-        at = tree ? tree->parent : Window{XCB_NONE};
+        at = client_.parent(at);
     }
     return false;
 }
@@ -93,31 +100,23 @@ WindowManagerView::Window WindowManagerView::managerWindow() {
     return !itself.empty() && itself.front() == window ? window : Window{XCB_NONE};
 }
 
-bool WindowManagerView::answers(std::chrono::milliseconds timeout) {
-    // A question that changes nothing: how wide would your frame be round this window?
-    const Window window = xcb_generate_id(client_.get());
-    xcb_create_window(client_.get(), XCB_COPY_FROM_PARENT, window, client_.root(), 0, 0, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-    client_.ask(window, "_NET_REQUEST_FRAME_EXTENTS", {});
-    const bool answered = testing::waitUntil(
-        [&] { return !client_.numbers(window, "_NET_FRAME_EXTENTS").empty(); }, timeout);
-    xcb_destroy_window(client_.get(), window);
-    return answered;
-}
-
 bool WindowManagerView::isShown(Window window) {
-    return state(window) == State::Normal &&
+    return state(window) == State::Normal && client_.isViewable(window) &&
            desktopOf(window).value_or(currentDesktop()) == currentDesktop();
 }
 
-bool WindowManagerView::isInFront(Window window) {
-    if (active() != window || !isShown(window))
-        return false;
-    // A window of another workspace may be higher up in the list.
+WindowManagerView::Window WindowManagerView::frontMostAt(Window window) {
+    const QRect place = client_.area(window);
+    // A window of another workspace may be higher up.
     const auto windows = stacking();
-    const auto first = std::ranges::find_if(
-        windows, [this](Window other) { return isShown(other) && !isPanel(other); });
-    return first != windows.end() && *first == window;
+    const auto first = std::ranges::find_if(windows, [&](Window other) {
+        return isShown(other) && !isPanel(other) && client_.area(other).intersects(place);
+    });
+    return first == windows.end() ? Window{XCB_NONE} : *first;
+}
+
+bool WindowManagerView::isInFront(Window window) {
+    return active() == window && isShown(window) && frontMostAt(window) == window;
 }
 
 bool WindowManagerView::isPanel(Window window) {

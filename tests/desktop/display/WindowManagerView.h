@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -12,8 +11,8 @@
 
 namespace kestrelbay::desktop {
 
-/// The desktop as the window manager tells it, by the EWMH and ICCCM properties,
-/// and the requests that a pager or taskbar would make.
+/// The desktop as the user sees it and the window manager tells it, by the properties that
+/// all of them keep, and the requests that a pager or taskbar would make.
 class WindowManagerView {
 public:
     using Window = xcb_window_t;
@@ -39,13 +38,14 @@ public:
     /// The window by which the window manager shows that it runs; none when it
     /// does not.
     [[nodiscard]] Window managerWindow();
-    /// Does the window manager answer a request within this time?
-    [[nodiscard]] bool answers(std::chrono::milliseconds timeout);
-    /// On the current workspace and not minimised.
+    /// On the screen, though perhaps behind others: on the current workspace and not minimised.
     [[nodiscard]] bool isShown(Window window);
     /// Of the desktop, above all windows of programs.
     [[nodiscard]] bool isPanel(Window window);
-    /// Active, shown, and in front of all others that are, panels apart.
+    /// The front-most of the shown windows that share a place with this one, itself included and
+    /// panels apart; none when it is nowhere.
+    [[nodiscard]] Window frontMostAt(Window window);
+    /// Active, shown, and covered by no other window but panels.
     [[nodiscard]] bool isInFront(Window window);
 
     /// As "XTerm “title” 0x40000d".
@@ -61,6 +61,8 @@ public:
     [[nodiscard]] XClient &client() { return client_; }
 
 private:
+    /// The window that the server stacks for it.
+    [[nodiscard]] Window frameOf(Window window);
     [[nodiscard]] std::uint32_t rootNumber(const std::string &name, std::uint32_t otherwise);
 
     XClient client_;

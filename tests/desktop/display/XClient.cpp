@@ -68,10 +68,24 @@ QRect XClient::area(xcb_window_t window) {
     return size && place ? QRect(place->dst_x, place->dst_y, size->width, size->height) : QRect();
 }
 
-bool XClient::isMapped(xcb_window_t window) {
+std::uint8_t XClient::mapState(xcb_window_t window) {
     const Reply<xcb_get_window_attributes_reply_t> reply(
         xcb_get_window_attributes_reply(get(), xcb_get_window_attributes(get(), window), nullptr));
-    return reply && reply->map_state != XCB_MAP_STATE_UNMAPPED;
+    return reply ? reply->map_state : std::uint8_t{XCB_MAP_STATE_UNMAPPED};
+}
+
+bool XClient::isMapped(xcb_window_t window) {
+    return mapState(window) != XCB_MAP_STATE_UNMAPPED;
+}
+
+bool XClient::isViewable(xcb_window_t window) {
+    return mapState(window) == XCB_MAP_STATE_VIEWABLE;
+}
+
+xcb_window_t XClient::parent(xcb_window_t window) {
+    const Reply<xcb_query_tree_reply_t> reply(
+        xcb_query_tree_reply(get(), xcb_query_tree(get(), window), nullptr));
+    return reply ? reply->parent : xcb_window_t{XCB_NONE};
 }
 
 std::vector<xcb_window_t> XClient::children(xcb_window_t window) {

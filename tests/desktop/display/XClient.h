@@ -36,6 +36,10 @@ public:
     [[nodiscard]] QRect area(xcb_window_t window);
     /// Itself, whatever becomes of its parents.
     [[nodiscard]] bool isMapped(xcb_window_t window);
+    /// Itself and all its parents.
+    [[nodiscard]] bool isViewable(xcb_window_t window);
+    /// None for the root window, and for one that is gone.
+    [[nodiscard]] xcb_window_t parent(xcb_window_t window);
     /// Bottom-most first.
     [[nodiscard]] std::vector<xcb_window_t> children(xcb_window_t window);
     /// Mapped windows that no window manager looks after, of programs that show
@@ -66,6 +70,8 @@ public:
     void sync();
 
 private:
+    [[nodiscard]] std::uint8_t mapState(xcb_window_t window);
+
     testing::Connection connection_;
     xcb_window_t root_ = XCB_NONE;
     xcb_window_t stampWindow_ = XCB_NONE;

@@ -92,15 +92,15 @@ void sceneSides(Stage &stage) {
 
     stage.bringForward(stage.windowOf(scenario::kTerminalClass));
     stage.story().step({
-        .done = QStringLiteral("typed K, R⌘T, Return into the terminal"),
-        .expected = QStringLiteral("the program in it reads “kt”"),
+        .done = QStringLiteral("typed K, R⌘N, Return into the terminal"),
+        .expected = QStringLiteral("the program in it reads “kn”"),
         .act =
             [&] {
                 stage.press(plain(scenario::kMarker));
                 stage.press(rightCommand(scenario::kTerminal));
                 stage.press({QStringLiteral("Return"), {kReturn}});
             },
-        .seen = [&] { return typedIntoTerminal(stage) == "kt\n"; },
+        .seen = [&] { return typedIntoTerminal(stage) == "kn\n"; },
         .saw = [&] { return QString::fromUtf8(typedIntoTerminal(stage).toPercentEncoding()); },
     });
 

@@ -11,8 +11,17 @@ using testing::waitUntil;
 
 namespace {
 constexpr std::uint32_t kWantedDesktops = 4;
-constexpr std::chrono::milliseconds kOneQuestion{200};
 constexpr const char *kCompositorSelection = "_NET_WM_CM_S0";
+
+/// i3 has a workspace only while there is a window on it, and puts this one on the second.
+void anchorSecondWorkspace(XClient &client) {
+    const xcb_window_t window = xcb_generate_id(client.get());
+    xcb_create_window(client.get(), XCB_COPY_FROM_PARENT, window, client.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    client.setText(window, "WM_CLASS", "STRING", QByteArray("anchor\0KestrelAnchor\0", 21));
+    xcb_map_window(client.get(), window);
+    client.sync();
+}
 }  // namespace
 
 Desktop::Desktop(QString windowManager, const QStringList &serverArguments)
@@ -38,9 +47,11 @@ Desktop::Desktop(QString windowManager, const QStringList &serverArguments)
     environment_.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
                         QString::fromLatin1(bus_->output().split('\n').first()));
 
-    manager_ = server_.startWindowManager(windowManager_, managerArguments(), environment_);
+    manager_ = server_.startWindowManager(windowManager_, environment_);
     view_.emplace(displayName());
-    if (view_->desktopCount() < 2)
+    if (windowManager_ == u"i3")
+        anchorSecondWorkspace(view_->client());
+    else if (view_->desktopCount() < 2)
         view_->setDesktopCount(kWantedDesktops);
     if (!waitUntil([&] { return view_->desktopCount() >= 2; }))
         throw std::runtime_error("there is only one workspace");
@@ -50,18 +61,8 @@ Desktop::~Desktop() {
     programs_.clear();
     compositor_.reset();
     manager_.reset();
-    earlierManager_.reset();
     bus_.reset();
     processes_.killAll();
-}
-
-QStringList Desktop::managerArguments() const {
-    if (windowManager_ == u"openbox")
-        return {QStringLiteral("--config-file"), home_.openboxConfig(),
-                QStringLiteral("--sm-disable")};
-    if (windowManager_ == u"xfwm4")
-        return {QStringLiteral("--compositor=off"), QStringLiteral("--sm-client-disable")};
-    return {QStringLiteral("--sm-disable"), QStringLiteral("--no-composite")};
 }
 
 void Desktop::start(const QString &program, const QStringList &arguments) {
@@ -72,20 +73,7 @@ void Desktop::start(const QString &program, const QStringList &arguments) {
 }
 
 void Desktop::replaceWindowManager() {
-    const WindowManagerView::Window before = view_->managerWindow();
-    earlierManager_ = std::move(manager_);
-    manager_ = std::make_unique<ChildProcess>(
-        windowManager_, QStringList{QStringLiteral("--replace")} + managerArguments(), environment_,
-        QProcess::nullDevice());
-    const auto announced = [&] {
-        const WindowManagerView::Window now = view_->managerWindow();
-        return !earlierManager_->isRunning() && now != XCB_NONE && now != before;
-    };
-    if (!waitUntil(announced))
-        throw std::runtime_error("the second window manager did not take over");
-    // It announces itself before it listens, and what is asked until then is lost.
-    if (!waitUntil([&] { return view_->answers(kOneQuestion); }))
-        throw std::runtime_error("the second window manager does not answer");
+    server_.replaceWindowManager(manager_, windowManager_, environment_);
 }
 
 void Desktop::startCompositor() {

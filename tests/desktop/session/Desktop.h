@@ -20,8 +20,8 @@ namespace kestrelbay::desktop {
 /// started by hotkeys included.
 class Desktop {
 public:
-    /// `windowManager` is openbox, xfwm4 or metacity; the server's arguments are
-    /// those beyond the usual ones. Throws std::runtime_error when a part of the
+    /// `windowManager` is one of testing::knownWindowManagers(); the server's arguments
+    /// are those beyond the usual ones. Throws std::runtime_error when a part of the
     /// session does not come up.
     explicit Desktop(QString windowManager, const QStringList &serverArguments = {});
     ~Desktop();
@@ -44,8 +44,6 @@ public:
     void screenshot(const QString &path);
 
 private:
-    [[nodiscard]] QStringList managerArguments() const;
-
     HomeFolder home_;
     Processes processes_;
     testing::PrivateXServer server_;
@@ -53,7 +51,6 @@ private:
     QString windowManager_;
     std::unique_ptr<testing::ChildProcess> bus_;
     std::unique_ptr<testing::ChildProcess> manager_;
-    std::unique_ptr<testing::ChildProcess> earlierManager_;
     std::unique_ptr<testing::ChildProcess> compositor_;
     std::vector<std::unique_ptr<testing::ChildProcess>> programs_;
     std::optional<WindowManagerView> view_;

@@ -17,13 +17,6 @@ Exec=sh -c "sleep 900; :" %2
 NoDisplay=true
 %3)";
 
-constexpr const char *kOpenboxConfig = R"(<?xml version="1.0" encoding="UTF-8"?>
-<openbox_config xmlns="http://openbox.org/3.4/rc">
-  <focus><focusNew>yes</focusNew></focus>
-  <desktops><number>4</number><popupTime>0</popupTime></desktops>
-</openbox_config>
-)";
-
 constexpr const char *kDefaultApplications = R"([Default Applications]
 inode/directory=thunar.desktop
 text/plain=org.xfce.mousepad.desktop
@@ -46,7 +39,6 @@ HomeFolder::HomeFolder() {
     QDir().mkpath(runtime);
     QFile::setPermissions(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 
-    write(openboxConfig(), kOpenboxConfig);
     write(config(QStringLiteral("mimeapps.list")), kDefaultApplications);
     write(settingsPath(), R"({"onboardingCompleted":true})");
     write(applicationPath(QStringLiteral("kestrel-arguments.desktop")),
@@ -80,10 +72,6 @@ QString HomeFolder::rulesPath() const {
 
 QString HomeFolder::settingsPath() const {
     return config(QStringLiteral("KestrelBay/settings.json"));
-}
-
-QString HomeFolder::openboxConfig() const {
-    return config(QStringLiteral("openbox/rc.xml"));
 }
 
 void HomeFolder::addTo(QProcessEnvironment &environment) const {

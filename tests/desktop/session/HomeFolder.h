@@ -7,9 +7,9 @@
 
 namespace kestrelbay::desktop {
 
-/// A user's home folder with nobody's settings but ours: the XDG folders, a window
-/// manager configuration without key bindings, default applications, and desktop
-/// entries of programs that only record how they were started.
+/// A user's home folder with nobody's settings but ours: the XDG folders, default
+/// applications, and desktop entries of programs that only record how they were
+/// started.
 class HomeFolder {
 public:
     HomeFolder();
@@ -22,7 +22,6 @@ public:
     [[nodiscard]] QString applicationPath(const QString &entry) const;
     [[nodiscard]] QString rulesPath() const;
     [[nodiscard]] QString settingsPath() const;
-    [[nodiscard]] QString openboxConfig() const;
 
     /// HOME and the XDG folders.
     void addTo(QProcessEnvironment &environment) const;

@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include "support/WindowManagerStart.h"
+
 namespace kestrelbay::desktop {
 
 namespace {
@@ -21,9 +23,8 @@ std::optional<StageOptions> parse(const QStringList &arguments) {
         else
             return std::nullopt;
     }
-    const QStringList known{QStringLiteral("openbox"), QStringLiteral("xfwm4"),
-                            QStringLiteral("metacity")};
-    if (arguments.size() % 2 != 0 || !known.contains(options.windowManager))
+    if (arguments.size() % 2 != 0 ||
+        !testing::knownWindowManagers().contains(options.windowManager))
         return std::nullopt;
     return options;
 }
@@ -37,9 +38,8 @@ std::optional<StageOptions> readStageOptions(int argc, char **argv) {
     auto options = parse(arguments);
     if (!options) {
         std::fprintf(stderr,
-                     "usage: %s [--wm openbox|xfwm4|metacity] [--artifacts DIR] [--program PATH] "
-                     "[--only SCENE]\n",
-                     argv[0]);
+                     "usage: %s [--wm %s] [--artifacts DIR] [--program PATH] [--only SCENE]\n",
+                     argv[0], testing::knownWindowManagers().join(u'|').toUtf8().constData());
     }
     return options;
 }

@@ -9,11 +9,12 @@
 
 namespace kestrelbay::desktop {
 
-/// What is bound to the keys, and the words by which its work is known.
+/// What is bound to the keys, none of which a window manager holds by default beside the
+/// Super key, and the words by which its work is known.
 namespace scenario {
-inline constexpr Key kTerminal = keys::kT, kTerminalEitherSide = keys::kG,
+inline constexpr Key kTerminal = keys::kN, kTerminalEitherSide = keys::kG,
                      kTerminalCycle = keys::kS, kTerminalArguments = keys::kR,
-                     kEditorToggle = keys::kE, kEditorCycle = keys::kC, kEditorFile = keys::kD,
+                     kEditorToggle = keys::kE, kEditorCycle = keys::kC, kEditorFile = keys::kI,
                      kFiles = keys::kF, kFilesFolder = keys::kO, kUrl = keys::kU,
                      kArguments = keys::kA, kDisabled = keys::kX, kMarker = keys::kK;
 

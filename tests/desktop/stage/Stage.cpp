@@ -161,15 +161,12 @@ Stage::Window Stage::windowOf(const char *windowClass) {
 }
 
 bool Stage::isInFront(const char *windowClass, const QString &titlePart) {
-    const Window window = view().active();
-    const auto windows = view().stacking();
-    const auto frontMost =
-        std::ranges::find_if(windows, [this](Window other) { return view().isShown(other); });
     const auto isOurs = [&](Window w) {
         return view().windowClass(w) == QLatin1String(windowClass);
     };
+    const Window window = view().active();
     return isOurs(window) && view().title(window).contains(titlePart) && view().isShown(window) &&
-           frontMost != windows.end() && isOurs(*frontMost);
+           isOurs(view().frontMostAt(window));
 }
 
 void Stage::closeAll(const char *windowClass, const std::vector<Window> &except) {

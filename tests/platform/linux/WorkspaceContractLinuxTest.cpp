@@ -14,7 +14,7 @@ class LinuxStage : public WorkspaceStage {
 public:
     LinuxStage() {
         PrivateHome::instance().removeEntries();
-        manager_ = startReadyWindowManager(server_, QStringLiteral("openbox"));
+        manager_ = server_.startWindowManager(QStringLiteral("openbox"));
         workspace_ = std::make_unique<x11::LinuxWorkspace>(server_.displayName(), log_);
     }
 

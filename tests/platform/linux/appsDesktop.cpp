@@ -207,28 +207,9 @@ void AppsDesktop::TearDown() {
     server_.reset();
 }
 
-std::unique_ptr<ChildProcess> startReadyWindowManager(PrivateXServer &server,
-                                                      const QString &program) {
-    auto manager = server.startWindowManager(program);
-    WindowMaker maker(server.displayName());
-    // openbox says that it is there before it listens, and forgets what is mapped
-    // in between.
-    const bool ready = waitUntil([&] {
-        const xcb_window_t probe = maker.make({});
-        const bool managed =
-            waitUntil([&] { return maker.managed({probe}); }, std::chrono::milliseconds(100));
-        maker.destroy(probe);
-        return managed &&
-               waitUntil([&] { return !maker.managed({probe}); }, std::chrono::seconds(1));
-    });
-    if (!ready)
-        throw std::runtime_error("the window manager does not manage windows");
-    return manager;
-}
-
 void AppsDesktop::startWindowManager(const QString &program) {
     windowManager_.reset();
-    windowManager_ = startReadyWindowManager(*server_, program);
+    windowManager_ = server_->startWindowManager(program);
 }
 
 void AppsDesktop::startWorkspace() {

@@ -93,10 +93,6 @@ private:
     x11::XConnection connection_;
 };
 
-/// A window manager that manages what is mapped from now on.
-[[nodiscard]] std::unique_ptr<ChildProcess> startReadyWindowManager(PrivateXServer &server,
-                                                                    const QString &program);
-
 /// A server, a window manager, and a workspace looking at them.
 class AppsDesktop : public ::testing::Test {
 protected:

@@ -25,7 +25,7 @@ protected:
         QFile::link(QStringLiteral("/usr/share/dbus-1/services/") + settings,
                     bus_.serviceFolder() + u'/' + settings);
         qputenv("DBUS_SESSION_BUS_ADDRESS", bus_.address().toUtf8());
-        manager_ = startReadyWindowManager(server_, QString::fromLatin1(GetParam()));
+        manager_ = server_.startWindowManager(QString::fromLatin1(GetParam()));
     }
 
     void TearDown() override { qunsetenv("DBUS_SESSION_BUS_ADDRESS"); }

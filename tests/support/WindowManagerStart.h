@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QProcessEnvironment>
+#include <QString>
+#include <QStringList>
+
+namespace kestrelbay::testing {
+
+/// The window managers that tests know how to start, by their programs' names.
+[[nodiscard]] const QStringList &knownWindowManagers();
+
+/// How a window manager is started for a test: as users have it after installing it, with at
+/// least two workspaces where it has a fixed number of them, but without first steps, panels,
+/// and effects, and with the Super keys free. Nothing of the user's is read or written.
+struct WindowManagerStart {
+    QStringList arguments;
+    /// For one that takes over from another; empty where it cannot.
+    QStringList takeover;
+    QProcessEnvironment environment;
+};
+
+/// Writes what it needs below the folder, its home. Throws std::runtime_error when it cannot be
+/// written, or nothing is known of that program.
+[[nodiscard]] WindowManagerStart windowManagerStart(const QString &program, const QString &folder);
+
+}  // namespace kestrelbay::testing
