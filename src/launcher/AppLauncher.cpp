@@ -8,6 +8,7 @@
 #include <QUrl>
 
 #include "launcher/FilePath.h"
+#include "launcher/UrlText.h"
 #include "model/ShortcutRule.h"
 #include "model/TrimmedText.h"
 #include "platform/RunningApplication.h"
@@ -172,9 +173,8 @@ void AppLauncher::launchWithCommandLineArgs(const Press &press) const {
 }
 
 void AppLauncher::openUrl(const QString &text) const {
-    const QUrl url(text, QUrl::StrictMode);
-    if (url.isValid() && !url.isEmpty())
-        workspace_.open(url);
+    if (isUrl(text))
+        workspace_.openUrl(text);
 }
 
 void AppLauncher::openPath(const Press &press, TargetApplication &app) const {

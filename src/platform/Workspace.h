@@ -27,10 +27,13 @@ public:
     [[nodiscard]] virtual std::vector<std::unique_ptr<RunningApplication>>
     runningApplications() = 0;
 
-    /// Opens a URL as the user's settings say. The URL of an application launches
-    /// it, or tells it to reopen when it is running. False when nothing accepted
-    /// it.
-    virtual bool open(const QUrl &url) = 0;
+    /// Launches an application, or tells it to reopen when it is running; opens any
+    /// other file as the user's settings say. False when nothing accepted it.
+    virtual bool open(const QUrl &file) = 0;
+
+    /// Opens a URL as the user's settings say; whoever opens it gets this text, byte
+    /// for byte. The text has to be a URL by RFC 3986. False when nothing accepted it.
+    virtual bool openUrl(const QString &url) = 0;
 
     /// Starts a new process of the application, also when one is running.
     virtual void openApplication(const QUrl &application, const QStringList &arguments,

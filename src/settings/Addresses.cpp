@@ -1,22 +1,30 @@
 #include "settings/Addresses.h"
 
-#include <QString>
+#include <QUrl>
 
 namespace kestrelbay::addresses {
 
-QUrl downloadPage() {
-    return {QStringLiteral(KESTRELBAY_DOWNLOAD_PAGE), QUrl::TolerantMode};
+namespace {
+
+QString encoded(const QUrl &url) {
+    return url.toString(QUrl::FullyEncoded);
 }
 
-QUrl supportMail() {
+}  // namespace
+
+QString downloadPage() {
+    return encoded({QStringLiteral(KESTRELBAY_DOWNLOAD_PAGE), QUrl::TolerantMode});
+}
+
+QString supportMail() {
     QUrl url;
     url.setScheme(QStringLiteral("mailto"));
     url.setPath(QStringLiteral(KESTRELBAY_SUPPORT_MAIL));
-    return url;
+    return encoded(url);
 }
 
-QUrl deepLaunchHelpPage() {
-    return {QStringLiteral(KESTRELBAY_DEEP_LAUNCH_HELP_PAGE), QUrl::TolerantMode};
+QString deepLaunchHelpPage() {
+    return encoded({QStringLiteral(KESTRELBAY_DEEP_LAUNCH_HELP_PAGE), QUrl::TolerantMode});
 }
 
 }  // namespace kestrelbay::addresses

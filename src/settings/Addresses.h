@@ -1,14 +1,14 @@
 #pragma once
 
-#include <QUrl>
+#include <QString>
 
 namespace kestrelbay::addresses {
 
-/// Chosen when the program is built, by the CMake variables KESTRELBAY_DOWNLOAD_PAGE,
+/// URLs, chosen when the program is built, by the CMake variables KESTRELBAY_DOWNLOAD_PAGE,
 /// KESTRELBAY_SUPPORT_MAIL and KESTRELBAY_DEEP_LAUNCH_HELP_PAGE.
-[[nodiscard]] QUrl downloadPage();
-/// A mailto: URL.
-[[nodiscard]] QUrl supportMail();
-[[nodiscard]] QUrl deepLaunchHelpPage();
+[[nodiscard]] QString downloadPage();
+/// A mailto: one.
+[[nodiscard]] QString supportMail();
+[[nodiscard]] QString deepLaunchHelpPage();
 
 }  // namespace kestrelbay::addresses

@@ -24,9 +24,10 @@ public:
                 std::make_unique<FakeRunningApplication>(process, processes_, requests_, reads_));
         return applications;
     }
-    bool open(const QUrl &url) override {
-        return request(QStringLiteral("open ") + text(url)) && launch(url);
+    bool open(const QUrl &file) override {
+        return request(QStringLiteral("open ") + text(file)) && launch(file);
     }
+    bool openUrl(const QString &url) override { return request(QStringLiteral("openUrl ") + url); }
     void openApplication(const QUrl &application, const QStringList &arguments,
                          Completion completion) override {
         request(QStringLiteral("openApplication ") + text(application) + QStringLiteral(" [") +

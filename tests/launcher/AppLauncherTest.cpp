@@ -15,7 +15,7 @@ using enum RepeatAction;
 const auto kOpenNotes = u"open file:///Applications/Notes.app"_s;
 const auto kActivateNotes = u"activate Notes"_s;
 const auto kHideNotes = u"hide Notes"_s;
-const auto kOpenUrl = u"open things:///add?title=x"_s;
+const auto kOpenUrl = u"openUrl things:///add?title=x"_s;
 const auto kOpenFile = u"openFiles file:///tmp/a%20b with file:///Applications/Notes.app"_s;
 const auto kNewInstance = u"openApplication file:///Applications/Notes.app [-a|b c]"_s;
 

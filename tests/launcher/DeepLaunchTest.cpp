@@ -45,16 +45,18 @@ TEST_F(DeepLaunch, TextThatIsNoUrlDoesNothing) {
     EXPECT_EQ(requestsOfUrl(u"not a url"_s), QStringList());
 }
 
-TEST_F(DeepLaunch, UrlKeepsItsPercentEncoding) {
+TEST_F(DeepLaunch, UrlIsOpenedAsItWasTyped) {
     for (const QString &text :
          {u"things:///add?title=Buy%20milk%2C%20now%26then%23x&list=a+b"_s,
           u"raycast://x/y?arguments=%7B%22a%22%3A%22b%2Fc%22%7D"_s, u"file:///tmp/a%20b%25.txt"_s,
-          u"obsidian://open?vault=v&file=a%2Fb%20c"_s, u"mailto:a@example.com?subject=%C3%A9"_s})
-        EXPECT_EQ(requestsOfUrl(text), QStringList{u"open "_s + text});
+          u"obsidian://open?vault=v&file=a%2Fb%20c"_s, u"mailto:a@example.com?subject=%C3%A9"_s,
+          u"tel://5551234"_s, u"shortcuts://RunMe/Do?Name=X"_s, u"foo:Bar%7ebaz"_s,
+          u"message://%3CAb%40c%3E"_s, u"foo://h:99999/"_s})
+        EXPECT_EQ(requestsOfUrl(text), QStringList{u"openUrl "_s + text});
 }
 
 TEST_F(DeepLaunch, UrlGoesToTheSystemWhetherOrNotTheApplicationRuns) {
-    const QStringList expected{u"open https://example.com/"_s};
+    const QStringList expected{u"openUrl https://example.com/"_s};
     EXPECT_EQ(requestsOfUrl(u"https://example.com/"_s), expected);
     runNotes({});
     EXPECT_EQ(requestsOfUrl(u"https://example.com/"_s), expected);

@@ -73,11 +73,22 @@ protected:
     const QUrl oneUrl_ = QUrl::fromLocalFile(one_);
 };
 
-TEST_F(MacWorkspaceTest, OpensOneURL) {
-    EXPECT_TRUE(workspace_.open(QUrl(QStringLiteral("mailto:a@b.c?subject=a%20b"))));
+TEST_F(MacWorkspaceTest, URLsAreHandedOverAsTheyAreWritten) {
+    for (const char *text :
+         {"mailto:a@b.c?subject=a%20b", "tel://5551234", "steam://440",
+          "shortcuts://RunMe/Do?Name=X", "x-item://8F5B2A1C", "foo:Bar%7ebaz",
+          "message://%3CAb%40c%3E", "foo://a%20b/c", "foo://a..b", "foo://-x-", "foo://h:99999/",
+          "foo://h/../a/./b//c?%2f#%2F", "foo://[::0001]:080"}) {
+        EXPECT_TRUE(workspace_.openUrl(QString::fromLatin1(text))) << text;
+        EXPECT_EQ(takeCalls(), QStringList(QStringLiteral("openURL ") + QLatin1String(text)));
+    }
+    desktop_->refuseRequests(QStringLiteral("no"));
+    EXPECT_FALSE(workspace_.openUrl(QStringLiteral("foo:x")));
+}
+
+TEST_F(MacWorkspaceTest, OpensAFile) {
     EXPECT_TRUE(workspace_.open(oneUrl_));
-    EXPECT_EQ(takeCalls(), (QStringList{QStringLiteral("openURL mailto:a@b.c?subject=a%20b"),
-                                        QStringLiteral("openURL file://") + one_ + u'/'}));
+    EXPECT_EQ(takeCalls(), QStringList(QStringLiteral("openURL file://") + one_ + u'/'));
     desktop_->refuseRequests(QStringLiteral("no"));
     EXPECT_FALSE(workspace_.open(oneUrl_));
 }

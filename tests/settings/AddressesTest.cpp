@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QUrl>
+
 #include "fixtures/QtPrinters.h"
 
 using namespace Qt::StringLiterals;
@@ -13,7 +15,8 @@ namespace {
 // Whoever builds the program may choose others, so no more is promised than their form.
 
 TEST(Addresses, PagesAreWebPages) {
-    for (const QUrl &page : {addresses::downloadPage(), addresses::deepLaunchHelpPage()}) {
+    for (const QString &text : {addresses::downloadPage(), addresses::deepLaunchHelpPage()}) {
+        const QUrl page(text, QUrl::StrictMode);
         EXPECT_TRUE(page.isValid()) << page.errorString().toStdString();
         EXPECT_EQ(page.scheme(), u"https"_s);
         EXPECT_FALSE(page.host().isEmpty());
@@ -22,7 +25,7 @@ TEST(Addresses, PagesAreWebPages) {
 }
 
 TEST(Addresses, SupportIsAMailbox) {
-    const QUrl mail = addresses::supportMail();
+    const QUrl mail(addresses::supportMail(), QUrl::StrictMode);
     EXPECT_TRUE(mail.isValid());
     EXPECT_EQ(mail.scheme(), u"mailto"_s);
     EXPECT_TRUE(mail.path().contains(u'@'));

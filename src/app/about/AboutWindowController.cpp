@@ -97,9 +97,9 @@ public:
     AboutViewController(QWidget &view, Workspace &workspace);
 
     /// Opens the page from which updates are downloaded.
-    void checkForUpdates() { workspace_.open(addresses::downloadPage()); }
+    void checkForUpdates() { workspace_.openUrl(addresses::downloadPage()); }
     /// Opens a message to the author.
-    void contactFeedback() { workspace_.open(addresses::supportMail()); }
+    void contactFeedback() { workspace_.openUrl(addresses::supportMail()); }
 
 private:
     Workspace &workspace_;

@@ -104,12 +104,15 @@ QString encoded(const QUrl &url) {
 }
 
 /// The entry file of the application that opens this URL; empty when there is none.
-QString defaultEntryPath(const QUrl &url) {
+QString defaultEntryPath(const QString &url) {
     GObjectPtr<GAppInfo> handler;
-    if (!url.isLocalFile())
-        handler.reset(g_app_info_get_default_for_uri_scheme(url.scheme().toUtf8().constData()));
+    const QString scheme = url.section(u':', 0, 0);
+    if (scheme.isEmpty())
+        return {};
+    if (scheme.compare(QLatin1String("file"), Qt::CaseInsensitive) != 0)
+        handler.reset(g_app_info_get_default_for_uri_scheme(scheme.toUtf8().constData()));
     if (!handler) {
-        const GObjectPtr<GFile> file(g_file_new_for_uri(url.toEncoded().constData()));
+        const GObjectPtr<GFile> file(g_file_new_for_uri(url.toUtf8().constData()));
         handler.reset(g_file_query_default_handler(file.get(), nullptr, nullptr));
     }
     if (!handler || !G_IS_DESKTOP_APP_INFO(handler.get()))
@@ -199,18 +202,16 @@ std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplicat
     return applications;
 }
 
-bool LinuxWorkspace::open(const QUrl &url) {
-    if (!url.isValid() || url.scheme().isEmpty())
-        return false;
-    const QString path = url.isLocalFile() ? url.toLocalFile() : QString();
-    if (path.endsWith(QLatin1String(".desktop")) && QFileInfo(path).isFile())
-        return launcher_.open(path).isEmpty();
-    return openWithDefault(url);
+bool LinuxWorkspace::open(const QUrl &file) {
+    return openUrl(encoded(file));
 }
 
-bool LinuxWorkspace::openWithDefault(const QUrl &url) {
+bool LinuxWorkspace::openUrl(const QString &url) {
+    const QString path = QUrl(url).toLocalFile();
+    if (path.endsWith(QLatin1String(".desktop")) && QFileInfo(path).isFile())
+        return launcher_.open(path).isEmpty();
     const QString entry = defaultEntryPath(url);
-    return !entry.isEmpty() && launcher_.open(entry, {encoded(url)}).isEmpty();
+    return !entry.isEmpty() && launcher_.open(entry, {url}).isEmpty();
 }
 
 void LinuxWorkspace::openApplication(const QUrl &application, const QStringList &arguments,
@@ -228,8 +229,8 @@ bool LinuxWorkspace::openFiles(const QList<QUrl> &files, const QUrl &application
 }
 
 bool LinuxWorkspace::showFolder(const QString &path) {
-    const QUrl folder = QUrl::fromLocalFile(path);
-    return launcher_.showFolder(encoded(folder)) || openWithDefault(folder);
+    const QString folder = encoded(QUrl::fromLocalFile(path));
+    return launcher_.showFolder(folder) || openUrl(folder);
 }
 
 QString LinuxWorkspace::fileManagerIdentifier() const {

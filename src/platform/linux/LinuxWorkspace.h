@@ -28,7 +28,8 @@ public:
     ~LinuxWorkspace() override;
 
     [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications() override;
-    bool open(const QUrl &url) override;
+    bool open(const QUrl &file) override;
+    bool openUrl(const QString &url) override;
     void openApplication(const QUrl &application, const QStringList &arguments,
                          Completion completion) override;
     bool openFiles(const QList<QUrl> &files, const QUrl &application) override;
@@ -39,7 +40,6 @@ public:
 private:
     class WindowEventPump;
 
-    bool openWithDefault(const QUrl &url);
     void lookAhead();
 
     std::shared_ptr<WindowTracker> tracker_;

@@ -224,7 +224,7 @@ void RuleAdvancedPanel::applyKindSelection() {
 }
 
 void RuleAdvancedPanel::openDeepLaunchHelp() {
-    workspace_.open(addresses::deepLaunchHelpPage());
+    workspace_.openUrl(addresses::deepLaunchHelpPage());
 }
 
 void RuleAdvancedPanel::save() {

@@ -169,12 +169,10 @@ TEST_F(AboutWindowTest, TheButtonsOpenThePageAndTheMail) {
     EXPECT_EQ(both[1]->text(), QStringLiteral("Contact && Feedback"));
     both[0]->click();
     EXPECT_EQ(workspace_.requests().take(),
-              QStringList{QStringLiteral("open ") +
-                          QString::fromLatin1(addresses::downloadPage().toEncoded())});
+              QStringList{QStringLiteral("openUrl ") + addresses::downloadPage()});
     both[1]->click();
     EXPECT_EQ(workspace_.requests().take(),
-              QStringList{QStringLiteral("open ") +
-                          QString::fromLatin1(addresses::supportMail().toEncoded())});
+              QStringList{QStringLiteral("openUrl ") + addresses::supportMail()});
     EXPECT_TRUE(about_.window()->isVisible());
 }
 

@@ -14,7 +14,7 @@ TEST_F(LinuxWorkspaceWindows, WithoutAServerThereIsNothing) {
     x11::LinuxWorkspace nowhere(QStringLiteral(":9999"), log_);
     EXPECT_TRUE(nowhere.runningApplications().empty());
     nowhere.prepare({QStringLiteral("/x.desktop")});
-    EXPECT_FALSE(nowhere.open(QUrl(QStringLiteral("no-such-scheme://x"))));
+    EXPECT_FALSE(nowhere.openUrl(QStringLiteral("no-such-scheme://x")));
 }
 
 TEST_F(LinuxWorkspaceWindows, WindowManagersComeAndGo) {

@@ -229,7 +229,8 @@ TEST_F(WorkspaceLaunch, WhatCannotBeStartedSaysWhy) {
     }
     for (const QString &path : {missing, broken, link, noProgram, noTry, badExec, noExec, binary})
         EXPECT_FALSE(open(path)) << path.toStdString();
-    EXPECT_FALSE(workspace().open(QUrl(QStringLiteral("no-such-scheme-1://x"))));
+    EXPECT_FALSE(workspace().openUrl(QStringLiteral("no-such-scheme-1://x")));
+    EXPECT_FALSE(workspace().openUrl(QString()));
     EXPECT_FALSE(workspace().open(QUrl()));
     EXPECT_FALSE(workspace().open(QUrl(QStringLiteral("relative"))));
     EXPECT_FALSE(QFileInfo::exists(record()));
@@ -249,13 +250,50 @@ TEST_F(WorkspaceLaunch, UrlsGoToTheirDefaultApplication) {
                                   "[Default Applications]\n"
                                   "x-scheme-handler/kestreltest=handler.desktop\n"
                                   "text/plain=texts.desktop\n");
-    const QUrl url(QStringLiteral("kestreltest://host/a%20b?c=%25"));
+    const QString url = QStringLiteral("kestreltest://host/a%20b?c=%25");
     // GLib hears of new defaults in its own time.
-    EXPECT_TRUE(waitUntil([&] { return workspace().open(url); }));
-    EXPECT_EQ(start().extra(), list({"url", "kestreltest://host/a%20b?c=%25"}));
+    EXPECT_TRUE(waitUntil([&] { return workspace().openUrl(url); }));
+    EXPECT_EQ(start().extra(), QStringList({QStringLiteral("url"), url}));
     const QString text = PrivateHome::instance().write(QStringLiteral("note.txt"), "hello\n");
     EXPECT_TRUE(open(text));
     EXPECT_EQ(start().extra(), list({"file"}) << text);
+}
+
+TEST_F(WorkspaceLaunch, UrlsArriveByteForByte) {
+    const QStringList urls = list(
+        {"tel://5551234", "steam://440", "shortcuts://RunMe/Do?Name=X", "x-item://8F5B2A1C",
+         "foo:Bar%7ebaz", "message://%3CAb%40c%3E", "foo://a%20b/c", "foo://a..b", "foo://-x-",
+         "foo://h:99999/", "FOO://h/../a/./b//c?%2f#%2F", "foo:%25f%25u", "foo://[::0001]:080"});
+    QByteArray types;
+    QByteArray defaults = "[Default Applications]\n";
+    for (const char *scheme : {"tel", "steam", "shortcuts", "x-item", "foo", "message"}) {
+        types += QByteArray("x-scheme-handler/") + scheme + ';';
+        defaults += QByteArray("x-scheme-handler/") + scheme + "=handler.desktop\n";
+    }
+    const QByteArray entryOfTypes = "MimeType=" + types + "\nExec=" + recording();
+    for (const char *code : {" %u", " %U"}) {
+        entry(entryOfTypes + code, QStringLiteral("handler.desktop"));
+        PrivateHome::instance().write(QStringLiteral("config/mimeapps.list"), defaults);
+        for (const QString &url : urls) {
+            ASSERT_TRUE(waitUntil([&] { return workspace().openUrl(url); })) << url.toStdString();
+            EXPECT_EQ(start().extra(), QStringList(url)) << code;
+        }
+    }
+    entry("DBusActivatable=true\n" + entryOfTypes, QStringLiteral("org.example.Handler.desktop"));
+    PrivateHome::instance().write(
+        QStringLiteral("config/mimeapps.list"),
+        defaults.replace("handler.desktop", "org.example.Handler.desktop"));
+    const BusService service(QStringLiteral("org.example.Handler"),
+                             QStringLiteral("/org/example/Handler"), kApplicationXml,
+                             BusService::Manner::Answers);
+    for (const QString &url : urls) {
+        const qsizetype before = service.calls().size();
+        ASSERT_TRUE(waitUntil([&] {
+            return workspace().openUrl(url) && service.calls().size() > before;
+        })) << url.toStdString();
+        EXPECT_TRUE(service.calls().last().startsWith(QStringLiteral("Open(['%1']").arg(url)))
+            << service.calls().last().toStdString();
+    }
 }
 
 TEST_F(WorkspaceLaunch, AnOwnWindowIsRecognisedByItsLaunch) {

@@ -258,8 +258,7 @@ TEST_F(RuleAdvancedPanelTest, HelpOpensItsPage) {
     help->setFocus();
     QTest::keyClick(help, Qt::Key_Space);
     EXPECT_EQ(workspace_.requests().lines(),
-              QStringList(QStringLiteral("open ") +
-                          QString::fromLatin1(addresses::deepLaunchHelpPage().toEncoded())));
+              QStringList(QStringLiteral("openUrl ") + addresses::deepLaunchHelpPage()));
     EXPECT_TRUE(panel_->isVisible());
 }
 

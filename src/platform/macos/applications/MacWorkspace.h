@@ -10,7 +10,8 @@ namespace kestrelbay {
 class MacWorkspace final : public Workspace {
 public:
     [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications() override;
-    bool open(const QUrl &url) override;
+    bool open(const QUrl &file) override;
+    bool openUrl(const QString &url) override;
     void openApplication(const QUrl &application, const QStringList &arguments,
                          Completion completion) override;
     /// False when there is no application at that URL; what becomes of the files is not

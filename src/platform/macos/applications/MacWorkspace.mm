@@ -72,9 +72,17 @@ std::vector<std::unique_ptr<RunningApplication>> MacWorkspace::runningApplicatio
     }
 }
 
-bool MacWorkspace::open(const QUrl &url) {
+bool MacWorkspace::open(const QUrl &file) {
     @autoreleasepool {
-        NSURL *const target = toNSURL(url);
+        NSURL *const target = toNSURL(file);
+        return target && [[NSWorkspace sharedWorkspace] openURL:target];
+    }
+}
+
+bool MacWorkspace::openUrl(const QString &url) {
+    @autoreleasepool {
+        // It keeps the text, whatever it makes of its parts.
+        NSURL *const target = [NSURL URLWithString:toNSString(url)];
         return target && [[NSWorkspace sharedWorkspace] openURL:target];
     }
 }

@@ -17,7 +17,7 @@ namespace kestrelbay {
 [[nodiscard]] QString toQString(NSString *text);
 [[nodiscard]] QString toQString(CFStringRef text);
 
-/// Autoreleased; nil when it is none, or none to the system.
-[[nodiscard]] NSURL *toNSURL(const QUrl &url);
+/// Autoreleased; nil when it is not the URL of a file.
+[[nodiscard]] NSURL *toNSURL(const QUrl &file);
 
 }  // namespace kestrelbay

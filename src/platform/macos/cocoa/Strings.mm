@@ -32,12 +32,8 @@ QString toQString(CFStringRef text) {
     return result;
 }
 
-NSURL *toNSURL(const QUrl &url) {
-    if (!url.isValid())
-        return nil;
-    if (url.isLocalFile())
-        return [NSURL fileURLWithPath:toNSString(url.toLocalFile())];
-    return [NSURL URLWithString:toNSString(QString::fromLatin1(url.toEncoded()))];
+NSURL *toNSURL(const QUrl &file) {
+    return file.isLocalFile() ? [NSURL fileURLWithPath:toNSString(file.toLocalFile())] : nil;
 }
 
 }  // namespace kestrelbay
