@@ -104,8 +104,9 @@ void AppLauncher::handle(const ShortcutRule &rule) const {
 
 std::unique_ptr<RunningApplication> AppLauncher::runningInstance(const Press &press) const {
     // Only the place counts: a copy elsewhere is another application.
+    const QUrl place = workspace_.standardized(press.appUrl);
     for (auto &application : workspace_.runningApplications()) {
-        if (isSameFile(application->bundleURL(), press.appUrl)) {
+        if (application->bundleURL() == place) {
             std::unique_ptr<RunningApplication> found = std::move(application);
             return found;
         }

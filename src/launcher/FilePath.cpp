@@ -46,17 +46,12 @@ QString expandingTilde(const QString &path) {
 }
 
 QUrl fileUrl(const QString &path) {
-    QString absolute = QDir::isAbsolutePath(path) ? path : QDir::currentPath() + u'/' + path;
+    // Not as QDir sees it, to whom a path that begins with a colon is one of Qt's resources.
+    QString absolute = path.startsWith(u'/') ? path : QDir::currentPath() + u'/' + path;
     // QUrl would take what follows two slashes for a host.
     while (absolute.startsWith(QStringLiteral("//")))
         absolute.remove(0, 1);
     return QUrl::fromLocalFile(absolute);
-}
-
-bool isSameFile(const QUrl &first, const QUrl &second) {
-    if (!first.isLocalFile() || !second.isLocalFile())
-        return false;
-    return QDir::cleanPath(first.toLocalFile()) == QDir::cleanPath(second.toLocalFile());
 }
 
 }  // namespace kestrelbay

@@ -12,7 +12,4 @@ namespace kestrelbay {
 /// The URL of a file; a relative path starts at the current folder.
 [[nodiscard]] QUrl fileUrl(const QString &path);
 
-/// Do both lead to the same place once "." and ".." are resolved? Links are not.
-[[nodiscard]] bool isSameFile(const QUrl &first, const QUrl &second);
-
 }  // namespace kestrelbay

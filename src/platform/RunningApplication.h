@@ -21,8 +21,8 @@ class RunningApplication {
 public:
     virtual ~RunningApplication() = default;
 
-    /// File URL of the application: a bundle, or a desktop entry. Empty when the
-    /// program belongs to none.
+    /// File URL of the application, a bundle or a desktop entry, as
+    /// Workspace::standardized() spells it. Empty when the program belongs to none.
     [[nodiscard]] virtual QUrl bundleURL() const = 0;
     /// Bundle identifier, or desktop file id. Empty when there is none.
     [[nodiscard]] virtual QString bundleIdentifier() const = 0;

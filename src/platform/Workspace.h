@@ -27,6 +27,10 @@ public:
     [[nodiscard]] virtual std::vector<std::unique_ptr<RunningApplication>>
     runningApplications() = 0;
 
+    /// The same for all URLs that lead to one file by its name: "." and ".." are resolved, and
+    /// names that are one name to the file system are spelled alike. Links are not followed.
+    [[nodiscard]] virtual QUrl standardized(const QUrl &file) const = 0;
+
     /// Launches an application, or tells it to reopen when it is running; opens any
     /// other file as the user's settings say. False when nothing accepted it.
     virtual bool open(const QUrl &file) = 0;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "fakes/FakeWindowElement.h"
+#include "files/StandardPath.h"
 #include "platform/RunningApplication.h"
 
 namespace kestrelbay {
@@ -40,6 +41,11 @@ struct FakeProcess {
     }
 };
 
+/// As the workspace spells it.
+inline QUrl standardizedFile(const QUrl &file) {
+    return QUrl::fromLocalFile(standardPath(file.toLocalFile()));
+}
+
 /// All that run, in the order in which they are listed.
 using FakeProcesses = std::vector<std::shared_ptr<FakeProcess>>;
 
@@ -55,7 +61,7 @@ public:
           reads_(std::move(reads)),
           wasActive_(process_->isActive) {}
 
-    [[nodiscard]] QUrl bundleURL() const override { return process_->bundleURL; }
+    [[nodiscard]] QUrl bundleURL() const override { return standardizedFile(process_->bundleURL); }
     [[nodiscard]] QString bundleIdentifier() const override { return process_->bundleIdentifier; }
     [[nodiscard]] ProcessIdentifier processIdentifier() const override {
         return process_->processIdentifier;

@@ -24,6 +24,9 @@ public:
                 std::make_unique<FakeRunningApplication>(process, processes_, requests_, reads_));
         return applications;
     }
+    [[nodiscard]] QUrl standardized(const QUrl &file) const override {
+        return standardizedFile(file);
+    }
     bool open(const QUrl &file) override {
         return request(QStringLiteral("open ") + text(file)) && launch(file);
     }

@@ -85,6 +85,13 @@ TEST_F(DeepLaunch, TildeIsExpandedForEveryApplication) {
     EXPECT_EQ(requestsOf(rule), QStringList{expected});
 }
 
+TEST_F(DeepLaunch, PathThatBeginsWithAColonIsAFileLikeAnyOther) {
+    const QString file =
+        QString::fromLatin1(QUrl::fromLocalFile(QDir::currentPath() + u"/:/x"_s).toEncoded());
+    EXPECT_EQ(requestsOf(notes(KeepOpen, ArgumentKind::FilePath, u":/x"_s)),
+              QStringList{u"openFiles "_s + file + u" with file:///Applications/Notes.app"_s});
+}
+
 TEST_F(DeepLaunch, OnlyAFileRuleAsksForTheFileManager) {
     runNotes({u"A"_s});
     requestsOf(notes(KeepOpen, ArgumentKind::LaunchArgs, u"-a"_s));

@@ -15,10 +15,6 @@ namespace kestrelbay {
 
 namespace {
 
-bool same(const QString &first, const QString &second) {
-    return isSameFile(fileUrl(first), fileUrl(second));
-}
-
 TEST(ExpandingTilde, TildeAloneIsTheHomeFolder) {
     EXPECT_EQ(expandingTilde(u"~"_s), QDir::homePath());
     EXPECT_EQ(expandingTilde(u"~/Downloads"_s), QDir::homePath() + u"/Downloads"_s);
@@ -57,26 +53,16 @@ TEST(FileUrl, RelativePathStartsAtTheCurrentFolder) {
     EXPECT_EQ(fileUrl(u"notes.txt"_s).toLocalFile(), QDir::currentPath() + u"/notes.txt"_s);
 }
 
+TEST(FileUrl, LeadingColonIsPartOfARelativePath) {
+    for (const QString &path : {u":/x"_s, u":"_s, u":x/y"_s})
+        EXPECT_EQ(fileUrl(path).toEncoded(),
+                  QUrl::fromLocalFile(QDir::currentPath() + u'/' + path).toEncoded());
+    EXPECT_EQ(fileUrl(u"/:/x"_s).toLocalFile(), u"/:/x"_s);
+}
+
 TEST(FileUrl, DoubleSlashIsNoHost) {
     EXPECT_EQ(fileUrl(u"//host/x"_s).host(), QString());
     EXPECT_EQ(fileUrl(u"//host/x"_s).toLocalFile(), u"/host/x"_s);
-}
-
-TEST(SameFile, DotSegmentsAreResolved) {
-    EXPECT_TRUE(same(u"/Applications/./Notes.app"_s, u"/Applications/Notes.app"_s));
-    EXPECT_TRUE(same(u"/Applications/Utilities/../Notes.app"_s, u"/Applications/Notes.app"_s));
-    EXPECT_TRUE(same(u"/Applications/Notes.app/"_s, u"/Applications/Notes.app"_s));
-}
-
-TEST(SameFile, OtherPathsDiffer) {
-    EXPECT_FALSE(same(u"/Applications/Notes.app"_s, u"/Users/x/Applications/Notes.app"_s));
-    EXPECT_FALSE(same(u"/Applications/notes.app"_s, u"/Applications/Notes.app"_s));
-}
-
-TEST(SameFile, OnlyFilesCount) {
-    EXPECT_FALSE(isSameFile(QUrl(), QUrl()));
-    EXPECT_FALSE(isSameFile(QUrl(), fileUrl(u"/x"_s)));
-    EXPECT_FALSE(isSameFile(QUrl(u"http://a/x"_s), QUrl(u"http://a/x"_s)));
 }
 
 }  // namespace

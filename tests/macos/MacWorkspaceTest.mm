@@ -98,6 +98,18 @@ TEST_F(MacWorkspaceTest, AnInvalidURLIsNotAskedFor) {
     EXPECT_EQ(takeCalls(), QStringList());
 }
 
+TEST_F(MacWorkspaceTest, NamesAreOneInEveryUnicodeNormalForm) {
+    const QUrl composed = QUrl::fromLocalFile(one_ + QStringLiteral("/Caf\u00e9.app"));
+    const QUrl decomposed = QUrl::fromLocalFile(one_ + QStringLiteral("/Cafe\u0301.app"));
+    EXPECT_EQ(workspace_.standardized(composed), composed);
+    EXPECT_EQ(workspace_.standardized(decomposed), composed);
+    for (const QUrl &url : {composed, decomposed}) {
+        ASSERT_TRUE(QDir().mkpath(url.toLocalFile()));
+        EXPECT_TRUE(workspace_.open(url));
+        EXPECT_EQ(workspace_.runningApplications().back()->bundleURL(), composed);
+    }
+}
+
 TEST_F(MacWorkspaceTest, ANewInstanceGetsTheArguments) {
     std::atomic<bool> isDone = false;
     workspace_.openApplication(oneUrl_, {QStringLiteral("-v"), QStringLiteral("a b"), QString()},

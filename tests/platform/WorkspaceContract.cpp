@@ -43,6 +43,23 @@ TEST_P(WorkspaceContract, ARunningApplicationTellsWhoItIs) {
     }
 }
 
+TEST_P(WorkspaceContract, ARunningApplicationIsFoundByEveryWayToItsPlace) {
+    const QString one = stage_->install(QStringLiteral("one"));
+    const QString two = stage_->install(QStringLiteral("two"));
+    stage_->start(one, 1);
+    ASSERT_TRUE(hasWindows(one, 1));
+    const QUrl place = running(one)->bundleURL();
+    for (const QString &way :
+         {one, QString(one).replace(u'/', QStringLiteral("/./")), QStringLiteral("/x/..") + one,
+          QStringLiteral("/..") + one, QStringLiteral("/../..") + one,
+          two + QStringLiteral("/../") + one.section(u'/', -1)})
+        EXPECT_EQ(workspace().standardized(QUrl::fromLocalFile(way)), place) << way.toStdString();
+    for (const QString &other : {two, QStringLiteral("/x") + one, one.toUpper()})
+        EXPECT_NE(workspace().standardized(QUrl::fromLocalFile(other)), place)
+            << other.toStdString();
+    EXPECT_EQ(workspace().standardized(QUrl()), QUrl());
+}
+
 TEST_P(WorkspaceContract, OneApplicationIsActive) {
     const QString one = stage_->install(QStringLiteral("one"));
     const QString two = stage_->install(QStringLiteral("two"));

@@ -10,6 +10,7 @@
 
 #include <gio/gdesktopappinfo.h>
 
+#include "files/StandardPath.h"
 #include "platform/linux/x11/windows/ApplicationWindows.h"
 
 namespace kestrelbay::x11 {
@@ -200,6 +201,10 @@ std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplicat
     for (const ApplicationGroup &group : groupApplications(picture))
         applications.push_back(std::make_unique<LinuxRunningApplication>(tracker_, picture, group));
     return applications;
+}
+
+QUrl LinuxWorkspace::standardized(const QUrl &file) const {
+    return QUrl::fromLocalFile(standardPath(file.toLocalFile()));
 }
 
 bool LinuxWorkspace::open(const QUrl &file) {

@@ -28,6 +28,8 @@ public:
     ~LinuxWorkspace() override;
 
     [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications() override;
+    /// Names are bytes here: one in another Unicode normal form is another name.
+    [[nodiscard]] QUrl standardized(const QUrl &file) const override;
     bool open(const QUrl &file) override;
     bool openUrl(const QString &url) override;
     void openApplication(const QUrl &application, const QStringList &arguments,

@@ -38,6 +38,33 @@ TEST_F(LinuxWorkspaceWindows, IdentityFollowsTheWindow) {
     EXPECT_FALSE(running(a));
 }
 
+TEST_F(LinuxWorkspaceWindows, NamesOfEntriesAreBytes) {
+    const PrivateHome &home = PrivateHome::instance();
+    const QString composed =
+        home.writeEntry(QStringLiteral("Caf\u00e9.desktop"), "Exec=/bin/true\nStartupWMClass=Aaa");
+    const QString decomposed =
+        home.writeEntry(QStringLiteral("Cafe\u0301.desktop"), "Exec=/bin/true\nStartupWMClass=Bbb");
+    startWindowManager();
+    startWorkspace();
+    make("Bbb", 1);
+    EXPECT_TRUE(waitForRunning(decomposed));
+    EXPECT_FALSE(running(composed));
+    EXPECT_NE(workspace().standardized(QUrl::fromLocalFile(composed)),
+              workspace().standardized(QUrl::fromLocalFile(decomposed)));
+}
+
+TEST_F(LinuxWorkspaceWindows, ARuleMayNameItsEntryByAWayAboveTheRoot) {
+    // Outside of the folders, so that it is known by the rule alone.
+    const QString path = PrivateHome::instance().write(
+        QStringLiteral("elsewhere/aaa.desktop"),
+        "[Desktop Entry]\nType=Application\nName=A\nExec=/bin/true\nStartupWMClass=Aaa\n");
+    startWindowManager();
+    startWorkspace();
+    workspace().prepare({QStringLiteral("/..") + path});
+    make("Aaa", 1);
+    EXPECT_TRUE(waitForRunning(path));
+}
+
 TEST_F(LinuxWorkspaceWindows, NothingThatAClientWritesDoesHarm) {
     const QString a = entry("Aaa");
     startWindowManager();

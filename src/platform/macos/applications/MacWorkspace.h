@@ -10,6 +10,9 @@ namespace kestrelbay {
 class MacWorkspace final : public Workspace {
 public:
     [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications() override;
+    /// As the system standardises it, in one Unicode normal form: names of files are one in
+    /// all of them. Capital and small letters stay different, as the system's URLs are too.
+    [[nodiscard]] QUrl standardized(const QUrl &file) const override;
     bool open(const QUrl &file) override;
     bool openUrl(const QString &url) override;
     void openApplication(const QUrl &application, const QStringList &arguments,

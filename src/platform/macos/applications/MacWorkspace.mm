@@ -15,19 +15,22 @@ namespace kestrelbay {
 
 namespace {
 
+/// Empty for nil.
+QUrl standardizedUrl(NSURL *file) {
+    NSString *const path = [[file URLByStandardizingPath] path];
+    // As Qt spells the names of files that it finds itself.
+    return path ? QUrl::fromLocalFile(toQString(path).normalized(QString::NormalizationForm_C))
+                : QUrl();
+}
+
 class MacRunningApplication final : public RunningApplication {
 public:
     explicit MacRunningApplication(NSRunningApplication *application)
         : application_(ObjCOwner<NSRunningApplication *>::retained(application)) {}
 
-    /// Standardised: "." and ".." are resolved.
     [[nodiscard]] QUrl bundleURL() const override {
         @autoreleasepool {
-            NSString *const path = [[[application_.get() bundleURL] URLByStandardizingPath] path];
-            // As Qt spells the names of files that it finds itself.
-            return path ? QUrl::fromLocalFile(
-                              toQString(path).normalized(QString::NormalizationForm_C))
-                        : QUrl();
+            return standardizedUrl([application_.get() bundleURL]);
         }
     }
     [[nodiscard]] QString bundleIdentifier() const override {
@@ -69,6 +72,12 @@ std::vector<std::unique_ptr<RunningApplication>> MacWorkspace::runningApplicatio
              [[NSWorkspace sharedWorkspace] runningApplications])
             applications.push_back(std::make_unique<MacRunningApplication>(application));
         return applications;
+    }
+}
+
+QUrl MacWorkspace::standardized(const QUrl &file) const {
+    @autoreleasepool {
+        return standardizedUrl(toNSURL(file));
     }
 }
 

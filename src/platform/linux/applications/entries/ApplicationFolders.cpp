@@ -7,6 +7,8 @@
 #include <QSet>
 #include <QStandardPaths>
 
+#include "files/StandardPath.h"
+
 namespace kestrelbay {
 
 namespace {
@@ -33,7 +35,7 @@ QStringList applicationFolders() {
     if (QDir::isRelativePath(folders.first()))
         folders.first() = QDir::homePath() + QStringLiteral("/.local/share/applications");
     for (QString &folder : folders)
-        folder = QDir::cleanPath(folder);
+        folder = standardPath(folder);
     folders.removeDuplicates();
     return folders;
 }
@@ -56,8 +58,8 @@ std::vector<DesktopEntry> readDesktopEntries(const QStringList &folders,
                                              const QStringList &namedPaths) {
     QStringList named;
     for (const QString &path : namedPaths)
-        if (QDir::isAbsolutePath(path))
-            named.append(QDir::cleanPath(path));
+        if (path.startsWith(u'/'))
+            named.append(standardPath(path));
 
     std::vector<DesktopEntry> entries;
     QSet<QString> ids;

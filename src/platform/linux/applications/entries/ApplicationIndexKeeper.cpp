@@ -3,12 +3,12 @@
 #include <chrono>
 #include <utility>
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include <gio/gdesktopappinfo.h>
 
+#include "files/StandardPath.h"
 #include "platform/linux/applications/entries/ApplicationFolders.h"
 
 namespace kestrelbay {
@@ -112,8 +112,8 @@ void ApplicationIndexKeeper::build() {
     for (const QString &folder : folders_)
         watched.append(watchableFolder(folder));
     for (const QString &path : std::as_const(named))
-        if (QDir::isAbsolutePath(path))
-            watched.append(watchableFolder(QFileInfo(QDir::cleanPath(path)).path()));
+        if (path.startsWith(u'/'))
+            watched.append(watchableFolder(QFileInfo(standardPath(path)).path()));
     watched.removeDuplicates();
     watch(watched);
 

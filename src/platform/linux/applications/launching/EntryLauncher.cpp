@@ -9,10 +9,10 @@
 #include <gio/gdesktopappinfo.h>
 #include <unistd.h>
 
-#include <QDir>
 #include <QFile>
 #include <QSysInfo>
 
+#include "files/StandardPath.h"
 #include "platform/linux/applications/entries/ApplicationFolders.h"
 #include "platform/linux/applications/entries/DesktopEntry.h"
 #include "platform/linux/applications/launching/ExecLine.h"
@@ -110,7 +110,7 @@ QString EntryLauncher::newStartupId() const {
 }
 
 QString EntryLauncher::open(const QString &entryPath, const QStringList &uris) {
-    const QString path = QDir::cleanPath(entryPath);
+    const QString path = standardPath(entryPath);
     std::optional<KeyFile> entry = loadEntry(path);
     if (!entry)
         return unreadable(path);
@@ -130,7 +130,7 @@ QString EntryLauncher::open(const QString &entryPath, const QStringList &uris) {
 }
 
 QString EntryLauncher::startNew(const QString &entryPath, const QStringList &arguments) {
-    const QString path = QDir::cleanPath(entryPath);
+    const QString path = standardPath(entryPath);
     std::optional<KeyFile> entry = loadEntry(path);
     if (!entry)
         return unreadable(path);

@@ -6,6 +6,8 @@
 
 #include <QDir>
 
+#include "files/StandardPath.h"
+
 namespace kestrelbay {
 
 namespace {
@@ -49,7 +51,7 @@ private:
     /// The entry with this file, and the others of its id: two copies of one
     /// application can't be told apart by what it runs.
     [[nodiscard]] Matches byFile(const QString &path, MatchReason reason) const {
-        const QString clean = QDir::cleanPath(path);
+        const QString clean = standardPath(path);
         const ApplicationIndex::Found exact = index_.withPath(clean);
         const QString id =
             exact.empty() ? clean.section(u'/', -1) : index_.entries()[exact.front()].id;
