@@ -12,6 +12,7 @@
 #include "app/status/StatusItem.h"
 #include "app/toasts/LaunchToastWindow.h"
 #include "app/toasts/ToastWindow.h"
+#include "hotkeys/TapProblems.h"
 #include "platform/Platform.h"
 #include "platform/SystemLog.h"
 #include "platform/UserDefaults.h"
@@ -131,7 +132,7 @@ bool AppDelegate::runRule(const QString &id) const {
 void AppDelegate::applicationDidFinishLaunching() {
     platform_.becomeAccessory();
     bringUpShortcuts();
-    if (!manager_->isAccessibilityGranted())
+    if (canChange(manager_->tapProblem()))
         startAccessibilityPolling();
     menu_.build(manager_->isEnabled());
     statusItem_ = std::make_unique<StatusItem>(platform_.systemTray(), menu_);
@@ -159,10 +160,11 @@ void AppDelegate::startAccessibilityPolling() {
 
 void AppDelegate::pollAccessibility() {
     manager_->reinstallEventTap();
-    if (!manager_->isAccessibilityGranted())
+    if (canChange(manager_->tapProblem()))
         return;
     accessibilityPoller_.reset();
-    Q_EMIT notifications_.accessibilityGranted();
+    if (manager_->isAccessibilityGranted())
+        Q_EMIT notifications_.accessibilityGranted();
 }
 
 void AppDelegate::observeNotifications() {

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "hotkeys/ShortcutManager.h"
+#include "hotkeys/TapProblems.h"
 #include "model/RuleFile.h"
 #include "platform/LoginItem.h"
 #include "platform/Platform.h"
@@ -39,21 +40,7 @@ QString withoutHome(const QString &path) {
 }
 
 QString explained(TapProblem problem) {
-    switch (problem) {
-        case TapProblem::None:
-            return QStringLiteral("yes");
-        case TapProblem::NotPermitted:
-            return QStringLiteral("no, the user has not permitted it");
-        case TapProblem::WaylandSession:
-            return QStringLiteral("no, this is a Wayland session");
-        case TapProblem::NoDisplay:
-            return QStringLiteral("no, the X server does not answer");
-        case TapProblem::NoInputExtension:
-            return QStringLiteral("no, the X server lacks XInput 2.1 or XKB");
-        case TapProblem::OtherInstance:
-            return QStringLiteral("no, another instance has it");
-    }
-    return {};
+    return problem == TapProblem::None ? yesOrNo(true) : QStringLiteral("no, ") + inWords(problem);
 }
 
 QString status(const RuleFile::LoadResult &loaded) {

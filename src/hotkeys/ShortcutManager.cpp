@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "hotkeys/TapProblems.h"
 #include "platform/SystemLog.h"
 
 using namespace Qt::StringLiterals;
@@ -128,13 +129,25 @@ void ShortcutManager::installTap() {
         .refusalsChanged = [this] { noteRefusals(); },
     });
     if (!installed) {
-        log_.write(QStringLiteral(
-            "KestrelBay: Failed to create event tap. Accessibility permission required."));
+        logTapProblem();
         return;
     }
+    loggedProblem_ = TapProblem::None;
     installedTap_ = &tap_;
     isTapRecording_ = recordingCallback_ && tap_.setRecording(true);
     noteRefusals();
+}
+
+void ShortcutManager::logTapProblem() {
+    const TapProblem problem = tap_.problem();
+    if (problem == TapProblem::NotPermitted) {
+        // At every try: whoever is asked for the permission may be looking at the log.
+        log_.write(QStringLiteral(
+            "KestrelBay: Failed to create event tap. Accessibility permission required."));
+    } else if (std::exchange(loggedProblem_, problem) != problem) {
+        log_.write(u"KestrelBay [WARN] No hotkeys: the keyboard cannot be read, "_s +
+                   inWords(problem));
+    }
 }
 
 void ShortcutManager::removeTap() {

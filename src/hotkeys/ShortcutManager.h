@@ -104,6 +104,7 @@ private:
     void publishWantedHotkeys();
     void removeTap();
     void installTap();
+    void logTapProblem();
     void noteRefusals();
     void tellRefusals();
     void endRecordingWithoutTap();
@@ -120,6 +121,8 @@ private:
     std::vector<Hotkey> refusedHotkeys_;  // sorted; as the tap last said
     std::vector<Hotkey> toldRefusals_;    // sorted; as known to the hook
     EventTap *installedTap_ = nullptr;
+    /// The log has said so since the last installation.
+    TapProblem loggedProblem_ = TapProblem::None;
     bool isEnabled_ = true;
     std::set<KeyCode> heldModifierCodes_;
     RecordingCallback recordingCallback_;

@@ -130,6 +130,8 @@ public:
     static constexpr LSystemText permissionWaiting{
         .onMacos = {u"Waiting for permission...", u"等待授权..."},
         .onLinux = {u"Waiting for keyboard access...", u"等待键盘访问权限..."}};
+    static constexpr LText permissionNotInSession{u"⚠ Not available in this session",
+                                                  u"⚠ 当前会话中不可用"};
     static constexpr LText permissionGranted{u"✓ Granted", u"✓ 已授权"};
     static constexpr LText skipForNow{u"Skip for now", u"稍后再说"};
 

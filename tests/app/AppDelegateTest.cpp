@@ -103,6 +103,34 @@ TEST_F(AppDelegateTest, AsksForThePermissionEverySecondAndTellsOfItOnce) {
     EXPECT_EQ(grantedPosts_, 1);
 }
 
+TEST_F(AppDelegateTest, WhatCannotChangeIsLoggedOnceAndNotAskedForAgain) {
+    platform_.eventTap().setPermission(false);
+    platform_.eventTap().setRefusal(TapProblem::WaylandSession);
+    completeOnboarding();
+    const AppDelegate &delegate = launch();
+    EXPECT_FALSE(delegate.isPollingAccessibility());
+    EXPECT_EQ(timers_.waitingCount(), 0U) << "the program sleeps";
+    EXPECT_EQ(platform_.systemLog().take(),
+              QStringList(QStringLiteral("KestrelBay [WARN] No hotkeys: the keyboard cannot be "
+                                         "read, this is a Wayland session")));
+}
+
+TEST_F(AppDelegateTest, WhatCanChangeIsAskedForAgainAndLoggedOnce) {
+    platform_.eventTap().setPermission(false);
+    platform_.eventTap().setRefusal(TapProblem::OtherInstance);
+    completeOnboarding();
+    const AppDelegate &delegate = launch();
+    EXPECT_TRUE(delegate.isPollingAccessibility());
+    timers_.advance(10000ms);
+    EXPECT_EQ(platform_.systemLog().take().size(), 1);
+
+    platform_.eventTap().setPermission(true);
+    timers_.advance(1000ms);
+    EXPECT_FALSE(delegate.isPollingAccessibility());
+    EXPECT_EQ(grantedPosts_, 1);
+    EXPECT_EQ(timers_.waitingCount(), 0U);
+}
+
 TEST_F(AppDelegateTest, TellsOfHotkeysThatOtherProgramsHold) {
     completeOnboarding();
     AppDelegate &delegate = launch();

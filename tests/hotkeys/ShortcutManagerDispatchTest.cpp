@@ -46,6 +46,29 @@ TEST_F(ShortcutManagerDispatch, WithoutPermissionThereIsNoTapAndALogLine) {
     EXPECT_EQ(log_.take(), QStringList{line});
 }
 
+TEST_F(ShortcutManagerDispatch, OtherReasonsAreLoggedInTheirOwnWordsOnceEach) {
+    const auto lineOf = [](const QString &reason) {
+        return QStringList{u"KestrelBay [WARN] No hotkeys: the keyboard cannot be read, "_s +
+                           reason};
+    };
+    tap_.setPermission(false);
+    tap_.setRefusal(TapProblem::OtherInstance);
+    manager();
+    EXPECT_EQ(log_.take(), lineOf(u"another instance has it"_s));
+    manager().reinstallEventTap();
+    EXPECT_EQ(log_.take(), kNothing);
+    tap_.setRefusal(TapProblem::NoDisplay);
+    manager().reinstallEventTap();
+    manager().reinstallEventTap();
+    EXPECT_EQ(log_.take(), lineOf(u"the X server does not answer"_s));
+
+    tap_.setPermission(true);
+    manager().reinstallEventTap();
+    tap_.setPermission(false);
+    manager().reinstallEventTap();
+    EXPECT_EQ(log_.take(), lineOf(u"the X server does not answer"_s)) << "it is news again";
+}
+
 TEST_F(ShortcutManagerDispatch, ReinstallingAfterThePermissionWasGrantedWorks) {
     tap_.setPermission(false);
     manager().addRule(rule(u"Terminal"_s, 17, 0x100008));

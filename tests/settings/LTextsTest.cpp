@@ -61,6 +61,8 @@ std::vector<Member> members() {
         {L::welcomeStart, u"Get Started"_s, u"开始设置"_s},
         {L::welcomeDismiss, u"Dismiss"_s, u"关闭"_s},
         {L::permissionWaitingButton, u"Waiting..."_s, u"正在等待..."_s},
+        {L::permissionNotInSession, u"\u26A0 Not available in this session"_s,
+         u"\u26A0 当前会话中不可用"_s},
         {L::permissionGranted, u"\u2713 Granted"_s, u"\u2713 已授权"_s},
         {L::skipForNow, u"Skip for now"_s, u"稍后再说"_s},
         {L::doneTitle, u"All set!"_s, u"一切就绪！"_s},

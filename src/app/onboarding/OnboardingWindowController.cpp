@@ -10,6 +10,7 @@
 
 #include "app/onboarding/OnboardingSteps.h"
 #include "hotkeys/ShortcutManager.h"
+#include "hotkeys/TapProblems.h"
 #include "platform/NativeWindow.h"
 #include "platform/SystemSettings.h"
 #include "settings/L.h"
@@ -137,6 +138,12 @@ void OnboardingViewController::goToPermission() {
 void OnboardingViewController::openAccessibilitySettings() {
     if (!waitingLabel())
         return;
+    if (!services_.manager.isAccessibilityGranted() && !canChange(services_.manager.tapProblem())) {
+        waitingLabel()->setText(L::permissionNotInSession());
+        waitingLabel()->setColor(colors::systemOrange);
+        waitingLabel()->show();
+        return;
+    }
     // Otherwise the focus would go to the link, and whoever presses the key once
     // more would skip the step unawares.
     step_->setFocus();

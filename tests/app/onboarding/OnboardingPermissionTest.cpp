@@ -48,6 +48,19 @@ TEST_F(OnboardingPermissionTest, WaitsAlsoWhereThereAreNoSettings) {
     EXPECT_EQ(tap_.takeCalls(), QStringList{QStringLiteral("install")});
 }
 
+TEST_F(OnboardingPermissionTest, DoesNotWaitForWhatCannotCome) {
+    tap_.setRefusal(TapProblem::WaylandSession);
+    manager_->setupEventTap();
+    tap_.takeCalls();
+    primary().click();
+    EXPECT_EQ(timers_.waitingCount(), 0U);
+    EXPECT_TRUE(tap_.takeCalls().isEmpty());
+    EXPECT_TRUE(status().isVisible());
+    EXPECT_EQ(status().text(), L::permissionNotInSession());
+    EXPECT_EQ(status().palette().color(status().foregroundRole()), colors::systemOrange());
+    EXPECT_TRUE(primary().isEnabled());
+}
+
 TEST_F(OnboardingPermissionTest, TriesTheTapEvery800Milliseconds) {
     primary().click();
     timers_.advance(799ms);

@@ -47,7 +47,7 @@ void ShellStage::restartProgram(const QJsonObject &settings, Keys keys) {
         QStringLiteral("KestrelBay started"), [&] { startProgram(); },
         [&] {
             if (keys == Keys::AreTaken)
-                return program().line({QStringLiteral("Failed to create event tap")}).has_value();
+                return program().line({QStringLiteral("No hotkeys")}).has_value();
             return hasKeys() && grabbedCount() == ruleCount();
         });
 }

@@ -125,7 +125,7 @@ TapProblem XEventTap::tryInstall(Handlers handlers) {
     const std::optional<std::uint8_t> keymapChangeEvent = watchKeymap(c);
     const std::optional<KeyboardModel> keyboard = readKeyboardModel(c);
     if (!keymapChangeEvent || !keyboard)
-        return TapProblem::NoInputExtension;
+        return connection->isUsable() ? TapProblem::NoInputExtension : TapProblem::NoDisplay;
 
     connection_ = std::move(connection);
     handlers_ = std::move(handlers);
