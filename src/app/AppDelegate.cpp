@@ -100,6 +100,7 @@ PreferencesServices AppDelegate::preferencesServices() {
             .sounds = platform_.systemSounds(),
             .systemSettings = platform_.systemSettings(),
             .nativeWindow = platform_.nativeWindow(),
+            .screenLock = platform_.screenLock(),
             .launchAtLogin = launchAtLogin_,
             .notifications = notifications_,
             .timers = timers_,

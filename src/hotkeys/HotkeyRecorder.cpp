@@ -6,8 +6,9 @@
 
 namespace kestrelbay {
 
-HotkeyRecorder::HotkeyRecorder(ShortcutManager &manager, Timers &timers, Hooks hooks)
-    : manager_(manager), timers_(timers), hooks_(std::move(hooks)) {}
+HotkeyRecorder::HotkeyRecorder(ShortcutManager &manager, Timers &timers, ScreenLock &screenLock,
+                               Hooks hooks)
+    : manager_(manager), timers_(timers), screenLock_(screenLock), hooks_(std::move(hooks)) {}
 
 HotkeyRecorder::~HotkeyRecorder() {
     hooks_ = {};
@@ -64,10 +65,18 @@ void HotkeyRecorder::tryToRecord() {
         becomeIdle();
         manager_.setRecordingCallback(nullptr);
         waitForKeyboard();
-    } else if (isRecording() && call(hooks_.started) && isRecording() &&
-               !heldModifierCodes_.empty()) {
-        call(hooks_.modifiersChanged);
+        return;
     }
+    if (!isRecording())
+        return;
+    lockWatch_ = screenLock_.watch([this] { stop(); });
+    expectKey();
+    if (call(hooks_.started) && isRecording() && !heldModifierCodes_.empty())
+        call(hooks_.modifiersChanged);
+}
+
+void HotkeyRecorder::expectKey() {
+    noKeyTimer_ = timers_.once(kLongestWithoutKey, [this] { stop(); });
 }
 
 void HotkeyRecorder::waitForKeyboard() {
@@ -83,6 +92,7 @@ void HotkeyRecorder::waitForKeyboard() {
 EventVerdict HotkeyRecorder::handleRawEvent(EventType type, KeyCode keyCode) {
     if (state_ != State::Recording)
         return EventVerdict::Pass;
+    expectKey();
     if (type != EventType::FlagsChanged) {
         handleKeyDown(keyCode);
         return EventVerdict::Swallow;
@@ -119,6 +129,8 @@ void HotkeyRecorder::becomeIdle() {
     state_ = State::Idle;
     heldModifierCodes_.clear();
     retryTimer_.reset();
+    noKeyTimer_.reset();
+    lockWatch_.reset();
 }
 
 bool HotkeyRecorder::call(const std::function<void()> &hook) {

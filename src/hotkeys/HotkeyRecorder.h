@@ -11,6 +11,7 @@
 #include "keys/KeyCode.h"
 #include "keys/ModifierFlags.h"
 #include "platform/EventTap.h"
+#include "platform/ScreenLock.h"
 #include "tasks/Timers.h"
 
 namespace kestrelbay {
@@ -22,8 +23,9 @@ class ShortcutManager;
 ///
 /// While it records, no other program and no rule gets a key, so whoever starts it
 /// has to stop it as soon as the user turns to something else. It stops by itself
-/// at a hotkey, at Escape, at Delete without modifiers, when the tap goes, and
-/// when it is destroyed.
+/// at a hotkey, at Escape, at Delete without modifiers, when the tap goes, when it is
+/// destroyed, and, since nothing else could lock the screen meanwhile, before that is
+/// locked and when no key has been pressed for long.
 class HotkeyRecorder {
 public:
     /// Each may be empty, and may destroy the recorder.
@@ -51,7 +53,11 @@ public:
     static constexpr std::chrono::milliseconds kKeyboardRetryInterval{100};
     static constexpr int kKeyboardRetries = 10;
 
-    HotkeyRecorder(ShortcutManager &manager, Timers &timers, Hooks hooks);
+    /// Recording ends after this time without a key. Desktops lock a session that was
+    /// left alone after a minute at the earliest.
+    static constexpr std::chrono::seconds kLongestWithoutKey{30};
+
+    HotkeyRecorder(ShortcutManager &manager, Timers &timers, ScreenLock &screenLock, Hooks hooks);
     ~HotkeyRecorder();
 
     [[nodiscard]] KeyCode keyCode() const { return keyCode_; }
@@ -81,6 +87,7 @@ private:
 
     void tryToRecord();
     void waitForKeyboard();
+    void expectKey();
     [[nodiscard]] EventVerdict handleRawEvent(EventType type, KeyCode keyCode);
     void handleKeyDown(KeyCode keyCode);
     void becomeIdle();
@@ -89,6 +96,7 @@ private:
 
     ShortcutManager &manager_;
     Timers &timers_;
+    ScreenLock &screenLock_;
     Hooks hooks_;
     KeyCode keyCode_{};
     ModifierFlags modifierFlags_;
@@ -96,6 +104,8 @@ private:
     std::set<KeyCode> heldModifierCodes_;
     int retriesLeft_ = 0;
     std::unique_ptr<Timers::Timer> retryTimer_;
+    std::unique_ptr<Timers::Timer> noKeyTimer_;
+    std::unique_ptr<ScreenLock::Watch> lockWatch_;
     std::shared_ptr<bool> life_ = std::make_shared<bool>();
 };
 

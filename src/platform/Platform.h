@@ -13,6 +13,7 @@ class ApplicationCatalog;
 class EventTap;
 class LoginItem;
 class NativeWindow;
+class ScreenLock;
 class SystemTray;
 class SystemLog;
 class SystemSettings;
@@ -37,6 +38,7 @@ public:
     [[nodiscard]] virtual SystemSettings &systemSettings() = 0;
     [[nodiscard]] virtual NativeWindow &nativeWindow() = 0;
     [[nodiscard]] virtual SystemTray &systemTray() = 0;
+    [[nodiscard]] virtual ScreenLock &screenLock() = 0;
 
     /// Null where the system has none, so that the program's own are used.
     [[nodiscard]] virtual const SystemSymbols *systemSymbols() = 0;

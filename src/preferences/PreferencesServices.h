@@ -11,6 +11,7 @@ class DispatchQueue;
 class LaunchAtLogin;
 class NativeWindow;
 class Notifications;
+class ScreenLock;
 class ShortcutManager;
 class SystemSettings;
 class SystemSounds;
@@ -27,6 +28,7 @@ struct PreferencesServices {
     SystemSounds &sounds;
     SystemSettings &systemSettings;
     NativeWindow &nativeWindow;
+    ScreenLock &screenLock;
     LaunchAtLogin &launchAtLogin;
     Notifications &notifications;
     Timers &timers;

@@ -8,6 +8,7 @@
 #include "fakes/FakeEventTap.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakeNativeWindow.h"
+#include "fakes/FakeScreenLock.h"
 #include "fakes/FakeSystemLog.h"
 #include "fakes/FakeSystemSettings.h"
 #include "fakes/FakeSystemSounds.h"
@@ -32,6 +33,7 @@ public:
     [[nodiscard]] FakeSystemSettings &systemSettings() override { return systemSettings_; }
     [[nodiscard]] FakeNativeWindow &nativeWindow() override { return nativeWindow_; }
     [[nodiscard]] FakeSystemTray &systemTray() override { return systemTray_; }
+    [[nodiscard]] FakeScreenLock &screenLock() override { return screenLock_; }
     [[nodiscard]] FakeSystemSymbols *systemSymbols() override { return &systemSymbols_; }
     [[nodiscard]] QString applicationSupportDirectory() const override { return supportDirectory_; }
     void becomeAccessory() override { isAccessory_ = true; }
@@ -67,6 +69,7 @@ private:
     FakeSystemSymbols systemSymbols_;
     FakeNativeWindow nativeWindow_;
     FakeSystemTray systemTray_;
+    FakeScreenLock screenLock_;
     bool isAccessory_ = false;
     std::vector<std::pair<QString, QString>> diagnostics_;
     std::function<void()> sessionEnded_;

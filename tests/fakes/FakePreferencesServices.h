@@ -8,6 +8,7 @@
 #include "fakes/FakeApplicationCatalog.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakeNativeWindow.h"
+#include "fakes/FakeScreenLock.h"
 #include "fakes/FakeSystemSettings.h"
 #include "fakes/FakeSystemSounds.h"
 #include "fakes/FakeTimers.h"
@@ -33,6 +34,7 @@ protected:
                 .sounds = sounds_,
                 .systemSettings = systemSettings_,
                 .nativeWindow = nativeWindow_,
+                .screenLock = screenLock_,
                 .launchAtLogin = launchAtLogin_,
                 .notifications = notifications_,
                 .timers = timers,
@@ -59,6 +61,7 @@ protected:
     FakeSystemSounds sounds_;
     FakeSystemSettings systemSettings_;
     FakeNativeWindow nativeWindow_;
+    FakeScreenLock screenLock_;
     FakeLoginItem loginItem_;
     QStringList launchAtLoginFailures_;
     LaunchAtLogin launchAtLogin_{loginItem_, defaults_,

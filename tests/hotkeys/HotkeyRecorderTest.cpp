@@ -2,10 +2,12 @@
 
 #include <optional>
 
+#include "fakes/FakeScreenLock.h"
 #include "fakes/FakeTimers.h"
 #include "hotkeys/ManagerFixture.h"
 
 using namespace Qt::StringLiterals;
+using std::chrono_literals::operator""ms;
 
 namespace kestrelbay {
 
@@ -21,7 +23,7 @@ class HotkeyRecorderTest : public ManagerFixture {
 protected:
     void SetUp() override {
         recorder_.emplace(
-            manager(), timers_,
+            manager(), timers_, screenLock_,
             HotkeyRecorder::Hooks{
                 .started = [this] { told_ += u"started"_s; },
                 .modifiersChanged = [this] { told_ += u"modifiers"_s; },
@@ -61,6 +63,7 @@ protected:
     }
 
     FakeTimers timers_;
+    FakeScreenLock screenLock_;
     QStringList told_;
     std::function<void()> whenRecorded_;
     std::optional<HotkeyRecorder> recorder_;
@@ -79,6 +82,53 @@ TEST_F(HotkeyRecorderTest, AnEscapePressedJustWhenItBeginsEndsIt) {
     tap_.pressAtRecording(key::kEscape);
     recorder().start();
     EXPECT_EQ(takeTold(), QStringList{u"ended"_s});
+    expectKeyboardGivenBack();
+}
+
+TEST_F(HotkeyRecorderTest, GivesTheKeyboardBackBeforeTheScreenIsLocked) {
+    EXPECT_EQ(screenLock_.watchCount(), 0U);
+    startRecording();
+    EXPECT_EQ(screenLock_.watchCount(), 1U);
+    screenLock_.lock();
+    EXPECT_EQ(takeTold(), QStringList{u"ended"_s});
+    expectKeyboardGivenBack();
+    EXPECT_EQ(screenLock_.watchCount(), 0U);
+}
+
+TEST_F(HotkeyRecorderTest, AsksForTheLockAndTheTimeOnlyWhileItRecords) {
+    startRecording();
+    pressWith(key::kLeftCommand, kT);
+    EXPECT_EQ(screenLock_.watchCount(), 0U);
+    EXPECT_EQ(timers_.waitingCount(), 0U);
+
+    tap_.setKeyboardHeldByOthers(true);
+    recorder().start();
+    EXPECT_TRUE(recorder().isWaitingForKeyboard());
+    EXPECT_EQ(screenLock_.watchCount(), 0U);
+}
+
+TEST_F(HotkeyRecorderTest, GivesTheKeyboardBackAfterHalfAMinuteWithoutAKey) {
+    startRecording();
+    timers_.advance(29'999ms);
+    EXPECT_TRUE(recorder().isRecording());
+    timers_.advance(1ms);
+    EXPECT_EQ(takeTold(), QStringList{u"ended"_s});
+    expectKeyboardGivenBack();
+    EXPECT_EQ(timers_.waitingCount(), 0U);
+}
+
+TEST_F(HotkeyRecorderTest, EachKeyStartsTheHalfMinuteAnew) {
+    startRecording();
+    for (const KeyCode keyCode : {kT, key::kLeftCommand}) {
+        timers_.advance(29'999ms);
+        tap_.press(keyCode);
+    }
+    timers_.advance(29'999ms);
+    tap_.release(key::kLeftCommand);
+    timers_.advance(29'999ms);
+    EXPECT_TRUE(recorder().isRecording());
+    timers_.advance(1ms);
+    EXPECT_FALSE(recorder().isRecording());
     expectKeyboardGivenBack();
 }
 
@@ -236,7 +286,8 @@ TEST_F(HotkeyRecorderTest, WaitsForAKeyboardThatAnotherProgramHolds) {
     timers_.advance(HotkeyRecorder::kKeyboardRetryInterval);
     EXPECT_EQ(takeTold(), QStringList{u"started"_s});
     EXPECT_TRUE(recorder().isRecording());
-    EXPECT_EQ(timers_.waitingCount(), 0U);
+    timers_.advance(HotkeyRecorder::kLongestWithoutKey - 1ms);
+    EXPECT_TRUE(recorder().isRecording()) << "the time counts from where it began";
 }
 
 TEST_F(HotkeyRecorderTest, GivesUpAfterASecondWithoutTheKeyboard) {
@@ -278,7 +329,7 @@ TEST_F(HotkeyRecorderTest, MayBeDestroyedByWhatItTells) {
 
 TEST_F(HotkeyRecorderTest, AnotherRecorderEndsIt) {
     startRecording();
-    HotkeyRecorder other(manager(), timers_, {});
+    HotkeyRecorder other(manager(), timers_, screenLock_, {});
     other.start();
     EXPECT_EQ(takeTold(), QStringList{u"ended"_s});
     EXPECT_FALSE(recorder().isRecording());

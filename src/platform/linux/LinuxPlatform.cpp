@@ -10,6 +10,7 @@
 #include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/desktop/AutostartLoginItem.h"
 #include "platform/linux/desktop/CanberraSounds.h"
+#include "platform/linux/desktop/DesktopScreenLock.h"
 #include "platform/linux/desktop/JsonUserDefaults.h"
 #include "platform/linux/desktop/LinuxSystemTray.h"
 #include "platform/linux/desktop/PortalSystemSettings.h"
@@ -106,6 +107,8 @@ public:
         return *systemTray_;
     }
 
+    [[nodiscard]] ScreenLock &screenLock() override { return screenLock_; }
+
     /// None: icon themes have other names and shapes.
     [[nodiscard]] const SystemSymbols *systemSymbols() override { return nullptr; }
 
@@ -169,6 +172,7 @@ private:
     SessionBus bus_;
     std::optional<PortalSystemSettings> systemSettings_;
     std::optional<LinuxSystemTray> systemTray_;
+    DesktopScreenLock screenLock_{bus_, qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS")};
 };
 
 }  // namespace

@@ -45,6 +45,7 @@ public:
     [[nodiscard]] SystemSettings &systemSettings() override { return systemSettings_; }
     [[nodiscard]] NativeWindow &nativeWindow() override { return nativeWindow_; }
     [[nodiscard]] SystemTray &systemTray() override { return systemTray_; }
+    [[nodiscard]] ScreenLock &screenLock() override { return screenLock_; }
     [[nodiscard]] const SystemSymbols *systemSymbols() override { return &systemSymbols_; }
     /// The user's Library/Application Support.
     [[nodiscard]] QString applicationSupportDirectory() const override {
@@ -87,6 +88,7 @@ private:
     MacSystemSettings systemSettings_;
     MacNativeWindow nativeWindow_;
     MacSystemTray systemTray_;
+    MacScreenLock screenLock_;
     MacSystemSymbols systemSymbols_;
 };
 

@@ -59,7 +59,7 @@ bool isReturn(const QKeyEvent &event) {
 HotkeyRecorderField::HotkeyRecorderField(const PreferencesServices &services, QWidget *parent)
     : QAbstractButton(parent),
       services_(services),
-      recorder_(services.manager, services.timers, hooks()),
+      recorder_(services.manager, services.timers, services.screenLock, hooks()),
       shake_(*this),
       label_(new TextLabel(QString(), systemFont(kLabelFontSize), fieldPlaceholderColor, this)),
       clearButton_(new QPushButton(L::recorderClear(), this)),

@@ -1,7 +1,12 @@
 #include "desktop/preferences/PreferencesScenes.h"
 
 #include <csignal>
-#include "support/Poll.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QScopeGuard>
+
+#include "support/PrivateSessionBus.h"
 
 namespace kestrelbay::desktop {
 
@@ -76,6 +81,34 @@ void sceneWaysOutOfWindow(PreferencesStage &stage) {
     stage.openPreferences();
     endsRecording(stage, QStringLiteral("closed the window"),
                   [&] { stage.view().close(stage.preferences()); });
+}
+
+void sceneLockedWhileRecording(PreferencesStage &stage) {
+    const testing::PrivateSessionBus systemBus;
+    const QString variable = QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS");
+    stage.setProgramVariable(variable, systemBus.address());
+    QDBusConnection logind =
+        QDBusConnection::connectToBus(systemBus.address(), QStringLiteral("logind"));
+    const auto putBack = qScopeGuard([&] {
+        stage.setProgramVariable(variable, {});
+        QDBusConnection::disconnectFromBus(QStringLiteral("logind"));
+    });
+    if (!logind.registerService(QStringLiteral("org.freedesktop.login1")))
+        throw NotPrepared(QStringLiteral("no logind"));
+    begin(stage);
+    endsRecording(stage, QStringLiteral("had the session locked"), [&] {
+        logind.send(QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/login1/session/c1"),
+                                               QStringLiteral("org.freedesktop.login1.Session"),
+                                               QStringLiteral("Lock")));
+    });
+    stage.openPreferences();
+    endsRecording(stage, QStringLiteral("sent the machine to sleep"), [&] {
+        QDBusMessage signal = QDBusMessage::createSignal(
+            QStringLiteral("/org/freedesktop/login1"),
+            QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("PrepareForSleep"));
+        signal.setArguments({true});
+        logind.send(signal);
+    });
 }
 
 void sceneKilledWhileRecording(PreferencesStage &stage) {

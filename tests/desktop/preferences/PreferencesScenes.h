@@ -23,6 +23,7 @@ void sceneManyRules(PreferencesStage &stage);
 void sceneWaysOutByKey(PreferencesStage &stage);
 void sceneWaysOutInWindow(PreferencesStage &stage);
 void sceneWaysOutOfWindow(PreferencesStage &stage);
+void sceneLockedWhileRecording(PreferencesStage &stage);
 void sceneKilledWhileRecording(PreferencesStage &stage);
 
 // PreferencesSettings.cpp

@@ -25,6 +25,7 @@ constexpr std::array kScenes{
     PreferencesScene{"Ways out of recording by key", sceneWaysOutByKey, kStarts},
     PreferencesScene{"Ways out of recording in the window", sceneWaysOutInWindow, kStarts},
     PreferencesScene{"Ways out of recording by other windows", sceneWaysOutOfWindow, kStarts},
+    PreferencesScene{"Locked while recording", sceneLockedWhileRecording, kStarts},
     PreferencesScene{"Killed while recording", sceneKilledWhileRecording, kStarts},
     PreferencesScene{"Settings", sceneSettings, kStarts},
     PreferencesScene{"Another language", sceneLanguage, kStarts},

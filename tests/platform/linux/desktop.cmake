@@ -13,6 +13,7 @@ kestrelbay_test(linux_desktop_tests LABEL display
     SOURCES
         linux/LinuxPlatformDiagnosticsTest.cpp
         linux/bus/SessionBusTest.cpp
+        linux/desktop/DesktopScreenLockTest.cpp
         linux/desktop/LinuxSystemTrayTest.cpp
         linux/desktop/PortalSystemSettingsTest.cpp
         linux/x11/panels/X11NativeWindowManagedTest.cpp

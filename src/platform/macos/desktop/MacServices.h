@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ScreenLock.h"
 #include "platform/SystemLog.h"
 #include "platform/SystemSettings.h"
 #include "platform/SystemSounds.h"
@@ -19,6 +20,14 @@ public:
     /// Never called: there is nothing to tell.
     void setDarkHandler(std::function<void()> /*handler*/) override {}
     [[nodiscard]] bool opensMenus() const override { return true; }
+};
+
+/// The login window's own input, which no tap sees or keeps from it.
+class MacScreenLock final : public ScreenLock {
+public:
+    [[nodiscard]] std::unique_ptr<Watch> watch(std::function<void()> /*aboutToLock*/) override {
+        return nullptr;
+    }
 };
 
 /// Light and dark are Qt's business here: it follows the system by itself.
