@@ -15,7 +15,7 @@
 namespace {
 
 /// One text a NUL, in the order arguments, "--", variables, "--", what descriptors
-/// are, "--", session leader or not, working folder.
+/// are, "--", session leader or not, working folder, signals blocked and ignored.
 void record(const std::string &file, int argc, char **argv) {
     const std::string unfinished = file + ".unfinished";
     {
@@ -35,6 +35,10 @@ void record(const std::string &file, int argc, char **argv) {
         }
         out << "--" << '\0' << (getsid(0) == getpid() ? "leader" : "member") << '\0'
             << std::filesystem::current_path().string() << '\0';
+        std::ifstream status("/proc/self/status");
+        for (std::string line; std::getline(status, line);)
+            if (line.starts_with("SigBlk:") || line.starts_with("SigIgn:"))
+                out << line << '\0';
     }
     std::filesystem::rename(unfinished, file);
 }

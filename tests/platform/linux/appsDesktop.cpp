@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 #include "support/Poll.h"
 
@@ -79,6 +80,16 @@ void PrivateHome::removeEntries() const {
         QDir().mkpath(path(QLatin1String(folder)));
     }
     QFile::remove(path(QStringLiteral("config/mimeapps.list")));
+}
+
+void PrivateHome::offerPrograms(const QStringList &names) const {
+    const QString folder = path(QStringLiteral("bin"));
+    QDir(folder).removeRecursively();
+    QDir().mkpath(folder);
+    for (const QString &name : names)
+        QFile::link(QStandardPaths::findExecutable(name, {QStringLiteral("/usr/bin")}),
+                    folder + u'/' + name);
+    qputenv("PATH", QFile::encodeName(folder));
 }
 
 WindowMaker::WindowMaker(const QString &displayName) : connection_(displayName) {}
@@ -205,6 +216,7 @@ void AppsDesktop::TearDown() {
     maker_.reset();
     windowManager_.reset();
     server_.reset();
+    PrivateHome::instance().offerAllPrograms();
 }
 
 void AppsDesktop::startWindowManager(const QString &program) {

@@ -40,8 +40,12 @@ public:
     /// start the test program with these arguments.
     QString writeEntry(const QString &name, const QByteArray &lines) const;
     void removeEntries() const;
+    /// From now on, only these programs of the system are found in PATH.
+    void offerPrograms(const QStringList &names) const;
+    void offerAllPrograms() const { qputenv("PATH", searchPath_); }
 
 private:
+    const QByteArray searchPath_ = qgetenv("PATH");
     QTemporaryDir root_;
     std::unique_ptr<ChildProcess> bus_;
 };

@@ -44,7 +44,9 @@ void prepareChild(gpointer) {
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
-    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGCHLD, SIGUSR1, SIGUSR2})
+    // All of them: shells cannot hear what was ignored when they were started. Those that
+    // cannot be set stay as they are.
+    for (int signal = 1; signal < NSIG; ++signal)
         static_cast<void>(std::signal(signal, SIG_DFL));
 }
 
