@@ -4,6 +4,7 @@
 #include <QByteArray>
 
 #include "fuzz/Check.h"
+#include "platform/linux/applications/entries/CommandLine.h"
 #include "platform/linux/applications/entries/DesktopEntry.h"
 #include "platform/linux/applications/launching/ExecLine.h"
 

@@ -8,6 +8,7 @@
 #include <QStandardPaths>
 
 #include "files/DataFile.h"
+#include "platform/linux/applications/entries/CommandLine.h"
 #include "platform/linux/applications/entries/DesktopEntry.h"
 
 using namespace Qt::StringLiterals;

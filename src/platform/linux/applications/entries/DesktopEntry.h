@@ -59,15 +59,4 @@ struct DesktopEntry {
                              const std::optional<QStringList> &onlyShowIn,
                              const QStringList &notShowIn);
 
-/// The words of an Exec line, unquoted. No value when the line is broken or empty.
-[[nodiscard]] std::optional<QStringList> wordsOfExec(const QString &exec);
-
-/// The program that an Exec line starts, as it is written there, past `env` and its
-/// assignments. Empty when the line is broken.
-[[nodiscard]] QString programOfExec(const QString &exec);
-
-/// Is this the name of a program that runs other programs, so that its name says
-/// nothing of what it runs?
-[[nodiscard]] bool isInterpreterOrWrapper(const QString &programName);
-
 }  // namespace kestrelbay

@@ -1,8 +1,9 @@
 #include "platform/linux/applications/launching/ExecLine.h"
 
+#include <algorithm>
 #include <utility>
 
-#include "platform/linux/applications/entries/DesktopEntry.h"
+#include "platform/linux/applications/entries/CommandLine.h"
 #include "platform/linux/glib/GObjectPtr.h"
 
 namespace kestrelbay {
@@ -46,6 +47,20 @@ QString rewrittenWord(const QString &word, const ExecContext &context, FileCodes
     return unquoted.isEmpty() && hadCode ? result : result + quoted(unquoted);
 }
 
+/// Does the line end in a "--" that ends a program's options? What stands behind a
+/// shell's own text is the name of that text.
+bool endsOptions(const QStringList &words) {
+    const qsizetype last = words.size() - 1;
+    if (last < 1 || words[last] != QLatin1String("--"))
+        return false;
+    const bool afterText =
+        last >= 3 && words[last - 2].startsWith(u'-') &&
+        !words[last - 2].startsWith(QLatin1String("--")) && words[last - 2].endsWith(u'c') &&
+        std::ranges::any_of(words.first(last - 2),
+                            [](const QString &word) { return isShell(word.section(u'/', -1)); });
+    return !afterText;
+}
+
 }  // namespace
 
 std::optional<QString> rewrittenExec(const QString &exec, const ExecContext &context,
@@ -54,11 +69,17 @@ std::optional<QString> rewrittenExec(const QString &exec, const ExecContext &con
     if (!words)
         return std::nullopt;
     QStringList line;
-    for (const QString &word : *words)
-        line.append(rewrittenWord(word, context, fileCodes));
-    line.removeAll(QString());
+    QStringList kept;
+    for (const QString &word : *words) {
+        const QString rewritten = rewrittenWord(word, context, fileCodes);
+        if (rewritten.isEmpty())
+            continue;
+        line.append(rewritten);
+        kept.append(word);
+    }
+    qsizetype place = endsOptions(kept) ? line.size() - 1 : line.size();
     for (const QString &argument : arguments)
-        line.append(quoted(argument));
+        line.insert(place++, quoted(argument));
     return line.join(u' ');
 }
 

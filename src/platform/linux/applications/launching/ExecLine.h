@@ -19,7 +19,9 @@ enum class FileCodes { Keep, Drop };
 
 /// Rewrites an Exec line so that every word of it is quoted and every field code
 /// but those of files is filled in, and adds arguments at its end, which the program
-/// gets byte for byte. Deprecated codes go. No value when the line is broken.
+/// gets byte for byte. Deprecated codes go. A "--" that ends the line, after which
+/// nothing would be an option any more, stays behind the arguments. No value when the
+/// line is broken.
 [[nodiscard]] std::optional<QString> rewrittenExec(const QString &exec, const ExecContext &context,
                                                    FileCodes fileCodes,
                                                    const QStringList &arguments = {});

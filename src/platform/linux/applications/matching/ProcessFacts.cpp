@@ -7,7 +7,7 @@
 #include <QFileInfo>
 #include <QList>
 
-#include "platform/linux/applications/entries/DesktopEntry.h"
+#include "platform/linux/applications/entries/CommandLine.h"
 #include "platform/linux/glib/KeyFile.h"
 
 namespace kestrelbay {

@@ -71,6 +71,26 @@ TEST(ExecLaunch, ArgumentsAreKeptByteForByte) {
               QStringList(QStringLiteral("app")) + arguments);
 }
 
+TEST(ExecLaunch, ArgumentsGoBeforeTheEndOfTheOptions) {
+    const QStringList arguments = list({"--fs", "a b"});
+    const auto with = [&](const char *exec) {
+        return words(QString::fromLatin1(exec), FileCodes::Drop, arguments);
+    };
+    EXPECT_EQ(with("app --gui -- %U"), list({"app", "--gui", "--fs", "a b", "--"}));
+    EXPECT_EQ(with("env A=b app '--' %f %i"),
+              list({"env", "A=b", "app", "--", "--icon", "my icon", "--fs", "a b"}));
+    EXPECT_EQ(with("app -- x %U"), list({"app", "--", "x", "--fs", "a b"}));
+    EXPECT_EQ(with("xterm -e app -c x -- %U"),
+              list({"xterm", "-e", "app", "-c", "x", "--fs", "a b", "--"}));
+    // There it is the shell's name for the text, and what follows are its arguments.
+    for (const char *shell : {"sh -c", "/usr/bin/bash -lc", "env A=b dash -ec"})
+        EXPECT_EQ(with((QByteArray(shell) + " 'exec app \"$@\"' -- %U").constData()).last(4),
+                  list({"exec app \"$@\"", "--", "--fs", "a b"}))
+            << shell;
+    EXPECT_EQ(with("sh /opt/run -- %U"), list({"sh", "/opt/run", "--fs", "a b", "--"}));
+    EXPECT_EQ(words(QStringLiteral("app -- %U")), list({"app", "--"}));
+}
+
 TEST(ExecLaunch, BrokenLinesAreSaidToBe) {
     EXPECT_FALSE(rewrittenExec(QStringLiteral("app 'x"), context(), FileCodes::Drop));
     EXPECT_FALSE(rewrittenExec(QString(), context(), FileCodes::Drop));
