@@ -16,7 +16,7 @@
 #include "platform/linux/applications/entries/ApplicationFolders.h"
 #include "platform/linux/applications/entries/DesktopEntry.h"
 #include "platform/linux/applications/launching/ExecLine.h"
-#include "platform/linux/applications/matching/ProcessFacts.h"
+#include "platform/linux/applications/matching/Processes.h"
 #include "platform/linux/glib/KeyFile.h"
 
 namespace kestrelbay {

@@ -8,21 +8,12 @@
 #include <QList>
 
 #include "platform/linux/applications/entries/CommandLine.h"
+#include "platform/linux/applications/matching/Processes.h"
 #include "platform/linux/glib/KeyFile.h"
 
 namespace kestrelbay {
 
 namespace {
-
-/// An environment may be as large as the kernel's limit for it.
-constexpr qint64 kLargestProcFile = 4 << 20;
-
-QByteArray readSmall(const QString &path) {
-    QFile file(path);
-    // These files have no size to be asked for.
-    return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ? file.read(kLargestProcFile)
-                                                                  : QByteArray();
-}
 
 /// The last parts of all paths in the text of a cgroup file, and their folders'.
 QList<QByteArray> cgroupParts(const QByteArray &cgroup) {
@@ -138,17 +129,14 @@ ProcessFacts readProcessFacts(std::int64_t pid) {
     ProcessFacts facts;
     if (pid < 1)
         return facts;
-    const QString folder = QStringLiteral("/proc/%1/").arg(pid);
-    const QByteArray cgroup = readSmall(folder + QStringLiteral("cgroup"));
-    facts.flatpakId = flatpakIdOfInfo(readSmall(folder + QStringLiteral("root/.flatpak-info")));
+    const QByteArray cgroup = readOfProcess(pid, "cgroup");
+    facts.flatpakId = flatpakIdOfInfo(readOfProcess(pid, "root/.flatpak-info"));
     facts.snapName = snapNameOfCgroup(cgroup);
     facts.scopeIds = scopeIdsOfCgroup(cgroup);
-    facts.launchedEntryPath =
-        launchedEntryOfEnvironment(readSmall(folder + QStringLiteral("environ")), pid);
-    facts.executableNames =
-        executableNamesOfCommandLine(readSmall(folder + QStringLiteral("cmdline")));
+    facts.launchedEntryPath = launchedEntryOfEnvironment(readOfProcess(pid, "environ"), pid);
+    facts.executableNames = executableNamesOfCommandLine(readOfProcess(pid, "cmdline"));
 
-    QString executable = QFile::symLinkTarget(folder + QStringLiteral("exe"));
+    QString executable = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(pid));
     // After an update, until the program is started again.
     const QLatin1String deleted(" (deleted)");
     if (executable.endsWith(deleted))
@@ -160,13 +148,6 @@ ProcessFacts readProcessFacts(std::int64_t pid) {
             facts.executableNames.append(name);
     }
     return facts;
-}
-
-std::uint64_t processStartTime(std::int64_t pid) {
-    const QByteArray stat = readSmall(QStringLiteral("/proc/%1/stat").arg(pid));
-    // The name, in parentheses, may hold anything; field 22 counts from before it.
-    const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
-    return fields.size() > 19 ? fields.at(19).toULongLong() : 0;
 }
 
 }  // namespace kestrelbay

@@ -28,10 +28,6 @@ struct ProcessFacts {
 /// empty. Any thread.
 [[nodiscard]] ProcessFacts readProcessFacts(std::int64_t pid);
 
-/// When the process was started, in clock ticks since boot: with its number, this
-/// names a process for good. 0 when there is no such process.
-[[nodiscard]] std::uint64_t processStartTime(std::int64_t pid);
-
 // The parts that read foreign text.
 
 /// Application ids by the systemd unit in the text of /proc/<pid>/cgroup.

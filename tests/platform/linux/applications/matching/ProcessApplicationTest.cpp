@@ -4,6 +4,7 @@
 
 #include "platform/linux/applications/launching/EntryLauncher.h"
 #include "platform/linux/applications/matching/ProcessFacts.h"
+#include "platform/linux/applications/matching/Processes.h"
 
 namespace kestrelbay {
 namespace {
