@@ -165,7 +165,7 @@ private:
 
 LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log)
     : tracker_(std::make_shared<WindowTracker>(
-          displayName, [this](std::int64_t pid) { return launcher_.processes().entryOf(pid); })),
+          displayName, [this](std::int64_t pid) { return launcher_.launches().entryOf(pid); })),
       launcher_(displayName, [this] { return tracker_->serverTime(); }),
       index_([this] { lookAhead(); }) {
     index_.loop().post([this] { launcher_.connect(); });
@@ -189,14 +189,30 @@ void LinuxWorkspace::lookAhead() {
         return;
     index_.loop().post([this] {
         lookingAhead_ = false;
-        static_cast<void>(tracker_->read(index_.currentOrEmpty()));
+        static_cast<void>(look(index_.currentOrEmpty()));
     });
+}
+
+DesktopPicture LinuxWorkspace::look(std::shared_ptr<const ApplicationIndex> index) {
+    DesktopPicture picture = tracker_->read(std::move(index));
+    Launches &launches = launcher_.launches();
+    if (!launches.isAnyUnderWay())
+        return picture;
+    for (const ManagedWindow &window : picture.windows) {
+        if (window.facts->type == WindowType::Decoration)
+            continue;
+        QStringList entryPaths;
+        for (const ApplicationMatch &match : *window.matches)
+            entryPaths.append(picture.index->entries()[match.entry].path);
+        launches.windowAppeared(window.facts->pid, entryPaths);
+    }
+    return picture;
 }
 
 std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplications() {
     if (pump_)
         pump_->pressBegins();
-    const DesktopPicture picture = tracker_->read(index_.current());
+    const DesktopPicture picture = look(index_.current());
     std::vector<std::unique_ptr<RunningApplication>> applications;
     for (const ApplicationGroup &group : groupApplications(picture))
         applications.push_back(std::make_unique<LinuxRunningApplication>(tracker_, picture, group));

@@ -43,6 +43,8 @@ private:
     class WindowEventPump;
 
     void lookAhead();
+    /// The desktop as it is; launches whose windows are there are over then.
+    [[nodiscard]] DesktopPicture look(std::shared_ptr<const ApplicationIndex> index);
 
     std::shared_ptr<WindowTracker> tracker_;
     EntryLauncher launcher_;

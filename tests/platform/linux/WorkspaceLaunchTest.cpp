@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <csignal>
 
@@ -13,16 +14,12 @@
 
 #include "appsBus.h"
 #include "appsDesktop.h"
+#include "platform/linux/applications/matching/Processes.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {
 namespace {
 
-constexpr const char *kApplicationXml =
-    "<node><interface name='org.freedesktop.Application'>"
-    "<method name='Activate'><arg type='a{sv}' direction='in'/></method>"
-    "<method name='Open'><arg type='as' direction='in'/><arg type='a{sv}' direction='in'/></method>"
-    "</interface></node>";
 constexpr const char *kFileManagerXml =
     "<node><interface name='org.freedesktop.FileManager1'>"
     "<method name='ShowFolders'><arg type='as' direction='in'/><arg type='s' direction='in'/>"
@@ -89,6 +86,12 @@ protected:
             }))
             return result;
         QFile::remove(record());
+        // As long as it runs, it is on its way to a window, and not launched again.
+        EXPECT_TRUE(waitUntil([] {
+            return std::ranges::none_of(allProcesses(), [](std::int64_t pid) {
+                return readOfProcess(pid, "cmdline").startsWith(recording().replace(' ', '\0'));
+            });
+        }));
         const std::array<QList<QByteArray> *, 4> parts{&result.arguments, &result.variables,
                                                        &result.descriptors, &result.rest};
         std::size_t part = 0;
@@ -383,11 +386,14 @@ TEST_F(WorkspaceLaunch, AskedByDBusWhereThatIsWanted) {
     for (const auto manner : {BusService::Manner::Refuses, BusService::Manner::Dies}) {
         const BusService service(QStringLiteral("org.example.My-App"),
                                  QStringLiteral("/org/example/My_App"), kApplicationXml, manner);
+        // One that knows nothing of the launches before.
+        startWorkspace();
         EXPECT_TRUE(open(path));
         EXPECT_EQ(start().extra(), QStringList());
         EXPECT_EQ(service.calls().size(), 1);
     }
     // Nobody has the name.
+    startWorkspace();
     EXPECT_TRUE(workspace().openFiles({file}, QUrl::fromLocalFile(path)));
     EXPECT_EQ(start().extra(), QStringList(QStringLiteral("/etc/hosts")));
 }

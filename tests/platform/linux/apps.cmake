@@ -7,6 +7,7 @@ kestrelbay_test(linux_apps_fast_tests LABEL fast
         linux/applications/matching/ApplicationMatchTest.cpp
         linux/applications/entries/DesktopEntryApplicationTest.cpp
         linux/applications/launching/ExecLaunchTest.cpp
+        linux/applications/launching/LaunchesTest.cpp
         linux/applications/icons/InstalledApplicationsTest.cpp
         linux/applications/matching/ProcessApplicationTest.cpp
         linux/appsFastMain.cpp
@@ -21,6 +22,7 @@ kestrelbay_test(linux_apps_tests LABEL display
         linux/applications/icons/CatalogApplicationTest.cpp
         linux/LinuxWorkspaceIdentityTest.cpp
         linux/LinuxWorkspaceTest.cpp
+        linux/SlowStartTest.cpp
         linux/WindowRoundTripsTest.cpp
         linux/WorkspaceContractLinuxTest.cpp
         linux/WorkspaceLaunchTest.cpp
@@ -28,7 +30,7 @@ kestrelbay_test(linux_apps_tests LABEL display
         linux/appsDesktop.cpp
         linux/appsMain.cpp
         linux/appsTurns.cpp
-    LIBRARIES kestrelbay_back_end kestrelbay_test_support PkgConfig::GIO_TEST)
+    LIBRARIES kestrelbay_back_end kestrelbay_launcher kestrelbay_test_support PkgConfig::GIO_TEST)
 target_compile_definitions(linux_apps_tests PRIVATE
     KESTRELBAY_APPS_CLIENT="$<TARGET_FILE:linux_apps_client>")
 add_dependencies(linux_apps_tests linux_apps_client)

@@ -13,6 +13,13 @@
 
 namespace kestrelbay::testing {
 
+/// What D-Bus activatable applications offer.
+inline constexpr const char *kApplicationXml =
+    "<node><interface name='org.freedesktop.Application'>"
+    "<method name='Activate'><arg type='a{sv}' direction='in'/></method>"
+    "<method name='Open'><arg type='as' direction='in'/><arg type='a{sv}' direction='in'/></method>"
+    "</interface></node>";
+
 /// A program on the session bus that owns one name and takes every call.
 class BusService {
 public:

@@ -1,6 +1,7 @@
 // A program for the tests to launch: writes down how it was started and opens
 // windows until it is ended.
 //   --windows=N --instance=NAME --class=NAME --record=FILE
+//   --gate=FIFO  opens no window before somebody opens this for writing
 
 #include <cstdio>
 #include <cstdlib>
@@ -49,6 +50,7 @@ int main(int argc, char **argv) {
     int windows = 0;
     std::string instance;
     std::string className;
+    std::string gate;
     for (int i = 1; i < argc; ++i) {
         const std::string_view argument = argv[i];
         const std::string value(argument.substr(argument.find('=') == std::string_view::npos
@@ -62,7 +64,11 @@ int main(int argc, char **argv) {
             className = value;
         else if (argument.starts_with("--record="))
             record(value, argc, argv);
+        else if (argument.starts_with("--gate="))
+            gate = value;
     }
+    if (!gate.empty())
+        std::ifstream(gate).get();
     if (windows == 0)
         return 0;
 

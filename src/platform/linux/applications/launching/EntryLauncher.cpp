@@ -16,7 +16,6 @@
 #include "platform/linux/applications/entries/ApplicationFolders.h"
 #include "platform/linux/applications/entries/DesktopEntry.h"
 #include "platform/linux/applications/launching/ExecLine.h"
-#include "platform/linux/applications/matching/Processes.h"
 #include "platform/linux/glib/KeyFile.h"
 
 namespace kestrelbay {
@@ -84,24 +83,6 @@ QString notInstalled(const QString &path) {
 
 }  // namespace
 
-void LaunchedProcesses::add(std::int64_t pid, const QString &entryPath) {
-    const std::uint64_t startTime = processStartTime(pid);
-    const std::lock_guard lock(mutex_);
-    std::erase_if(processes_, [](const auto &item) {
-        return processStartTime(item.first) != item.second.startTime;
-    });
-    if (startTime != 0)
-        processes_.insert_or_assign(pid, Process{startTime, entryPath});
-}
-
-QString LaunchedProcesses::entryOf(std::int64_t pid) const {
-    const std::lock_guard lock(mutex_);
-    const auto process = processes_.find(pid);
-    return process != processes_.end() && processStartTime(pid) == process->second.startTime
-               ? process->second.entryPath
-               : QString();
-}
-
 QString EntryLauncher::newStartupId() const {
     static std::atomic<unsigned> count{0};
     return QStringLiteral("kestrelbay-%1-%2-%3_TIME%4")
@@ -112,23 +93,32 @@ QString EntryLauncher::newStartupId() const {
 }
 
 QString EntryLauncher::open(const QString &entryPath, const QStringList &uris) {
-    const QString path = standardPath(entryPath);
+    const Launches::Launch launch{newStartupId(), standardPath(entryPath), uris};
+    if (!launches_.begin(launch, Launches::Repeat::UnlessUnderWay))
+        return {};
+    const QString error = openNow(launch);
+    if (!error.isEmpty())
+        launches_.failed(launch.startupId);
+    return error;
+}
+
+QString EntryLauncher::openNow(const Launches::Launch &launch) {
+    const QString &path = launch.entryPath;
     std::optional<KeyFile> entry = loadEntry(path);
     if (!entry)
         return unreadable(path);
-    const QString startupId = newStartupId();
 
     GObjectPtr<GAppInfo> application;
     if (entry->boolean(G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE)) {
         // A slow service has been told; starting a second one would be worse.
-        if (bus_.activate(applicationId(path), uris, startupId) != BusAnswer::Failed)
+        if (bus_.activate(applicationId(path), launch.uris, launch.startupId) != BusAnswer::Failed)
             return {};
         application = rewrittenApplication(*entry, path, FileCodes::Keep, {});
     } else if (GDesktopAppInfo *info =
                    g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData())) {
         application.reset(G_APP_INFO(info));
     }
-    return application ? spawn(application.get(), path, uris, startupId) : notInstalled(path);
+    return application ? spawn(application.get(), launch) : notInstalled(path);
 }
 
 QString EntryLauncher::startNew(const QString &entryPath, const QStringList &arguments) {
@@ -138,39 +128,45 @@ QString EntryLauncher::startNew(const QString &entryPath, const QStringList &arg
         return unreadable(path);
     const GObjectPtr<GAppInfo> application =
         rewrittenApplication(*entry, path, FileCodes::Drop, arguments);
-    return application ? spawn(application.get(), path, {}, newStartupId()) : notInstalled(path);
+    if (!application)
+        return notInstalled(path);
+    const Launches::Launch launch{newStartupId(), path, {}};
+    static_cast<void>(launches_.begin(launch, Launches::Repeat::Always));
+    QString error = spawn(application.get(), launch);
+    if (!error.isEmpty())
+        launches_.failed(launch.startupId);
+    return error;
 }
 
 bool EntryLauncher::showFolder(const QString &uri) {
     return bus_.showFolder(uri, newStartupId()) == BusAnswer::Done;
 }
 
-QString EntryLauncher::spawn(GAppInfo *application, const QString &entryPath,
-                             const QStringList &uris, const QString &startupId) {
+QString EntryLauncher::spawn(GAppInfo *application, const Launches::Launch &launch) {
     connect();
     const GObjectPtr<GAppLaunchContext> context(g_app_launch_context_new());
     for (const char *name : kOwnVariables)
         g_app_launch_context_unsetenv(context.get(), name);
     g_app_launch_context_setenv(context.get(), "DESKTOP_STARTUP_ID",
-                                startupId.toUtf8().constData());
+                                launch.startupId.toUtf8().constData());
     g_app_launch_context_setenv(context.get(), "GIO_LAUNCHED_DESKTOP_FILE",
-                                QFile::encodeName(entryPath).constData());
+                                QFile::encodeName(launch.entryPath).constData());
     if (!displayName_.isEmpty())
         g_app_launch_context_setenv(context.get(), "DISPLAY",
                                     displayName_.toLocal8Bit().constData());
 
     GList *list = nullptr;
-    for (const QString &uri : uris)
+    for (const QString &uri : launch.uris)
         list = g_list_append(list, g_strdup(uri.toUtf8().constData()));
 
     struct Child {
         EntryLauncher *launcher;
-        const QString &entryPath;
-    } child{this, entryPath};
+        const Launches::Launch &launch;
+    } child{this, launch};
     const auto onStarted = [](GDesktopAppInfo *, GPid pid, gpointer data) {
-        const auto &[launcher, path] = *static_cast<const Child *>(data);
-        launcher->processes_.add(pid, path);
-        launcher->bus_.moveToScope(applicationId(path), pid);
+        const auto &[launcher, launched] = *static_cast<const Child *>(data);
+        launcher->launches_.started(launched.startupId, pid);
+        launcher->bus_.moveToScope(applicationId(launched.entryPath), pid);
     };
     GError *raw = nullptr;
     const auto flags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL |
@@ -183,7 +179,7 @@ QString EntryLauncher::spawn(GAppInfo *application, const QString &entryPath,
     if (launched)
         return {};
     return error ? QString::fromUtf8(error->message)
-                 : QStringLiteral("%1 could not be started").arg(entryPath);
+                 : QStringLiteral("%1 could not be started").arg(launch.entryPath);
 }
 
 }  // namespace kestrelbay

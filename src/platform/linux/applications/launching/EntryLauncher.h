@@ -2,34 +2,16 @@
 
 #include <cstdint>
 #include <functional>
-#include <mutex>
-#include <unordered_map>
 #include <utility>
 
 #include <QString>
 #include <QStringList>
 
 #include "platform/linux/applications/launching/LaunchBus.h"
+#include "platform/linux/applications/launching/Launches.h"
 #include "platform/linux/glib/GioBus.h"
 
 namespace kestrelbay {
-
-/// The processes that we started, and with which entry file. Any thread.
-class LaunchedProcesses {
-public:
-    void add(std::int64_t pid, const QString &entryPath);
-    /// Empty for a process that we did not start, also when it has the number of
-    /// one that we started.
-    [[nodiscard]] QString entryOf(std::int64_t pid) const;
-
-private:
-    struct Process {
-        std::uint64_t startTime;
-        QString entryPath;
-    };
-    mutable std::mutex mutex_;
-    std::unordered_map<std::int64_t, Process> processes_;
-};
 
 /// Starts the applications of desktop entries. Every call ends; its text is empty on
 /// success and otherwise says why not. Any thread.
@@ -49,8 +31,9 @@ public:
     /// Has GIO connect to the session bus, so that the first launch need not wait for it.
     void connect() { gioBus_.keep(); }
 
-    /// Launches it, with URIs if there are any. One that is D-Bus activatable is
-    /// asked by D-Bus, and started by its Exec line when that fails.
+    /// Launches it, with URIs if there are any, unless it is on its way to its first window
+    /// with the same already. One that is D-Bus activatable is asked by D-Bus, and started by
+    /// its Exec line when that fails.
     QString open(const QString &entryPath, const QStringList &uris = {});
 
     /// Starts a new process with these arguments behind those of its Exec line.
@@ -60,17 +43,17 @@ public:
     /// there is none.
     bool showFolder(const QString &uri);
 
-    [[nodiscard]] const LaunchedProcesses &processes() const { return processes_; }
+    [[nodiscard]] Launches &launches() { return launches_; }
 
 private:
     /// With a fresh server time in it, so that what it starts may take the focus.
     [[nodiscard]] QString newStartupId() const;
-    QString spawn(GAppInfo *application, const QString &entryPath, const QStringList &uris,
-                  const QString &startupId);
+    QString openNow(const Launches::Launch &launch);
+    QString spawn(GAppInfo *application, const Launches::Launch &launch);
 
     const QString displayName_;
     const ServerTime serverTime_;
-    LaunchedProcesses processes_;
+    Launches launches_;
     LaunchBus bus_;
     GioBus gioBus_;
 };

@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include "platform/linux/applications/launching/EntryLauncher.h"
 #include "platform/linux/applications/matching/ProcessFacts.h"
 #include "platform/linux/applications/matching/Processes.h"
 
@@ -68,15 +67,6 @@ TEST(ProcessApplication, ReadsThisProcess) {
     EXPECT_EQ(readProcessFacts(0), ProcessFacts());
     EXPECT_EQ(readProcessFacts(0x7fff'ffff), ProcessFacts());
     EXPECT_EQ(processStartTime(0x7fff'ffff), 0U);
-}
-
-TEST(ProcessApplication, RemembersWhatItLaunched) {
-    LaunchedProcesses processes;
-    processes.add(getpid(), QStringLiteral("/x.desktop"));
-    processes.add(0x7fff'ffff, QStringLiteral("/gone.desktop"));
-    EXPECT_EQ(processes.entryOf(getpid()), QStringLiteral("/x.desktop"));
-    EXPECT_EQ(processes.entryOf(0x7fff'ffff), QString());
-    EXPECT_EQ(processes.entryOf(getppid()), QString());
 }
 
 }  // namespace
