@@ -1,9 +1,6 @@
 #include "platform/linux/x11/keyboard/KeyGrabs.h"
 
-#include <algorithm>
-#include <iterator>
 #include <optional>
-#include <vector>
 
 namespace kestrelbay::x11 {
 
@@ -59,12 +56,6 @@ Masks combine(const Masks &a, const Masks &b) {
     return combined;
 }
 
-std::set<KeyGrab> difference(const std::set<KeyGrab> &a, const std::set<KeyGrab> &b) {
-    std::set<KeyGrab> rest;
-    std::ranges::set_difference(a, b, std::inserter(rest, rest.end()));
-    return rest;
-}
-
 }  // namespace
 
 std::set<KeyGrab> grabsFor(const Hotkey &hotkey, const KeyboardModel &keyboard) {
@@ -88,44 +79,6 @@ std::set<KeyGrab> grabsFor(const Hotkey &hotkey, const KeyboardModel &keyboard) 
         }
     }
     return grabs;
-}
-
-void KeyGrabber::apply(const std::set<KeyGrab> &wanted) {
-    const std::set<KeyGrab> held = difference(wanted_, refused_);
-    refused_ = request(difference(wanted, held));
-    release(difference(wanted_, wanted));
-    wanted_ = wanted;
-}
-
-std::set<KeyGrab> KeyGrabber::request(const std::set<KeyGrab> &grabs) {
-    struct Pending {
-        KeyGrab grab;
-        xcb_void_cookie_t cookie;
-    };
-    // All requests first, then all answers: one round trip however many they are.
-    std::vector<Pending> pending;
-    for (const KeyGrab &grab : grabs) {
-        for (const xcb_window_t root : connection_.roots()) {
-            pending.push_back({grab, xcb_grab_key_checked(
-                                         connection_.get(), 0, root, grab.modifiers, grab.keycode,
-                                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC)});
-        }
-    }
-    std::set<KeyGrab> refused;
-    for (const Pending &one : pending) {
-        if (const Reply<xcb_generic_error_t> error{
-                xcb_request_check(connection_.get(), one.cookie)})
-            refused.insert(one.grab);
-    }
-    return refused;
-}
-
-void KeyGrabber::release(const std::set<KeyGrab> &grabs) {
-    for (const KeyGrab &grab : grabs) {
-        for (const xcb_window_t root : connection_.roots())
-            xcb_ungrab_key(connection_.get(), grab.keycode, root, grab.modifiers);
-    }
-    xcb_flush(connection_.get());
 }
 
 }  // namespace kestrelbay::x11

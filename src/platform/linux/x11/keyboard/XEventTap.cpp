@@ -1,49 +1,17 @@
 #include "platform/linux/x11/keyboard/XEventTap.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
 
-#include <QAbstractNativeEventFilter>
-#include <QCoreApplication>
-
 #include <xcb/xinput.h>
 
 #include "platform/linux/x11/keyboard/KeyboardState.h"
+#include "platform/linux/x11/keyboard/RawKeys.h"
 
 namespace kestrelbay::x11 {
 
 namespace {
-
-// Since XInput 2.1 raw events arrive while another client has grabbed the keyboard.
-constexpr std::uint16_t kXInputMajor = 2;
-constexpr std::uint16_t kXInputMinor = 1;
-
-bool hasRawEvents(xcb_connection_t *connection) {
-    const xcb_query_extension_reply_t *extension =
-        xcb_get_extension_data(connection, &xcb_input_id);
-    if (extension == nullptr || extension->present == 0)
-        return false;
-    const Reply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
-        connection, xcb_input_xi_query_version(connection, kXInputMajor, kXInputMinor), nullptr));
-    return version && std::pair(version->major_version, version->minor_version) >=
-                          std::pair(kXInputMajor, kXInputMinor);
-}
-
-void selectRawKeys(const XConnection &connection) {
-    const auto select = [&](xcb_input_device_id_t device, std::uint32_t events) {
-        struct {
-            xcb_input_event_mask_t header;
-            std::uint32_t bits;
-        } mask{{device, 1}, events};
-        // On one root only: the server sends raw events once for every root asked for.
-        xcb_input_xi_select_events(connection.get(), connection.root(), 1, &mask.header);
-    };
-    select(XCB_INPUT_DEVICE_ALL_MASTER,
-           XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
-    select(XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
-}
 
 /// What the keyboard is grabbed for while recording. Not the root window: the
 /// server holds back raw events from a client that has grabbed for that one.
@@ -69,38 +37,17 @@ bool claimDisplay(const XConnection &connection) {
     return connection.ownerOf(selection) == window;
 }
 
-/// While somebody grabs the keyboard, the X server tells the focused window that it has
-/// lost the focus, and afterwards that it has it again. Nothing has moved, but Qt would
-/// take it for a change of window: a field that records a hotkey, for which the tap grabs
-/// the keyboard, would end at once. This keeps such news from Qt as long as it exists.
-class GrabFocusFilter final : public QAbstractNativeEventFilter {
-public:
-    bool nativeEventFilter(const QByteArray &type, void *message, qintptr *) override {
-        if (type != "xcb_generic_event_t")
-            return false;
-        const unsigned kind =
-            static_cast<const xcb_generic_event_t *>(message)->response_type & 0x7fU;
-        if (kind != XCB_FOCUS_IN && kind != XCB_FOCUS_OUT)
-            return false;
-        const std::uint8_t mode = static_cast<const xcb_focus_in_event_t *>(message)->mode;
-        return mode == XCB_NOTIFY_MODE_GRAB || mode == XCB_NOTIFY_MODE_UNGRAB;
-    }
-};
-
 }  // namespace
 
 XEventTap::XEventTap(Settings settings)
-    : settings_(std::move(settings)), grabFocusFilter_(std::make_unique<GrabFocusFilter>()) {
-    QCoreApplication::instance()->installNativeEventFilter(grabFocusFilter_.get());
-    retryTimer_.setSingleShot(true);
-    connect(&retryTimer_, &QTimer::timeout, this, [this] {
-        const std::vector<Hotkey> before = refused_;
-        applyGrabs();
-        if (!refused_.empty() && refused_ == before)
-            retryTimer_.start(
-                std::min(retryTimer_.intervalAsDuration() * 2, settings_.longestRetry));
-    });
-}
+    : settings_(std::move(settings)),
+      grabs_(settings_.firstRetry, settings_.longestRetry,
+             {.refusalsChanged =
+                  [this] {
+                      if (handlers_.refusalsChanged)
+                          handlers_.refusalsChanged();
+                  },
+              .serverAsked = [this] { drainLater(); }}) {}
 
 XEventTap::~XEventTap() {
     remove();
@@ -129,7 +76,6 @@ TapProblem XEventTap::tryInstall(Handlers handlers) {
 
     connection_ = std::move(connection);
     handlers_ = std::move(handlers);
-    keyboard_ = *keyboard;
     xinputOpcode_ = xcb_get_extension_data(c, &xcb_input_id)->major_opcode;
     managerAtom_ = internAtoms(*connection_, std::array<std::string_view, 1>{"MANAGER"})[0];
     selectRawKeys(*connection_);
@@ -138,31 +84,28 @@ TapProblem XEventTap::tryInstall(Handlers handlers) {
         connection_->selectEvents(root, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     keymapChangeEvent_ = *keymapChangeEvent;
     recordingWindow_ = createRecordingWindow(*connection_);
-    grabber_.emplace(*connection_);
     notifier_.emplace(connection_->fileDescriptor(), QSocketNotifier::Read);
     connect(&*notifier_, &QSocketNotifier::activated, this, &XEventTap::drain);
     reconcileModifiers();
-    applyGrabs();
+    grabs_.start(*connection_, *keyboard);
     return TapProblem::None;
 }
 
 void XEventTap::remove() {
     if (connection_ && !recording_)
         replayWaitingKeys();
-    retryTimer_.stop();
     notifier_.reset();
-    grabber_.reset();
+    grabs_.stop();
     connection_.reset();
     handlers_ = {};
     down_.clear();
-    refused_.clear();
     recording_ = false;
 }
 
 /// Gives a key that was pressed but not looked at yet to the program in front.
 void XEventTap::replayWaitingKeys() {
     xcb_connection_t *c = connection_->get();
-    grabber_->apply({});
+    grabs_.release();
     synchronize(c);
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(c)}) {
         if ((event->response_type & 0x7fU) == XCB_KEY_PRESS)
@@ -172,8 +115,7 @@ void XEventTap::replayWaitingKeys() {
 }
 
 void XEventTap::setWantedHotkeys(const std::vector<Hotkey> &hotkeys) {
-    wanted_ = hotkeys;
-    applyGrabs();
+    grabs_.setWanted(hotkeys);
 }
 
 bool XEventTap::setRecording(bool recording) {
@@ -222,10 +164,8 @@ void XEventTap::drainLater() {
 void XEventTap::handle(const xcb_generic_event_t &event) {
     const unsigned type = event.response_type & 0x7fU;
     if (type == keymapChangeEvent_) {
-        if (const std::optional<KeyboardModel> keyboard = readKeyboardModel(connection_->get())) {
-            keyboard_ = *keyboard;
-            applyGrabs();
-        }
+        if (const std::optional<KeyboardModel> keyboard = readKeyboardModel(connection_->get()))
+            grabs_.setKeyboard(*keyboard);
         return;
     }
     switch (type) {
@@ -233,9 +173,8 @@ void XEventTap::handle(const xcb_generic_event_t &event) {
             handleKeyPress(reinterpret_cast<const xcb_key_press_event_t &>(event).detail);
             break;
         case XCB_CLIENT_MESSAGE:
-            if (reinterpret_cast<const xcb_client_message_event_t &>(event).type == managerAtom_ &&
-                !refused_.empty())
-                applyGrabs();
+            if (reinterpret_cast<const xcb_client_message_event_t &>(event).type == managerAtom_)
+                grabs_.retry();
             break;
         case XCB_GE_GENERIC: {
             const auto &generic = reinterpret_cast<const xcb_ge_generic_event_t &>(event);
@@ -328,40 +267,6 @@ void XEventTap::reconcileModifiers() {
             return;  // the handler has removed the tap
         deliverModifier(code, held->contains(code));
     }
-}
-
-void XEventTap::applyGrabs() {
-    if (!grabber_)
-        return;
-    std::map<Hotkey, std::set<KeyGrab>> grabs;
-    std::set<KeyGrab> all;
-    for (const Hotkey &hotkey : wanted_) {
-        const auto &own = grabs.try_emplace(hotkey, grabsFor(hotkey, keyboard_)).first->second;
-        all.insert(own.begin(), own.end());
-    }
-    grabber_->apply(all);
-    drainLater();
-
-    std::vector<Hotkey> refused;
-    for (const auto &[hotkey, own] : grabs) {
-        if (std::ranges::any_of(
-                own, [this](const KeyGrab &g) { return grabber_->refused().contains(g); }))
-            refused.push_back(hotkey);
-    }
-    if (refused == refused_)
-        return;
-    refused_ = std::move(refused);
-    if (refused_.empty())
-        retryTimer_.stop();
-    else
-        retryTimer_.start(settings_.firstRetry);
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            if (handlers_.refusalsChanged)
-                handlers_.refusalsChanged();
-        },
-        Qt::QueuedConnection);
 }
 
 }  // namespace kestrelbay::x11

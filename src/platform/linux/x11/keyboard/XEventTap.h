@@ -11,15 +11,13 @@
 #include <QObject>
 #include <QSocketNotifier>
 #include <QString>
-#include <QTimer>
 
 #include <xcb/xcb.h>
 
 #include "platform/EventTap.h"
 #include "platform/linux/x11/connection/XConnection.h"
-#include "platform/linux/x11/keyboard/KeyGrabs.h"
-
-class QAbstractNativeEventFilter;
+#include "platform/linux/x11/keyboard/GrabFocusFilter.h"
+#include "platform/linux/x11/keyboard/HotkeyGrabs.h"
 
 namespace kestrelbay::x11 {
 
@@ -58,7 +56,7 @@ public:
     void remove() override;
     void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) override;
     bool setRecording(bool recording) override;
-    [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override { return refused_; }
+    [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override { return grabs_.refused(); }
 
 private:
     [[nodiscard]] TapProblem tryInstall(Handlers handlers);
@@ -72,19 +70,14 @@ private:
     EventVerdict deliver(EventType type, KeyCode keyCode);
     void deliverModifier(KeyCode keyCode, bool down);
     void reconcileModifiers();
-    void applyGrabs();
 
     Settings settings_;
-    const std::unique_ptr<QAbstractNativeEventFilter> grabFocusFilter_;
+    const GrabFocusFilter grabFocusFilter_;
+    HotkeyGrabs grabs_;
     Handlers handlers_;
     TapProblem problem_ = TapProblem::None;
     std::shared_ptr<XConnection> connection_;
     std::optional<QSocketNotifier> notifier_;
-    std::optional<KeyGrabber> grabber_;
-    KeyboardModel keyboard_;
-    QTimer retryTimer_;
-    std::vector<Hotkey> wanted_;
-    std::vector<Hotkey> refused_;
     /// What the handler was told: these modifier keys are down.
     std::set<KeyCode> delivered_;
     /// Verdicts on keys that are still down since their one KeyDown.

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include <QObject>
+#include <QTimer>
+
+#include "keys/Hotkey.h"
+#include "platform/linux/x11/keyboard/KeyGrabber.h"
+
+namespace kestrelbay::x11 {
+
+/// The grabs of the wanted hotkeys. Those that another program holds are asked for again
+/// from time to time. Main thread.
+class HotkeyGrabs final : public QObject {
+    Q_OBJECT
+
+public:
+    struct Hooks {
+        /// refused() is now another list. Called from the event loop.
+        std::function<void()> refusalsChanged;
+        /// The server was asked, and events may have come with its answer.
+        std::function<void()> serverAsked;
+    };
+
+    /// Refused grabs are asked for again after the first time, then after twice that, and
+    /// so on up to the longest.
+    HotkeyGrabs(std::chrono::milliseconds firstRetry, std::chrono::milliseconds longestRetry,
+                Hooks hooks);
+
+    /// The connection has to live until stop().
+    void start(const XConnection &connection, const KeyboardModel &keyboard);
+    /// Forgets the grabs, which end with the connection; keeps what is wanted.
+    void stop();
+
+    void setWanted(const std::vector<Hotkey> &hotkeys);
+    void setKeyboard(const KeyboardModel &keyboard);
+    /// Asks again, now, if anything was refused.
+    void retry();
+    /// Lets go of every grab; setWanted() and the like bring them back.
+    void release();
+
+    [[nodiscard]] const KeyboardModel &keyboard() const { return keyboard_; }
+    [[nodiscard]] const std::vector<Hotkey> &refused() const { return refused_; }
+
+private:
+    void apply();
+    void retryInTime();
+
+    std::chrono::milliseconds firstRetry_;
+    std::chrono::milliseconds longestRetry_;
+    Hooks hooks_;
+    QTimer retryTimer_;
+    std::vector<Hotkey> wanted_;
+    std::vector<Hotkey> refused_;
+    KeyboardModel keyboard_;
+    std::optional<KeyGrabber> grabber_;
+};
+
+}  // namespace kestrelbay::x11
