@@ -1,5 +1,8 @@
 #include "platform/linux/x11/keyboard/KeyGrabs.h"
 
+#include <algorithm>
+#include <functional>
+#include <numeric>
 #include <optional>
 
 namespace kestrelbay::x11 {
@@ -9,20 +12,35 @@ namespace {
 struct Kind {
     KeyCode left;
     KeyCode right;
+    /// The modifier that the core protocol itself names after the kind.
+    std::uint8_t core;
 };
 
 constexpr std::array kKinds{
-    Kind{key::kLeftShift, key::kRightShift},
-    Kind{key::kLeftControl, key::kRightControl},
-    Kind{key::kLeftOption, key::kRightOption},
-    Kind{key::kLeftCommand, key::kRightCommand},
+    Kind{key::kLeftShift, key::kRightShift, XCB_MOD_MASK_SHIFT},
+    Kind{key::kLeftControl, key::kRightControl, XCB_MOD_MASK_CONTROL},
+    Kind{key::kLeftOption, key::kRightOption, 0},
+    Kind{key::kLeftCommand, key::kRightCommand, 0},
 };
 
-using Masks = std::set<unsigned>;
+using Masks = std::set<std::uint8_t>;
 
-unsigned maskOf(KeyCode code, const KeyboardModel &keyboard) {
+Masks masksOf(KeyCode code, const KeyboardModel &keyboard) {
     const std::optional<XKeycode> keycode = toXKeycode(code);
-    return keycode ? keyboard.modifiersOfKey.at(*keycode) : 0U;
+    return keycode ? keyboard.modifiersOfKey.at(*keycode) : Masks();
+}
+
+std::uint8_t unionOf(const Masks &masks) {
+    return std::accumulate(masks.begin(), masks.end(), std::uint8_t{0}, std::bit_or<>());
+}
+
+Masks combine(const Masks &a, const Masks &b) {
+    Masks combined;
+    for (const std::uint8_t one : a) {
+        for (const std::uint8_t other : b)
+            combined.insert(one | other);
+    }
+    return combined;
 }
 
 /// The states of the X modifiers that mean this kind of modifier. The two keys of
@@ -32,28 +50,25 @@ Masks masksOfKind(const Kind &kind, ModifierFlags flags, const KeyboardModel &ke
     const ModifierFlags leftFlags = buildDetailedFlags({kind.left});
     if (!flags.contains(leftFlags & modifier::kGenericMask))
         return {0};
-    const unsigned left = maskOf(kind.left, keyboard);
-    const unsigned right = maskOf(kind.right, keyboard);
+    Masks left = masksOf(kind.left, keyboard);
+    // Where another key took the left one's place, as Caps Lock may Control's.
+    if (kind.core != 0)
+        left.insert(kind.core);
+    const Masks right = masksOf(kind.right, keyboard);
     const bool wantsLeft = flags.contains(leftFlags);
     const bool wantsRight = flags.contains(buildDetailedFlags({kind.right}));
-    Masks masks;
-    if ((flags & modifier::kSideMask).isEmpty())
-        masks = {left, right, left | right};
-    else if (wantsLeft && wantsRight && left != 0 && right != 0)
-        masks = {left | right};
-    else if (wantsLeft != wantsRight)
-        masks = {wantsLeft ? left : right};
-    masks.erase(0);
-    return masks;
-}
-
-Masks combine(const Masks &a, const Masks &b) {
-    Masks combined;
-    for (const unsigned one : a) {
-        for (const unsigned other : b)
-            combined.insert(one | other);
-    }
-    return combined;
+    if (wantsLeft && wantsRight)
+        return combine(left, right);
+    if (wantsLeft)
+        return left;
+    if (wantsRight)
+        return right;
+    if (!(flags & modifier::kSideMask).isEmpty())
+        return {};
+    Masks either = combine(left, right);
+    either.insert(left.begin(), left.end());
+    either.insert(right.begin(), right.end());
+    return either;
 }
 
 }  // namespace
@@ -79,6 +94,28 @@ std::set<KeyGrab> grabsFor(const Hotkey &hotkey, const KeyboardModel &keyboard) 
         }
     }
     return grabs;
+}
+
+std::set<KeyCode> unheldModifiers(std::uint8_t modifiers, const std::set<KeyCode> &held,
+                                  const KeyboardModel &keyboard) {
+    unsigned unexplained = modifiers & ~unsigned{keyboard.lockModifiers};
+    for (const KeyCode code : held)
+        unexplained &= ~unsigned{unionOf(masksOf(code, keyboard))};
+
+    std::set<KeyCode> missing;
+    const auto explainBy = [&](auto modifiersOf) {
+        for (const Kind &kind : kKinds) {
+            const std::uint8_t own = modifiersOf(kind);
+            if ((unexplained & own) == 0)
+                continue;
+            missing.insert(kind.left);
+            unexplained &= ~unsigned{own};
+        }
+    };
+    explainBy([&](const Kind &kind) { return unionOf(masksOf(kind.left, keyboard)); });
+    explainBy([](const Kind &kind) { return kind.core; });
+    explainBy([&](const Kind &kind) { return unionOf(masksOf(kind.right, keyboard)); });
+    return missing;
 }
 
 }  // namespace kestrelbay::x11

@@ -4,18 +4,23 @@
 #include <cstdint>
 #include <set>
 
+#include <xcb/xproto.h>
+
 #include "keys/Hotkey.h"
 #include "platform/linux/x11/keyboard/KeyCodeTable.h"
 
 namespace kestrelbay::x11 {
 
-/// What the X server says of the keyboard, as far as grabs depend on it.
+/// What the X server says of the keyboard, as far as grabs depend on it. Modifiers are the
+/// core protocol's eight (ShiftMask … Mod5Mask).
 struct KeyboardModel {
-    /// For each X key code the core modifiers (ShiftMask … Mod5Mask) it sets.
-    std::array<std::uint8_t, 256> modifiersOfKey{};
-    /// The modifiers that some key locks: Caps Lock's, Num Lock's, whatever else the
-    /// layout has. A hotkey fires whatever their state.
-    std::uint8_t lockModifiers = 0;
+    /// What each X key code may set: one entry for each different answer of its layouts
+    /// and levels, and none for a key that never sets any.
+    std::array<std::set<std::uint8_t>, 256> modifiersOfKey{};
+    /// The modifiers that some key locks: Num Lock's, whatever else the layout has. Caps
+    /// Lock's is always one of them, since it can be on without a key that sets it. A
+    /// hotkey fires whatever their state.
+    std::uint8_t lockModifiers = XCB_MOD_MASK_LOCK;
 };
 
 /// One passive grab.
@@ -27,7 +32,15 @@ struct KeyGrab {
 };
 
 /// The grabs under which a press of the hotkey arrives, and few others; empty when
-/// this keyboard cannot produce it.
+/// this keyboard cannot produce it. There are at most 256, one for each state of the
+/// modifiers.
 [[nodiscard]] std::set<KeyGrab> grabsFor(const Hotkey &hotkey, const KeyboardModel &keyboard);
+
+/// Of a key event with these modifiers while these modifier keys are down: the left keys of
+/// the kinds that no finger holds, as when the modifier is latched or locked by software, or
+/// set by a key that is no modifier key here. Locks are no such modifiers.
+[[nodiscard]] std::set<KeyCode> unheldModifiers(std::uint8_t modifiers,
+                                                const std::set<KeyCode> &held,
+                                                const KeyboardModel &keyboard);
 
 }  // namespace kestrelbay::x11

@@ -31,6 +31,37 @@ std::uint8_t coreModifiers(xkb_state *state, xkb_state_component component) {
     return static_cast<std::uint8_t>(xkb_state_serialize_mods(state, component) & 0xffU);
 }
 
+/// Adds what the key does in each of its layouts and at each of its levels. Pressing it in
+/// a copy of the keyboard tells, however the layout came to bind it. The modifier map would
+/// not do: on most layouts with a third level it leaves out the very key that chooses that
+/// level.
+void pressEverywhere(xkb_keymap &keymap, xkb_keycode_t code, KeyboardModel &model) {
+    for (xkb_layout_index_t layout = 0; layout < xkb_keymap_num_layouts_for_key(&keymap, code);
+         ++layout) {
+        for (xkb_level_index_t level = 0;
+             level < xkb_keymap_num_levels_for_key(&keymap, code, layout); ++level) {
+            // Any combination that chooses the level will do, locked to be told from what
+            // the key sets while it is down.
+            xkb_mod_mask_t chooser = 0;
+            xkb_keymap_key_get_mods_for_level(&keymap, code, layout, level, &chooser, 1);
+            const std::unique_ptr<xkb_state, Unref> state(xkb_state_new(&keymap));
+            xkb_state_update_mask(state.get(), 0, 0, chooser, 0, 0, layout);
+            const unsigned lockedBefore = coreModifiers(state.get(), XKB_STATE_MODS_LOCKED);
+            xkb_state_update_key(state.get(), code, XKB_KEY_DOWN);
+            unsigned set = coreModifiers(state.get(), XKB_STATE_MODS_DEPRESSED);
+            xkb_state_update_key(state.get(), code, XKB_KEY_UP);
+            const unsigned locked =
+                coreModifiers(state.get(), XKB_STATE_MODS_LOCKED) ^ lockedBefore;
+            model.lockModifiers |= static_cast<std::uint8_t>(locked);
+            // A lock that another modifier chooses is not what the key is held for.
+            if (level > 0)
+                set &= ~locked;
+            if (set != 0)
+                model.modifiersOfKey.at(code).insert(static_cast<std::uint8_t>(set));
+        }
+    }
+}
+
 }  // namespace
 
 std::optional<std::uint8_t> watchKeymap(xcb_connection_t *connection) {
@@ -60,17 +91,9 @@ std::optional<KeyboardModel> readKeyboardModel(xcb_connection_t *connection) {
     if (!keymap)
         return std::nullopt;
 
-    // Pressing each key in a copy of the keyboard tells what it does, however the
-    // layout came to bind it. The modifier map would not do: on most layouts with a
-    // third level it leaves out the very key that chooses that level.
     KeyboardModel model;
-    for (unsigned code = 8; code < model.modifiersOfKey.size(); ++code) {
-        const std::unique_ptr<xkb_state, Unref> state(xkb_state_new(keymap.get()));
-        xkb_state_update_key(state.get(), code, XKB_KEY_DOWN);
-        model.modifiersOfKey.at(code) = coreModifiers(state.get(), XKB_STATE_MODS_DEPRESSED);
-        xkb_state_update_key(state.get(), code, XKB_KEY_UP);
-        model.lockModifiers |= coreModifiers(state.get(), XKB_STATE_MODS_LOCKED);
-    }
+    for (unsigned code = 8; code < model.modifiersOfKey.size(); ++code)
+        pressEverywhere(*keymap, code, model);
     return model;
 }
 

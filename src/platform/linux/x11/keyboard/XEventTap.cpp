@@ -169,9 +169,11 @@ void XEventTap::handle(const xcb_generic_event_t &event) {
         return;
     }
     switch (type) {
-        case XCB_KEY_PRESS:
-            handleKeyPress(reinterpret_cast<const xcb_key_press_event_t &>(event).detail);
+        case XCB_KEY_PRESS: {
+            const auto &press = reinterpret_cast<const xcb_key_press_event_t &>(event);
+            handleKeyPress({press.detail, static_cast<std::uint8_t>(press.state & 0xffU)});
             break;
+        }
         case XCB_CLIENT_MESSAGE:
             if (reinterpret_cast<const xcb_client_message_event_t &>(event).type == managerAtom_)
                 grabs_.retry();
@@ -206,10 +208,10 @@ void XEventTap::handleRawKey(XKeycode keycode, bool pressed) {
         deliverModifier(*code, pressed);
 }
 
-void XEventTap::handleKeyPress(XKeycode keycode) {
+void XEventTap::handleKeyPress(const KeyGrab &press) {
     const std::shared_ptr<XConnection> connection = connection_;
     const bool frozen = !recording_;
-    const EventVerdict verdict = decide(keycode);
+    const EventVerdict verdict = decide(press);
     if (!frozen || recording_)
         return;  // the grab of the whole keyboard has thawed it
     xcb_connection_t *c = connection->get();
@@ -227,19 +229,28 @@ void XEventTap::handleKeyPress(XKeycode keycode) {
         synchronize(c);
 }
 
-EventVerdict XEventTap::decide(XKeycode keycode) {
-    const std::optional<KeyCode> code = toKeyCode(keycode);
+EventVerdict XEventTap::decide(const KeyGrab &press) {
+    const std::optional<KeyCode> code = toKeyCode(press.keycode);
     if (!code || isModifierKeyCode(*code))
         return EventVerdict::Pass;
-    if (const auto earlier = down_.find(keycode); earlier != down_.end())
+    if (const auto earlier = down_.find(press.keycode); earlier != down_.end())
         return earlier->second;
     // With the keyboard frozen at this press, the server's key state is that of the
     // press. While recording nothing is frozen, and the state would be a later one.
     if (!recording_)
         reconcileModifiers();
+    const std::set<KeyCode> unheld =
+        unheldModifiers(press.modifiers, delivered_, grabs_.keyboard());
+    for (const KeyCode modifier : unheld)
+        deliverModifier(modifier, true);
     const EventVerdict verdict = deliver(EventType::KeyDown, *code);
+    for (const KeyCode modifier : unheld) {
+        if (!connection_)
+            return verdict;  // the handler has removed the tap, and will hear of it later
+        deliverModifier(modifier, false);
+    }
     if (connection_)
-        down_[keycode] = verdict;
+        down_[press.keycode] = verdict;
     return verdict;
 }
 

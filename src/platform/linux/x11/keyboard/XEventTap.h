@@ -65,8 +65,8 @@ private:
     void drainLater();
     void handle(const xcb_generic_event_t &event);
     void handleRawKey(XKeycode keycode, bool pressed);
-    void handleKeyPress(XKeycode keycode);
-    EventVerdict decide(XKeycode keycode);
+    void handleKeyPress(const KeyGrab &press);
+    EventVerdict decide(const KeyGrab &press);
     EventVerdict deliver(EventType type, KeyCode keyCode);
     void deliverModifier(KeyCode keyCode, bool down);
     void reconcileModifiers();

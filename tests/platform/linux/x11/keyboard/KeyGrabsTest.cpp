@@ -15,10 +15,10 @@ constexpr XKeycode kT = 28;
 
 KeyboardModel usKeyboard(std::uint8_t locks = 0) {
     KeyboardModel model;
-    model.modifiersOfKey[50] = model.modifiersOfKey[62] = kShift;
-    model.modifiersOfKey[37] = model.modifiersOfKey[105] = kControl;
-    model.modifiersOfKey[64] = model.modifiersOfKey[108] = kMod1;
-    model.modifiersOfKey[133] = model.modifiersOfKey[134] = kMod4;
+    model.modifiersOfKey[50] = model.modifiersOfKey[62] = {kShift};
+    model.modifiersOfKey[37] = model.modifiersOfKey[105] = {kControl};
+    model.modifiersOfKey[64] = model.modifiersOfKey[108] = {kMod1};
+    model.modifiersOfKey[133] = model.modifiersOfKey[134] = {kMod4};
     model.lockModifiers = locks;
     return model;
 }
@@ -49,12 +49,48 @@ TEST(KeyGrabs, DoesNotIgnoreALockThatSharesTheHotkeysModifier) {
 
 TEST(KeyGrabs, AsksForEitherSideOfAGenericHotkeyWhereTheyDiffer) {
     KeyboardModel model = usKeyboard();
-    model.modifiersOfKey[108] = kMod5;  // right Option is the third-level key
+    model.modifiersOfKey[108] = {kMod5};  // right Option is the third-level key
     EXPECT_THAT(grabsFor(hotkey(17, 0x80000), model),
                 ElementsAre(KeyGrab{kT, kMod1}, KeyGrab{kT, kMod5}, KeyGrab{kT, kMod1 | kMod5}));
     EXPECT_THAT(grabsFor(hotkey(17, 0x80040), model), ElementsAre(KeyGrab{kT, kMod5}));
     EXPECT_THAT(grabsFor(hotkey(17, 0x80020), model), ElementsAre(KeyGrab{kT, kMod1}));
     EXPECT_THAT(grabsFor(hotkey(17, 0x80060), model), ElementsAre(KeyGrab{kT, kMod1 | kMod5}));
+}
+
+TEST(KeyGrabs, AsksForEachModifierThatAKeySetsInSomeLayout) {
+    KeyboardModel model = usKeyboard();
+    model.modifiersOfKey[108] = {kMod1, kMod5};
+    EXPECT_THAT(grabsFor(hotkey(17, 0x80040), model),
+                ElementsAre(KeyGrab{kT, kMod1}, KeyGrab{kT, kMod5}));
+    EXPECT_THAT(grabsFor(hotkey(17, 0x80000), model),
+                ElementsAre(KeyGrab{kT, kMod1}, KeyGrab{kT, kMod5}, KeyGrab{kT, kMod1 | kMod5}));
+    EXPECT_THAT(grabsFor(hotkey(17, 0x80020), model), ElementsAre(KeyGrab{kT, kMod1}));
+}
+
+TEST(KeyGrabs, AsksForTheCoreModifierWhereItsKeyHasMoved) {
+    KeyboardModel model = usKeyboard();
+    model.modifiersOfKey[37] = {};  // Caps Lock is the left Control key now
+    EXPECT_THAT(grabsFor(hotkey(17, 0x40001), model), ElementsAre(KeyGrab{kT, kControl}));
+}
+
+TEST(KeyGrabs, NamesTheLeftKeyOfAModifierThatNoFingerHolds) {
+    const KeyboardModel model = usKeyboard(kLock | kMod2);
+    EXPECT_THAT(unheldModifiers(kMod4 | kShift, {}, model),
+                ElementsAre(key::kLeftCommand, key::kLeftShift));
+    EXPECT_THAT(unheldModifiers(kMod4 | kShift, {key::kRightCommand}, model),
+                ElementsAre(key::kLeftShift));
+    EXPECT_THAT(unheldModifiers(kLock | kMod2, {}, model), IsEmpty());
+    EXPECT_THAT(unheldModifiers(kMod5, {}, model), IsEmpty());
+}
+
+TEST(KeyGrabs, KnowsAnUnheldModifierByWhatSetsIt) {
+    KeyboardModel model = usKeyboard();
+    model.modifiersOfKey[37] = {kLock};  // Control and Caps Lock have changed places
+    EXPECT_THAT(unheldModifiers(kControl, {}, model), ElementsAre(key::kLeftControl));
+    model.modifiersOfKey[108] = {kMod5};
+    EXPECT_THAT(unheldModifiers(kMod5, {}, model), ElementsAre(key::kLeftOption));
+    model.modifiersOfKey[133] = {kMod5};
+    EXPECT_THAT(unheldModifiers(kMod5, {}, model), ElementsAre(key::kLeftCommand));
 }
 
 TEST(KeyGrabs, CombinesAllKinds) {
@@ -74,7 +110,7 @@ TEST(KeyGrabs, HasNothingForAHotkeyWhoseSidesCannotMatch) {
 
 TEST(KeyGrabs, HasNothingWhereTheKeySetsNoModifier) {
     KeyboardModel model = usKeyboard();
-    model.modifiersOfKey[108] = 0;
+    model.modifiersOfKey[108] = {};
     EXPECT_THAT(grabsFor(hotkey(17, 0x80040), model), IsEmpty());
     EXPECT_THAT(grabsFor(hotkey(17, 0x80060), model), IsEmpty());
     EXPECT_THAT(grabsFor(hotkey(17, 0x80000), model), ElementsAre(KeyGrab{kT, kMod1}));

@@ -14,6 +14,7 @@
 
 #include "support/FocusedWindow.h"
 #include "support/KeyPresser.h"
+#include "support/KeyboardSettings.h"
 #include "support/Poll.h"
 #include "support/PrivateXServer.h"
 
@@ -22,6 +23,7 @@ namespace {
 
 using kestrelbay::testing::ChildProcess;
 using kestrelbay::testing::FocusedWindow;
+using kestrelbay::testing::KeyboardSettings;
 using kestrelbay::testing::KeyPresser;
 using kestrelbay::testing::PrivateXServer;
 using kestrelbay::testing::waitUntil;
@@ -29,9 +31,12 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 namespace xkey = kestrelbay::testing::xkey;
 
-constexpr std::uint16_t kMod4Mask = 64;
+constexpr std::uint8_t kLockMask = 2, kMod4Mask = 64;
 const Hotkey kLeftCommandT{KeyCode{17}, ModifierFlags(0x100008)};
 const Hotkey kLeftCommandE{KeyCode{14}, ModifierFlags(0x100008)};
+const Hotkey kLeftControlT{KeyCode{17}, ModifierFlags(0x40001)};
+const Hotkey kRightOptionE{KeyCode{14}, ModifierFlags(0x80040)};
+const Hotkey kOptionR{KeyCode{15}, modifier::kOption};
 
 /// A tap on a private X server with what it delivered, told the verdict to give.
 class XEventTapTest : public ::testing::Test {
@@ -90,6 +95,24 @@ protected:
         ChildProcess process(program, arguments, server_->environment());
         ASSERT_TRUE(process.waitForExit()) << program.toStdString();
         ASSERT_EQ(process.exitCode(), 0) << process.output().toStdString();
+    }
+
+    std::ptrdiff_t pressesInFront(std::uint8_t keycode) {
+        return std::ranges::count(front_->pressedKeys(), keycode);
+    }
+
+    void repeatKeysFast() {
+        run(QStringLiteral("xset"), {QStringLiteral("r"), QStringLiteral("rate"),
+                                     QStringLiteral("40"), QStringLiteral("100")});
+    }
+    void waitAsLongAsFortyRepeatsTake() {
+        const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(400);
+        EXPECT_TRUE(waitUntil([&] { return std::chrono::steady_clock::now() > until; }));
+    }
+
+    void setLayout(const QString &layout, const QString &options) {
+        run(QStringLiteral("setxkbmap"),
+            {QStringLiteral("-layout"), layout, QStringLiteral("-option"), options});
     }
 
     std::unique_ptr<PrivateXServer> server_;
@@ -159,38 +182,27 @@ TEST_F(XEventTapTest, IgnoresTheLocks) {
 }
 
 TEST_F(XEventTapTest, TakesAHeldKeyAsOneKeyDown) {
-    run(QStringLiteral("xset"),
-        {QStringLiteral("r"), QStringLiteral("rate"), QStringLiteral("40"), QStringLiteral("100")});
-    install({kLeftCommandT, Hotkey{KeyCode{96}, {}}});
-    keys_->press(xkey::kLeftSuper);
-    keys_->press(xkey::kT);
-    ASSERT_TRUE(cameKeyDowns(1));
-    keys_->release(xkey::kLeftSuper);
-    // T goes on repeating without the modifier; the front sees it then.
-    ASSERT_TRUE(waitUntil([&] { return std::ranges::count(front_->pressedKeys(), xkey::kT) > 5; }));
-    keys_->release(xkey::kT);
+    repeatKeysFast();
+    install({Hotkey{KeyCode{96}, {}}});
 
     // A passed key repeats for the program in front, and is delivered once.
     verdict_ = EventVerdict::Pass;
     keys_->press(xkey::kF5);
-    EXPECT_TRUE(
-        waitUntil([&] { return std::ranges::count(front_->pressedKeys(), xkey::kF5) > 10; }));
+    EXPECT_TRUE(waitUntil([&] { return pressesInFront(xkey::kF5) > 10; }));
     keys_->release(xkey::kF5);
-    EXPECT_EQ(keyDowns_.size(), 2U);
+    EXPECT_EQ(keyDowns_.size(), 1U);
 
-    // Swallowed while held, for as long as forty repeats would take.
     verdict_ = EventVerdict::Swallow;
-    const auto before = std::ranges::count(front_->pressedKeys(), xkey::kF5);
+    const auto before = pressesInFront(xkey::kF5);
     keys_->press(xkey::kF5);
-    const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(400);
-    EXPECT_TRUE(waitUntil([&] { return std::chrono::steady_clock::now() > until; }));
+    waitAsLongAsFortyRepeatsTake();
     keys_->release(xkey::kF5);
     pressMarker();
-    EXPECT_EQ(keyDowns_.size(), 3U);
-    EXPECT_EQ(std::ranges::count(front_->pressedKeys(), xkey::kF5), before);
+    EXPECT_EQ(keyDowns_.size(), 2U);
+    EXPECT_EQ(pressesInFront(xkey::kF5), before);
 
     keys_->chord({xkey::kF5});
-    EXPECT_TRUE(cameKeyDowns(4));
+    EXPECT_TRUE(cameKeyDowns(3));
 }
 
 TEST_F(XEventTapTest, GivesTheKeyboardBackWhileTheKeyIsStillDown) {
@@ -281,9 +293,7 @@ TEST_F(XEventTapTest, DeliversModifiersThatChangedWhileItWasAway) {
 
 TEST_F(XEventTapTest, FollowsAChangeOfTheKeyboardMapping) {
     install({kLeftCommandT, Hotkey{KeyCode{14}, ModifierFlags(0x80040)}});
-    run(QStringLiteral("setxkbmap"),
-        {QStringLiteral("-layout"), QStringLiteral("de"), QStringLiteral("-option"),
-         QStringLiteral("altwin:swap_lalt_lwin")});
+    setLayout(QStringLiteral("de"), QStringLiteral("altwin:swap_lalt_lwin"));
     // The left Command position now sets Alt's modifier, right Option the third level's.
     ASSERT_TRUE(waitUntil([&] {
         keys_->chord({xkey::kLeftSuper, xkey::kT});
@@ -297,13 +307,122 @@ TEST_F(XEventTapTest, FollowsAChangeOfTheKeyboardMapping) {
 }
 
 TEST_F(XEventTapTest, WorksInTheSecondLayoutGroup) {
-    run(QStringLiteral("setxkbmap"),
-        {QStringLiteral("-layout"), QStringLiteral("us,ru"), QStringLiteral("-option"),
-         QStringLiteral("grp:caps_toggle")});
+    setLayout(QStringLiteral("us,ru"), QStringLiteral("grp:caps_toggle"));
     install();
     keys_->chord({xkey::kCapsLock});
     keys_->chord({xkey::kLeftSuper, xkey::kT});
     EXPECT_TRUE(cameKeyDowns(1));
+}
+
+TEST_F(XEventTapTest, HearsAKeyThatSetsAnotherModifierInTheSecondLayoutGroup) {
+    setLayout(QStringLiteral("us,de"), QStringLiteral("grp:caps_toggle"));
+    install({kRightOptionE, kOptionR});
+    for (std::size_t seen = 0; seen < 8; seen += 4) {
+        keys_->chord({xkey::kRightAlt, xkey::kE});
+        ASSERT_TRUE(cameKeyDowns(seen + 1));
+        keys_->chord({xkey::kRightAlt, xkey::kR});
+        ASSERT_TRUE(cameKeyDowns(seen + 2));
+        keys_->chord({xkey::kLeftAlt, xkey::kR});
+        ASSERT_TRUE(cameKeyDowns(seen + 3));
+        keys_->chord({xkey::kLeftAlt, xkey::kRightAlt, xkey::kR});
+        ASSERT_TRUE(cameKeyDowns(seen + 4));
+        keys_->chord({xkey::kCapsLock});
+    }
+    EXPECT_EQ(keyDowns_[0], kRightOptionE);
+    EXPECT_EQ(keyDowns_[4], kRightOptionE);
+}
+
+TEST_F(XEventTapTest, IgnoresACapsLockThatShiftChooses) {
+    setLayout(QStringLiteral("us"), QStringLiteral("caps:escape_shifted_capslock"));
+    install();
+    keys_->chord({xkey::kLeftShift, xkey::kCapsLock});
+    keys_->chord({xkey::kLeftSuper, xkey::kT});
+    EXPECT_TRUE(cameKeyDowns(1));
+}
+
+TEST_F(XEventTapTest, IgnoresACapsLockOfBothShiftKeys) {
+    setLayout(QStringLiteral("us"), QStringLiteral("ctrl:nocaps,shift:both_capslock"));
+    install();
+    keys_->chord({xkey::kLeftShift, xkey::kRightShift});
+    keys_->chord({xkey::kLeftSuper, xkey::kT});
+    EXPECT_TRUE(cameKeyDowns(1));
+}
+
+TEST_F(XEventTapTest, IgnoresACapsLockThatNoKeySets) {
+    setLayout(QStringLiteral("us"), QStringLiteral("caps:none"));
+    install();
+    KeyboardSettings(server_->displayName()).lock(kLockMask);
+    keys_->chord({xkey::kLeftSuper, xkey::kT});
+    EXPECT_TRUE(cameKeyDowns(1));
+}
+
+TEST_F(XEventTapTest, TakesALatchedModifierForItsLeftKey) {
+    install();
+    KeyboardSettings settings(server_->displayName());
+    settings.latch(kMod4Mask);
+    keys_->chord({xkey::kT});
+    ASSERT_TRUE(cameKeyDowns(1));
+    EXPECT_EQ(keyDowns_[0], kLeftCommandT);
+    EXPECT_THAT(held_, IsEmpty());
+    pressMarker();
+    EXPECT_THAT(front_->pressedKeys(), ElementsAre(xkey::kF6));
+}
+
+TEST_F(XEventTapTest, TakesALockedModifierForItsLeftKeyAsLongAsItIsLocked) {
+    install({kLeftCommandT, Hotkey{KeyCode{17}, ModifierFlags(0x12000A)}});
+    KeyboardSettings settings(server_->displayName());
+    settings.lock(kMod4Mask);
+    keys_->chord({xkey::kT});
+    keys_->chord({xkey::kLeftShift, xkey::kT});
+    keys_->chord({xkey::kLeftSuper, xkey::kT});
+    ASSERT_TRUE(cameKeyDowns(3));
+    EXPECT_THAT(keyDowns_, ElementsAre(kLeftCommandT, Hotkey{KeyCode{17}, ModifierFlags(0x12000A)},
+                                       kLeftCommandT));
+    settings.lock(0);
+    keys_->chord({xkey::kT});
+    pressMarker();
+    EXPECT_EQ(keyDowns_.size(), 3U);
+    EXPECT_THAT(held_, IsEmpty());
+}
+
+TEST_F(XEventTapTest, WorksWithStickyKeys) {
+    install();
+    KeyboardSettings(server_->displayName()).turnStickyKeysOn();
+    for (std::size_t presses = 1; presses <= 2; ++presses) {
+        keys_->chord({xkey::kLeftSuper});
+        keys_->chord({xkey::kT});
+        ASSERT_TRUE(cameKeyDowns(presses));
+        EXPECT_EQ(keyDowns_.back(), kLeftCommandT);
+    }
+    keys_->chord({xkey::kT});
+    pressMarker();
+    EXPECT_EQ(keyDowns_.size(), 2U);
+}
+
+TEST_F(XEventTapTest, TakesCapsLockThatIsAControlKeyForTheLeftOne) {
+    for (const QString &option : {QStringLiteral("ctrl:nocaps"), QStringLiteral("ctrl:swapcaps")}) {
+        setLayout(QStringLiteral("us"), option);
+        install({kLeftControlT});
+        keys_->chord({xkey::kCapsLock, xkey::kT});
+        ASSERT_TRUE(cameKeyDowns(1)) << option.toStdString();
+        EXPECT_THAT(keyDowns_, ElementsAre(kLeftControlT));
+        tap_->remove();
+        keyDowns_.clear();
+        run(QStringLiteral("setxkbmap"), {QStringLiteral("-option")});
+        tap_ = makeTap();
+    }
+}
+
+TEST_F(XEventTapTest, RecordsAModifierThatNoFingerHolds) {
+    install({});
+    KeyboardSettings settings(server_->displayName());
+    ASSERT_TRUE(tap_->setRecording(true));
+    settings.latch(kMod4Mask);
+    keys_->chord({xkey::kE});
+    settings.lock(kLockMask);
+    keys_->chord({xkey::kT});
+    ASSERT_TRUE(cameKeyDowns(2));
+    EXPECT_THAT(keyDowns_, ElementsAre(kLeftCommandE, Hotkey{KeyCode{17}, {}}));
 }
 
 TEST_F(XEventTapTest, RecordsEveryKeyEvenOtherProgramsHotkeys) {
