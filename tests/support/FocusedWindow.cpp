@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include <xcb/xinput.h>
+
 namespace kestrelbay::testing {
 
 FocusedWindow::FocusedWindow(const QString &displayName)
@@ -40,6 +42,22 @@ bool FocusedWindow::grabKey(std::uint8_t keycode, std::uint16_t modifiers) {
         xcb_request_check(c, xcb_grab_key_checked(c, 0, root_, modifiers, keycode,
                                                   XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC)));
     return !error;
+}
+
+bool FocusedWindow::grabKeyByXInput(std::uint8_t keycode, std::uint32_t modifiers) {
+    xcb_connection_t *c = connection_.get();
+    constexpr xcb_input_device_id_t kCoreKeyboard = 3;  // the first master, in every Xvfb
+    constexpr std::uint32_t kPress = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
+    std::free(xcb_input_xi_query_version_reply(c, xcb_input_xi_query_version(c, 2, 0), nullptr));
+    const Reply<xcb_input_xi_passive_grab_device_reply_t> reply(
+        xcb_input_xi_passive_grab_device_reply(
+            c,
+            xcb_input_xi_passive_grab_device(
+                c, XCB_CURRENT_TIME, root_, XCB_NONE, keycode, kCoreKeyboard, 1, 1,
+                XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC,
+                XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, &kPress, &modifiers),
+            nullptr));
+    return reply && reply->num_modifiers == 0;
 }
 
 void FocusedWindow::ungrabKey(std::uint8_t keycode, std::uint16_t modifiers) {

@@ -19,6 +19,8 @@ public:
     [[nodiscard]] const std::vector<std::uint8_t> &pressedKeys();
     /// Grabs a key combination for this client; false when another has it.
     [[nodiscard]] bool grabKey(std::uint8_t keycode, std::uint16_t modifiers);
+    /// The same as mutter does it, by XInput 2; these and core grabs do not meet.
+    [[nodiscard]] bool grabKeyByXInput(std::uint8_t keycode, std::uint32_t modifiers);
     void ungrabKey(std::uint8_t keycode, std::uint16_t modifiers);
     /// Grabs the whole keyboard; false when another client has it.
     [[nodiscard]] bool grabKeyboard();

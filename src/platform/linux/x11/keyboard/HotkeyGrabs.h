@@ -43,6 +43,10 @@ public:
     /// Lets go of every grab; setWanted() and the like bring them back.
     void release();
 
+    /// Is this press one that the grabs are made for?
+    [[nodiscard]] bool cover(const KeyGrab &press) const {
+        return grabber_ && grabber_->wants(press);
+    }
     [[nodiscard]] const KeyboardModel &keyboard() const { return keyboard_; }
     [[nodiscard]] const std::vector<Hotkey> &refused() const { return refused_; }
 

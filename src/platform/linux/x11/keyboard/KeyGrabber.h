@@ -21,6 +21,7 @@ public:
 
     /// The wanted grabs that another client holds on some root window.
     [[nodiscard]] const std::set<KeyGrab> &refused() const { return refused_; }
+    [[nodiscard]] bool wants(const KeyGrab &grab) const { return wanted_.contains(grab); }
 
 private:
     [[nodiscard]] std::set<KeyGrab> request(const std::set<KeyGrab> &grabs);

@@ -81,13 +81,18 @@ std::optional<std::uint8_t> watchKeymap(xcb_connection_t *connection) {
     return firstEvent;
 }
 
+std::optional<std::uint16_t> coreKeyboard(xcb_connection_t *connection) {
+    const std::int32_t device = xkb_x11_get_core_keyboard_device_id(connection);
+    return device < 0 ? std::nullopt : std::optional(static_cast<std::uint16_t>(device));
+}
+
 std::optional<KeyboardModel> readKeyboardModel(xcb_connection_t *connection) {
     const std::unique_ptr<xkb_context, Unref> context(xkb_context_new(XKB_CONTEXT_NO_FLAGS));
-    const std::int32_t device = xkb_x11_get_core_keyboard_device_id(connection);
-    if (!context || device < 0)
+    const std::optional<std::uint16_t> device = coreKeyboard(connection);
+    if (!context || !device)
         return std::nullopt;
     const std::unique_ptr<xkb_keymap, Unref> keymap(xkb_x11_keymap_new_from_device(
-        context.get(), connection, device, XKB_KEYMAP_COMPILE_NO_FLAGS));
+        context.get(), connection, *device, XKB_KEYMAP_COMPILE_NO_FLAGS));
     if (!keymap)
         return std::nullopt;
 
@@ -97,19 +102,21 @@ std::optional<KeyboardModel> readKeyboardModel(xcb_connection_t *connection) {
     return model;
 }
 
-std::optional<std::set<KeyCode>> readHeldModifiers(xcb_connection_t *connection) {
+std::optional<KeySet> readDownKeys(xcb_connection_t *connection) {
     const Reply<xcb_query_keymap_reply_t> keymap(
         xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr));
     if (!keymap)
         return std::nullopt;
     const std::span<const std::uint8_t, 32> bits(keymap->keys);
-    std::set<KeyCode> held;
-    for (const KeyCode code : kModifierKeyCodes) {
-        const std::optional<XKeycode> keycode = toXKeycode(code);
-        if (keycode && (bits[*keycode / 8U] >> (*keycode % 8U) & 1U) != 0)
-            held.insert(code);
-    }
-    return held;
+    KeySet down;
+    for (std::size_t keycode = 0; keycode < down.size(); ++keycode)
+        down[keycode] = (bits[keycode / 8] >> (keycode % 8) & 1U) != 0;
+    return down;
+}
+
+bool contains(const KeySet &keys, KeyCode code) {
+    const std::optional<XKeycode> keycode = toXKeycode(code);
+    return keycode && keys.test(*keycode);
 }
 
 }  // namespace kestrelbay::x11

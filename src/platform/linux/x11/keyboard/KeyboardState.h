@@ -1,7 +1,7 @@
 #pragma once
 
+#include <bitset>
 #include <optional>
-#include <set>
 
 #include <xcb/xcb.h>
 
@@ -15,12 +15,21 @@ namespace kestrelbay::x11 {
 /// used. Gives the type of these events; no value when the server has no XKB.
 [[nodiscard]] std::optional<std::uint8_t> watchKeymap(xcb_connection_t *connection);
 
+/// The master keyboard that core events come from, by the number that XInput and XKB share.
+[[nodiscard]] std::optional<std::uint16_t> coreKeyboard(xcb_connection_t *connection);
+
 /// Asks the server which keys set which modifiers, and which modifiers lock. No
 /// value when the connection is broken.
 [[nodiscard]] std::optional<KeyboardModel> readKeyboardModel(xcb_connection_t *connection);
 
-/// The modifier keys that are down at this moment; with the keyboard frozen by a
-/// grab, those down when it froze. No value when the connection is broken.
-[[nodiscard]] std::optional<std::set<KeyCode>> readHeldModifiers(xcb_connection_t *connection);
+/// Keys by their X key codes.
+using KeySet = std::bitset<256>;
+
+/// The keys that are down at this moment; with the keyboard frozen by a grab, those down
+/// when it froze. No value when the connection is broken.
+[[nodiscard]] std::optional<KeySet> readDownKeys(xcb_connection_t *connection);
+
+/// Is this one of them?
+[[nodiscard]] bool contains(const KeySet &keys, KeyCode code);
 
 }  // namespace kestrelbay::x11

@@ -71,7 +71,8 @@ TapProblem XEventTap::tryInstall(Handlers handlers) {
         return TapProblem::OtherInstance;
     const std::optional<std::uint8_t> keymapChangeEvent = watchKeymap(c);
     const std::optional<KeyboardModel> keyboard = readKeyboardModel(c);
-    if (!keymapChangeEvent || !keyboard)
+    const std::optional<xcb_input_device_id_t> device = coreKeyboard(c);
+    if (!keymapChangeEvent || !keyboard || !device)
         return connection->isUsable() ? TapProblem::NoInputExtension : TapProblem::NoDisplay;
 
     connection_ = std::move(connection);
@@ -86,7 +87,8 @@ TapProblem XEventTap::tryInstall(Handlers handlers) {
     recordingWindow_ = createRecordingWindow(*connection_);
     notifier_.emplace(connection_->fileDescriptor(), QSocketNotifier::Read);
     connect(&*notifier_, &QSocketNotifier::activated, this, &XEventTap::drain);
-    reconcileModifiers();
+    down_.emplace(*connection_, *device);
+    reconcileWithKeyboard();
     grabs_.start(*connection_, *keyboard);
     return TapProblem::None;
 }
@@ -96,9 +98,9 @@ void XEventTap::remove() {
         replayWaitingKeys();
     notifier_.reset();
     grabs_.stop();
+    down_.reset();
     connection_.reset();
     handlers_ = {};
-    down_.clear();
     recording_ = false;
 }
 
@@ -106,10 +108,11 @@ void XEventTap::remove() {
 void XEventTap::replayWaitingKeys() {
     xcb_connection_t *c = connection_->get();
     grabs_.release();
+    down_->keepOnly({});
     synchronize(c);
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(c)}) {
-        if ((event->response_type & 0x7fU) == XCB_KEY_PRESS)
-            xcb_allow_events(c, XCB_ALLOW_REPLAY_KEYBOARD, XCB_CURRENT_TIME);
+        if (const std::optional<KeyPress> press = keyPressOf(*event, xinputOpcode_))
+            answer(c, *press, EventVerdict::Pass);
     }
     synchronize(c);
 }
@@ -136,7 +139,7 @@ bool XEventTap::setRecording(bool recording) {
                                                   XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
                                 nullptr));
     recording_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
-    reconcileModifiers();
+    reconcileWithKeyboard();
     return recording_;
 }
 
@@ -168,77 +171,64 @@ void XEventTap::handle(const xcb_generic_event_t &event) {
             grabs_.setKeyboard(*keyboard);
         return;
     }
-    switch (type) {
-        case XCB_KEY_PRESS: {
-            const auto &press = reinterpret_cast<const xcb_key_press_event_t &>(event);
-            handleKeyPress({press.detail, static_cast<std::uint8_t>(press.state & 0xffU)});
-            break;
-        }
-        case XCB_CLIENT_MESSAGE:
-            if (reinterpret_cast<const xcb_client_message_event_t &>(event).type == managerAtom_)
-                grabs_.retry();
-            break;
-        case XCB_GE_GENERIC: {
-            const auto &generic = reinterpret_cast<const xcb_ge_generic_event_t &>(event);
-            if (generic.extension != xinputOpcode_)
-                break;
-            if (generic.event_type == XCB_INPUT_RAW_KEY_PRESS ||
-                generic.event_type == XCB_INPUT_RAW_KEY_RELEASE) {
-                const auto &raw = reinterpret_cast<const xcb_input_raw_key_press_event_t &>(event);
-                handleRawKey(static_cast<XKeycode>(raw.detail),
-                             generic.event_type == XCB_INPUT_RAW_KEY_PRESS);
-            } else if (generic.event_type == XCB_INPUT_HIERARCHY) {
-                // Devices come back after a suspend or a switch of virtual terminals;
-                // keys let go in between were never reported.
-                reconcileModifiers();
-            }
-            break;
-        }
-        default:
-            break;
+    if (const std::optional<KeyPress> press = keyPressOf(event, xinputOpcode_)) {
+        handleKeyPress(*press);
+    } else if (type == XCB_CLIENT_MESSAGE) {
+        if (reinterpret_cast<const xcb_client_message_event_t &>(event).type == managerAtom_)
+            grabs_.retry();
+    } else if (type == XCB_GE_GENERIC) {
+        handleInput(reinterpret_cast<const xcb_ge_generic_event_t &>(event));
+    }
+}
+
+void XEventTap::handleInput(const xcb_ge_generic_event_t &event) {
+    if (event.extension != xinputOpcode_)
+        return;
+    if (event.event_type == XCB_INPUT_RAW_KEY_PRESS ||
+        event.event_type == XCB_INPUT_RAW_KEY_RELEASE) {
+        const auto &raw = reinterpret_cast<const xcb_input_raw_key_press_event_t &>(event);
+        handleRawKey(static_cast<XKeycode>(raw.detail),
+                     event.event_type == XCB_INPUT_RAW_KEY_PRESS);
+    } else if (event.event_type == XCB_INPUT_HIERARCHY) {
+        // Devices come back after a suspend or a switch of virtual terminals; keys let
+        // go in between were never reported.
+        reconcileWithKeyboard();
     }
 }
 
 void XEventTap::handleRawKey(XKeycode keycode, bool pressed) {
     // A key that repeats has no raw events, so one says that the next press of this
     // key is a new one.
-    down_.erase(keycode);
+    down_->remove(keycode);
     const std::optional<KeyCode> code = toKeyCode(keycode);
     if (code && isModifierKeyCode(*code))
         deliverModifier(*code, pressed);
 }
 
-void XEventTap::handleKeyPress(const KeyGrab &press) {
+void XEventTap::handleKeyPress(const KeyPress &press) {
     const std::shared_ptr<XConnection> connection = connection_;
-    const bool frozen = !recording_;
-    const EventVerdict verdict = decide(press);
-    if (!frozen || recording_)
-        return;  // the grab of the whole keyboard has thawed it
-    xcb_connection_t *c = connection->get();
-    if (verdict == EventVerdict::Pass) {
-        xcb_allow_events(c, XCB_ALLOW_REPLAY_KEYBOARD, XCB_CURRENT_TIME);
-    } else {
-        // The press made the passive grab an active one, until the key is let go.
-        // Given back now, the keyboard thaws and a launched menu can grab it itself.
-        // Thawed first and given back then, it would be ours while the server works
-        // off what was typed meanwhile, and hold back the raw events of it.
-        xcb_ungrab_keyboard(c, XCB_CURRENT_TIME);
-    }
-    xcb_flush(c);
+    const bool wasRecording = recording_;
+    const std::optional<EventVerdict> earlier = down_->verdictOn(press.key.keycode);
+    const EventVerdict verdict = earlier ? *earlier : decide(press.key);
+    // A grab of the whole keyboard lets it go on by itself.
+    if (!wasRecording && !recording_)
+        answer(connection->get(), press, verdict);
     if (connection != connection_)
-        synchronize(c);
+        synchronize(connection->get());
+    else if (!earlier) {
+        down_->add(press.key.keycode, verdict);
+        drainLater();
+    }
 }
 
 EventVerdict XEventTap::decide(const KeyGrab &press) {
     const std::optional<KeyCode> code = toKeyCode(press.keycode);
-    if (!code || isModifierKeyCode(*code))
+    if (!code || isModifierKeyCode(*code) || (!recording_ && !grabs_.cover(press)))
         return EventVerdict::Pass;
-    if (const auto earlier = down_.find(press.keycode); earlier != down_.end())
-        return earlier->second;
     // With the keyboard frozen at this press, the server's key state is that of the
     // press. While recording nothing is frozen, and the state would be a later one.
     if (!recording_)
-        reconcileModifiers();
+        reconcileWithKeyboard();
     const std::set<KeyCode> unheld =
         unheldModifiers(press.modifiers, delivered_, grabs_.keyboard());
     for (const KeyCode modifier : unheld)
@@ -249,8 +239,6 @@ EventVerdict XEventTap::decide(const KeyGrab &press) {
             return verdict;  // the handler has removed the tap, and will hear of it later
         deliverModifier(modifier, false);
     }
-    if (connection_)
-        down_[press.keycode] = verdict;
     return verdict;
 }
 
@@ -268,15 +256,17 @@ void XEventTap::deliverModifier(KeyCode keyCode, bool down) {
         deliver(EventType::FlagsChanged, keyCode);
 }
 
-void XEventTap::reconcileModifiers() {
-    const std::optional<std::set<KeyCode>> held = readHeldModifiers(connection_->get());
+/// Makes up for what was not reported.
+void XEventTap::reconcileWithKeyboard() {
+    const std::optional<KeySet> down = readDownKeys(connection_->get());
     drainLater();
-    if (!held)
+    if (!down)
         return;
+    down_->keepOnly(*down);
     for (const KeyCode code : kModifierKeyCodes) {
         if (!connection_)
             return;  // the handler has removed the tap
-        deliverModifier(code, held->contains(code));
+        deliverModifier(code, contains(*down, code));
     }
 }
 

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -16,8 +15,10 @@
 
 #include "platform/EventTap.h"
 #include "platform/linux/x11/connection/XConnection.h"
+#include "platform/linux/x11/keyboard/DownKeys.h"
 #include "platform/linux/x11/keyboard/GrabFocusFilter.h"
 #include "platform/linux/x11/keyboard/HotkeyGrabs.h"
+#include "platform/linux/x11/keyboard/KeyPress.h"
 
 namespace kestrelbay::x11 {
 
@@ -65,11 +66,12 @@ private:
     void drainLater();
     void handle(const xcb_generic_event_t &event);
     void handleRawKey(XKeycode keycode, bool pressed);
-    void handleKeyPress(const KeyGrab &press);
+    void handleInput(const xcb_ge_generic_event_t &event);
+    void handleKeyPress(const KeyPress &press);
     EventVerdict decide(const KeyGrab &press);
     EventVerdict deliver(EventType type, KeyCode keyCode);
     void deliverModifier(KeyCode keyCode, bool down);
-    void reconcileModifiers();
+    void reconcileWithKeyboard();
 
     Settings settings_;
     const GrabFocusFilter grabFocusFilter_;
@@ -80,8 +82,7 @@ private:
     std::optional<QSocketNotifier> notifier_;
     /// What the handler was told: these modifier keys are down.
     std::set<KeyCode> delivered_;
-    /// Verdicts on keys that are still down since their one KeyDown.
-    std::map<XKeycode, EventVerdict> down_;
+    std::optional<DownKeys> down_;
     xcb_window_t recordingWindow_ = XCB_NONE;
     std::uint8_t xinputOpcode_ = 0;
     std::uint8_t keymapChangeEvent_ = 0;

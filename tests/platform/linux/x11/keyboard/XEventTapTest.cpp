@@ -31,7 +31,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 namespace xkey = kestrelbay::testing::xkey;
 
-constexpr std::uint8_t kLockMask = 2, kMod4Mask = 64;
+constexpr std::uint8_t kLockMask = 2, kControlMask = 4, kMod4Mask = 64;
 const Hotkey kLeftCommandT{KeyCode{17}, ModifierFlags(0x100008)};
 const Hotkey kLeftCommandE{KeyCode{14}, ModifierFlags(0x100008)};
 const Hotkey kLeftControlT{KeyCode{17}, ModifierFlags(0x40001)};
@@ -203,6 +203,108 @@ TEST_F(XEventTapTest, TakesAHeldKeyAsOneKeyDown) {
 
     keys_->chord({xkey::kF5});
     EXPECT_TRUE(cameKeyDowns(3));
+}
+
+TEST_F(XEventTapTest, SwallowsAHeldKeyThoughItsModifierIsLetGoFirst) {
+    repeatKeysFast();
+    ASSERT_TRUE(front_->grabKey(xkey::kT, kControlMask));
+    install();
+    keys_->press(xkey::kLeftSuper);
+    keys_->press(xkey::kT);
+    ASSERT_TRUE(cameKeyDowns(1));
+    keys_->release(xkey::kLeftSuper);
+    waitAsLongAsFortyRepeatsTake();
+    keys_->press(xkey::kLeftControl);
+    waitAsLongAsFortyRepeatsTake();
+    keys_->release(xkey::kLeftControl);
+    keys_->release(xkey::kT);
+    pressMarker();
+    EXPECT_EQ(keyDowns_.size(), 1U);
+    EXPECT_EQ(pressesInFront(xkey::kT), 0);
+
+    // Let go, the key is anybody's again.
+    keys_->chord({xkey::kT});
+    EXPECT_TRUE(waitUntil([&] { return pressesInFront(xkey::kT) == 1; }));
+    keys_->chord({xkey::kLeftSuper, xkey::kT});
+    EXPECT_TRUE(cameKeyDowns(2));
+    pressMarker();
+    EXPECT_EQ(pressesInFront(xkey::kT), 1);
+}
+
+TEST_F(XEventTapTest, SwallowsAHeldKeyThatAnotherProgramHasWithAnotherModifier) {
+    repeatKeysFast();
+    ASSERT_TRUE(front_->grabKeyByXInput(xkey::kT, kControlMask));
+    install();
+    keys_->press(xkey::kLeftSuper);
+    keys_->press(xkey::kT);
+    ASSERT_TRUE(cameKeyDowns(1));
+    keys_->release(xkey::kLeftSuper);
+    waitAsLongAsFortyRepeatsTake();
+    keys_->release(xkey::kT);
+    pressMarker();
+    EXPECT_EQ(pressesInFront(xkey::kT), 0);
+    keys_->chord({xkey::kT});
+    EXPECT_TRUE(waitUntil([&] { return pressesInFront(xkey::kT) == 1; }));
+}
+
+TEST_F(XEventTapTest, TellsAFreshPressOfAHeldKeyFromItsRepeats) {
+    install();
+    keys_->press(xkey::kLeftSuper);
+    keys_->press(xkey::kT);
+    ASSERT_TRUE(cameKeyDowns(1));
+    pressMarker();
+    // Before the tap gets to know that the key is up.
+    keys_->release(xkey::kT);
+    keys_->chord({xkey::kT});
+    ASSERT_TRUE(cameKeyDowns(2));
+    keys_->press(xkey::kT);
+    ASSERT_TRUE(cameKeyDowns(3));
+    pressMarker();
+    keys_->release(xkey::kT);
+    keys_->release(xkey::kLeftSuper);
+    keys_->chord({xkey::kT});
+    EXPECT_TRUE(waitUntil([&] { return pressesInFront(xkey::kT) == 1; }));
+    pressMarker();
+    EXPECT_EQ(pressesInFront(xkey::kT), 1);
+    EXPECT_EQ(keyDowns_.size(), 3U);
+}
+
+TEST_F(XEventTapTest, SwallowsARecordedKeyUntilItIsUp) {
+    repeatKeysFast();
+    install({});
+    ASSERT_TRUE(tap_->setRecording(true));
+    onKeyDown_ = [this] {
+        EXPECT_TRUE(tap_->setRecording(false));
+        return EventVerdict::Swallow;
+    };
+    keys_->press(xkey::kLeftSuper);
+    keys_->press(xkey::kE);
+    ASSERT_TRUE(cameKeyDowns(1));
+    waitAsLongAsFortyRepeatsTake();
+    keys_->release(xkey::kE);
+    keys_->release(xkey::kLeftSuper);
+    pressMarker();
+    EXPECT_EQ(keyDowns_.size(), 1U);
+    EXPECT_EQ(pressesInFront(xkey::kE), 0);
+}
+
+TEST_F(XEventTapTest, LetsOtherKeysThroughWhileAHotkeyIsHeld) {
+    repeatKeysFast();
+    install({kLeftCommandT, kLeftCommandE});
+    keys_->press(xkey::kLeftSuper);
+    keys_->press(xkey::kT);
+    ASSERT_TRUE(cameKeyDowns(1));
+    keys_->press(xkey::kE);
+    ASSERT_TRUE(cameKeyDowns(2));
+    keys_->release(xkey::kLeftSuper);
+    waitAsLongAsFortyRepeatsTake();
+    for (int i = 0; i < 20; ++i)
+        keys_->chord({xkey::kA});
+    keys_->release(xkey::kE);
+    keys_->release(xkey::kT);
+    EXPECT_TRUE(waitUntil([&] { return pressesInFront(xkey::kA) == 20; }));
+    EXPECT_EQ(pressesInFront(xkey::kT) + pressesInFront(xkey::kE), 0);
+    EXPECT_EQ(keyDowns_.size(), 2U);
 }
 
 TEST_F(XEventTapTest, GivesTheKeyboardBackWhileTheKeyIsStillDown) {

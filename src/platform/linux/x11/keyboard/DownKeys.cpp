@@ -1,0 +1,70 @@
+#include "platform/linux/x11/keyboard/DownKeys.h"
+
+#include <array>
+#include <numeric>
+
+namespace kestrelbay::x11 {
+
+namespace {
+
+constexpr std::array<std::uint32_t, 1> kAnyModifier{XCB_INPUT_MODIFIER_MASK_ANY};
+
+}  // namespace
+
+std::optional<EventVerdict> DownKeys::verdictOn(XKeycode keycode) const {
+    const auto found = verdicts_.find(keycode);
+    return found == verdicts_.end() ? std::nullopt : std::optional(found->second);
+}
+
+void DownKeys::add(XKeycode keycode, EventVerdict verdict) {
+    verdicts_[keycode] = verdict;
+    if (verdict == EventVerdict::Pass || grab(keycode, kAnyModifier))
+        return;
+    // All that the others leave; what they have is for them to swallow.
+    std::array<std::uint32_t, 256> combinations{};
+    std::iota(combinations.begin(), combinations.end(), 0U);
+    (void)grab(keycode, combinations);
+}
+
+/// False when another client has a grab of the kind for one of the modifiers.
+bool DownKeys::grab(XKeycode keycode, std::span<const std::uint32_t> modifiers) const {
+    constexpr std::uint32_t kPress = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
+    bool granted = true;
+    for (const xcb_window_t root : connection_.roots()) {
+        const Reply<xcb_input_xi_passive_grab_device_reply_t> reply(
+            xcb_input_xi_passive_grab_device_reply(
+                connection_.get(),
+                xcb_input_xi_passive_grab_device(
+                    connection_.get(), XCB_CURRENT_TIME, root, XCB_NONE, keycode, keyboard_,
+                    static_cast<std::uint16_t>(modifiers.size()), 1, XCB_INPUT_GRAB_TYPE_KEYCODE,
+                    XCB_INPUT_GRAB_MODE_22_SYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
+                    XCB_INPUT_GRAB_OWNER_NO_OWNER, &kPress, modifiers.data()),
+                nullptr));
+        granted = granted && reply && reply->num_modifiers == 0;
+    }
+    return granted;
+}
+
+void DownKeys::remove(XKeycode keycode) {
+    const auto found = verdicts_.find(keycode);
+    if (found == verdicts_.end())
+        return;
+    if (found->second == EventVerdict::Swallow) {
+        for (const xcb_window_t root : connection_.roots())
+            xcb_input_xi_passive_ungrab_device(connection_.get(), root, keycode,
+                                               XCB_INPUT_DEVICE_ALL_MASTER, kAnyModifier.size(),
+                                               XCB_INPUT_GRAB_TYPE_KEYCODE, kAnyModifier.data());
+        xcb_flush(connection_.get());
+    }
+    verdicts_.erase(found);
+}
+
+void DownKeys::keepOnly(const KeySet &down) {
+    for (auto next = verdicts_.begin(); next != verdicts_.end();) {
+        const XKeycode keycode = (next++)->first;
+        if (!down.test(keycode))
+            remove(keycode);
+    }
+}
+
+}  // namespace kestrelbay::x11
