@@ -1,6 +1,7 @@
 #include "platform/linux/x11/keyboard/XEventTap.h"
 
 #include <array>
+#include <chrono>
 #include <string_view>
 #include <utility>
 
@@ -12,6 +13,10 @@
 namespace kestrelbay::x11 {
 
 namespace {
+
+/// One change of the layout is told of in many events, a script of changes in hundreds, and
+/// each reading takes several round trips, in which presses wait.
+constexpr std::chrono::milliseconds kKeymapPause{20};
 
 /// What the keyboard is grabbed for while recording. Not the root window: the
 /// server holds back raw events from a client that has grabbed for that one.
@@ -47,7 +52,10 @@ XEventTap::XEventTap(Settings settings)
                       if (handlers_.refusalsChanged)
                           handlers_.refusalsChanged();
                   },
-              .serverAsked = [this] { drainLater(); }}) {}
+              .serverAsked = [this] { drainLater(); }}) {
+    keymapTimer_.setSingleShot(true);
+    connect(&keymapTimer_, &QTimer::timeout, this, &XEventTap::readKeymap);
+}
 
 XEventTap::~XEventTap() {
     remove();
@@ -97,6 +105,7 @@ void XEventTap::remove() {
     if (connection_ && !recording_)
         replayWaitingKeys();
     notifier_.reset();
+    keymapTimer_.stop();
     grabs_.stop();
     down_.reset();
     connection_.reset();
@@ -167,11 +176,9 @@ void XEventTap::drainLater() {
 void XEventTap::handle(const xcb_generic_event_t &event) {
     const unsigned type = event.response_type & 0x7fU;
     if (type == keymapChangeEvent_) {
-        if (const std::optional<KeyboardModel> keyboard = readKeyboardModel(connection_->get()))
-            grabs_.setKeyboard(*keyboard);
-        return;
-    }
-    if (const std::optional<KeyPress> press = keyPressOf(event, xinputOpcode_)) {
+        if (!keymapTimer_.isActive())
+            keymapTimer_.start(kKeymapPause);
+    } else if (const std::optional<KeyPress> press = keyPressOf(event, xinputOpcode_)) {
         handleKeyPress(*press);
     } else if (type == XCB_CLIENT_MESSAGE) {
         if (reinterpret_cast<const xcb_client_message_event_t &>(event).type == managerAtom_)
@@ -179,6 +186,15 @@ void XEventTap::handle(const xcb_generic_event_t &event) {
     } else if (type == XCB_GE_GENERIC) {
         handleInput(reinterpret_cast<const xcb_ge_generic_event_t &>(event));
     }
+}
+
+/// Presses that wait are answered by the model in force.
+void XEventTap::readKeymap() {
+    drain();
+    if (!connection_)
+        return;
+    if (const std::optional<KeyboardModel> keyboard = readKeyboardModel(connection_->get()))
+        grabs_.setKeyboard(*keyboard);
 }
 
 void XEventTap::handleInput(const xcb_ge_generic_event_t &event) {

@@ -10,6 +10,7 @@
 #include <QObject>
 #include <QSocketNotifier>
 #include <QString>
+#include <QTimer>
 
 #include <xcb/xcb.h>
 
@@ -66,6 +67,7 @@ private:
     void drainLater();
     void handle(const xcb_generic_event_t &event);
     void handleRawKey(XKeycode keycode, bool pressed);
+    void readKeymap();
     void handleInput(const xcb_ge_generic_event_t &event);
     void handleKeyPress(const KeyPress &press);
     EventVerdict decide(const KeyGrab &press);
@@ -80,6 +82,7 @@ private:
     TapProblem problem_ = TapProblem::None;
     std::shared_ptr<XConnection> connection_;
     std::optional<QSocketNotifier> notifier_;
+    QTimer keymapTimer_;
     /// What the handler was told: these modifier keys are down.
     std::set<KeyCode> delivered_;
     std::optional<DownKeys> down_;

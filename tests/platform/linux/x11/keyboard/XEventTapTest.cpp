@@ -31,7 +31,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 namespace xkey = kestrelbay::testing::xkey;
 
-constexpr std::uint8_t kLockMask = 2, kControlMask = 4, kMod4Mask = 64;
+constexpr std::uint8_t kLockMask = 2, kControlMask = 4, kMod1Mask = 8, kMod4Mask = 64;
 const Hotkey kLeftCommandT{KeyCode{17}, ModifierFlags(0x100008)};
 const Hotkey kLeftCommandE{KeyCode{14}, ModifierFlags(0x100008)};
 const Hotkey kLeftControlT{KeyCode{17}, ModifierFlags(0x40001)};
@@ -406,6 +406,26 @@ TEST_F(XEventTapTest, FollowsAChangeOfTheKeyboardMapping) {
     ASSERT_TRUE(
         waitUntil([&] { return !keyDowns_.empty() && keyDowns_.back().keyCode == KeyCode{14}; }));
     EXPECT_EQ(keyDowns_.back().modifierFlags, ModifierFlags(0x80040));
+}
+
+TEST_F(XEventTapTest, AnswersAPressBeforeItReadsAMappingThatChangesAllTheTime) {
+    install();
+    KeyboardSettings(server_->displayName()).changeMapping(200);
+    setLayout(QStringLiteral("us"), QStringLiteral("altwin:swap_lalt_lwin"));
+    // What the left Option position sets now is what the grab in force asks for.
+    keys_->chord({xkey::kLeftAlt, xkey::kT});
+    onKeyDown_ = [this] {
+        EXPECT_TRUE(front_->grabKey(xkey::kT, kMod1Mask)) << "the mapping was read first";
+        front_->ungrabKey(xkey::kT, kMod1Mask);
+        return EventVerdict::Pass;
+    };
+    ASSERT_TRUE(cameKeyDowns(1));
+    EXPECT_TRUE(waitUntil([&] {
+        if (!front_->grabKey(xkey::kT, kMod1Mask))
+            return true;
+        front_->ungrabKey(xkey::kT, kMod1Mask);
+        return false;
+    }));
 }
 
 TEST_F(XEventTapTest, WorksInTheSecondLayoutGroup) {
