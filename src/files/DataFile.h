@@ -23,6 +23,8 @@ public:
         QByteArray bytes;  ///< empty unless Ok
         QString problem;   ///< why it is Unusable, as half a sentence
 
+        bool operator==(const Content &) const = default;
+
         /// Is nothing lost with it? An editor or a crash may leave an empty file.
         [[nodiscard]] bool isBlank() const {
             return status != Status::Unusable && bytes.trimmed().isEmpty();

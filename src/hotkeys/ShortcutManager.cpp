@@ -54,30 +54,75 @@ void ShortcutManager::setShared(ShortcutManager &manager) {
 
 void ShortcutManager::loadRules() {
     RuleFile::LoadResult loaded = file_.load();
-    if (loaded.status == RuleFile::LoadStatus::Unusable)
-        log_.write(QStringLiteral("KestrelBay [WARN] rules.json cannot be used: ") +
-                   loaded.problem);
+    ruleFileProblem_ = loaded.problem;
+    tellRuleFileProblem();
     rules_ = std::move(loaded.rules);
     rulesWereChanged();
 }
 
+ShortcutManager::RuleFileNews ShortcutManager::takeInRuleFile() {
+    std::optional<RuleFile::LoadResult> loaded = file_.loadIfChanged();
+    if (!loaded)
+        return RuleFileNews::None;
+    if (loaded->status != RuleFile::LoadStatus::Ok) {
+        // What is in memory is the better copy.
+        ruleFileProblem_ =
+            loaded->status == RuleFile::LoadStatus::Missing ? u"it is gone"_s : loaded->problem;
+        return RuleFileNews::Unusable;
+    }
+    ruleFileProblem_.clear();
+    keepKnownIds(*loaded, rules_);
+    if (loaded->rules == rules_)
+        return RuleFileNews::None;
+    rules_ = std::move(loaded->rules);
+    rulesWereChanged();
+    if (hooks_.rulesTakenIn)
+        hooks_.rulesTakenIn();
+    return RuleFileNews::TakenIn;
+}
+
+void ShortcutManager::tellRuleFileProblem() {
+    if (!ruleFileProblem_.isEmpty())
+        log_.write(u"KestrelBay [WARN] rules.json cannot be used: "_s +
+                   std::exchange(ruleFileProblem_, {}));
+}
+
+/// Before a change, whose save would replace the file.
+ShortcutManager::RuleFileNews ShortcutManager::followRuleFile() {
+    const RuleFileNews news = takeInRuleFile();
+    tellRuleFileProblem();
+    return news;
+}
+
 void ShortcutManager::addRule(const ShortcutRule &rule) {
+    followRuleFile();
     rules_.push_back(rule);
     rulesWereChanged();
     saveRules();
 }
 
 void ShortcutManager::updateRule(const ShortcutRule &rule) {
-    const auto found = std::ranges::find(rules_, rule.id, &ShortcutRule::id);
+    const auto findRule = [&] { return std::ranges::find(rules_, rule.id, &ShortcutRule::id); };
+    auto found = findRule();
     if (found == rules_.end())
         return;
-    *found = rule;
+    const ShortcutRule before = *found;
+    followRuleFile();
+    found = findRule();
+    if (found == rules_.end())
+        return;
+    *found = merged(before, rule, *found);
     rulesWereChanged();
     saveRules();
 }
 
 void ShortcutManager::removeRule(std::ptrdiff_t index) {
     if (index < 0 || index >= std::ssize(rules_))
+        return;
+    const QUuid id = rules_[static_cast<std::size_t>(index)].id;
+    if (followRuleFile() == RuleFileNews::TakenIn)
+        index = std::ranges::find(rules_, id, &ShortcutRule::id) - rules_.begin();
+    if (index == std::ssize(rules_))
         return;
     rules_.erase(rules_.begin() + index);
     rulesWereChanged();
@@ -88,6 +133,8 @@ void ShortcutManager::moveRule(std::ptrdiff_t source, std::ptrdiff_t destination
     const std::ptrdiff_t count = std::ssize(rules_);
     const auto isInside = [count](std::ptrdiff_t index) { return index >= 0 && index < count; };
     if (source == destination || !isInside(source) || !isInside(destination))
+        return;
+    if (followRuleFile() == RuleFileNews::TakenIn)
         return;
     const auto first = rules_.begin();
     if (source < destination)
@@ -166,6 +213,8 @@ bool ShortcutManager::setRecordingCallback(RecordingCallback callback, std::func
     }
     recordingCallback_ = std::move(callback);
     recordingLost_ = std::move(lost);
+    if (!recordingCallback_ && hooks_.recordingEnded)
+        hooks_.recordingEnded();
     if (!installedTap_)
         return false;
     const bool wanted = recordingCallback_ != nullptr;
@@ -182,6 +231,8 @@ void ShortcutManager::endRecordingWithoutTap() {
     const std::function<void()> lost = std::exchange(recordingLost_, nullptr);
     if (installedTap_)
         installedTap_->setRecording(false);
+    if (hooks_.recordingEnded)
+        hooks_.recordingEnded();
     lost();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <set>
 #include <vector>
@@ -30,6 +31,11 @@ public:
         std::function<void(const ShortcutRule &)> ruleFired{};
         /// The list is now another one, as after loading it. May be empty.
         std::function<void(const Rules &)> rulesChanged{};
+        /// The list is now the one of a file that somebody else has changed; rulesChanged came
+        /// first. May be called within any change below. May be empty.
+        std::function<void()> rulesTakenIn{};
+        /// No callback records any more. May be empty.
+        std::function<void()> recordingEnded{};
         /// isHotkeyRefused() may answer otherwise now. May be empty.
         std::function<void()> refusalsChanged{};
     };
@@ -51,15 +57,28 @@ public:
 
     [[nodiscard]] const Rules &rules() const { return rules_; }
     void loadRules();
-    /// Every change below is in force before it is saved, as that waits for the disk; a
-    /// failure keeps the list in memory and the old file on disk, without a word.
+
+    enum class RuleFileNews : std::uint8_t {
+        None,
+        TakenIn,
+        Unusable,  ///< also when it is gone; the list stays, and so does the file
+    };
+    /// Looks whether somebody else has changed the file, and takes over what it says.
+    RuleFileNews takeInRuleFile();
+    /// Logs, once, why the file was Unusable, if it still is.
+    void tellRuleFileProblem();
+
+    /// Every change below first takes in what others have done to the file, and changes the
+    /// list that comes of it; a file that is Unusable then is kept beside the new one. It is in
+    /// force before it is saved, as that waits for the disk; a failure keeps the list in
+    /// memory and the old file on disk, without a word.
     void saveRules() { file_.save(rules_); }
     void addRule(const ShortcutRule &rule);
     /// Replaces the first rule that has the same id; nothing happens if none has.
     void updateRule(const ShortcutRule &rule);
     void removeRule(std::ptrdiff_t index);
     /// `destination` is the final index of the moved rule. Indices outside the list
-    /// change nothing.
+    /// change nothing, nor do those of a list that the file has just replaced.
     void moveRule(std::ptrdiff_t source, std::ptrdiff_t destination);
 
     /// Does what the hotkey of the first rule with this id would do, also where no hotkey can
@@ -101,6 +120,7 @@ private:
     [[nodiscard]] bool handleKeyDown(KeyCode keyCode);
     void fire(const ShortcutRule &rule) const;
     void rulesWereChanged();
+    RuleFileNews followRuleFile();
     void publishWantedHotkeys();
     void removeTap();
     void installTap();
@@ -115,6 +135,8 @@ private:
     Hooks hooks_;
     QString storageDirectory_;
     RuleFile file_;
+    /// Not logged yet; empty when there is none.
+    QString ruleFileProblem_;
     Rules rules_;
     HotkeyMatcher matcher_;
     std::vector<Hotkey> wantedHotkeys_;   // sorted

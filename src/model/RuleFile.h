@@ -28,7 +28,7 @@ namespace kestrelbay {
 /// of their declaration.
 [[nodiscard]] QByteArray encodeRules(const std::vector<ShortcutRule> &rules);
 
-/// The file that holds the rules.
+/// The file that holds the rules. Not for several threads at a time.
 class RuleFile {
 public:
     using LoadStatus = DataFile::Status;
@@ -51,15 +51,25 @@ public:
     bool makeFolder() const { return file_.makeFolder(); }
 
     [[nodiscard]] LoadResult load();
+    /// Nothing while the file is as it was when it was loaded or saved last.
+    [[nodiscard]] std::optional<LoadResult> loadIfChanged();
 
-    /// Replaces the file in one step; one that the last load() could not use is
+    /// Replaces the file in one step; one that the last load could not use is
     /// first kept beside it (DataFile::OldFile::Keep). False when the rules could
     /// not be written; then the old file is still in place, whole.
     bool save(const std::vector<ShortcutRule> &rules);
 
 private:
+    [[nodiscard]] LoadResult decode(DataFile::Content content);
+
     DataFile file_;
+    /// As it was loaded or saved last.
+    DataFile::Content known_;
     DataFile::OldFile oldFile_ = DataFile::OldFile::Replace;
 };
+
+/// Gives rules that the file has no id for those of the known ones that are equal otherwise,
+/// so that they stay the same rules.
+void keepKnownIds(RuleFile::LoadResult &loaded, const std::vector<ShortcutRule> &known);
 
 }  // namespace kestrelbay

@@ -67,6 +67,22 @@ QString ShortcutRule::hotkeyString() const {
     return text;
 }
 
+ShortcutRule merged(const ShortcutRule &base, const ShortcutRule &ours, ShortcutRule theirs) {
+    const auto take = [&](auto field) {
+        if (ours.*field != base.*field)
+            theirs.*field = ours.*field;
+    };
+    take(&ShortcutRule::appName);
+    take(&ShortcutRule::appPath);
+    take(&ShortcutRule::keyCode);
+    take(&ShortcutRule::modifierFlags);
+    take(&ShortcutRule::isEnabled);
+    take(&ShortcutRule::repeatAction);
+    take(&ShortcutRule::launchArguments);
+    take(&ShortcutRule::argumentKind);
+    return theirs;
+}
+
 ArgumentKind ShortcutRule::inferKind(QStringView launchArguments) {
     const QString text = trimmedSpacesAndTabs(launchArguments);
     if (text.isEmpty())

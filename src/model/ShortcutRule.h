@@ -61,4 +61,9 @@ struct ShortcutRule {
     [[nodiscard]] static ArgumentKind inferKind(QStringView launchArguments);
 };
 
+/// What `theirs` becomes with the fields in which `ours` differs from `base`, which both were
+/// made from.
+[[nodiscard]] ShortcutRule merged(const ShortcutRule &base, const ShortcutRule &ours,
+                                  ShortcutRule theirs);
+
 }  // namespace kestrelbay

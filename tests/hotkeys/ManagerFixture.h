@@ -35,6 +35,7 @@ protected:
                         ++rulesChangedCalls_;
                         lastRules_ = rules;
                     },
+                .rulesTakenIn = [this] { ++rulesTakenInCalls_; },
                 .refusalsChanged = [this] { ++refusalsChangedCalls_; }});
     }
 
@@ -71,6 +72,7 @@ protected:
     FakeSystemLog log_;
     QStringList fired_;
     int rulesChangedCalls_ = 0;
+    int rulesTakenInCalls_ = 0;
     int refusalsChangedCalls_ = 0;
     ShortcutManager::Rules lastRules_;
     std::unique_ptr<ShortcutManager> manager_;
