@@ -148,10 +148,19 @@ void AppDelegate::bringUpShortcuts() {
     hooks.rulesChanged = [this](const ShortcutManager::Rules &rules) {
         platform_.workspace().prepare(applicationPaths(rules));
     };
+    // Later, as it may be a row of the list whose change came upon them.
+    hooks.rulesTakenIn = [this] {
+        mainQueue_.async([this] { Q_EMIT notifications_.rulesWereTakenIn(); });
+    };
+    // What was recorded goes into the rules first.
+    hooks.recordingEnded = [this] { mainQueue_.async([this] { ruleFileFollower_->lookAgain(); }); };
     hooks.refusalsChanged = [this] { Q_EMIT notifications_.refusedHotkeysDidChange(); };
     manager_ = std::make_unique<ShortcutManager>(storageDirectory(platform_), platform_.eventTap(),
                                                  platform_.systemLog(), std::move(hooks));
     ShortcutManager::setShared(*manager_);
+    ruleFileFollower_ = std::make_unique<RuleFileFollower>(*manager_, timers_, [this] {
+        return manager_->recordingCallback() || (preferences_ && preferences_->waitsForSheet());
+    });
 }
 
 void AppDelegate::startAccessibilityPolling() {
@@ -183,8 +192,11 @@ void AppDelegate::toggleAllShortcuts() {
 }
 
 PreferencesWindowController &AppDelegate::preferencesWindow() {
-    if (!preferences_)
+    if (!preferences_) {
         preferences_ = std::make_unique<PreferencesWindowController>(preferencesServices());
+        connect(preferences_.get(), &PreferencesWindowController::sheetClosed, this,
+                [this] { ruleFileFollower_->lookAgain(); });
+    }
     return *preferences_;
 }
 

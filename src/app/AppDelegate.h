@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "app/QtTexts.h"
+#include "app/RuleFileFollower.h"
 #include "app/RuleRunner.h"
 #include "app/instance/ApplicationService.h"
 #include "app/status/StatusMenu.h"
@@ -87,6 +88,7 @@ private:
     RuleRunner ruleRunner_;
     LaunchAtLogin launchAtLogin_;
     std::unique_ptr<ShortcutManager> manager_;
+    std::unique_ptr<RuleFileFollower> ruleFileFollower_;
     std::unique_ptr<Timers::Timer> accessibilityPoller_;
     std::optional<QtTexts> qtTexts_;
     StatusMenu menu_;

@@ -16,6 +16,8 @@ Q_SIGNALS:
     void openPreferencesToAccessibility();
     /// Texts now come out in the chosen language, which may be the one from before.
     void languageDidChange();
+    /// The rules are now those of a file that somebody else has changed.
+    void rulesWereTakenIn();
     /// Other programs hold other hotkeys of the rules than before.
     void refusedHotkeysDidChange();
 };

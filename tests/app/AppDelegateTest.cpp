@@ -11,6 +11,7 @@
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -18,10 +19,14 @@
 #include "app/toasts/LaunchToastWindow.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeTimers.h"
+#include "files/FileWatch.h"
 #include "fixtures/QtPrinters.h"
+#include "model/RuleFile.h"
+#include "preferences/rules/RulesViewController.h"
 #include "preferences/window/PreferencesWindowController.h"
 #include "settings/Notifications.h"
 #include "settings/SettingsKeys.h"
+#include "ui/windows/Sheet.h"
 
 namespace kestrelbay {
 namespace {
@@ -302,6 +307,52 @@ TEST_F(AppDelegateTest, RunsARuleByItsIdOnly) {
     EXPECT_TRUE(QTest::qWaitFor([&] {
         return platform_.workspace().requests().lines().join(u' ').contains(rule.appPath);
     }));
+}
+
+TEST_F(AppDelegateTest, TakesInARuleFileThatIsEditedWhenNothingIsRecordedOrAsked) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    ShortcutManager &manager = delegate.shortcutManager();
+    int posts = 0;
+    QObject::connect(&delegate.notifications(), &Notifications::rulesWereTakenIn, &context_,
+                     [&posts] { ++posts; });
+    const auto edit = [&](std::size_t count) {
+        ASSERT_TRUE(RuleFile(RuleFile::pathIn(manager.storageDirectory()))
+                        .save(std::vector<ShortcutRule>(count)));
+    };
+    const auto takesIn = [&](std::size_t count) {
+        return QTest::qWaitFor([&] { return manager.rules().size() == count; });
+    };
+    int events = 0;
+    const FileWatch watch(RuleFile::pathIn(manager.storageDirectory()), [&events] { ++events; });
+    const auto hears = [&events] {
+        return QTest::qWaitFor([&events] { return std::exchange(events, 0) > 0; });
+    };
+    edit(1);
+    EXPECT_TRUE(takesIn(1));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return posts == 1; }));
+
+    EXPECT_TRUE(hears());
+    manager.setRecordingCallback([](auto...) { return EventVerdict::Swallow; });
+    edit(2);
+    EXPECT_TRUE(hears());
+    EXPECT_EQ(manager.rules().size(), 1U);
+    manager.setRecordingCallback(nullptr);
+    EXPECT_EQ(manager.rules().size(), 1U) << "what was recorded has to go in first";
+    EXPECT_TRUE(takesIn(2));
+
+    delegate.openPreferences();
+    QWidget *const window = delegate.preferences()->window();
+    window->findChild<RulesViewController *>()->addRule();
+    Sheet *const sheet = window->findChild<Sheet *>();
+    ASSERT_NE(sheet, nullptr);
+    events = 0;
+    edit(3);
+    EXPECT_TRUE(hears());
+    EXPECT_EQ(manager.rules().size(), 2U);
+    sheet->reject();
+    EXPECT_TRUE(takesIn(3));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return posts == 3; }));
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "preferences/rules/RulesModel.h"
 
+#include <iterator>
+
 #include <QMimeData>
 
 #include "preferences/RuleRowTexts.h"
@@ -13,6 +15,9 @@ RulesModel::RulesModel(ShortcutManager &manager, QObject *parent)
 
 void RulesModel::reload() {
     const int count = static_cast<int>(manager_.rules().size());
+    ids_.clear();
+    for (const ShortcutRule &rule : manager_.rules())
+        ids_.push_back(rule.id);
     if (count < rowCount_) {
         beginRemoveRows({}, count, rowCount_ - 1);
         rowCount_ = count;
@@ -24,6 +29,11 @@ void RulesModel::reload() {
     }
     if (count > 0)
         Q_EMIT dataChanged(index(0), index(count - 1));
+}
+
+std::optional<QUuid> RulesModel::idAt(int row) const {
+    const bool isRow = row >= 0 && row < std::ssize(ids_);
+    return isRow ? std::optional(ids_[static_cast<std::size_t>(row)]) : std::nullopt;
 }
 
 int RulesModel::rowCount(const QModelIndex &parent) const {

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
+#include <vector>
 
 #include <QAbstractListModel>
+#include <QUuid>
 
 #include "hotkeys/ShortcutManager.h"
 
@@ -19,6 +22,9 @@ public:
 
     /// Takes over the rules as they are in the store now: any row may show another one.
     void reload();
+
+    /// Of the rule that the row has shown since the last reload(); none for no row.
+    [[nodiscard]] std::optional<QUuid> idAt(int row) const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
@@ -39,6 +45,7 @@ private:
     void moveRule(std::ptrdiff_t source, std::ptrdiff_t destination);
 
     ShortcutManager &manager_;
+    std::vector<QUuid> ids_;
     int rowCount_ = 0;
 };
 

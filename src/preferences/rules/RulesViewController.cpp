@@ -12,6 +12,7 @@
 #include "preferences/rules/ApplicationIconCache.h"
 #include "preferences/rules/RulesModel.h"
 #include "settings/L.h"
+#include "settings/Notifications.h"
 #include "ui/list/RowListView.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
@@ -78,6 +79,8 @@ RulesViewController::RulesViewController(const PreferencesServices &services,
     connect(listView_, &RowListView::activated, this, &RulesViewController::editRule);
     connect(model_, &RulesModel::ruleMoved, listView_, &RowListView::selectRow);
     connect(addButton_, &QAbstractButton::clicked, this, &RulesViewController::addRule);
+    connect(&services_.notifications, &Notifications::rulesWereTakenIn, this,
+            [this] { changeRules([] {}); });
 
     model_->reload();
     updateCountLabel();
@@ -129,9 +132,7 @@ void RulesViewController::ruleRowViewDidOpenAdvanced(RuleRowView *, const Shortc
 
 /// The selection stays with its rule; when that goes, with its place in the list.
 void RulesViewController::changeRules(const std::function<void()> &change) {
-    std::optional<QUuid> id;
-    if (const ShortcutRule *const selected = ruleAt(listView_->selectedRow()))
-        id = selected->id;
+    const std::optional<QUuid> id = model_->idAt(listView_->selectedRow());
     change();
     model_->reload();
     if (const auto row = id ? rowOfRule(*id) : std::nullopt)

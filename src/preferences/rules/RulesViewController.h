@@ -29,8 +29,8 @@ struct RuleSheets {
 };
 
 /// The rules in their order, to be moved, added, edited and deleted. Keeps no copy of
-/// them: it shows the store's as of its last change here, so it is made afresh for
-/// every visit.
+/// them: it shows the store's as of its last change here or of the rule file, so it is made
+/// afresh for every visit.
 class RulesViewController final : public QWidget, public RuleRowViewDelegate {
     Q_OBJECT
 

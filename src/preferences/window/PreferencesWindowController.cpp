@@ -134,6 +134,21 @@ void PreferencesWindowController::sheetFinished() {
     });
 }
 
+bool PreferencesWindowController::waitsForSheet() {
+    Sheet *const sheet = openSheet();
+    if (sheet)
+        connect(sheet, &QDialog::finished, this, &PreferencesWindowController::waitedSheetFinished,
+                Qt::UniqueConnection);
+    return sheet;
+}
+
+void PreferencesWindowController::waitedSheetFinished() {
+    services_.mainQueue.async([self = QPointer(this)] {
+        if (self)
+            Q_EMIT self->sheetClosed();
+    });
+}
+
 void PreferencesWindowController::buildContainer(int tab) {
     container_ = new ContainerViewController(window_.get());
     window_->layout()->addWidget(container_);

@@ -28,13 +28,21 @@ public:
     /// open, only that, and the row when it has been closed.
     void switchToAccessibilityRow();
 
+    /// Is a sheet open? Then sheetClosed() tells when it no longer is.
+    [[nodiscard]] bool waitsForSheet();
+
     [[nodiscard]] QWidget *window() const { return window_.get(); }
+
+Q_SIGNALS:
+    /// After what the sheet was opened for.
+    void sheetClosed();
 
 private:
     void buildContainer(int tab);
     void showTab(int index);
     [[nodiscard]] Sheet *openSheet() const;
     void sheetFinished();
+    void waitedSheetFinished();
     void closeCurrentChild();
     void rebuildUI();
 

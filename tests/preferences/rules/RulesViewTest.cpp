@@ -16,7 +16,9 @@
 #include "preferences/rules/RuleRowView.h"
 #include "preferences/rules/RulesListFixture.h"
 #include "preferences/rules/RulesModel.h"
+#include "settings/L.h"
 #include "ui/list/RowListView.h"
+#include "ui/widgets/Switch.h"
 #include "ui/widgets/SymbolView.h"
 #include "ui/widgets/TextLabel.h"
 #include "ui/windows/Sheet.h"
@@ -386,6 +388,26 @@ TEST_F(RulesViewTest, tellsAScreenReaderApplicationAndHotkey) {
     EXPECT_TRUE(rowName(2).isEmpty());
     EXPECT_FALSE(view().accessibleName().isEmpty());
     EXPECT_FALSE(list().addButton()->accessibleName().isEmpty());
+}
+
+TEST_F(RulesViewTest, showsTheRulesOfAnEditedFileAndKeepsTheSelectedOne) {
+    addRules(3);
+    view().selectRow(1);
+    ShortcutManager::Rules rules = manager().rules();
+    std::swap(rules[1], rules[2]);
+    rules.push_back({.appName = u"new"_s});
+    writeFile(encodeRules(rules));
+    EXPECT_EQ(manager().takeInRuleFile(), ShortcutManager::RuleFileNews::TakenIn);
+    Q_EMIT notifications_.rulesWereTakenIn();
+    EXPECT_EQ(model().rowCount(), 4);
+    EXPECT_EQ(row(1)->findChild<Switch *>()->accessibleName(), L::enableRule(u"2"_s));
+    EXPECT_EQ(view().selectedRow(), 2);
+    EXPECT_EQ(list().countLabel()->text(), u"4 configured"_s);
+
+    writeFile("[]");
+    EXPECT_EQ(manager().takeInRuleFile(), ShortcutManager::RuleFileNews::TakenIn);
+    Q_EMIT notifications_.rulesWereTakenIn();
+    EXPECT_TRUE(list().emptyLabel()->isVisible());
 }
 
 }  // namespace

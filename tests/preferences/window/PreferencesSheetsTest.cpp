@@ -76,6 +76,23 @@ TEST_F(PreferencesSheets, WhatASheetWasOpenedForIsDoneBeforeTheTabChanges) {
     expectTab(1);
 }
 
+TEST_F(PreferencesSheets, WhoWaitsForASheetHearsOnceWhenItIsClosed) {
+    controller().showWindow();
+    EXPECT_FALSE(controller().waitsForSheet());
+    const QSignalSpy closed(&controller(), &PreferencesWindowController::sheetClosed);
+    bool isDone = false;
+    AlertSheet *const sheet =
+        openDeleteConfirmation(&window(), u"Mail"_s, [&isDone] { isDone = true; });
+    EXPECT_TRUE(controller().waitsForSheet());
+    EXPECT_TRUE(controller().waitsForSheet());
+    sheet->accept();
+    EXPECT_TRUE(isDone);
+    EXPECT_EQ(closed.count(), 0);
+    mainQueue_.runAll();
+    EXPECT_EQ(closed.count(), 1);
+    EXPECT_FALSE(controller().waitsForSheet());
+}
+
 TEST_F(PreferencesSheets, SheetsGoWithTheirTab) {
     manager().addRule({.appName = u"Mail"_s});
     controller().showWindow();
