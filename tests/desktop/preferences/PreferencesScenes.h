@@ -11,6 +11,9 @@ namespace kestrelbay::desktop {
 void sceneFirstHotkey(PreferencesStage &stage);
 void sceneHotkeyOfAnother(PreferencesStage &stage);
 
+// PreferencesFile.cpp
+void sceneEditedByHand(PreferencesStage &stage);
+
 // PreferencesRules.cpp
 void sceneAdvancedPanel(PreferencesStage &stage);
 void sceneConflict(PreferencesStage &stage);

@@ -19,6 +19,7 @@ constexpr std::array kScenes{
     PreferencesScene{"A hotkey that another program has", sceneHotkeyOfAnother, kStarts},
     PreferencesScene{"The options of a rule", sceneAdvancedPanel, kStarts},
     PreferencesScene{"A conflict", sceneConflict, kStarts},
+    PreferencesScene{"Rules edited by hand", sceneEditedByHand, kStarts},
     PreferencesScene{"Off and on", sceneSwitch, kStarts},
     PreferencesScene{"Another order", sceneOrder, kStarts},
     PreferencesScene{"Deleting", sceneDelete, kStarts},
