@@ -235,6 +235,32 @@ TEST_F(ShortcutManagerRules, ChangesAreInForceBeforeTheyAreSaved) {
     EXPECT_EQ(changes, 6);
 }
 
+TEST_F(ShortcutManagerRules, ARuleThatIsAskedForDoesWhatItsHotkeyWould) {
+    ShortcutRule disabled = rule(u"disabled"_s, 40, 0x100000);
+    disabled.isEnabled = false;
+    ShortcutRule twin = rule(u"twin"_s);
+    const ShortcutRule withoutHotkey = rule(u"without hotkey"_s);
+    twin.id = withoutHotkey.id;
+    const ShortcutRule withoutApplication{.appName = u"nothing to start"_s};
+    for (const ShortcutRule &one : {disabled, withoutHotkey, twin, withoutApplication})
+        manager().addRule(one);
+
+    EXPECT_TRUE(manager().runRule(withoutHotkey.id));
+    EXPECT_EQ(fired_, QStringList{u"without hotkey"_s});
+    EXPECT_TRUE(manager().runRule(disabled.id));
+    EXPECT_TRUE(manager().runRule(withoutApplication.id));
+    EXPECT_FALSE(manager().runRule(QUuid::createUuid()));
+    EXPECT_FALSE(manager().runRule(QUuid()));
+    EXPECT_EQ(fired_.size(), 1);
+    manager().setEnabled(false);
+    EXPECT_TRUE(manager().runRule(withoutHotkey.id));
+    EXPECT_EQ(fired_.size(), 1);
+    manager().setEnabled(true);
+    manager().teardownEventTap();
+    EXPECT_TRUE(manager().runRule(withoutHotkey.id));
+    EXPECT_EQ(fired_.size(), 2);
+}
+
 }  // namespace
 
 }  // namespace kestrelbay
