@@ -65,7 +65,7 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers)
              .quit = quit}),
       service_(
           this, [this] { openPreferences(); }, serviceActions(),
-          [this](const QString &id) { return runRule(id); }),
+          [this](const QString &id, const QString &token) { return runRule(id, token); }),
       diagnostics_(this, [this] { return diagnosticReport(platform_, manager_.get()); }) {
     Language::setDefaults(&platform.userDefaults());
     ToastPanel::setServices(&toastServices_);
@@ -125,8 +125,9 @@ void AppDelegate::performAction(const QString &name) const {
     service_.performAction(name);
 }
 
-bool AppDelegate::runRule(const QString &id) const {
+bool AppDelegate::runRule(const QString &id, const QString &activationToken) {
     const std::optional<QUuid> rule = ruleIdFromText(id);
+    platform_.workspace().setActivationToken(activationToken);
     return rule && manager_->runRule(*rule);
 }
 

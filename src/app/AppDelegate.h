@@ -46,8 +46,9 @@ public:
 
     /// One of those that the session bus offers; nothing for an unknown name.
     void performAction(const QString &name) const;
-    /// As ShortcutManager::runRule(). False also for a text that is no id.
-    bool runRule(const QString &id) const;
+    /// As ShortcutManager::runRule(), what is launched with Workspace::setActivationToken().
+    /// False also for a text that is no id.
+    bool runRule(const QString &id, const QString &activationToken);
 
     // What the status menu and the session bus offer:
     void toggleAllShortcuts();

@@ -156,7 +156,7 @@ int main(int argc, char **argv) {
     delegate.applicationDidFinishLaunching();
     QTimer::singleShot(0, &delegate, [&delegate, &request] {
         if (request.action == kestrelbay::actions::kRunRule)
-            delegate.runRule(request.ruleId);
+            delegate.runRule(request.ruleId, qEnvironmentVariable("XDG_ACTIVATION_TOKEN"));
         else
             delegate.performAction(request.action);
     });

@@ -53,6 +53,10 @@ public:
     /// bundleIdentifier() of the file manager; empty when there is none.
     [[nodiscard]] virtual QString fileManagerIdentifier() const = 0;
 
+    /// By which the desktop lets the program that is launched next come forward
+    /// (xdg-activation), as whoever asks for the launch has got it. Used once; empty for none.
+    virtual void setActivationToken(const QString &token) = 0;
+
     /// The applications that will be asked about from now on, so that what is
     /// needed to recognise them can be read before the first key press.
     virtual void prepare(const QStringList &applicationPaths) = 0;

@@ -300,10 +300,12 @@ TEST_F(AppDelegateTest, RunsARuleByItsIdOnly) {
     for (const QString &text :
          {QString(), rule.id.toString(), id + u' ', id.chopped(1), id + QStringLiteral("junk"),
           QString(10'000'000, u'a'), rule.id.toString(QUuid::Id128)})
-        EXPECT_FALSE(delegate.runRule(text)) << qPrintable(text.left(80));
+        EXPECT_FALSE(delegate.runRule(text, {})) << qPrintable(text.left(80));
     EXPECT_EQ(platform_.workspace().requests().lines(), QStringList());
-    EXPECT_TRUE(delegate.runRule(id));
-    EXPECT_TRUE(delegate.runRule(id.toUpper()));
+    EXPECT_TRUE(delegate.runRule(id, QStringLiteral("a token")));
+    EXPECT_EQ(platform_.workspace().activationToken(), QStringLiteral("a token"));
+    EXPECT_TRUE(delegate.runRule(id.toUpper(), {}));
+    EXPECT_EQ(platform_.workspace().activationToken(), QString()) << "it was another's";
     EXPECT_TRUE(QTest::qWaitFor([&] {
         return platform_.workspace().requests().lines().join(u' ').contains(rule.appPath);
     }));

@@ -52,6 +52,7 @@ public:
         reads_->add(QStringLiteral("fileManagerIdentifier"));
         return fileManagerIdentifier_;
     }
+    void setActivationToken(const QString &token) override { activationToken_ = token; }
     void prepare(const QStringList &applicationPaths) override { prepared_ = applicationPaths; }
 
     // For the test:
@@ -79,6 +80,7 @@ public:
     void setLaunchError(const QString &errorText) { launchError_ = errorText; }
     /// Called within every request to the workspace itself.
     void setRequestHook(std::function<void()> hook) { requestHook_ = std::move(hook); }
+    [[nodiscard]] const QString &activationToken() const { return activationToken_; }
     [[nodiscard]] const QStringList &preparedPaths() const { return prepared_; }
     [[nodiscard]] Journal &requests() { return *requests_; }
     [[nodiscard]] Journal &reads() { return *reads_; }
@@ -113,6 +115,7 @@ private:
     std::shared_ptr<Journal> reads_ = std::make_shared<Journal>();
     QString fileManagerIdentifier_ = QStringLiteral("com.apple.finder");
     QString launchError_;
+    QString activationToken_;
     QStringList prepared_;
     std::function<void()> requestHook_;
 };

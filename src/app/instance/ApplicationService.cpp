@@ -33,13 +33,13 @@ void ApplicationService::performAction(const QString &name) const {
 }
 
 void ApplicationService::ActivateAction(const QString &name, const QVariantList &parameter,
-                                        const QVariantMap & /*platformData*/,
-                                        const QDBusMessage &call) {
+                                        const QVariantMap &platformData, const QDBusMessage &call) {
     if (name != actions::kRunRule) {
         performAction(name);
         return;
     }
-    if (runRule_(parameter.value(0).toString()))
+    const QString token = platformData.value(QStringLiteral("activation-token")).toString();
+    if (runRule_(parameter.value(0).toString(), token))
         return;
     call.setDelayedReply(true);
     QDBusConnection::sessionBus().send(

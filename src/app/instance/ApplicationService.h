@@ -47,8 +47,9 @@ public:
 
     /// Those without a parameter.
     using Actions = std::map<QString, std::function<void()>>;
-    /// False when no rule has the id. The text is the caller's, of any length.
-    using RunRule = std::function<bool(const QString &id)>;
+    /// False when no rule has the id. The texts are the caller's, of any length; the second is
+    /// the token by which the desktop lets what is launched come forward, if there is one.
+    using RunRule = std::function<bool(const QString &id, const QString &activationToken)>;
 
     /// Offered by `parent`, which has to outlive the bus connection's use of it.
     ApplicationService(QObject *parent, std::function<void()> activate, Actions actions,

@@ -60,11 +60,14 @@ RunningInstance::Answer RunningInstance::request(const QString &action, const QS
     const BusForRequest bus;
     if (!bus.isConnected())
         return Answer::NoBus;
+    QVariantMap platformData;
+    if (const QString token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN"); !token.isEmpty())
+        platformData.insert(QStringLiteral("activation-token"), token);
     const QVariantList parameter = ruleId.isEmpty() ? QVariantList() : QVariantList{ruleId};
     const QDBusMessage message =
-        action.isEmpty() ? bus.call(kInterface, QStringLiteral("Activate"), {QVariantMap()})
+        action.isEmpty() ? bus.call(kInterface, QStringLiteral("Activate"), {platformData})
                          : bus.call(kInterface, QStringLiteral("ActivateAction"),
-                                    {action, parameter, QVariantMap()});
+                                    {action, parameter, platformData});
     if (isAnswer(message))
         return Answer::Done;
     if (message.errorName() == ApplicationService::kNoSuchRule)

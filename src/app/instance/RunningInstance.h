@@ -21,7 +21,8 @@ public:
     };
 
     /// Has it carry out an action; an empty name is what starting the program once
-    /// more means. `ruleId` goes with actions::kRunRule.
+    /// more means. `ruleId` goes with actions::kRunRule. The desktop's leave to come forward, if
+    /// this process was given it, goes with it.
     [[nodiscard]] static Answer request(const QString &action, const QString &ruleId = {});
 
     /// What it has to say for a report of a problem. None when there is no such

@@ -37,6 +37,7 @@ public:
     bool openFiles(const QList<QUrl> &files, const QUrl &application) override;
     bool showFolder(const QString &path) override;
     [[nodiscard]] QString fileManagerIdentifier() const override;
+    void setActivationToken(const QString &token) override { launcher_.setActivationToken(token); }
     void prepare(const QStringList &applicationPaths) override;
 
 private:

@@ -158,6 +158,17 @@ TEST_F(WorkspaceLaunch, TheChildStandsOnItsOwnFeet) {
     qunsetenv("GIO_LAUNCHED_DESKTOP_FILE_PID");
 }
 
+TEST_F(WorkspaceLaunch, AnActivationTokenIsForOneLaunch) {
+    const QString path = entry("Exec=" + recording());
+    for (const bool isNew : {false, true}) {
+        workspace().setActivationToken(QStringLiteral("a token"));
+        for (const char *expected : {"a token", "(none)"}) {
+            EXPECT_TRUE(isNew ? startNew(path, list({"x"})).isEmpty() : open(path));
+            EXPECT_EQ(start().variable("XDG_ACTIVATION_TOKEN"), expected);
+        }
+    }
+}
+
 TEST_F(WorkspaceLaunch, TheChildHearsAllSignals) {
     sigset_t all;
     sigset_t before;

@@ -23,6 +23,8 @@ public:
     bool showFolder(const QString &path) override;
     [[nodiscard]] QString fileManagerIdentifier() const override;
     /// The system knows to which application a process belongs.
+    /// There is no such thing.
+    void setActivationToken(const QString & /*token*/) override {}
     void prepare(const QStringList & /*applicationPaths*/) override {}
 };
 

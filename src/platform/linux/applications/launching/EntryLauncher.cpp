@@ -92,6 +92,16 @@ QString EntryLauncher::newStartupId() const {
         .arg(serverTime_());
 }
 
+void EntryLauncher::setActivationToken(const QString &token) {
+    const std::lock_guard lock(tokenMutex_);
+    activationToken_ = token;
+}
+
+QString EntryLauncher::takeActivationToken() {
+    const std::lock_guard lock(tokenMutex_);
+    return std::exchange(activationToken_, {});
+}
+
 QString EntryLauncher::open(const QString &entryPath, const QStringList &uris) {
     const Launches::Launch launch{newStartupId(), standardPath(entryPath), uris};
     if (!launches_.begin(launch, Launches::Repeat::UnlessUnderWay))
@@ -108,17 +118,19 @@ QString EntryLauncher::openNow(const Launches::Launch &launch) {
     if (!entry)
         return unreadable(path);
 
+    const QString token = takeActivationToken();
     GObjectPtr<GAppInfo> application;
     if (entry->boolean(G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE)) {
         // A slow service has been told; starting a second one would be worse.
-        if (bus_.activate(applicationId(path), launch.uris, launch.startupId) != BusAnswer::Failed)
+        if (bus_.activate(applicationId(path), launch.uris, {launch.startupId, token}) !=
+            BusAnswer::Failed)
             return {};
         application = rewrittenApplication(*entry, path, FileCodes::Keep, {});
     } else if (GDesktopAppInfo *info =
                    g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData())) {
         application.reset(G_APP_INFO(info));
     }
-    return application ? spawn(application.get(), launch) : notInstalled(path);
+    return application ? spawn(application.get(), launch, token) : notInstalled(path);
 }
 
 QString EntryLauncher::startNew(const QString &entryPath, const QStringList &arguments) {
@@ -132,7 +144,7 @@ QString EntryLauncher::startNew(const QString &entryPath, const QStringList &arg
         return notInstalled(path);
     const Launches::Launch launch{newStartupId(), path, {}};
     static_cast<void>(launches_.begin(launch, Launches::Repeat::Always));
-    QString error = spawn(application.get(), launch);
+    QString error = spawn(application.get(), launch, takeActivationToken());
     if (!error.isEmpty())
         launches_.failed(launch.startupId);
     return error;
@@ -142,13 +154,17 @@ bool EntryLauncher::showFolder(const QString &uri) {
     return bus_.showFolder(uri, newStartupId()) == BusAnswer::Done;
 }
 
-QString EntryLauncher::spawn(GAppInfo *application, const Launches::Launch &launch) {
+QString EntryLauncher::spawn(GAppInfo *application, const Launches::Launch &launch,
+                             const QString &activationToken) {
     connect();
     const GObjectPtr<GAppLaunchContext> context(g_app_launch_context_new());
     for (const char *name : kOwnVariables)
         g_app_launch_context_unsetenv(context.get(), name);
     g_app_launch_context_setenv(context.get(), "DESKTOP_STARTUP_ID",
                                 launch.startupId.toUtf8().constData());
+    if (!activationToken.isEmpty())
+        g_app_launch_context_setenv(context.get(), "XDG_ACTIVATION_TOKEN",
+                                    activationToken.toUtf8().constData());
     g_app_launch_context_setenv(context.get(), "GIO_LAUNCHED_DESKTOP_FILE",
                                 QFile::encodeName(launch.entryPath).constData());
     if (!displayName_.isEmpty())

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <utility>
 
 #include <QString>
@@ -39,6 +40,9 @@ public:
     /// Starts a new process with these arguments behind those of its Exec line.
     QString startNew(const QString &entryPath, const QStringList &arguments);
 
+    /// The next that is launched gets it, to come forward by; an empty one for none.
+    void setActivationToken(const QString &token);
+
     /// Has the file manager on the session bus show the folder of this URI. False when
     /// there is none.
     bool showFolder(const QString &uri);
@@ -48,11 +52,16 @@ public:
 private:
     /// With a fresh server time in it, so that what it starts may take the focus.
     [[nodiscard]] QString newStartupId() const;
+    /// It serves one launch.
+    [[nodiscard]] QString takeActivationToken();
     QString openNow(const Launches::Launch &launch);
-    QString spawn(GAppInfo *application, const Launches::Launch &launch);
+    QString spawn(GAppInfo *application, const Launches::Launch &launch,
+                  const QString &activationToken);
 
     const QString displayName_;
     const ServerTime serverTime_;
+    std::mutex tokenMutex_;
+    QString activationToken_;
     Launches launches_;
     LaunchBus bus_;
     GioBus gioBus_;

@@ -59,12 +59,13 @@ BusAnswer LaunchBus::call(const QDBusMessage &message) {
 }
 
 BusAnswer LaunchBus::activate(const QString &applicationId, const QStringList &uris,
-                              const QString &startupId) {
+                              const LaunchIds &ids) {
     QString path = u'/' + applicationId;
     path.replace(u'.', u'/').replace(u'-', u'_');
     // The same thing under its X11 and its Wayland name; programs look for either.
-    const QVariantMap platformData{{QStringLiteral("desktop-startup-id"), startupId},
-                                   {QStringLiteral("activation-token"), startupId}};
+    const QString &token = ids.activationToken.isEmpty() ? ids.startupId : ids.activationToken;
+    const QVariantMap platformData{{QStringLiteral("desktop-startup-id"), ids.startupId},
+                                   {QStringLiteral("activation-token"), token}};
     const QVariantList arguments =
         uris.isEmpty() ? QVariantList{platformData} : QVariantList{uris, platformData};
     return call(methodCall(applicationId, path, QStringLiteral("org.freedesktop.Application"),

@@ -18,6 +18,12 @@ enum class BusAnswer {
     Failed,
 };
 
+/// What a launched program gets so that it may take the focus.
+struct LaunchIds {
+    QString startupId;        ///< DESKTOP_STARTUP_ID
+    QString activationToken;  ///< XDG_ACTIVATION_TOKEN; empty when nobody gave one
+};
+
 /// The calls that launching makes on the session bus. Every call has an end; a
 /// missing bus is like a bus without anybody on it. Any thread.
 class LaunchBus {
@@ -25,7 +31,7 @@ public:
     /// org.freedesktop.Application of a D-Bus activatable application: Open with
     /// URIs, otherwise Activate. The service is started when it does not run.
     [[nodiscard]] BusAnswer activate(const QString &applicationId, const QStringList &uris,
-                                     const QString &startupId);
+                                     const LaunchIds &ids);
 
     /// org.freedesktop.FileManager1.
     [[nodiscard]] BusAnswer showFolder(const QString &uri, const QString &startupId);
