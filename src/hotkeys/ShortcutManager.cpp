@@ -174,6 +174,7 @@ void ShortcutManager::installTap() {
         .event = [this](EventType type, KeyCode keyCode,
                         ModifierFlags flags) { return eventTapCallback(type, keyCode, flags); },
         .refusalsChanged = [this] { noteRefusals(); },
+        .lost = [this] { noteLostTap(); },
     });
     if (!installed) {
         logTapProblem();
@@ -203,6 +204,15 @@ void ShortcutManager::removeTap() {
     installedTap_ = nullptr;
     isTapRecording_ = false;
     tap_.remove();
+}
+
+void ShortcutManager::noteLostTap() {
+    installedTap_ = nullptr;
+    isTapRecording_ = false;
+    tellRefusals();
+    endRecordingWithoutTap();
+    if (hooks_.tapLost)
+        hooks_.tapLost();
 }
 
 bool ShortcutManager::setRecordingCallback(RecordingCallback callback, std::function<void()> lost) {

@@ -38,6 +38,8 @@ public:
         std::function<void()> recordingEnded{};
         /// isHotkeyRefused() may answer otherwise now. May be empty.
         std::function<void()> refusalsChanged{};
+        /// The installed tap was taken away (EventTap::Handlers::lost). May be empty.
+        std::function<void()> tapLost{};
     };
 
     /// Loads the rules and tries to install the tap. The folder is created when it
@@ -123,6 +125,7 @@ private:
     RuleFileNews followRuleFile();
     void publishWantedHotkeys();
     void removeTap();
+    void noteLostTap();
     void installTap();
     void logTapProblem();
     void noteRefusals();

@@ -40,9 +40,12 @@ public:
         /// One event. For FlagsChanged the key code is one modifier key, and the
         /// event means that this key changed between up and down; a verdict on it
         /// is ignored where the system cannot hold modifier keys back.
-        std::function<EventVerdict(EventType, KeyCode, ModifierFlags)> event;
+        std::function<EventVerdict(EventType, KeyCode, ModifierFlags)> event{};
         /// The answer of refusedHotkeys() is now another one.
-        std::function<void()> refusalsChanged;
+        std::function<void()> refusalsChanged{};
+        /// The tap was taken from this program and has removed itself; problem() says
+        /// why, and install() may succeed later.
+        std::function<void()> lost{};
     };
 
     virtual ~EventTap() = default;
@@ -53,7 +56,7 @@ public:
     /// installed.
     [[nodiscard]] virtual bool install(Handlers handlers) = 0;
 
-    /// What the last call of install() failed for.
+    /// What the last call of install() failed for, or what the tap was lost to since.
     [[nodiscard]] virtual TapProblem problem() const = 0;
 
     /// Resumes delivery after one of the TapDisabled events.

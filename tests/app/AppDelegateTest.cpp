@@ -136,6 +136,19 @@ TEST_F(AppDelegateTest, WhatCanChangeIsAskedForAgainAndLoggedOnce) {
     EXPECT_EQ(timers_.waitingCount(), 0U);
 }
 
+TEST_F(AppDelegateTest, AsksForATapThatWasTakenAway) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    EXPECT_FALSE(delegate.isPollingAccessibility());
+    platform_.eventTap().takeAway();
+    EXPECT_FALSE(delegate.shortcutManager().isAccessibilityGranted());
+    EXPECT_TRUE(delegate.isPollingAccessibility());
+    platform_.eventTap().setPermission(true);
+    timers_.advance(1000ms);
+    EXPECT_TRUE(delegate.shortcutManager().isAccessibilityGranted());
+    EXPECT_FALSE(delegate.isPollingAccessibility());
+}
+
 TEST_F(AppDelegateTest, TellsOfHotkeysThatOtherProgramsHold) {
     completeOnboarding();
     AppDelegate &delegate = launch();

@@ -97,6 +97,16 @@ public:
     std::optional<EventVerdict> release(KeyCode modifierKey) {
         return down_.contains(modifierKey) ? press(modifierKey) : std::nullopt;
     }
+    /// Another instance takes the tap, and keeps it until the permission is given again.
+    void takeAway() {
+        permission_ = false;
+        problem_ = refusal_ = TapProblem::OtherInstance;
+        const auto lost = handlers_.lost;
+        isInstalled_ = isDelivering_ = isRecording_ = false;
+        handlers_ = {};
+        if (lost)
+            lost();
+    }
     /// The system stops the tap, which only enable() repairs.
     void disable(EventType reason) {
         isDelivering_ = false;

@@ -166,6 +166,25 @@ TEST_F(ShortcutManagerHotkeys, AFailedReinstallationTellsToo) {
     EXPECT_EQ(refusalsChangedCalls_, 2);
 }
 
+TEST_F(ShortcutManagerHotkeys, ATapThatWasTakenAwayEndsRecordingAndRefusals) {
+    manager().addRule(rule(u"Terminal"_s, 17, 0x100008));
+    tap_.setHeldByOthers({kLeftCommandT});
+    int lost = 0;
+    ASSERT_TRUE(manager().setRecordingCallback(
+        [](EventType, KeyCode, ModifierFlags) { return EventVerdict::Swallow; },
+        [&lost] { ++lost; }));
+    tap_.takeAway();
+    EXPECT_EQ(lost, 1);
+    EXPECT_FALSE(manager().recordingCallback());
+    EXPECT_EQ(manager().eventTap(), nullptr);
+    EXPECT_EQ(manager().tapProblem(), TapProblem::OtherInstance);
+    EXPECT_FALSE(manager().isHotkeyRefused(manager().rules()[0]));
+
+    tap_.setPermission(true);
+    manager().setupEventTap();
+    EXPECT_TRUE(manager().isAccessibilityGranted());
+}
+
 }  // namespace
 
 }  // namespace kestrelbay

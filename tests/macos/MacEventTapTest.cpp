@@ -43,6 +43,7 @@ public:
     void settle() {}
     void setHeldByOthers(const Hotkey & /*hotkey*/, bool /*held*/) {}
     void setKeyboardHeldByOthers(bool /*held*/) {}
+    void takeTapAway() {}
 
     Fate post(CGEventType type, KeyCode code) {
         return taps_.post(type, toNumber(code),

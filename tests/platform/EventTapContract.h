@@ -21,6 +21,7 @@ inline constexpr bool kOthersCanHoldKeys = true;
 ///   void settle()                            returns when all of it was delivered
 ///   void setHeldByOthers(Hotkey, bool)       another program grabs it, or lets go
 ///   void setKeyboardHeldByOthers(bool)       … the whole keyboard
+///   void takeTapAway()                       another instance becomes the tap
 template <typename Keyboard>
 class EventTapContract : public ::testing::Test {
 protected:
@@ -38,7 +39,7 @@ protected:
                     events_.push_back({type, code, flags});
                     return EventVerdict::Swallow;
                 },
-                [this] { ++refusalChanges_; }};
+                [this] { ++refusalChanges_; }, [this] { ++losses_; }};
     }
 
     void press(const std::vector<KeyCode> &keys) {
@@ -60,6 +61,7 @@ protected:
     Keyboard keyboard_;
     std::vector<Event> events_;
     int refusalChanges_ = 0;
+    int losses_ = 0;
 };
 
 TYPED_TEST_SUITE_P(EventTapContract);
@@ -185,6 +187,21 @@ TYPED_TEST_P(EventTapContract, EndsRecordingWhenItIsRemoved) {
     EXPECT_TRUE(this->keyDowns().empty());
 }
 
+TYPED_TEST_P(EventTapContract, SaysThatItWasTakenAway) {
+    if (!kOthersCanHoldKeys<TypeParam>)
+        GTEST_SKIP() << "nobody can take this tap away";
+    this->tap().setWantedHotkeys({this->leftCommandT_});
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    this->keyboard_.takeTapAway();
+    this->keyboard_.settle();
+    EXPECT_EQ(this->losses_, 1);
+    EXPECT_EQ(this->tap().problem(), TapProblem::OtherInstance);
+    this->press({key::kLeftCommand, KeyCode{17}});
+    EXPECT_TRUE(this->keyDowns().empty());
+    EXPECT_FALSE(this->tap().install(this->handlers()));
+    EXPECT_EQ(this->losses_, 1);
+}
+
 REGISTER_TYPED_TEST_SUITE_P(EventTapContract, DeliversNothingBeforeItIsInstalled,
                             HasNoProblemUntilItCannotBeInstalled,
                             DeliversAWantedHotkeyBetweenItsModifiers,
@@ -192,6 +209,6 @@ REGISTER_TYPED_TEST_SUITE_P(EventTapContract, DeliversNothingBeforeItIsInstalled
                             KeepsTheWantedHotkeysWhileRemoved, FollowsTheWantedHotkeys,
                             TellsWhichHotkeysAnotherProgramHolds, DeliversEveryKeyWhileRecording,
                             CannotRecordUninstalled, CannotRecordWhileTheKeyboardIsHeld,
-                            EndsRecordingWhenItIsRemoved);
+                            EndsRecordingWhenItIsRemoved, SaysThatItWasTakenAway);
 
 }  // namespace kestrelbay::testing

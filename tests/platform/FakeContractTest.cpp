@@ -21,6 +21,7 @@ public:
         tap_.setHeldByOthers(held ? std::set{hotkey} : std::set<Hotkey>{});
     }
     void setKeyboardHeldByOthers(bool held) { tap_.setKeyboardHeldByOthers(held); }
+    void takeTapAway() { tap_.takeAway(); }
 
 private:
     FakeEventTap tap_;

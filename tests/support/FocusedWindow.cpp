@@ -1,5 +1,6 @@
 #include "support/FocusedWindow.h"
 
+#include <cstring>
 #include <stdexcept>
 
 #include <xcb/xinput.h>
@@ -80,16 +81,26 @@ void FocusedWindow::ungrabKeyboard() {
     sync();
 }
 
+xcb_atom_t FocusedWindow::atom(const char *name) {
+    xcb_connection_t *c = connection_.get();
+    const auto length = static_cast<std::uint16_t>(std::strlen(name));
+    const Reply<xcb_intern_atom_reply_t> reply(
+        xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, length, name), nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+void FocusedWindow::ownSelection(const char *name) {
+    xcb_set_selection_owner(connection_.get(), window_, atom(name), XCB_CURRENT_TIME);
+    sync();
+}
+
 void FocusedWindow::announceWindowManager() {
     xcb_connection_t *c = connection_.get();
-    const char name[] = "MANAGER";
-    const Reply<xcb_intern_atom_reply_t> atom(
-        xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, sizeof name - 1, name), nullptr));
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = root_;
-    message.type = atom->atom;
+    message.type = atom("MANAGER");
     xcb_send_event(c, 0, root_, XCB_EVENT_MASK_STRUCTURE_NOTIFY,
                    reinterpret_cast<const char *>(&message));
     sync();

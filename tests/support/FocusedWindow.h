@@ -25,11 +25,14 @@ public:
     /// Grabs the whole keyboard; false when another client has it.
     [[nodiscard]] bool grabKeyboard();
     void ungrabKeyboard();
+    /// Takes a selection from whoever has it.
+    void ownSelection(const char *name);
     /// Sends MANAGER to the root as a starting window manager does.
     void announceWindowManager();
 
 private:
     void sync();
+    [[nodiscard]] xcb_atom_t atom(const char *name);
 
     Connection connection_;
     xcb_window_t root_;

@@ -7,6 +7,9 @@ kestrelbay_test(linux_tap_plan_tests
 )
 kestrelbay_test(linux_tap_tests
     LABEL display
-    SOURCES linux/x11/keyboard/XEventTapTest.cpp linux/x11/keyboard/XEventTapContractTest.cpp
+    SOURCES
+        linux/x11/keyboard/DisplayClaimTest.cpp
+        linux/x11/keyboard/XEventTapContractTest.cpp
+        linux/x11/keyboard/XEventTapTest.cpp
     LIBRARIES kestrelbay_back_end kestrelbay_test_support PkgConfig::XCB_TAP_TEST
 )

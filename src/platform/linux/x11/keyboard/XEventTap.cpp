@@ -29,19 +29,6 @@ xcb_window_t createRecordingWindow(const XConnection &connection) {
     return window;
 }
 
-/// Makes this client the one event tap of the display by owning a selection. The
-/// server gives it up by itself when the connection ends, however that happens.
-/// False when another instance of the program has it.
-bool claimDisplay(const XConnection &connection) {
-    constexpr std::string_view kSelection = "_KESTRELBAY_EVENT_TAP";
-    const xcb_atom_t selection = internAtoms(connection, std::array{kSelection})[0];
-    if (selection == XCB_ATOM_NONE || connection.ownerOf(selection) != XCB_NONE)
-        return false;
-    const xcb_window_t window = connection.createInputOnlyWindow();
-    xcb_set_selection_owner(connection.get(), window, selection, XCB_CURRENT_TIME);
-    return connection.ownerOf(selection) == window;
-}
-
 }  // namespace
 
 XEventTap::XEventTap(Settings settings)
@@ -75,7 +62,8 @@ TapProblem XEventTap::tryInstall(Handlers handlers) {
         return TapProblem::NoDisplay;
     if (!hasRawEvents(c))
         return TapProblem::NoInputExtension;
-    if (!claimDisplay(*connection))
+    const std::optional<DisplayClaim> claim = DisplayClaim::take(*connection);
+    if (!claim)
         return TapProblem::OtherInstance;
     const std::optional<std::uint8_t> keymapChangeEvent = watchKeymap(c);
     const std::optional<KeyboardModel> keyboard = readKeyboardModel(c);
@@ -84,6 +72,7 @@ TapProblem XEventTap::tryInstall(Handlers handlers) {
         return connection->isUsable() ? TapProblem::NoInputExtension : TapProblem::NoDisplay;
 
     connection_ = std::move(connection);
+    claim_ = claim;
     handlers_ = std::move(handlers);
     xinputOpcode_ = xcb_get_extension_data(c, &xcb_input_id)->major_opcode;
     managerAtom_ = internAtoms(*connection_, std::array<std::string_view, 1>{"MANAGER"})[0];
@@ -178,6 +167,12 @@ void XEventTap::handle(const xcb_generic_event_t &event) {
     if (type == keymapChangeEvent_) {
         if (!keymapTimer_.isActive())
             keymapTimer_.start(kKeymapPause);
+    } else if (claim_->isLostBy(event)) {
+        const auto lost = handlers_.lost;
+        remove();
+        problem_ = TapProblem::OtherInstance;
+        if (lost)
+            lost();
     } else if (const std::optional<KeyPress> press = keyPressOf(event, xinputOpcode_)) {
         handleKeyPress(*press);
     } else if (type == XCB_CLIENT_MESSAGE) {

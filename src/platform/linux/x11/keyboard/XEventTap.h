@@ -16,6 +16,7 @@
 
 #include "platform/EventTap.h"
 #include "platform/linux/x11/connection/XConnection.h"
+#include "platform/linux/x11/keyboard/DisplayClaim.h"
 #include "platform/linux/x11/keyboard/DownKeys.h"
 #include "platform/linux/x11/keyboard/GrabFocusFilter.h"
 #include "platform/linux/x11/keyboard/HotkeyGrabs.h"
@@ -81,6 +82,7 @@ private:
     Handlers handlers_;
     TapProblem problem_ = TapProblem::None;
     std::shared_ptr<XConnection> connection_;
+    std::optional<DisplayClaim> claim_;
     std::optional<QSocketNotifier> notifier_;
     QTimer keymapTimer_;
     /// What the handler was told: these modifier keys are down.

@@ -48,6 +48,7 @@ public:
         else
             front_.ungrabKeyboard();
     }
+    void takeTapAway() { front_.ownSelection("_KESTRELBAY_EVENT_TAP"); }
 
 private:
     static constexpr std::uint16_t kMod4 = 64;
