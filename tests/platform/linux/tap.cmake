@@ -8,8 +8,11 @@ kestrelbay_test(linux_tap_plan_tests
 kestrelbay_test(linux_tap_tests
     LABEL display
     SOURCES
+        linux/tapMain.cpp
         linux/x11/keyboard/DisplayClaimTest.cpp
         linux/x11/keyboard/XEventTapContractTest.cpp
+        linux/x11/keyboard/XEventTapHeldKeysTest.cpp
+        linux/x11/keyboard/XEventTapModifiersTest.cpp
         linux/x11/keyboard/XEventTapTest.cpp
     LIBRARIES kestrelbay_back_end kestrelbay_test_support PkgConfig::XCB_TAP_TEST
 )
