@@ -261,8 +261,11 @@ EventVerdict ShortcutManager::eventTapCallback(EventType type, KeyCode keyCode,
         log_.write(QStringLiteral("KestrelBay [WARN] EventTap disabled: %1 — main thread may "
                                   "have been blocked")
                        .arg(QLatin1StringView(reason)));
-        if (installedTap_)
+        if (installedTap_) {
             installedTap_->enable();
+            isTapRecording_ = recordingCallback_ && installedTap_->setRecording(true);
+            endRecordingWithoutTap();
+        }
         return EventVerdict::Pass;
     }
     if (type == EventType::FlagsChanged && isModifierKeyCode(keyCode)) {

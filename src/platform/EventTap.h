@@ -59,7 +59,7 @@ public:
     /// What the last call of install() failed for, or what the tap was lost to since.
     [[nodiscard]] virtual TapProblem problem() const = 0;
 
-    /// Resumes delivery after one of the TapDisabled events.
+    /// Resumes delivery after one of the TapDisabled events, which end recording too.
     virtual void enable() = 0;
 
     /// Stops delivering and gives every key back. Harmless when not installed.
@@ -74,6 +74,11 @@ public:
     /// another program holds the keyboard just now; wanted hotkeys then still
     /// arrive.
     virtual bool setRecording(bool recording) = 0;
+
+    /// Delivers at once what waits for the event loop, where the user's keyboard waits
+    /// with it. To be called before the main thread is kept busy by a disk. Nothing
+    /// happens inside a handler, or when not installed.
+    virtual void deliverWaiting() = 0;
 
     /// The wanted hotkeys that another program holds, so that their KeyDown never
     /// arrives. They are asked for again from time to time; the handler tells

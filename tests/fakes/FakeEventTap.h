@@ -50,6 +50,10 @@ public:
             press(*key);
         return isRecording_ == recording;
     }
+    void deliverWaiting() override {
+        for (const KeyCode key : std::exchange(waiting_, {}))
+            press(key);
+    }
     [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override {
         std::vector<Hotkey> refused;
         if (isInstalled_)
@@ -97,6 +101,8 @@ public:
     std::optional<EventVerdict> release(KeyCode modifierKey) {
         return down_.contains(modifierKey) ? press(modifierKey) : std::nullopt;
     }
+    /// Pressed, and waiting to be delivered.
+    void pressUnread(KeyCode keyCode) { waiting_.push_back(keyCode); }
     /// Another instance takes the tap, and keeps it until the permission is given again.
     void takeAway() {
         permission_ = false;
@@ -109,7 +115,7 @@ public:
     }
     /// The system stops the tap, which only enable() repairs.
     void disable(EventType reason) {
-        isDelivering_ = false;
+        isDelivering_ = isRecording_ = false;
         if (handlers_.event)
             handlers_.event(reason, KeyCode{}, ModifierFlags());
     }
@@ -141,6 +147,7 @@ private:
     std::vector<Hotkey> wanted_;
     std::set<Hotkey> heldByOthers_;
     std::set<KeyCode> down_;
+    std::vector<KeyCode> waiting_;
     std::optional<KeyCode> pressedAtRecording_;
     int wantedHotkeysCalls_ = 0;
     TapProblem problem_ = TapProblem::None;

@@ -233,6 +233,24 @@ TEST_F(ShortcutManagerDispatch, TapDisabledByTimeoutIsLoggedAndEnabledAgain) {
     EXPECT_TRUE(tap_.isDelivering());
 }
 
+TEST_F(ShortcutManagerDispatch, ADisabledTapIsAskedToGoOnRecording) {
+    int lost = 0;
+    const auto record = [&] {
+        return manager().setRecordingCallback(
+            [](EventType, KeyCode, ModifierFlags) { return kSwallow; }, [&lost] { ++lost; });
+    };
+    ASSERT_TRUE(record());
+    tap_.disable(EventType::TapDisabledByTimeout);
+    EXPECT_TRUE(tap_.isRecording());
+    EXPECT_EQ(lost, 0);
+
+    tap_.setKeyboardHeldByOthers(true);
+    tap_.disable(EventType::TapDisabledByTimeout);
+    EXPECT_EQ(lost, 1);
+    EXPECT_FALSE(manager().recordingCallback());
+    EXPECT_TRUE(tap_.isDelivering());
+}
+
 TEST_F(ShortcutManagerDispatch, TapDisabledByUserInputIsLoggedAndEnabledAgainEveryTime) {
     manager();
     tap_.takeCalls();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <chrono>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -187,6 +188,21 @@ TYPED_TEST_P(EventTapContract, EndsRecordingWhenItIsRemoved) {
     EXPECT_TRUE(this->keyDowns().empty());
 }
 
+TYPED_TEST_P(EventTapContract, DeliversWhatWaitsWithoutTheEventLoop) {
+    this->tap().deliverWaiting();
+    this->tap().setWantedHotkeys({this->leftCommandT_});
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    this->keyboard_.hold(key::kLeftCommand);
+    this->keyboard_.hold(KeyCode{17});
+    // A key takes its time to come.
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (this->keyDowns().empty() && std::chrono::steady_clock::now() < end)
+        this->tap().deliverWaiting();
+    EXPECT_EQ(this->keyDowns(), std::vector{this->leftCommandT_});
+    this->keyboard_.letGo(KeyCode{17});
+    this->keyboard_.letGo(key::kLeftCommand);
+}
+
 TYPED_TEST_P(EventTapContract, SaysThatItWasTakenAway) {
     if (!kOthersCanHoldKeys<TypeParam>)
         GTEST_SKIP() << "nobody can take this tap away";
@@ -209,6 +225,7 @@ REGISTER_TYPED_TEST_SUITE_P(EventTapContract, DeliversNothingBeforeItIsInstalled
                             KeepsTheWantedHotkeysWhileRemoved, FollowsTheWantedHotkeys,
                             TellsWhichHotkeysAnotherProgramHolds, DeliversEveryKeyWhileRecording,
                             CannotRecordUninstalled, CannotRecordWhileTheKeyboardIsHeld,
-                            EndsRecordingWhenItIsRemoved, SaysThatItWasTakenAway);
+                            EndsRecordingWhenItIsRemoved, DeliversWhatWaitsWithoutTheEventLoop,
+                            SaysThatItWasTakenAway);
 
 }  // namespace kestrelbay::testing

@@ -89,6 +89,7 @@ EventVerdict MacEventTap::handle(CGEventType type, CGEventRef event) {
     switch (type) {
         case kCGEventTapDisabledByTimeout:
         case kCGEventTapDisabledByUserInput:
+            isRecording_ = false;
             // There is no key in such an event, and the verdict is not asked for.
             static_cast<void>(deliver(EventType(type), {}, {}));
             return EventVerdict::Pass;

@@ -25,6 +25,8 @@ public:
     void remove() override;
     void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) override { wanted_ = hotkeys; }
     bool setRecording(bool recording) override;
+    /// Nothing: the system sees to it that no key waits for long.
+    void deliverWaiting() override {}
     /// None: a tap sees keys before whoever else wants them.
     [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override { return {}; }
 

@@ -14,5 +14,6 @@ kestrelbay_test(linux_tap_tests
         linux/x11/keyboard/XEventTapHeldKeysTest.cpp
         linux/x11/keyboard/XEventTapModifiersTest.cpp
         linux/x11/keyboard/XEventTapTest.cpp
-    LIBRARIES kestrelbay_back_end kestrelbay_test_support PkgConfig::XCB_TAP_TEST
+        linux/x11/keyboard/XEventTapWatchdogTest.cpp
+    LIBRARIES kestrelbay_back_end kestrelbay_fakes kestrelbay_hotkeys kestrelbay_test_support PkgConfig::XCB_TAP_TEST
 )

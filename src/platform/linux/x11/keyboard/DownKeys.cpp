@@ -67,4 +67,11 @@ void DownKeys::keepOnly(const KeySet &down) {
     }
 }
 
+void DownKeys::passOthers(const KeySet &down) {
+    for (std::size_t keycode = 0; keycode < down.size(); ++keycode) {
+        if (down.test(keycode))
+            verdicts_.try_emplace(static_cast<XKeycode>(keycode), EventVerdict::Pass);
+    }
+}
+
 }  // namespace kestrelbay::x11

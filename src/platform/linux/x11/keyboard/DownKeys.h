@@ -30,6 +30,8 @@ public:
     void remove(XKeycode keycode);
     /// The same for all keys that are not down, for those whose release was missed.
     void keepOnly(const KeySet &down);
+    /// Those of these keys that it does not know have not been swallowed.
+    void passOthers(const KeySet &down);
 
 private:
     [[nodiscard]] bool grab(XKeycode keycode, std::span<const std::uint32_t> modifiers) const;

@@ -41,6 +41,12 @@ void HotkeyGrabs::retry() {
         apply();
 }
 
+void HotkeyGrabs::renew() {
+    if (grabber_)
+        grabber_->forget();
+    apply();
+}
+
 void HotkeyGrabs::release() {
     if (grabber_)
         grabber_->apply({});

@@ -40,6 +40,8 @@ public:
     void setKeyboard(const KeyboardModel &keyboard);
     /// Asks again, now, if anything was refused.
     void retry();
+    /// Asks for all again, since the server has dropped them.
+    void renew();
     /// Lets go of every grab; setWanted() and the like bring them back.
     void release();
 

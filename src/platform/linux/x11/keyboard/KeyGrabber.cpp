@@ -23,6 +23,11 @@ void KeyGrabber::apply(const std::set<KeyGrab> &wanted) {
     wanted_ = wanted;
 }
 
+void KeyGrabber::forget() {
+    wanted_.clear();
+    refused_.clear();
+}
+
 std::set<KeyGrab> KeyGrabber::request(const std::set<KeyGrab> &grabs) {
     struct Pending {
         KeyGrab grab;

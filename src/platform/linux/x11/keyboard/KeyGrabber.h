@@ -19,6 +19,9 @@ public:
     /// those refused so far are asked for again.
     void apply(const std::set<KeyGrab> &wanted);
 
+    /// The server has dropped them all.
+    void forget();
+
     /// The wanted grabs that another client holds on some root window.
     [[nodiscard]] const std::set<KeyGrab> &refused() const { return refused_; }
     [[nodiscard]] bool wants(const KeyGrab &grab) const { return wanted_.contains(grab); }

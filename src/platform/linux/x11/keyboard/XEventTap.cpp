@@ -82,6 +82,11 @@ TapProblem XEventTap::tryInstall(Handlers handlers) {
         connection_->selectEvents(root, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     keymapChangeEvent_ = *keymapChangeEvent;
     recordingWindow_ = createRecordingWindow(*connection_);
+    events_.emplace(connection_, *device, WatchedEvents::Settings{settings_.patience, [this] {
+                                                                      QMetaObject::invokeMethod(
+                                                                          this, &XEventTap::drain,
+                                                                          Qt::QueuedConnection);
+                                                                  }});
     notifier_.emplace(connection_->fileDescriptor(), QSocketNotifier::Read);
     connect(&*notifier_, &QSocketNotifier::activated, this, &XEventTap::drain);
     down_.emplace(*connection_, *device);
@@ -94,6 +99,7 @@ void XEventTap::remove() {
     if (connection_ && !recording_)
         replayWaitingKeys();
     notifier_.reset();
+    events_.reset();
     keymapTimer_.stop();
     grabs_.stop();
     down_.reset();
@@ -108,7 +114,7 @@ void XEventTap::replayWaitingKeys() {
     grabs_.release();
     down_->keepOnly({});
     synchronize(c);
-    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(c)}) {
+    while (const Reply<xcb_generic_event_t> event = events_->next()) {
         if (const std::optional<KeyPress> press = keyPressOf(*event, xinputOpcode_))
             answer(c, *press, EventVerdict::Pass);
     }
@@ -144,22 +150,49 @@ bool XEventTap::setRecording(bool recording) {
 void XEventTap::drain() {
     // A handler may remove the tap; the connection then has to live until here.
     const std::shared_ptr<XConnection> connection = connection_;
+    const bool isNested = std::exchange(draining_, true);
     while (connection && connection == connection_) {
-        const Reply<xcb_generic_event_t> event(xcb_poll_for_event(connection->get()));
+        const Reply<xcb_generic_event_t> event = events_->next();
         if (!event)
             break;
         handle(*event);
     }
-    if (connection && connection == connection_ && !connection->isUsable()) {
+    draining_ = isNested;
+    if (!connection || connection != connection_)
+        return;
+    if (!connection->isUsable()) {
         remove();
         if (settings_.displayLost)
             settings_.displayLost();
+    } else if (events_->takeRelease()) {
+        deliverRelease();
     }
 }
 
 /// Waiting for an answer takes events off the socket, which then stays silent.
 void XEventTap::drainLater() {
+    if (events_)
+        events_->mayHaveMore();
     QMetaObject::invokeMethod(this, &XEventTap::drain, Qt::QueuedConnection);
+}
+
+void XEventTap::deliverWaiting() {
+    // Inside a handler the rest comes after it.
+    if (!draining_)
+        drain();
+}
+
+/// The watchdog has let go of everything.
+void XEventTap::deliverRelease() {
+    setRecording(false);
+    // What is down was pressed for the program in front, and so are its repeats.
+    if (const std::optional<KeySet> down = readDownKeys(connection_->get()))
+        down_->passOthers(*down);
+    deliver(EventType::TapDisabledByTimeout, {});
+}
+
+void XEventTap::enable() {
+    grabs_.renew();
 }
 
 void XEventTap::handle(const xcb_generic_event_t &event) {

@@ -21,11 +21,12 @@
 #include "platform/linux/x11/keyboard/GrabFocusFilter.h"
 #include "platform/linux/x11/keyboard/HotkeyGrabs.h"
 #include "platform/linux/x11/keyboard/KeyPress.h"
+#include "platform/linux/x11/keyboard/WatchedEvents.h"
 
 namespace kestrelbay::x11 {
 
 /// The event tap of an X11 session, on a connection of its own that is read by the
-/// main loop.
+/// main loop, and watched by a thread in case that does not.
 ///
 /// Modifiers come as XInput 2 raw events, which arrive whoever has grabbed the
 /// keyboard. Key-downs come from passive synchronous grabs: the server freezes the
@@ -46,6 +47,9 @@ public:
         /// time, and so on. Programs that start at login settle within seconds.
         std::chrono::milliseconds firstRetry{500};
         std::chrono::milliseconds longestRetry{std::chrono::minutes(1)};
+        /// How long a press may wait for the main thread, and all typing with it: longer
+        /// than a busy machine needs, shorter than what people take for a hang.
+        std::chrono::milliseconds patience{1000};
         /// The X server is gone, and with it the session.
         std::function<void()> displayLost;
     };
@@ -55,10 +59,11 @@ public:
 
     [[nodiscard]] bool install(Handlers handlers) override;
     [[nodiscard]] TapProblem problem() const override { return problem_; }
-    void enable() override { drainLater(); }
+    void enable() override;
     void remove() override;
     void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) override;
     bool setRecording(bool recording) override;
+    void deliverWaiting() override;
     [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override { return grabs_.refused(); }
 
 private:
@@ -66,6 +71,7 @@ private:
     void replayWaitingKeys();
     void drain();
     void drainLater();
+    void deliverRelease();
     void handle(const xcb_generic_event_t &event);
     void handleRawKey(XKeycode keycode, bool pressed);
     void readKeymap();
@@ -83,6 +89,7 @@ private:
     TapProblem problem_ = TapProblem::None;
     std::shared_ptr<XConnection> connection_;
     std::optional<DisplayClaim> claim_;
+    std::optional<WatchedEvents> events_;
     std::optional<QSocketNotifier> notifier_;
     QTimer keymapTimer_;
     /// What the handler was told: these modifier keys are down.
@@ -93,6 +100,7 @@ private:
     std::uint8_t keymapChangeEvent_ = 0;
     xcb_atom_t managerAtom_ = XCB_NONE;
     bool recording_ = false;
+    bool draining_ = false;
 };
 
 }  // namespace kestrelbay::x11

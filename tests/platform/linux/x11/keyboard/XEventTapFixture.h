@@ -42,6 +42,7 @@ protected:
         XEventTap::Settings settings;
         settings.displayName = server_->displayName();
         settings.firstRetry = std::chrono::milliseconds(20);
+        settings.patience = patience_;
         settings.displayLost = [this] { displayLost_ = true; };
         return std::make_unique<XEventTap>(settings);
     }
@@ -51,6 +52,11 @@ protected:
                     if (type == EventType::FlagsChanged) {
                         if (!held_.erase(code))
                             held_.insert(code);
+                        return EventVerdict::Pass;
+                    }
+                    if (type == EventType::TapDisabledByTimeout) {
+                        ++timeouts_;
+                        tap_->enable();
                         return EventVerdict::Pass;
                     }
                     EXPECT_EQ(flags, buildDetailedFlags(held_));
@@ -112,6 +118,9 @@ protected:
     std::set<KeyCode> held_;
     EventVerdict verdict_ = EventVerdict::Swallow;
     std::function<EventVerdict()> onKeyDown_;
+    /// Of the watchdog, which is no matter of most tests.
+    std::chrono::milliseconds patience_ = std::chrono::minutes(1);
+    int timeouts_ = 0;
     int refusalChanges_ = 0;
     bool displayLost_ = false;
 };
