@@ -111,18 +111,23 @@ void HotkeyRecorder::handleKeyDown(KeyCode keyCode) {
         stop();
     } else if (hasModifier) {
         setHotkey(keyCode, held);
-        if (call([this, keyCode, held] {
-                if (const auto recorded = hooks_.recorded)
-                    recorded(keyCode, held);
-            }))
-            stop();
+        finish([this, keyCode, held] {
+            if (const auto recorded = hooks_.recorded)
+                recorded(keyCode, held);
+        });
     } else if (keyCode == key::kDelete) {
         setHotkey({}, {});
-        if (call(hooks_.cleared))
-            stop();
+        finish(hooks_.cleared);
     } else {
         call(hooks_.keyWithoutModifier);
     }
+}
+
+void HotkeyRecorder::finish(const std::function<void()> &outcome) {
+    // The outcome is saved, and the keyboard should not wait for the disk.
+    manager_.setRecordingCallback(nullptr);
+    if (call(outcome))
+        stop();
 }
 
 void HotkeyRecorder::becomeIdle() {

@@ -90,6 +90,7 @@ private:
     void expectKey();
     [[nodiscard]] EventVerdict handleRawEvent(EventType type, KeyCode keyCode);
     void handleKeyDown(KeyCode keyCode);
+    void finish(const std::function<void()> &outcome);
     void becomeIdle();
     /// False when the hook has destroyed the recorder.
     bool call(const std::function<void()> &hook);

@@ -94,6 +94,11 @@ ShortcutManager::RuleFileNews ShortcutManager::followRuleFile() {
     return news;
 }
 
+void ShortcutManager::saveRules() {
+    tap_.deliverWaiting();
+    file_.save(rules_);
+}
+
 void ShortcutManager::addRule(const ShortcutRule &rule) {
     followRuleFile();
     rules_.push_back(rule);

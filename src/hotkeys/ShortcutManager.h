@@ -74,7 +74,7 @@ public:
     /// list that comes of it; a file that is Unusable then is kept beside the new one. It is in
     /// force before it is saved, as that waits for the disk; a failure keeps the list in
     /// memory and the old file on disk, without a word.
-    void saveRules() { file_.save(rules_); }
+    void saveRules();
     void addRule(const ShortcutRule &rule);
     /// Replaces the first rule that has the same id; nothing happens if none has.
     void updateRule(const ShortcutRule &rule);

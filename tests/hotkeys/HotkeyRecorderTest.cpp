@@ -34,7 +34,12 @@ protected:
                         if (whenRecorded_)
                             whenRecorded_();
                     },
-                .cleared = [this] { told_ += u"cleared"_s; },
+                .cleared =
+                    [this] {
+                        told_ += u"cleared"_s;
+                        if (whenCleared_)
+                            whenCleared_();
+                    },
                 .keyWithoutModifier = [this] { told_ += u"no modifier"_s; },
                 .ended = [this] { told_ += u"ended"_s; },
                 .tapMissing = [this] { told_ += u"no tap"_s; },
@@ -66,6 +71,7 @@ protected:
     FakeScreenLock screenLock_;
     QStringList told_;
     std::function<void()> whenRecorded_;
+    std::function<void()> whenCleared_;
     std::optional<HotkeyRecorder> recorder_;
 };
 
@@ -157,6 +163,27 @@ TEST_F(HotkeyRecorderTest, AKeyWithAModifierIsRecorded) {
     EXPECT_EQ(recorder().hotkeyString(), u"L⌘T"_s);
     EXPECT_TRUE(recorder().heldModifiers().isEmpty());
     expectKeyboardGivenBack();
+}
+
+TEST_F(HotkeyRecorderTest, GivesTheKeyboardBackBeforeWhatWasRecordedIsSaved) {
+    startRecording();
+    int calls = 0;
+    whenRecorded_ = [&] {
+        ++calls;
+        EXPECT_FALSE(tap_.isRecording());
+        EXPECT_FALSE(manager().recordingCallback());
+        EXPECT_TRUE(recorder().isRecording());
+    };
+    pressWith(key::kLeftCommand, kT);
+    EXPECT_EQ(calls, 1);
+
+    recorder().start();
+    whenCleared_ = [&] {
+        ++calls;
+        EXPECT_FALSE(tap_.isRecording());
+    };
+    tap_.press(key::kDelete);
+    EXPECT_EQ(calls, 2);
 }
 
 TEST_F(HotkeyRecorderTest, SidesAreToldApart) {

@@ -261,6 +261,20 @@ TEST_F(ShortcutManagerRules, ARuleThatIsAskedForDoesWhatItsHotkeyWould) {
     EXPECT_EQ(fired_.size(), 2);
 }
 
+TEST_F(ShortcutManagerRules, PressesThatWaitAreAnsweredBeforeASave) {
+    int fired = 0;
+    ShortcutManager manager(folder_.path(), tap_, log_, {.ruleFired = [&](const ShortcutRule &) {
+                                ++fired;
+                                EXPECT_FALSE(fileExists());
+                            }});
+    manager.addRule(rule(u"F5"_s, 96, 0));
+    removeFile();
+    tap_.pressUnread(KeyCode{96});
+    manager.addRule(rule(u"b"_s));
+    EXPECT_EQ(fired, 1);
+    EXPECT_TRUE(fileExists());
+}
+
 }  // namespace
 
 }  // namespace kestrelbay
