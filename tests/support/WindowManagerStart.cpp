@@ -15,6 +15,7 @@ constexpr const char *kOpenbox = R"(<?xml version="1.0" encoding="UTF-8"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
   <focus><focusNew>yes</focusNew></focus>
   <desktops><number>4</number><popupTime>0</popupTime></desktops>
+  <keyboard><keybind key="W-Tab"><action name="NextWindow"/></keybind></keyboard>
 </openbox_config>
 )";
 
@@ -30,6 +31,7 @@ constexpr const char *kFluxbox = R"(session.screen0.toolbar.visible: false
 constexpr const char *kI3 = R"(# i3 config file (v4)
 font pango:monospace 8
 assign [class="^KestrelAnchor$"] → number 2
+bindsym Mod4+Tab workspace back_and_forth
 )";
 
 constexpr const char *kKwin = R"([Compositing]
@@ -45,6 +47,8 @@ overlay-key=''
 dynamic-workspaces=false
 [org/gnome/desktop/wm/preferences]
 num-workspaces=4
+[org/mate/marco/global-keybindings]
+show-desktop='<Mod4>Tab'
 [org/cinnamon/desktop/wm/preferences]
 num-workspaces=4
 [org/cinnamon/muffin]

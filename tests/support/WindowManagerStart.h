@@ -10,8 +10,9 @@ namespace kestrelbay::testing {
 [[nodiscard]] const QStringList &knownWindowManagers();
 
 /// How a window manager is started for a test: as users have it after installing it, with at
-/// least two workspaces where it has a fixed number of them, but without first steps, panels,
-/// and effects, and with the Super keys free. Nothing of the user's is read or written.
+/// least two workspaces where it has a fixed number of them, but without first steps, panels
+/// and effects, with the Super keys free, and with one hotkey on Super. Nothing of the user's is
+/// read or written.
 struct WindowManagerStart {
     QStringList arguments;
     /// For one that takes over from another; empty where it cannot.

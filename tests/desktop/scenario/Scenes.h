@@ -31,6 +31,9 @@ void sceneFile(Stage &stage);
 void sceneFolder(Stage &stage);
 void sceneArguments(Stage &stage);
 
+// ScenesManager.cpp
+void sceneManagersHotkey(Stage &stage);
+
 // ScenesTrouble.cpp
 void sceneHungTargets(Stage &stage);
 void sceneWindowManagerRestart(Stage &stage);

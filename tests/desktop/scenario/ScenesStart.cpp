@@ -21,6 +21,13 @@ void grab(XClient &client, const Key &key) {
 }  // namespace
 
 void sceneStart(Stage &stage) {
+    stage.story().step({
+        .done = QStringLiteral("the desktop as it is"),
+        .expected = QStringLiteral("nobody holds a hotkey of the rules to come"),
+        .act = [] {},
+        .seen = [&] { return stage.grabbedCount() == 0; },
+        .saw = [&] { return QStringLiteral("%1 keys grabbed").arg(stage.grabbedCount()); },
+    });
     // Another program was faster with one of the keys.
     std::optional<XClient> rival(stage.desktop().displayName());
     grab(*rival, anotherClientsKey());

@@ -100,11 +100,7 @@ void sceneWindowManagerRestart(Stage &stage) {
     stage.bringForward(stage.windowOf(scenario::kEditorClass));
     stage.press(leftCommand(scenario::kEditorToggle),
                 {.expected = QStringLiteral("and the editor hides"),
-                 .seen =
-                     [&] {
-                         return view.state(stage.windowOf(scenario::kEditorClass)) ==
-                                WindowManagerView::State::Iconic;
-                     },
+                 .seen = [&] { return !view.isShown(stage.windowOf(scenario::kEditorClass)); },
                  .saw = [&] { return stage.frontInWords(); }});
 }
 

@@ -6,14 +6,16 @@ namespace kestrelbay::desktop {
 
 namespace {
 
-using State = WindowManagerView::State;
 using Window = Stage::Window;
 
-/// Presses the hotkey of a rule that cycles; `order` says which of the windows,
-/// counted from the front before the first press, comes forward each time.
+/// Presses the hotkey of a rule that cycles; `order` says which of the windows, counted from
+/// the one used last before the first press, comes forward each time.
 void cycles(Stage &stage, const Chord &hotkey, const char *windowClass,
             const std::vector<std::size_t> &order) {
-    const std::vector<Window> windows = stage.windowsOf(windowClass);
+    std::vector<Window> windows = stage.windowsOf(windowClass);
+    for (const Window window : windows)
+        stage.bringForward(window);
+    std::ranges::reverse(windows);
     const auto letter = [](std::size_t index) {
         return QString(QChar(u'A' + static_cast<int>(index)));
     };
@@ -59,8 +61,8 @@ void sceneHideAndShow(Stage &stage) {
     const auto shown = [&] { return stage.isInFront(scenario::kEditorClass); };
     const auto saw = [&] {
         const auto windows = stage.windowsOf(scenario::kEditorClass);
-        const auto hidden = std::ranges::count_if(
-            windows, [&](Window w) { return stage.view().state(w) == State::Iconic; });
+        const auto hidden =
+            std::ranges::count_if(windows, [&](Window w) { return !stage.view().isShown(w); });
         return QStringLiteral("%1 of %2 editor windows hidden, %3")
             .arg(hidden)
             .arg(windows.size())
@@ -69,7 +71,7 @@ void sceneHideAndShow(Stage &stage) {
     const auto hidden = [&] {
         const auto windows = stage.windowsOf(scenario::kEditorClass);
         return !windows.empty() && std::ranges::all_of(windows, [&](Window w) {
-            return stage.view().state(w) == State::Iconic && stage.view().active() != w;
+            return !stage.view().isShown(w) && stage.view().active() != w;
         });
     };
     stage.bringFrontProgram();
@@ -93,7 +95,7 @@ void sceneHideAndShow(Stage &stage) {
                              [&] {
                                  const auto windows = stage.windowsOf(scenario::kEditorClass);
                                  return shown() && std::ranges::all_of(windows, [&](Window w) {
-                                            return stage.view().state(w) == State::Normal;
+                                            return stage.view().isShown(w);
                                         });
                              },
                          .saw = saw});

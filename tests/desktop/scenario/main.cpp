@@ -29,6 +29,8 @@ constexpr std::array kScenes{
     StageScene{"Hung targets", sceneHungTargets},
     StageScene{"A window manager takes over", sceneWindowManagerRestart},
     StageScene{"Quit", sceneQuit},
+    StageScene{"A hotkey that the window manager holds", sceneManagersHotkey,
+               StageScene::Program::Starts},
     StageScene{"A broken rules.json", sceneBrokenRules, StageScene::Program::Starts},
     StageScene{"The X server dies", sceneServerDies, StageScene::Program::Starts},
 };

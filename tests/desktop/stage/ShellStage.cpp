@@ -56,19 +56,6 @@ bool ShellStage::hasKeys() {
     return view().client().ownerOf("_KESTRELBAY_EVENT_TAP") != XCB_NONE;
 }
 
-ShellStage::Ending ShellStage::startAgain(const QStringList &arguments) {
-    return startAgain(arguments, desktop().environment());
-}
-
-ShellStage::Ending ShellStage::startAgain(const QStringList &arguments,
-                                          const QProcessEnvironment &environment) const {
-    ChildProcess process(programPath(), arguments, environment);
-    if (!process.waitForExit())
-        return {};
-    const int code = process.exitCode();
-    return {.code = code, .output = QString::fromUtf8(process.output())};
-}
-
 void ShellStage::askFor(const QString &action) {
     const Ending ending = startAgain({QStringLiteral("--action=") + action});
     if (ending.code != 0)

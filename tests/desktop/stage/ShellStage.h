@@ -26,11 +26,6 @@ public:
     /// Does another instance have them?
     enum class Keys { AreFree, AreTaken };
 
-    struct Ending {
-        int code = -1;  ///< -1 when it did not end in time
-        QString output = {};
-    };
-
     explicit ShellStage(StageOptions options);
 
     [[nodiscard]] Pointer &pointer() { return pointer_; }
@@ -47,10 +42,6 @@ public:
     /// guide done with unless they say otherwise. Returns when it has the keys, if it can have
     /// them.
     void restartProgram(const QJsonObject &settings, Keys keys = Keys::AreFree);
-    /// A further start; waits for its end.
-    [[nodiscard]] Ending startAgain(const QStringList &arguments);
-    [[nodiscard]] Ending startAgain(const QStringList &arguments,
-                                    const QProcessEnvironment &environment) const;
     /// Has the running instance do something; throws NotPrepared when it does not.
     void askFor(const QString &action);
 

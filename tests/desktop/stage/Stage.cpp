@@ -6,6 +6,7 @@
 #include <QDir>
 
 #include "desktop/display/Typing.h"
+#include "support/ChildProcess.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::desktop {
@@ -25,7 +26,8 @@ Stage::Stage(StageOptions options)
       front_(desktop_.displayName()),
       keyboard_(desktop_.displayName()),
       rules_(scenarioRules(desktop_.home())),
-      rulesBytes_(rulesJson(rules_)) {
+      rulesBytes_(rulesJson(rules_)),
+      story_(options_.windowManager) {
     if (!options_.artifacts.isEmpty())
         QDir().mkpath(options_.artifacts);
     HomeFolder::write(desktop_.home().rulesPath(), rulesBytes_);
@@ -54,6 +56,19 @@ void Stage::setProgramVariable(const QString &name, const QString &value) {
         programVariables_.remove(name);
     else
         programVariables_.insert(name, value);
+}
+
+Stage::Ending Stage::startAgain(const QStringList &arguments) {
+    return startAgain(arguments, desktop().environment());
+}
+
+Stage::Ending Stage::startAgain(const QStringList &arguments,
+                                const QProcessEnvironment &environment) const {
+    testing::ChildProcess process(programPath(), arguments, environment);
+    if (!process.waitForExit())
+        return {};
+    const int code = process.exitCode();
+    return {.code = code, .output = QString::fromUtf8(process.output())};
 }
 
 void Stage::endProgram() {

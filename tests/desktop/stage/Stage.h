@@ -28,6 +28,10 @@ struct StageOptions {
 class Stage {
 public:
     using Window = WindowManagerView::Window;
+    struct Ending {
+        int code = -1;  ///< -1 when it did not end in time
+        QString output = {};
+    };
 
     explicit Stage(StageOptions options);
 
@@ -36,9 +40,16 @@ public:
     [[nodiscard]] FrontWindow &front() { return front_; }
     [[nodiscard]] Story &story() { return story_; }
 
+    [[nodiscard]] const QString &windowManager() const { return options_.windowManager; }
+    [[nodiscard]] bool can(Ability ability) const { return !whyNot(windowManager(), ability); }
+
     /// KestrelBay. Throws NotPrepared when it is not running.
     [[nodiscard]] PtyProcess &program();
     void startProgram(const QStringList &arguments = {});
+    /// A further start; waits for its end.
+    [[nodiscard]] Ending startAgain(const QStringList &arguments);
+    [[nodiscard]] Ending startAgain(const QStringList &arguments,
+                                    const QProcessEnvironment &environment) const;
     /// What is started as KestrelBay.
     [[nodiscard]] const QString &programPath() const {
         return programPath_.isEmpty() ? options_.program : programPath_;

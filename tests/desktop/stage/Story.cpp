@@ -10,13 +10,17 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+/// For what is not expected, before it is believed.
+constexpr std::chrono::seconds kLongEnoughInVain{2};
+
 double millisecondsSince(Clock::time_point start) {
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
 }  // namespace
 
-Story::Story() : start_(Clock::now()) {}
+Story::Story(QString windowManager)
+    : start_(Clock::now()), windowManager_(std::move(windowManager)) {}
 
 void Story::tell(const QString &line) {
     std::puts(line.toUtf8().constData());
@@ -40,31 +44,44 @@ void Story::scene(const QString &name, const std::function<void()> &body) {
 }
 
 void Story::step(const Step &step) {
+    const auto reason = step.needs ? whyNot(windowManager_, *step.needs) : std::nullopt;
     const Clock::time_point start = Clock::now();
     step.act();
-    const bool seen = testing::waitUntil(step.seen, step.timeout);
+    const bool seen = testing::waitUntil(step.seen, reason ? kLongEnoughInVain : step.timeout);
     const double time = millisecondsSince(start);
-    const QString objection = seen ? step.objection() : QString();
-    const bool ok = seen && objection.isEmpty();
+    QString objection = seen ? step.objection() : QString();
+    const bool succeeded = seen && objection.isEmpty();
+    if (succeeded && reason)
+        objection = *reason;
     QString saw = step.saw();
     if (!objection.isEmpty())
         saw += QStringLiteral(", but ") + objection;
+    QString verdict = QStringLiteral("FAILED");
+    if (reason && !succeeded) {
+        verdict = QStringLiteral("cannot");
+        saw += QStringLiteral("; ") + *reason;
+        ++cannot_;
+    } else if (succeeded && !reason) {
+        verdict = QStringLiteral("ok    ");
+        ++seen_;
+    } else {
+        fail(step.done + QStringLiteral(" — expected ") + step.expected);
+    }
     tell(QStringLiteral("%1 %2 ms  %3 — expected %4 — saw %5")
-             .arg(ok ? QStringLiteral("ok    ") : QStringLiteral("FAILED"))
+             .arg(verdict)
              .arg(time, 8, 'f', 1)
              .arg(step.done, step.expected, saw));
-    if (ok)
-        ++seen_;
-    else
-        fail(step.done + QStringLiteral(" — expected ") + step.expected);
 }
 
 bool Story::conclude(const QString &title) {
     const auto failed = static_cast<int>(failures_.size());
-    tell(QStringLiteral("\n%1: %2 of %3 seen, in %4 s")
+    const QString cannot =
+        cannot_ > 0 ? QStringLiteral("%1 that it cannot, ").arg(cannot_) : QString();
+    tell(QStringLiteral("\n%1: %2 of %3 seen, %4in %5 s")
              .arg(title)
              .arg(seen_)
              .arg(seen_ + failed)
+             .arg(cannot)
              .arg(millisecondsSince(start_) / 1000, 0, 'f', 1));
     for (const QString &failure : failures_)
         tell(QStringLiteral("not seen: ") + failure);

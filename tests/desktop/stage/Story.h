@@ -2,10 +2,13 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <vector>
 
 #include <QString>
+
+#include "desktop/stage/ManagerTraits.h"
 
 namespace kestrelbay::desktop {
 
@@ -28,12 +31,14 @@ struct Step {
     /// Empty when all is well.
     std::function<QString()> objection = [] { return QString(); };
     std::chrono::milliseconds timeout = std::chrono::seconds(10);
+    /// Where the window manager lacks it, nothing is to be seen.
+    std::optional<Ability> needs = {};
 };
 
 /// Carries out steps and tells each of them on one line of standard output.
 class Story {
 public:
-    Story();
+    explicit Story(QString windowManager);
 
     /// A group of steps. When one of them throws, the scene counts as failed and
     /// the next one begins.
@@ -49,7 +54,9 @@ private:
     void fail(const QString &line);
 
     std::chrono::steady_clock::time_point start_;
+    QString windowManager_;
     int seen_ = 0;
+    int cannot_ = 0;
     std::vector<QString> failures_;
     QString scene_;
 };
