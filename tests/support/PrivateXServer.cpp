@@ -121,14 +121,12 @@ void PrivateXServer::replaceWindowManager(std::unique_ptr<ChildProcess> &manager
                                           const QString &program,
                                           const QProcessEnvironment &session) const {
     const WindowManagerStart start = windowManagerStart(program, managerHome_.path());
-    const std::unique_ptr<ChildProcess> earlier = std::move(manager);
-    if (start.takeover.isEmpty()) {
-        earlier->terminate();
-        (void)earlier->waitForExit();
-    }
+    std::unique_ptr<ChildProcess> earlier = std::move(manager);
+    if (start.takeover.isEmpty())
+        earlier.reset();
     manager =
         launchWindowManager(program, start.takeover + start.arguments, start.environment, session);
-    if (!waitUntil([&] { return !earlier->isRunning(); }))
+    if (earlier && !waitUntil([&] { return !earlier->isRunning(); }))
         throw std::runtime_error("the earlier window manager does not end");
     waitForWindowManager(displayName_);
 }

@@ -70,6 +70,10 @@ void sceneManagersHotkey(Stage &stage) {
         .act =
             [&] {
                 stage.press(hotkey);
+                // A switcher has the whole keyboard until the modifier is up.
+                stage.prepare(
+                    QStringLiteral("a free keyboard"), [] {},
+                    [&] { return !stage.view().client().keyboardIsTaken(); });
                 stage.press(leftCommand(scenario::kMarker));
             },
         .seen = [&] { return stage.markers() == markers + 1; },
