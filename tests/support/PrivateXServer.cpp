@@ -106,7 +106,10 @@ std::unique_ptr<ChildProcess> PrivateXServer::launchWindowManager(
     all.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("disabled:"));
     all.insert(session);
     all.insert(own);
-    return std::make_unique<ChildProcess>(program, arguments, all, QProcess::nullDevice());
+    auto manager = std::make_unique<ChildProcess>(program, arguments, all, QProcess::nullDevice());
+    if (!manager->started())
+        throw std::runtime_error("cannot start " + program.toStdString() + "; is it installed?");
+    return manager;
 }
 
 std::unique_ptr<ChildProcess> PrivateXServer::startWindowManager(
