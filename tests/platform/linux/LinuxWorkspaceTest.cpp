@@ -37,6 +37,18 @@ TEST_F(LinuxWorkspaceWindows, WindowManagersComeAndGo) {
     EXPECT_TRUE(waitUntil([&] { return workspace().runningApplications().empty(); }));
 }
 
+TEST_F(LinuxWorkspaceWindows, AWindowManagerMayLoseItsAnnouncement) {
+    const QString a = entry("Aaa");
+    startWindowManager(QStringLiteral("mutter"));
+    startWorkspace();
+    make("Aaa", 1);
+    ASSERT_TRUE(waitForRunning(a));
+    server_->replaceWindowManager(windowManager_, QStringLiteral("mutter"));
+    EXPECT_TRUE(waitForRunning(a));
+    windowManager_->kill();
+    EXPECT_TRUE(waitUntil([&] { return workspace().runningApplications().empty(); }));
+}
+
 TEST_F(LinuxWorkspaceWindows, AServerThatGoesTakesTheWindowsAlong) {
     const QString a = entry("Aaa");
     startWindowManager();

@@ -1,6 +1,9 @@
 #include "platform/linux/x11/windows/WindowTracker.h"
 
 #include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
 #include <unordered_set>
 #include <utility>
 
@@ -24,6 +27,8 @@ struct WindowTracker::Root {
     xcb_window_t active = XCB_NONE;
     /// The window by which the window manager shows that it is there.
     xcb_window_t check = XCB_NONE;
+    /// That is one of a living client for certain.
+    bool isAlive = false;
     WindowManagerAbilities abilities;
 };
 
@@ -33,6 +38,8 @@ WindowTracker::WindowTracker(const QString &displayName,
     const XConnection &connection = system_.connection();
     if (!connection.isUsable())
         return;
+    const std::string selection = "WM_S" + std::to_string(connection.defaultScreen());
+    managerSelection_ = internAtoms(connection, std::array<std::string_view, 1>{selection})[0];
     for (const xcb_window_t root : connection.roots())
         connection.selectEvents(root, XCB_EVENT_MASK_PROPERTY_CHANGE);
     system_.flush();
@@ -134,6 +141,12 @@ std::vector<WindowTracker::Root> WindowTracker::readRoots() const {
                 root.windows.push_back(*window);
         root.active = active.value_or(XCB_NONE);
         root.check = check.value_or(XCB_NONE);
+        // When mutter takes over from mutter, the earlier one deletes the later one's
+        // announcement, which still owns the window managers' selection.
+        if (root.check == XCB_NONE && root.root == connection.root()) {
+            root.check = connection.ownerOf(managerSelection_);
+            root.isAlive = root.check != XCB_NONE;
+        }
         for (const xcb_atom_t ability : propertyWords(supported)) {
             root.abilities.restacksWindows |= ability == atoms["_NET_RESTACK_WINDOW"];
             root.abilities.marksHiddenWindows |= ability == atoms["_NET_WM_STATE_HIDDEN"];
@@ -173,7 +186,7 @@ WindowTracker::Known WindowTracker::collect(std::span<const xcb_window_t> window
         // What these were about is looked at right here.
         isNews_ = false;
         for (Root &root : roots)
-            if (root.check != XCB_NONE && !verified_[root.check])
+            if (root.check != XCB_NONE && !root.isAlive && !verified_[root.check])
                 unverified.push_back(&root);
         reading = ++readings_;
         for (const xcb_window_t window : windows) {

@@ -88,6 +88,7 @@ private:
 
     WindowSystem system_;
     WindowFactsReader reader_;
+    xcb_atom_t managerSelection_ = XCB_ATOM_NONE;
 
     std::mutex mutex_;
     Known records_;
