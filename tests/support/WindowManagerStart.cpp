@@ -15,7 +15,7 @@ constexpr const char *kOpenbox = R"(<?xml version="1.0" encoding="UTF-8"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
   <focus><focusNew>yes</focusNew></focus>
   <desktops><number>4</number><popupTime>0</popupTime></desktops>
-  <keyboard><keybind key="W-Tab"><action name="NextWindow"/></keybind></keyboard>
+  <keyboard><keybind key="W-Tab"><action name="ToggleShowDesktop"/></keybind></keyboard>
 </openbox_config>
 )";
 

@@ -69,8 +69,8 @@ void showsOneProgram(Stage &stage, const OrdinaryProgram &program) {
                          .seen = shown,
                          .saw = front,
                          .objection = onlyOne});
-    stage.press(hotkey, {.expected = QStringLiteral("in front: it hides"),
-                         .seen = [&] { return !view.isShown(window) && view.active() != window; },
+    stage.press(hotkey, {.expected = QStringLiteral("in front: ") + stage.hidingInWords(),
+                         .seen = [&] { return stage.areHidden({window}); },
                          .saw = front,
                          .objection = onlyOne});
     stage.press(hotkey, {.expected = QStringLiteral("hidden: it shows again"),

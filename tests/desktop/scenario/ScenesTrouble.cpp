@@ -99,8 +99,8 @@ void sceneWindowManagerRestart(Stage &stage) {
                  .saw = [&] { return stage.frontInWords(); }});
     stage.bringForward(stage.windowOf(scenario::kEditorClass));
     stage.press(leftCommand(scenario::kEditorToggle),
-                {.expected = QStringLiteral("and the editor hides"),
-                 .seen = [&] { return !view.isShown(stage.windowOf(scenario::kEditorClass)); },
+                {.expected = QStringLiteral("the editor in front: ") + stage.hidingInWords(),
+                 .seen = [&] { return stage.areHidden(stage.windowsOf(scenario::kEditorClass)); },
                  .saw = [&] { return stage.frontInWords(); }});
 }
 

@@ -68,18 +68,14 @@ void sceneHideAndShow(Stage &stage) {
             .arg(windows.size())
             .arg(stage.frontInWords());
     };
-    const auto hidden = [&] {
-        const auto windows = stage.windowsOf(scenario::kEditorClass);
-        return !windows.empty() && std::ranges::all_of(windows, [&](Window w) {
-            return !stage.view().isShown(w) && stage.view().active() != w;
-        });
-    };
+    const auto hidden = [&] { return stage.areHidden(stage.windowsOf(scenario::kEditorClass)); };
     stage.bringFrontProgram();
     stage.press(hotkey, {.expected = QStringLiteral("not running: the editor is launched"),
                          .seen = shown,
                          .saw = saw});
-    stage.press(hotkey,
-                {.expected = QStringLiteral("in front: it hides"), .seen = hidden, .saw = saw});
+    stage.press(hotkey, {.expected = QStringLiteral("in front: ") + stage.hidingInWords(),
+                         .seen = hidden,
+                         .saw = saw});
     stage.press(hotkey,
                 {.expected = QStringLiteral("hidden: it shows again"), .seen = shown, .saw = saw});
 
@@ -89,7 +85,7 @@ void sceneHideAndShow(Stage &stage) {
     });
     stage.press(
         hotkey,
-        {.expected = QStringLiteral("with two windows both hide"), .seen = hidden, .saw = saw});
+        {.expected = QStringLiteral("the same with two windows"), .seen = hidden, .saw = saw});
     stage.press(hotkey, {.expected = QStringLiteral("both are back"),
                          .seen =
                              [&] {

@@ -184,6 +184,17 @@ bool Stage::isInFront(const char *windowClass, const QString &titlePart) {
            isOurs(view().frontMostAt(window));
 }
 
+bool Stage::areHidden(const std::vector<Window> &windows) {
+    return !windows.empty() && std::ranges::none_of(windows, [&](Window window) {
+        return view().active() == window || (can(Ability::Minimises) && view().isShown(window));
+    });
+}
+
+QString Stage::hidingInWords() const {
+    return can(Ability::Minimises) ? QStringLiteral("it hides")
+                                   : QStringLiteral("it is left, for it cannot be minimised");
+}
+
 void Stage::closeAll(const char *windowClass, const std::vector<Window> &except) {
     const auto others = [&] {
         auto windows = windowsOf(windowClass);

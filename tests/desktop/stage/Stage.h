@@ -92,6 +92,10 @@ public:
     /// Is the active window one of this class, its title like that, and no other
     /// program's window above it?
     [[nodiscard]] bool isInFront(const char *windowClass, const QString &titlePart = {});
+    /// Is none of them active, nor shown where the window manager can minimise?
+    [[nodiscard]] bool areHidden(const std::vector<Window> &windows);
+    /// What is to be expected for that.
+    [[nodiscard]] QString hidingInWords() const;
     /// Closes all windows of the class but the given ones.
     void closeAll(const char *windowClass, const std::vector<Window> &except = {});
     /// As "in front: XTerm “title” 0x40000d".
