@@ -21,6 +21,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
                                       path, QStringLiteral("b.desktop")));
     const QString exec = QString::fromUtf8(bytes);
     static_cast<void>(kestrelbay::programOfExec(exec));
+    const auto innermost = [](const QStringList &words) {
+        return kestrelbay::innermostCommand({words, QStringLiteral("/a")}).words;
+    };
+    if (const auto words = kestrelbay::wordsOfExec(exec))
+        static_cast<void>(innermost(*words));
+    static_cast<void>(innermost({QStringLiteral("sh"), QStringLiteral("-c"), exec}));
     const kestrelbay::ExecContext context{QStringLiteral("B"), QStringLiteral("b"), path};
     for (const auto codes : {kestrelbay::FileCodes::Keep, kestrelbay::FileCodes::Drop}) {
         if (const auto rewritten = kestrelbay::rewrittenExec(exec, context, codes, {exec}))

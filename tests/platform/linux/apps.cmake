@@ -5,6 +5,7 @@ kestrelbay_test(linux_apps_fast_tests LABEL fast
     SOURCES
         linux/x11/windows/ApplicationWindowsTest.cpp
         linux/applications/matching/ApplicationMatchTest.cpp
+        linux/applications/entries/CommandLineApplicationTest.cpp
         linux/applications/entries/DesktopEntryApplicationTest.cpp
         linux/applications/launching/ExecLaunchTest.cpp
         linux/applications/launching/LaunchesTest.cpp

@@ -34,7 +34,7 @@ ApplicationIndex::ApplicationIndex(std::vector<DesktopEntry> entries, QString fi
         add(wmClasses_, entry.startupWmClass, i);
         add(flatpaks_, entry.flatpakId, i);
         add(snaps_, entry.snapName, i);
-        add(executablePaths_, entry.executablePath, i);
+        add(programs_, entry.program, i);
         for (const QString &name : entry.executableNames)
             add(executableNames_, name, i);
     }

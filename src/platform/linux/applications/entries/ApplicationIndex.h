@@ -40,8 +40,8 @@ public:
     }
     [[nodiscard]] Found withFlatpakId(const QString &id) const { return find(flatpaks_, id); }
     [[nodiscard]] Found withSnapName(const QString &name) const { return find(snaps_, name); }
-    [[nodiscard]] Found withExecutablePath(const QString &path) const {
-        return find(executablePaths_, path);
+    [[nodiscard]] Found withProgram(const QString &program) const {
+        return find(programs_, program);
     }
     [[nodiscard]] Found withExecutableName(const QString &name) const {
         return find(executableNames_, name);
@@ -55,8 +55,7 @@ private:
 
     std::vector<DesktopEntry> entries_;
     QString fileManagerId_;
-    Table ids_, lastParts_, wmClasses_, flatpaks_, snaps_, executablePaths_, executableNames_,
-        paths_;
+    Table ids_, lastParts_, wmClasses_, flatpaks_, snaps_, programs_, executableNames_, paths_;
 };
 
 }  // namespace kestrelbay

@@ -14,11 +14,28 @@ namespace kestrelbay {
 /// assignments. Empty when the line is broken.
 [[nodiscard]] QString programOfExec(const QString &exec);
 
+/// A program with its arguments, and the folder that it is started in.
+struct Command {
+    QStringList words;
+    /// Empty when unknown.
+    QString folder;
+};
+
+/// What a command ends up running, past `env`, `nohup` and their like: of the text of
+/// `sh -c`, the last command. No words when that cannot be told.
+[[nodiscard]] Command innermostCommand(Command command);
+
+/// The path of the text where it is absolute, or is in the folder. Empty when it has none.
+[[nodiscard]] QString pathFrom(const QString &folder, const QString &text);
+
 /// Is this the name of a program that runs other programs, so that its name says
 /// nothing of what it runs?
 [[nodiscard]] bool isInterpreterOrWrapper(const QString &programName);
 
-/// Is this the name of a shell of the Bourne kind, with or without a version?
+/// Is this the name of a shell of the Bourne kind?
 [[nodiscard]] bool isShell(const QString &programName);
+
+/// The name without the version that it ends in: python3.11, perl5.36, electron25.
+[[nodiscard]] QString withoutVersion(const QString &programName);
 
 }  // namespace kestrelbay

@@ -20,8 +20,10 @@ struct DesktopEntry {
     /// What its process may be called: the names of its executable. Empty when
     /// that is an interpreter or a wrapper, which says nothing of the program.
     QStringList executableNames;
-    /// Where that executable is, symbolic links resolved; empty when not found.
-    QString executablePath;
+    /// What it runs: the path of the executable, or of what an interpreter runs, links
+    /// resolved, or a name of that (see interpretedProgram()). Empty when not found, or when
+    /// it cannot be told.
+    QString program;
     /// In the language of the environment; may be empty, as all of the following.
     QString name;
     QString icon;
@@ -42,12 +44,12 @@ struct DesktopEntry {
 };
 
 /// Reads one entry; no value when the text isn't a desktop entry of an application.
-/// Does not look for the executable.
+/// Does not look for the program.
 [[nodiscard]] std::optional<DesktopEntry> parseDesktopEntry(const QByteArray &text,
                                                             const QString &path, const QString &id);
 
-/// The same from a file; no value also when it cannot be read. The executable is
-/// looked for in PATH.
+/// The same from a file; no value also when it cannot be read. The program is looked for
+/// in PATH, or in the folder that the entry names, or else in the home folder.
 [[nodiscard]] std::optional<DesktopEntry> readDesktopEntry(const QString &path, const QString &id);
 
 /// Does the entry have a place in the menus of a desktop of these names, the most

@@ -141,7 +141,7 @@ private:
 
     [[nodiscard]] Matches byExecutable() const {
         const ProcessFacts &process = facts_.process;
-        if (const auto found = index_.withExecutablePath(process.executablePath); !found.empty())
+        if (const auto found = index_.withProgram(process.executablePath); !found.empty())
             return matches(found, MatchReason::ExecutablePath);
         for (const QString &name : process.executableNames)
             if (const auto found = index_.withExecutableName(name); !found.empty())

@@ -47,9 +47,10 @@ TEST(DesktopEntryApplication, IsNothingButAnApplication) {
 }
 
 TEST(DesktopEntryApplication, TakesNoNameFromInterpretersAndWrappers) {
-    for (const char *exec : {"sh -c thing", "/usr/bin/python3.11 /opt/x.py", "env A=b python3 x",
-                             "flatpak run org.x", "/usr/bin/electron25 /opt/app", "java -jar x.jar",
-                             "gtk-launch x", "perl5.36 x", "snap run x", "", "\"unclosed"})
+    for (const char *exec :
+         {"sh thing", "sh -c 'thing | x'", "/usr/bin/python3.11 /opt/x.py", "env A=b python3 x",
+          "flatpak run org.x", "/usr/bin/electron25 /opt/app", "java -jar x.jar", "gtk-launch x",
+          "perl5.36 x", "snap run x", "", "\"unclosed"})
         EXPECT_EQ(parsed(QByteArray("Exec=") + exec).executableNames, QStringList()) << exec;
     EXPECT_EQ(parsed("Exec=env -u HOME GDK_BACKEND=x11 thing %f").executableNames,
               QStringList(QStringLiteral("thing")));

@@ -59,7 +59,7 @@ protected:
         add("byid.desktop");
         add("org.last.Part.desktop");
         DesktopEntry &program = add("program.desktop");
-        program.executablePath = QStringLiteral("/opt/program/bin/program");
+        program.program = QStringLiteral("/opt/program/bin/program");
         program.executableNames = {QStringLiteral("program")};
     }
 
