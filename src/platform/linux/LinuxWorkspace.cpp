@@ -165,7 +165,7 @@ private:
 
 LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log)
     : tracker_(std::make_shared<WindowTracker>(
-          displayName, [this](std::int64_t pid) { return launcher_.launches().entryOf(pid); })),
+          displayName, [this](std::int64_t pid, ProcessFacts &facts) { addLaunch(pid, facts); })),
       launcher_(displayName, [this] { return tracker_->serverTime(); }),
       index_([this] { lookAhead(); }) {
     index_.loop().post([this] { launcher_.connect(); });
@@ -184,6 +184,13 @@ LinuxWorkspace::~LinuxWorkspace() {
     tracker_->setNews({});
 }
 
+void LinuxWorkspace::addLaunch(std::int64_t pid, ProcessFacts &facts) {
+    const Launches &launches = launcher_.launches();
+    if (const QString path = launches.entryOf(pid); !path.isEmpty())
+        facts.launchedEntryPath = path;
+    facts.sessionsEntryPath = launches.entryOfSession(pid);
+}
+
 void LinuxWorkspace::lookAhead() {
     if (lookingAhead_.exchange(true))
         return;
@@ -196,7 +203,7 @@ void LinuxWorkspace::lookAhead() {
 DesktopPicture LinuxWorkspace::look(std::shared_ptr<const ApplicationIndex> index) {
     DesktopPicture picture = tracker_->read(std::move(index));
     Launches &launches = launcher_.launches();
-    if (!launches.isAnyUnderWay())
+    if (!launches.isWindowAwaited())
         return picture;
     for (const ManagedWindow &window : picture.windows) {
         if (window.facts->type == WindowType::Decoration)

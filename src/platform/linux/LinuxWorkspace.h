@@ -43,6 +43,8 @@ public:
 private:
     class WindowEventPump;
 
+    /// What we know of a process by having launched it.
+    void addLaunch(std::int64_t pid, ProcessFacts &facts);
     void lookAhead();
     /// The desktop as it is; launches whose windows are there are over then.
     [[nodiscard]] DesktopPicture look(std::shared_ptr<const ApplicationIndex> index);

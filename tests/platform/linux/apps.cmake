@@ -21,6 +21,7 @@ kestrelbay_test(linux_apps_tests LABEL display
     SOURCES
         WorkspaceContract.cpp
         linux/applications/icons/CatalogApplicationTest.cpp
+        linux/InterpretedProgramTest.cpp
         linux/LinuxWorkspaceIdentityTest.cpp
         linux/LinuxWorkspaceTest.cpp
         linux/SlowStartTest.cpp

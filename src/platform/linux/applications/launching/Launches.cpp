@@ -10,9 +10,13 @@ namespace kestrelbay {
 
 namespace {
 
+QByteArray startupVariable(const QString &startupId) {
+    return "DESKTOP_STARTUP_ID=" + startupId.toUtf8();
+}
+
 /// A program that forks leaves its session, or at least the id, to what goes on for it.
 bool hasSurvivor(std::int64_t session, const QString &startupId) {
-    const QByteArray variable = "DESKTOP_STARTUP_ID=" + startupId.toUtf8();
+    const QByteArray variable = startupVariable(startupId);
     return std::ranges::any_of(allProcesses(), [&](std::int64_t pid) {
         return (sessionOfProcess(pid) == session || wasStartedWith(pid, variable)) &&
                processStartTime(pid) != 0;
@@ -52,7 +56,7 @@ bool Launches::begin(const Launch &launch, Repeat repeat) {
         return false;
     launches_.remove_if(
         [this](const Begun &other) { return other.pid == 0 && !isUnderWay(other); });
-    launches_.push_back({launch, now_(), 0, 0, false});
+    launches_.push_back({launch, now_()});
     return true;
 }
 
@@ -80,25 +84,36 @@ void Launches::failed(const QString &startupId) {
     launches_.remove_if([&](const Begun &launch) { return launch.startupId == startupId; });
 }
 
-bool Launches::isAnyUnderWay() {
+bool Launches::isWindowAwaited() const {
     const std::lock_guard lock(mutex_);
-    return std::ranges::any_of(launches_, [this](const Begun &launch) {
-        return !launch.hasWindow && now_() - launch.when <= kLongestStart;
-    });
+    return !std::ranges::all_of(launches_, &Begun::hasWindow);
 }
 
 void Launches::windowAppeared(std::int64_t pid, const QStringList &entryPaths) {
     const std::int64_t session = sessionOfProcess(pid);
     const std::lock_guard lock(mutex_);
-    for (Begun &launch : launches_)
-        if (entryPaths.contains(launch.entryPath) || (launch.pid != 0 && launch.pid == session))
-            launch.hasWindow = true;
+    for (Begun &launch : launches_) {
+        const bool isOfSession = launch.pid != 0 && launch.pid == session;
+        launch.hasWindow |= isOfSession || entryPaths.contains(launch.entryPath);
+        launch.hasOwnWindow |= isOfSession && launch.pid == pid;
+    }
 }
 
 QString Launches::entryOf(std::int64_t pid) const {
     const std::lock_guard lock(mutex_);
     const auto launch = std::ranges::find(launches_, pid, &Begun::pid);
     return pid > 0 && launch != launches_.end() && isAlive(*launch) ? launch->entryPath : QString();
+}
+
+QString Launches::entryOfSession(std::int64_t pid) const {
+    const std::int64_t session = sessionOfProcess(pid);
+    const std::lock_guard lock(mutex_);
+    const auto launch = std::ranges::find(launches_, session, &Begun::pid);
+    if (session < 1 || launch == launches_.end() || launch->hasOwnWindow)
+        return {};
+    return isAlive(*launch) || wasStartedWith(pid, startupVariable(launch->startupId))
+               ? launch->entryPath
+               : QString();
 }
 
 }  // namespace kestrelbay

@@ -41,8 +41,8 @@ public:
     void started(const QString &startupId, std::int64_t pid);
     void failed(const QString &startupId);
 
-    /// Is any launch on its way to a window?
-    [[nodiscard]] bool isAnyUnderWay();
+    /// Is there a launch of which no window is known?
+    [[nodiscard]] bool isWindowAwaited() const;
     /// A window of this process and these entries is there: their launches are over.
     void windowAppeared(std::int64_t pid, const QStringList &entryPaths);
 
@@ -50,12 +50,18 @@ public:
     /// start, also when it has the number of one that we started.
     [[nodiscard]] QString entryOf(std::int64_t pid) const;
 
+    /// The entry file that the process was launched with to whose session this one belongs.
+    /// Empty when that process has shown a window of its own: what such a program starts is
+    /// another program.
+    [[nodiscard]] QString entryOfSession(std::int64_t pid) const;
+
 private:
     struct Begun : Launch {
         Clock::time_point when;
         std::int64_t pid = 0;
         std::uint64_t startTime = 0;
         bool hasWindow = false;
+        bool hasOwnWindow = false;
     };
 
     [[nodiscard]] static bool isAlive(const Begun &launch);

@@ -20,9 +20,9 @@ public:
         : facts_(facts), index_(index) {}
 
     [[nodiscard]] Matches best() const {
-        for (const auto step :
-             {&Matcher::byDeclaredId, &Matcher::bySandbox, &Matcher::byScope, &Matcher::byLaunch,
-              &Matcher::byStartupClass, &Matcher::byClassAsId, &Matcher::byExecutable}) {
+        for (const auto step : {&Matcher::byDeclaredId, &Matcher::bySandbox, &Matcher::byScope,
+                                &Matcher::byLaunch, &Matcher::byStartupClass, &Matcher::byClassAsId,
+                                &Matcher::byProgram, &Matcher::byCaller}) {
             Matches found = (this->*step)();
             if (!found.empty())
                 return found;
@@ -105,7 +105,7 @@ private:
     /// window's own name is the better witness.
     [[nodiscard]] bool contradictsScope(const Matches &scope) const {
         for (const auto step : {&Matcher::byLaunch, &Matcher::byStartupClass, &Matcher::byClassAsId,
-                                &Matcher::byExecutable}) {
+                                &Matcher::byProgram}) {
             const Matches named = (this->*step)();
             if (named.empty())
                 continue;
@@ -139,14 +139,24 @@ private:
         return {};
     }
 
-    [[nodiscard]] Matches byExecutable() const {
+    [[nodiscard]] Matches byProgram() const {
         const ProcessFacts &process = facts_.process;
-        if (const auto found = index_.withProgram(process.executablePath); !found.empty())
-            return matches(found, MatchReason::ExecutablePath);
+        Matches found = first(
+            {{index_.withProgram(process.executablePath), MatchReason::Executable},
+             {index_.withProgram(process.interpretedProgram), MatchReason::InterpretedProgram},
+             {index_.withProgram(process.appImagePath), MatchReason::AppImage}});
         for (const QString &name : process.executableNames)
-            if (const auto found = index_.withExecutableName(name); !found.empty())
-                return matches(found, MatchReason::ExecutableName);
-        return {};
+            if (found.empty())
+                found = matches(index_.withExecutableName(name), MatchReason::ExecutableName);
+        return found;
+    }
+
+    [[nodiscard]] Matches byCaller() const {
+        for (const QString &script : facts_.process.callingScripts)
+            if (const auto found = index_.withProgram(script); !found.empty())
+                return matches(found, MatchReason::CallingScript);
+        const QString &launched = facts_.process.sessionsEntryPath;
+        return launched.isEmpty() ? Matches() : byFile(launched, MatchReason::LaunchedSession);
     }
 
     const WindowFacts &facts_;
@@ -154,6 +164,44 @@ private:
 };
 
 }  // namespace
+
+QLatin1String description(MatchReason reason) {
+    switch (reason) {
+        case MatchReason::GtkApplicationId:
+            return QLatin1String("its GTK application id");
+        case MatchReason::KdeDesktopFile:
+            return QLatin1String("the desktop file it declares");
+        case MatchReason::Flatpak:
+            return QLatin1String("its Flatpak sandbox");
+        case MatchReason::Snap:
+            return QLatin1String("its snap");
+        case MatchReason::Scope:
+            return QLatin1String("the systemd unit of its process");
+        case MatchReason::LaunchedEntry:
+            return QLatin1String("the desktop file its process was launched with");
+        case MatchReason::StartupWmClassInstance:
+            return QLatin1String("its instance name, as StartupWMClass");
+        case MatchReason::StartupWmClassClass:
+            return QLatin1String("its class name, as StartupWMClass");
+        case MatchReason::ClassIsId:
+            return QLatin1String("its class, as desktop file id");
+        case MatchReason::ClassIsLastPartOfId:
+            return QLatin1String("its class, as last part of the desktop file id");
+        case MatchReason::Executable:
+            return QLatin1String("the file its process runs");
+        case MatchReason::InterpretedProgram:
+            return QLatin1String("what its process interprets");
+        case MatchReason::AppImage:
+            return QLatin1String("the AppImage its process is in");
+        case MatchReason::ExecutableName:
+            return QLatin1String("the name of its process");
+        case MatchReason::CallingScript:
+            return QLatin1String("the script that started its process");
+        case MatchReason::LaunchedSession:
+            return QLatin1String("the launch that its process came from");
+    }
+    return QLatin1String("nothing");
+}
 
 std::vector<ApplicationMatch> matchWindow(const WindowFacts &facts, const ApplicationIndex &index) {
     return Matcher(facts, index).best();

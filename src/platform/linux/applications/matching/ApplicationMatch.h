@@ -57,9 +57,16 @@ enum class MatchReason : std::uint8_t {
     StartupWmClassClass,
     ClassIsId,
     ClassIsLastPartOfId,
-    ExecutablePath,
+    Executable,
+    InterpretedProgram,
+    AppImage,
     ExecutableName,
+    CallingScript,
+    LaunchedSession,
 };
+
+/// As one phrase, that ends "it belongs to the entry by".
+[[nodiscard]] QLatin1String description(MatchReason reason);
 
 struct ApplicationMatch {
     /// Index into the entries of the index.

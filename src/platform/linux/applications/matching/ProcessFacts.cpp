@@ -8,6 +8,7 @@
 #include <QList>
 
 #include "platform/linux/applications/entries/CommandLine.h"
+#include "platform/linux/applications/entries/Interpreters.h"
 #include "platform/linux/applications/matching/Processes.h"
 #include "platform/linux/glib/KeyFile.h"
 
@@ -29,6 +30,37 @@ QList<QByteArray> cgroupParts(const QByteArray &cgroup) {
                 parts.append(part);
     }
     return parts;
+}
+
+/// The last value of a variable; empty when there is none.
+QByteArray variable(const QByteArray &environment, const QByteArray &name) {
+    QByteArray value;
+    for (const QByteArray &text : environment.split('\0'))
+        if (text.startsWith(name + '='))
+            value = text.mid(name.size() + 1);
+    return value;
+}
+
+Command commandOfProcess(std::int64_t pid) {
+    return {wordsOfCommandLine(readOfProcess(pid, "cmdline")),
+            QFile::symLinkTarget(QStringLiteral("/proc/%1/cwd").arg(pid))};
+}
+
+/// A script that starts a script that starts a program: more than any real one.
+constexpr int kMostScripts = 4;
+
+QStringList callingScriptsOf(std::int64_t pid) {
+    QStringList scripts;
+    while (scripts.size() < kMostScripts) {
+        pid = parentOfProcess(pid);
+        const Command command = commandOfProcess(pid);
+        const bool isOfShell = isShell(command.words.value(0).section(u'/', -1));
+        const QString script = isOfShell ? interpretedProgram(command) : QString();
+        if (script.isEmpty())
+            break;
+        scripts.append(script);
+    }
+    return scripts;
 }
 
 /// Takes systemd's \x2d back.
@@ -95,34 +127,45 @@ QString flatpakIdOfInfo(const QByteArray &info) {
 }
 
 QString launchedEntryOfEnvironment(const QByteArray &environment, std::int64_t pid) {
-    QByteArray path;
-    bool forThisProcess = false;
-    for (const QByteArray &variable : environment.split('\0')) {
-        if (variable.startsWith("GIO_LAUNCHED_DESKTOP_FILE="))
-            path = variable.mid(variable.indexOf('=') + 1);
-        else if (variable.startsWith("GIO_LAUNCHED_DESKTOP_FILE_PID="))
-            // A child inherits the variables, but not the number.
-            forThisProcess = variable.mid(variable.indexOf('=') + 1) ==
-                             QByteArray::number(static_cast<qlonglong>(pid));
-    }
-    return forThisProcess ? QFile::decodeName(path) : QString();
+    // A child inherits the variables, but not the number.
+    const bool isForThisProcess = variable(environment, "GIO_LAUNCHED_DESKTOP_FILE_PID") ==
+                                  QByteArray::number(static_cast<qlonglong>(pid));
+    return isForThisProcess ? QFile::decodeName(variable(environment, "GIO_LAUNCHED_DESKTOP_FILE"))
+                            : QString();
+}
+
+QString appImageOfEnvironment(const QByteArray &environment, const QStringList &programs) {
+    const QString image = QFile::decodeName(variable(environment, "APPIMAGE"));
+    const QString folder = QFile::decodeName(variable(environment, "APPDIR")) + u'/';
+    const bool isFromThere =
+        folder.size() > 1 && std::ranges::any_of(programs, [&](const QString &program) {
+            return program.startsWith(folder);
+        });
+    return isFromThere ? image : QString();
+}
+
+QStringList wordsOfCommandLine(const QByteArray &commandLine) {
+    QStringList words;
+    for (const QByteArray &word : commandLine.split('\0'))
+        words.append(QFile::decodeName(word));
+    // Each word ends with a NUL.
+    if (words.last().isEmpty())
+        words.removeLast();
+    return words;
 }
 
 QStringList executableNamesOfCommandLine(const QByteArray &commandLine) {
-    const QList<QByteArray> words = commandLine.split('\0');
-    const auto name = [](const QByteArray &word) {
-        return QFile::decodeName(word).section(u'/', -1);
-    };
+    const QStringList words = wordsOfCommandLine(commandLine);
+    const auto nameOf = [](const QString &path) { return path.section(u'/', -1); };
     // A program that rewrites its title has it all in the first word.
-    const QString program = name(words.first()).section(u' ', 0, 0);
-    if (!isInterpreterOrWrapper(program))
-        return program.isEmpty() ? QStringList() : QStringList{program};
-    const auto script = std::find_if(words.begin() + 1, words.end(), [](const QByteArray &word) {
-        return !word.isEmpty() && !word.startsWith('-');
-    });
-    if (script == words.end() || isInterpreterOrWrapper(name(*script)))
-        return {};
-    return {name(*script)};
+    QString name = nameOf(words.value(0)).section(u' ', 0, 0);
+    if (isInterpreterOrWrapper(name)) {
+        const auto [what, word] = toldToInterpreter(words);
+        name = what == Told::File ? nameOf(word) : QString();
+        if (isInterpreterOrWrapper(name) || name.contains(u'.'))
+            name.clear();
+    }
+    return name.isEmpty() ? QStringList() : QStringList{name};
 }
 
 ProcessFacts readProcessFacts(std::int64_t pid) {
@@ -133,7 +176,8 @@ ProcessFacts readProcessFacts(std::int64_t pid) {
     facts.flatpakId = flatpakIdOfInfo(readOfProcess(pid, "root/.flatpak-info"));
     facts.snapName = snapNameOfCgroup(cgroup);
     facts.scopeIds = scopeIdsOfCgroup(cgroup);
-    facts.launchedEntryPath = launchedEntryOfEnvironment(readOfProcess(pid, "environ"), pid);
+    const QByteArray environment = readOfProcess(pid, "environ");
+    facts.launchedEntryPath = launchedEntryOfEnvironment(environment, pid);
     facts.executableNames = executableNamesOfCommandLine(readOfProcess(pid, "cmdline"));
 
     QString executable = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(pid));
@@ -147,6 +191,11 @@ ProcessFacts readProcessFacts(std::int64_t pid) {
         if (!facts.executableNames.contains(name))
             facts.executableNames.append(name);
     }
+    facts.interpretedProgram = interpretedProgram(commandOfProcess(pid));
+    const QString image =
+        appImageOfEnvironment(environment, {executable, facts.interpretedProgram});
+    facts.appImagePath = QFileInfo(image).canonicalFilePath();
+    facts.callingScripts = callingScriptsOf(pid);
     return facts;
 }
 

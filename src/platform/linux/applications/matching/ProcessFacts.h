@@ -17,7 +17,16 @@ struct ProcessFacts {
     QStringList scopeIds;
     /// The entry file that this very process was launched with.
     QString launchedEntryPath;
+    /// Empty for interpreters and wrappers.
     QString executablePath;
+    /// What it runs if it is an interpreter, as interpretedProgram() names it.
+    QString interpretedProgram;
+    /// The AppImage that its program comes out of.
+    QString appImagePath;
+    /// The scripts that wait for it, the nearest first: shells run them that do nothing else.
+    QStringList callingScripts;
+    /// The entry file that the process was launched with to whose session this one belongs.
+    QString sessionsEntryPath;
     /// What the process calls itself; interpreters and wrappers are left out.
     QStringList executableNames;
 
@@ -37,8 +46,14 @@ struct ProcessFacts {
 [[nodiscard]] QString flatpakIdOfInfo(const QByteArray &info);
 /// The entry file named by the environment of this very process.
 [[nodiscard]] QString launchedEntryOfEnvironment(const QByteArray &environment, std::int64_t pid);
+/// The AppImage that the environment names, if one of the programs is in it. A program of
+/// the system that it starts has the environment too.
+[[nodiscard]] QString appImageOfEnvironment(const QByteArray &environment,
+                                            const QStringList &programs);
+/// The words of /proc/<pid>/cmdline.
+[[nodiscard]] QStringList wordsOfCommandLine(const QByteArray &commandLine);
 /// Names of the program in /proc/<pid>/cmdline: its own, or its script's when it
-/// is an interpreter.
+/// is an interpreter. Scripts with a suffix are left out, as too many are called main.py.
 [[nodiscard]] QStringList executableNamesOfCommandLine(const QByteArray &commandLine);
 
 }  // namespace kestrelbay

@@ -13,6 +13,15 @@ namespace {
 /// An environment may be as large as the kernel's limit for it.
 constexpr qint64 kLargestProcFile = 4 << 20;
 
+// As proc(5) counts them.
+constexpr int kFirstField = 3;
+
+/// Those behind the name of the program, which is in parentheses and may hold anything.
+QList<QByteArray> fieldsOfStat(std::int64_t pid) {
+    const QByteArray stat = readOfProcess(pid, "stat");
+    return stat.mid(stat.lastIndexOf(')') + 2).split(' ');
+}
+
 }  // namespace
 
 QByteArray readOfProcess(std::int64_t pid, const char *name) {
@@ -23,11 +32,13 @@ QByteArray readOfProcess(std::int64_t pid, const char *name) {
 }
 
 std::uint64_t processStartTime(std::int64_t pid) {
-    const QByteArray stat = readOfProcess(pid, "stat");
-    // The name, in parentheses, may hold anything; fields 3 and 22 count from before it.
-    const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
+    const QList<QByteArray> fields = fieldsOfStat(pid);
     const bool hasEnded = fields.first() == "Z" || fields.first() == "X";
-    return fields.size() > 19 && !hasEnded ? fields.at(19).toULongLong() : 0;
+    return hasEnded ? 0 : fields.value(22 - kFirstField).toULongLong();
+}
+
+std::int64_t parentOfProcess(std::int64_t pid) {
+    return fieldsOfStat(pid).value(4 - kFirstField).toLongLong();
 }
 
 bool wasStartedWith(std::int64_t pid, const QByteArray &variable) {

@@ -15,6 +15,9 @@ namespace kestrelbay {
 /// names a process for good. 0 when there is no such process, or when it has ended.
 [[nodiscard]] std::uint64_t processStartTime(std::int64_t pid);
 
+/// Below 1 when there is none.
+[[nodiscard]] std::int64_t parentOfProcess(std::int64_t pid);
+
 /// Has this process what stands in a variable of the environment it was started with?
 [[nodiscard]] bool wasStartedWith(std::int64_t pid, const QByteArray &variable);
 

@@ -54,10 +54,8 @@ struct WindowFactsReader::Cookies {
     xcb_get_property_cookie_t gtkId, kdeFile, wmClass, transientFor, types, pid, machine;
 };
 
-WindowFactsReader::WindowFactsReader(const WindowSystem &system, LaunchedEntry launchedEntry)
-    : connection_(system.connection()),
-      atoms_(system.atoms()),
-      launchedEntry_(std::move(launchedEntry)) {
+WindowFactsReader::WindowFactsReader(const WindowSystem &system, AddLaunch addLaunch)
+    : connection_(system.connection()), atoms_(system.atoms()), addLaunch_(std::move(addLaunch)) {
     if (!connection_.isUsable())
         return;
     const xcb_query_extension_reply_t *extension =
@@ -160,9 +158,8 @@ ProcessFacts WindowFactsReader::processOf(std::int64_t pid, Processes &processes
     const auto [at, isNew] = processes.try_emplace(pid);
     if (isNew) {
         at->second = readProcessFacts(pid);
-        const QString path = launchedEntry_ && pid > 0 ? launchedEntry_(pid) : QString();
-        if (!path.isEmpty())
-            at->second.launchedEntryPath = path;
+        if (addLaunch_ && pid > 0)
+            addLaunch_(pid, at->second);
     }
     return at->second;
 }

@@ -17,10 +17,10 @@ namespace kestrelbay::x11 {
 /// Reads what identifies windows, any number of them in one round trip. Any thread.
 class WindowFactsReader {
 public:
-    /// The entry file that a process of our own was launched with; empty for others.
-    using LaunchedEntry = std::function<QString(std::int64_t pid)>;
+    /// Adds to the facts of a process what is known of it by having launched it.
+    using AddLaunch = std::function<void(std::int64_t pid, ProcessFacts &facts)>;
 
-    WindowFactsReader(const WindowSystem &system, LaunchedEntry launchedEntry);
+    WindowFactsReader(const WindowSystem &system, AddLaunch addLaunch);
 
     /// Begins to listen for changes of these windows and asks everything that is
     /// to be known of them. One answer a window, in their order; none for a
@@ -44,7 +44,7 @@ private:
 
     const XConnection &connection_;
     const WindowAtoms &atoms_;
-    const LaunchedEntry launchedEntry_;
+    const AddLaunch addLaunch_;
     bool serverKnowsPids_ = false;
 };
 

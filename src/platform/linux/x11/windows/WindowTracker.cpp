@@ -32,9 +32,8 @@ struct WindowTracker::Root {
     WindowManagerAbilities abilities;
 };
 
-WindowTracker::WindowTracker(const QString &displayName,
-                             WindowFactsReader::LaunchedEntry launchedEntry)
-    : system_(displayName), reader_(system_, std::move(launchedEntry)) {
+WindowTracker::WindowTracker(const QString &displayName, WindowFactsReader::AddLaunch addLaunch)
+    : system_(displayName), reader_(system_, std::move(addLaunch)) {
     const XConnection &connection = system_.connection();
     if (!connection.isUsable())
         return;

@@ -42,7 +42,7 @@ struct DesktopPicture {
 /// Any thread; no lock is held while the server is waited for.
 class WindowTracker {
 public:
-    WindowTracker(const QString &displayName, WindowFactsReader::LaunchedEntry launchedEntry);
+    WindowTracker(const QString &displayName, WindowFactsReader::AddLaunch addLaunch);
 
     [[nodiscard]] const WindowSystem &windowSystem() const { return system_; }
 

@@ -29,12 +29,12 @@ protected:
 };
 
 TEST_F(LaunchesTest, AreNotRepeatedWhileUnderWay) {
-    EXPECT_FALSE(launches_.isAnyUnderWay());
+    EXPECT_FALSE(launches_.isWindowAwaited());
     EXPECT_TRUE(begin(one_));
     EXPECT_FALSE(begin(one_));
     EXPECT_TRUE(begin(two_));
     EXPECT_TRUE(begin(one_, {}, Launches::Repeat::Always));
-    EXPECT_TRUE(launches_.isAnyUnderWay());
+    EXPECT_TRUE(launches_.isWindowAwaited());
 }
 
 TEST_F(LaunchesTest, WithAnotherFileAreOthers) {
@@ -58,7 +58,7 @@ TEST_F(LaunchesTest, AreOverWhenAWindowIsThere) {
     launches_.windowAppeared(0, {two_});
     EXPECT_FALSE(begin(one_));
     launches_.windowAppeared(0, {two_, one_});
-    EXPECT_FALSE(launches_.isAnyUnderWay());
+    EXPECT_FALSE(launches_.isWindowAwaited());
     EXPECT_TRUE(begin(one_));
 
     // One that is known by its process alone, or by its session.
@@ -103,6 +103,24 @@ TEST_F(LaunchesTest, KnowTheirProcesses) {
     started(getppid());
     EXPECT_EQ(launches_.entryOf(getpid()), one_);
     EXPECT_EQ(launches_.entryOf(getppid()), two_);
+}
+
+TEST_F(LaunchesTest, KnowTheSessionsOfTheirProcesses) {
+    EXPECT_TRUE(begin(one_));
+    started(getsid(0));
+    EXPECT_EQ(launches_.entryOfSession(getpid()), one_);
+    EXPECT_EQ(launches_.entryOfSession(kNoProcess), QString());
+    EXPECT_EQ(launches_.entryOfSession(0), QString());
+    // A window of another process of the session changes nothing.
+    launches_.windowAppeared(getpid(), {});
+    EXPECT_EQ(launches_.entryOfSession(getpid()), one_);
+}
+
+TEST_F(LaunchesTest, OfProgramsWithWindowsAreNotThoseOfWhatTheyStart) {
+    EXPECT_TRUE(begin(one_));
+    started(getsid(0));
+    launches_.windowAppeared(getsid(0), {one_});
+    EXPECT_EQ(launches_.entryOfSession(getpid()), QString());
 }
 
 }  // namespace

@@ -7,37 +7,6 @@
 namespace kestrelbay {
 namespace {
 
-/// As one phrase.
-QLatin1String description(MatchReason reason) {
-    switch (reason) {
-        case MatchReason::GtkApplicationId:
-            return QLatin1String("its GTK application id");
-        case MatchReason::KdeDesktopFile:
-            return QLatin1String("the desktop file it declares");
-        case MatchReason::Flatpak:
-            return QLatin1String("its Flatpak sandbox");
-        case MatchReason::Snap:
-            return QLatin1String("its snap");
-        case MatchReason::Scope:
-            return QLatin1String("the systemd unit of its process");
-        case MatchReason::LaunchedEntry:
-            return QLatin1String("the desktop file its process was launched with");
-        case MatchReason::StartupWmClassInstance:
-            return QLatin1String("its instance name, as StartupWMClass");
-        case MatchReason::StartupWmClassClass:
-            return QLatin1String("its class name, as StartupWMClass");
-        case MatchReason::ClassIsId:
-            return QLatin1String("its class, as desktop file id");
-        case MatchReason::ClassIsLastPartOfId:
-            return QLatin1String("its class, as last part of the desktop file id");
-        case MatchReason::ExecutablePath:
-            return QLatin1String("the file its process runs");
-        case MatchReason::ExecutableName:
-            return QLatin1String("the name of its process");
-    }
-    return QLatin1String("nothing");
-}
-
 DesktopEntry entryOf(const char *id) {
     DesktopEntry entry;
     entry.id = QLatin1String(id);
@@ -115,9 +84,24 @@ TEST_F(Matching, ReasonsInOrderOfTrust) {
     facts_.instance.clear();
     EXPECT_EQ(matched(), QStringLiteral("program (the file its process runs)"));
     facts_.process.executablePath.clear();
+    facts_.process.interpretedProgram = QStringLiteral("/opt/script.py");
+    facts_.process.appImagePath = QStringLiteral("/home/X.AppImage");
     facts_.process.executableNames = {QStringLiteral("program")};
+    facts_.process.callingScripts = {QStringLiteral("/nowhere"), QStringLiteral("/opt/run.sh")};
+    facts_.process.sessionsEntryPath = QStringLiteral("/apps/launched.desktop");
+    add("script.desktop").program = QStringLiteral("/opt/script.py");
+    add("image.desktop").program = QStringLiteral("/home/X.AppImage");
+    add("caller.desktop").program = QStringLiteral("/opt/run.sh");
+    EXPECT_EQ(matched(), QStringLiteral("script (what its process interprets)"));
+    facts_.process.interpretedProgram.clear();
+    EXPECT_EQ(matched(), QStringLiteral("image (the AppImage its process is in)"));
+    facts_.process.appImagePath.clear();
     EXPECT_EQ(matched(), QStringLiteral("program (the name of its process)"));
     facts_.process.executableNames.clear();
+    EXPECT_EQ(matched(), QStringLiteral("caller (the script that started its process)"));
+    facts_.process.callingScripts.clear();
+    EXPECT_EQ(matched(), QStringLiteral("launched (the launch that its process came from)"));
+    facts_.process.sessionsEntryPath.clear();
     EXPECT_EQ(matched(), QString());
 }
 
@@ -127,6 +111,10 @@ TEST_F(Matching, AScopeCountsUnlessTheWindowSaysOtherwise) {
     // Started from a shell in that application's terminal.
     facts_.instance = QStringLiteral("byid");
     EXPECT_EQ(matched(), QStringLiteral("byid (its class, as desktop file id)"));
+    // Who started it says no more than the scope does.
+    facts_.instance.clear();
+    facts_.process.sessionsEntryPath = QStringLiteral("/apps/launched.desktop");
+    EXPECT_EQ(matched(), QStringLiteral("scoped (the systemd unit of its process)"));
     facts_.instance = QStringLiteral("scoped");
     EXPECT_EQ(matched(), QStringLiteral("scoped (the systemd unit of its process)"));
 }

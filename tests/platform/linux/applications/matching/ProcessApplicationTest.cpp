@@ -46,6 +46,24 @@ TEST(ProcessApplication, TheLaunchedEntryIsNotInherited) {
     EXPECT_EQ(launchedEntryOfEnvironment("GIO_LAUNCHED_DESKTOP_FILE=/x", 77), QString());
 }
 
+TEST(ProcessApplication, AnAppImageIsThatOfProgramsInIt) {
+    const QByteArray environment =
+        QByteArray("APPDIR=/tmp/.mount_x|APPIMAGE=/home/u/X.AppImage|").replace('|', '\0');
+    const QString image = QStringLiteral("/home/u/X.AppImage");
+    EXPECT_EQ(appImageOfEnvironment(environment, list({"", "/tmp/.mount_x/usr/bin/x"})), image);
+    EXPECT_EQ(appImageOfEnvironment(environment, list({"/usr/bin/python3", "/tmp/.mount_xy/x"})),
+              QString());
+    EXPECT_EQ(appImageOfEnvironment("APPIMAGE=/x", list({"/y"})), QString());
+}
+
+TEST(ProcessApplication, TellsOfItsParents) {
+    EXPECT_EQ(parentOfProcess(getpid()), getppid());
+    EXPECT_LT(parentOfProcess(0x7fff'ffff), 1);
+    EXPECT_EQ(sessionOfProcess(getpid()), getsid(0));
+    EXPECT_LT(sessionOfProcess(0x7fff'ffff), 1);
+    EXPECT_LT(sessionOfProcess(0), 1);
+}
+
 TEST(ProcessApplication, NamesOfPrograms) {
     // '|' stands for the NUL that ends a word.
     const auto names = [](QByteArray line) {
@@ -53,6 +71,9 @@ TEST(ProcessApplication, NamesOfPrograms) {
     };
     EXPECT_EQ(names("/usr/bin/gimp|x|"), list({"gimp"}));
     EXPECT_EQ(names("/usr/bin/python3|-O|/usr/bin/meld|x|"), list({"meld"}));
+    EXPECT_EQ(names("python3|-W|ignore|/usr/bin/meld|"), list({"meld"}));
+    EXPECT_EQ(names("python3|/opt/x/main.py|"), QStringList());
+    EXPECT_EQ(names("java|-jar|x|"), QStringList());
     EXPECT_EQ(names("python3|"), QStringList());
     EXPECT_EQ(names("sh|-c|/bin/sh|"), QStringList());
     EXPECT_EQ(names("thing: worker|"), list({"thing:"}));
