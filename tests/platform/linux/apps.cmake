@@ -11,6 +11,7 @@ kestrelbay_test(linux_apps_fast_tests LABEL fast
         linux/applications/launching/LaunchesTest.cpp
         linux/applications/icons/InstalledApplicationsTest.cpp
         linux/applications/matching/ProcessApplicationTest.cpp
+        linux/applications/matching/TerminalsTest.cpp
         linux/appsFastMain.cpp
     LIBRARIES kestrelbay_back_end PkgConfig::GIO_TEST)
 
@@ -25,6 +26,7 @@ kestrelbay_test(linux_apps_tests LABEL display
         linux/LinuxWorkspaceIdentityTest.cpp
         linux/LinuxWorkspaceTest.cpp
         linux/SlowStartTest.cpp
+        linux/TerminalProgramsTest.cpp
         linux/WindowRoundTripsTest.cpp
         linux/WorkspaceContractLinuxTest.cpp
         linux/WorkspaceLaunchTest.cpp

@@ -64,6 +64,7 @@ std::optional<Parsed> parsed(const QByteArray &text, const QString &path, const 
     entry.tryExec = file->string(G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
     entry.onlyShowIn = file->list(G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN);
     entry.notShowIn = file->list(G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN).value_or(QStringList());
+    entry.runsInTerminal = file->boolean(G_KEY_FILE_DESKTOP_KEY_TERMINAL);
     entry.noDisplay = file->boolean(G_KEY_FILE_DESKTOP_KEY_NO_DISPLAY);
     entry.hidden = file->boolean(G_KEY_FILE_DESKTOP_KEY_HIDDEN);
 

@@ -33,6 +33,8 @@ struct DesktopEntry {
     /// moment it is given, even without a name in it.
     std::optional<QStringList> onlyShowIn;
     QStringList notShowIn;
+    /// Its program has no window of its own, but is to be run in a terminal's.
+    bool runsInTerminal = false;
     /// Not meant for menus.
     bool noDisplay = false;
     /// Deleted by its owner, in the words of the desktop entry format.

@@ -1,8 +1,10 @@
 #include "platform/linux/applications/launching/EntryLauncher.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <csignal>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -10,12 +12,14 @@
 #include <unistd.h>
 
 #include <QFile>
+#include <QStandardPaths>
 #include <QSysInfo>
 
 #include "files/StandardPath.h"
 #include "platform/linux/applications/entries/ApplicationFolders.h"
-#include "platform/linux/applications/entries/DesktopEntry.h"
+#include "platform/linux/applications/entries/CommandLine.h"
 #include "platform/linux/applications/launching/ExecLine.h"
+#include "platform/linux/applications/matching/Terminals.h"
 #include "platform/linux/glib/KeyFile.h"
 
 namespace kestrelbay {
@@ -56,6 +60,22 @@ std::optional<KeyFile> loadEntry(const QString &path) {
     return entry;
 }
 
+/// Has the Exec line run its program in a terminal. False when there is no such program; without
+/// a terminal that we know it is left to GIO.
+bool putIntoTerminal(KeyFile &entry, const QString &path) {
+    const QString line = entry.string(G_KEY_FILE_DESKTOP_KEY_EXEC);
+    if (QStandardPaths::findExecutable(programOfExec(line)).isEmpty())
+        return false;
+    const std::optional<QStringList> prefix = terminalPrefix(path);
+    if (!prefix)
+        return true;
+    QStringList words;
+    std::ranges::transform(*prefix, std::back_inserter(words), quotedForExec);
+    entry.set(G_KEY_FILE_DESKTOP_KEY_EXEC, (words << line).join(u' '));
+    entry.remove(G_KEY_FILE_DESKTOP_KEY_TERMINAL);
+    return true;
+}
+
 /// The application of the entry, to be started by its Exec line, which is rewritten.
 GObjectPtr<GAppInfo> rewrittenApplication(KeyFile &entry, const QString &path, FileCodes fileCodes,
                                           const QStringList &arguments) {
@@ -68,6 +88,8 @@ GObjectPtr<GAppInfo> rewrittenApplication(KeyFile &entry, const QString &path, F
     if (!line)
         return nullptr;
     entry.set(G_KEY_FILE_DESKTOP_KEY_EXEC, *line);
+    if (entry.boolean(G_KEY_FILE_DESKTOP_KEY_TERMINAL) && !putIntoTerminal(entry, path))
+        return nullptr;
     entry.remove(G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE);
     GDesktopAppInfo *application = g_desktop_app_info_new_from_keyfile(entry.get());
     return GObjectPtr<GAppInfo>(application ? G_APP_INFO(application) : nullptr);
@@ -120,11 +142,14 @@ QString EntryLauncher::openNow(const Launches::Launch &launch) {
 
     const QString token = takeActivationToken();
     GObjectPtr<GAppInfo> application;
-    if (entry->boolean(G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE)) {
+    const bool isOnBus = entry->boolean(G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE);
+    if (isOnBus) {
         // A slow service has been told; starting a second one would be worse.
         if (bus_.activate(applicationId(path), launch.uris, {launch.startupId, token}) !=
             BusAnswer::Failed)
             return {};
+    }
+    if (isOnBus || entry->boolean(G_KEY_FILE_DESKTOP_KEY_TERMINAL)) {
         application = rewrittenApplication(*entry, path, FileCodes::Keep, {});
     } else if (GDesktopAppInfo *info =
                    g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData())) {

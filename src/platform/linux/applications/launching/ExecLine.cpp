@@ -10,17 +10,11 @@ namespace kestrelbay {
 
 namespace {
 
-/// As a word of an Exec line that means these bytes and nothing else.
-QString quoted(const QString &text) {
-    const GCharPtr shell(g_shell_quote(text.toUtf8().constData()));
-    return QString::fromUtf8(shell.get()).replace(u'%', QStringLiteral("%%"));
-}
-
 /// A word of the line with its codes filled in; empty when nothing is left of it.
 QString rewrittenWord(const QString &word, const ExecContext &context, FileCodes fileCodes) {
     if (word == QLatin1String("%i"))
         return context.icon.isEmpty() ? QString()
-                                      : QStringLiteral("--icon ") + quoted(context.icon);
+                                      : QStringLiteral("--icon ") + quotedForExec(context.icon);
     QString result;
     QString unquoted;
     bool hadCode = false;
@@ -39,12 +33,12 @@ QString rewrittenWord(const QString &word, const ExecContext &context, FileCodes
             unquoted += context.entryPath;
         } else if (fileCodes == FileCodes::Keep && QLatin1String("fFuU").contains(code)) {
             if (!unquoted.isEmpty())
-                result += quoted(std::exchange(unquoted, QString()));
+                result += quotedForExec(std::exchange(unquoted, QString()));
             result += u'%';
             result += code;
         }
     }
-    return unquoted.isEmpty() && hadCode ? result : result + quoted(unquoted);
+    return unquoted.isEmpty() && hadCode ? result : result + quotedForExec(unquoted);
 }
 
 /// Does the line end in a "--" that ends a program's options? What stands behind a
@@ -79,8 +73,13 @@ std::optional<QString> rewrittenExec(const QString &exec, const ExecContext &con
     }
     qsizetype place = endsOptions(kept) ? line.size() - 1 : line.size();
     for (const QString &argument : arguments)
-        line.insert(place++, quoted(argument));
+        line.insert(place++, quotedForExec(argument));
     return line.join(u' ');
+}
+
+QString quotedForExec(const QString &text) {
+    const GCharPtr shell(g_shell_quote(text.toUtf8().constData()));
+    return QString::fromUtf8(shell.get()).replace(u'%', QStringLiteral("%%"));
 }
 
 }  // namespace kestrelbay

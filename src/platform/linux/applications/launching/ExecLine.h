@@ -26,4 +26,7 @@ enum class FileCodes { Keep, Drop };
                                                    FileCodes fileCodes,
                                                    const QStringList &arguments = {});
 
+/// As a word of an Exec line that means these bytes and nothing else.
+[[nodiscard]] QString quotedForExec(const QString &text);
+
 }  // namespace kestrelbay

@@ -109,7 +109,7 @@ QString Launches::entryOfSession(std::int64_t pid) const {
     const std::int64_t session = sessionOfProcess(pid);
     const std::lock_guard lock(mutex_);
     const auto launch = std::ranges::find(launches_, session, &Begun::pid);
-    if (session < 1 || launch == launches_.end() || launch->hasOwnWindow)
+    if (session < 1 || session == pid || launch == launches_.end() || launch->hasOwnWindow)
         return {};
     return isAlive(*launch) || wasStartedWith(pid, startupVariable(launch->startupId))
                ? launch->entryPath

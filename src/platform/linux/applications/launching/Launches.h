@@ -50,9 +50,8 @@ public:
     /// start, also when it has the number of one that we started.
     [[nodiscard]] QString entryOf(std::int64_t pid) const;
 
-    /// The entry file that the process was launched with to whose session this one belongs.
-    /// Empty when that process has shown a window of its own: what such a program starts is
-    /// another program.
+    /// The entry file of the launched process in whose session this one, another, is. Empty when
+    /// that process has shown a window of its own: what such a program starts is another program.
     [[nodiscard]] QString entryOfSession(std::int64_t pid) const;
 
 private:

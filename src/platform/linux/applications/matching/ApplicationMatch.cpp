@@ -6,6 +6,8 @@
 
 #include <QDir>
 
+#include "platform/linux/applications/matching/Terminals.h"
+
 #include "files/StandardPath.h"
 
 namespace kestrelbay {
@@ -20,9 +22,9 @@ public:
         : facts_(facts), index_(index) {}
 
     [[nodiscard]] Matches best() const {
-        for (const auto step : {&Matcher::byDeclaredId, &Matcher::bySandbox, &Matcher::byScope,
-                                &Matcher::byLaunch, &Matcher::byStartupClass, &Matcher::byClassAsId,
-                                &Matcher::byProgram, &Matcher::byCaller}) {
+        for (const auto step : {&Matcher::byCommand, &Matcher::byDeclaredId, &Matcher::bySandbox,
+                                &Matcher::byScope, &Matcher::byLaunch, &Matcher::byStartupClass,
+                                &Matcher::byClassAsId, &Matcher::byProgram, &Matcher::byCaller}) {
             Matches found = (this->*step)();
             if (!found.empty())
                 return found;
@@ -60,6 +62,19 @@ private:
             if (std::ranges::find(result, entry, &ApplicationMatch::entry) == result.end())
                 result.push_back({entry, reason});
         return result;
+    }
+
+    /// Of a terminal's window it counts what runs in it, whatever the terminal says of itself.
+    [[nodiscard]] Matches byCommand() const {
+        const ProcessFacts &process = facts_.process;
+        QString path = entryOfTerminalRole(facts_.role);
+        if (path.isEmpty() && !process.isSharedTerminal)
+            path = process.launchedEntryPath;
+        Matches found = path.isEmpty() ? Matches() : byFile(path, MatchReason::CommandInTerminal);
+        std::erase_if(found, [this](const ApplicationMatch &match) {
+            return !index_.entries()[match.entry].runsInTerminal;
+        });
+        return found;
     }
 
     [[nodiscard]] Matches byDeclaredId() const {
@@ -117,7 +132,12 @@ private:
 
     [[nodiscard]] Matches byLaunch() const {
         const QString &path = facts_.process.launchedEntryPath;
-        return path.isEmpty() ? Matches() : byFile(path, MatchReason::LaunchedEntry);
+        Matches found = path.isEmpty() ? Matches() : byFile(path, MatchReason::LaunchedEntry);
+        // A terminal that was started for a command goes on for all others.
+        std::erase_if(found, [this](const ApplicationMatch &match) {
+            return index_.entries()[match.entry].runsInTerminal;
+        });
+        return found;
     }
 
     [[nodiscard]] Matches byStartupClass() const {
@@ -167,6 +187,8 @@ private:
 
 QLatin1String description(MatchReason reason) {
     switch (reason) {
+        case MatchReason::CommandInTerminal:
+            return QLatin1String("the command in its terminal");
         case MatchReason::GtkApplicationId:
             return QLatin1String("its GTK application id");
         case MatchReason::KdeDesktopFile:

@@ -29,6 +29,8 @@ struct WindowFacts {
     /// The two parts of WM_CLASS.
     QString instance;
     QString className;
+    /// WM_WINDOW_ROLE.
+    QString role;
     /// Below 1 when the client isn't a process of this machine.
     std::int64_t pid = 0;
     ProcessFacts process;
@@ -47,6 +49,7 @@ struct WindowFacts {
 
 /// Why a window belongs to an entry, the most trusted reason first.
 enum class MatchReason : std::uint8_t {
+    CommandInTerminal,
     GtkApplicationId,
     KdeDesktopFile,
     Flatpak,

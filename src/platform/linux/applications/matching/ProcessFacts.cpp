@@ -10,6 +10,7 @@
 #include "platform/linux/applications/entries/CommandLine.h"
 #include "platform/linux/applications/entries/Interpreters.h"
 #include "platform/linux/applications/matching/Processes.h"
+#include "platform/linux/applications/matching/Terminals.h"
 #include "platform/linux/glib/KeyFile.h"
 
 namespace kestrelbay {
@@ -191,7 +192,9 @@ ProcessFacts readProcessFacts(std::int64_t pid) {
         if (!facts.executableNames.contains(name))
             facts.executableNames.append(name);
     }
-    facts.interpretedProgram = interpretedProgram(commandOfProcess(pid));
+    const Command command = commandOfProcess(pid);
+    facts.isSharedTerminal = isSharedTerminal(executable, command.words);
+    facts.interpretedProgram = interpretedProgram(command);
     const QString image =
         appImageOfEnvironment(environment, {executable, facts.interpretedProgram});
     facts.appImagePath = QFileInfo(image).canonicalFilePath();

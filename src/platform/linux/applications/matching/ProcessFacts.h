@@ -27,6 +27,8 @@ struct ProcessFacts {
     QStringList callingScripts;
     /// The entry file that the process was launched with to whose session this one belongs.
     QString sessionsEntryPath;
+    /// It is a terminal that shows the windows of all commands.
+    bool isSharedTerminal = false;
     /// What the process calls itself; interpreters and wrappers are left out.
     QStringList executableNames;
 

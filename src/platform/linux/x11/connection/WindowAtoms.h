@@ -46,6 +46,7 @@ class WindowAtoms {
         "WM_CHANGE_STATE",
         "WM_CLIENT_MACHINE",
         "WM_STATE",
+        "WM_WINDOW_ROLE",
         "_KESTRELBAY_SERVER_TIME",
     });
 

@@ -51,7 +51,7 @@ bool isThisMachine(const QString &name) {
 }  // namespace
 
 struct WindowFactsReader::Cookies {
-    xcb_get_property_cookie_t gtkId, kdeFile, wmClass, transientFor, types, pid, machine;
+    xcb_get_property_cookie_t gtkId, kdeFile, wmClass, role, transientFor, types, pid, machine;
 };
 
 WindowFactsReader::WindowFactsReader(const WindowSystem &system, AddLaunch addLaunch)
@@ -70,8 +70,9 @@ WindowFactsReader::WindowFactsReader(const WindowSystem &system, AddLaunch addLa
 
 bool WindowFactsReader::isIdentity(xcb_atom_t property) const {
     return property == XCB_ATOM_WM_CLASS || property == XCB_ATOM_WM_TRANSIENT_FOR ||
-           atoms_.isOneOf(property, {"_GTK_APPLICATION_ID", "_KDE_NET_WM_DESKTOP_FILE",
-                                     "_NET_WM_WINDOW_TYPE", "_NET_WM_PID", "WM_CLIENT_MACHINE"});
+           atoms_.isOneOf(property,
+                          {"_GTK_APPLICATION_ID", "_KDE_NET_WM_DESKTOP_FILE", "_NET_WM_WINDOW_TYPE",
+                           "_NET_WM_PID", "WM_CLIENT_MACHINE", "WM_WINDOW_ROLE"});
 }
 
 WindowFactsReader::Cookies WindowFactsReader::request(xcb_window_t window) const {
@@ -83,6 +84,7 @@ WindowFactsReader::Cookies WindowFactsReader::request(xcb_window_t window) const
     return {.gtkId = get(atoms_["_GTK_APPLICATION_ID"], XCB_ATOM_ANY, kLongestText),
             .kdeFile = get(atoms_["_KDE_NET_WM_DESKTOP_FILE"], XCB_ATOM_ANY, kLongestText),
             .wmClass = get(XCB_ATOM_WM_CLASS, XCB_ATOM_ANY, kLongestText),
+            .role = get(atoms_["WM_WINDOW_ROLE"], XCB_ATOM_ANY, kLongestText),
             .transientFor = get(XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, 1),
             .types = get(atoms_["_NET_WM_WINDOW_TYPE"], XCB_ATOM_ATOM, kLongestList),
             .pid = get(atoms_["_NET_WM_PID"], XCB_ATOM_CARDINAL, 1),
@@ -119,6 +121,7 @@ std::optional<WindowFacts> WindowFactsReader::collect(const Cookies &cookies,
     const PropertyReply gtkId = take(cookies.gtkId);
     const PropertyReply kdeFile = take(cookies.kdeFile);
     const PropertyReply wmClass = take(cookies.wmClass);
+    const PropertyReply role = take(cookies.role);
     const auto owner = propertyWord(take(cookies.transientFor));
     const PropertyReply types = take(cookies.types);
     const auto claimedPid = propertyWord(take(cookies.pid));
@@ -132,6 +135,7 @@ std::optional<WindowFacts> WindowFactsReader::collect(const Cookies &cookies,
     const QStringList names = propertyTexts(wmClass);
     facts.instance = names.value(0);
     facts.className = names.value(1);
+    facts.role = propertyText(role);
     if (owner) {
         const std::vector<xcb_window_t> &roots = connection_.roots();
         facts.transientForGroup =

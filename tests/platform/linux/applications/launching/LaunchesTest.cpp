@@ -109,6 +109,7 @@ TEST_F(LaunchesTest, KnowTheSessionsOfTheirProcesses) {
     EXPECT_TRUE(begin(one_));
     started(getsid(0));
     EXPECT_EQ(launches_.entryOfSession(getpid()), one_);
+    EXPECT_EQ(launches_.entryOfSession(getsid(0)), QString());
     EXPECT_EQ(launches_.entryOfSession(kNoProcess), QString());
     EXPECT_EQ(launches_.entryOfSession(0), QString());
     // A window of another process of the session changes nothing.

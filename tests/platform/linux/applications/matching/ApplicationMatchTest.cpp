@@ -119,6 +119,24 @@ TEST_F(Matching, AScopeCountsUnlessTheWindowSaysOtherwise) {
     EXPECT_EQ(matched(), QStringLiteral("scoped (the systemd unit of its process)"));
 }
 
+TEST_F(Matching, OfATerminalTheCommandCounts) {
+    facts_.gtkApplicationId = QStringLiteral("org.gtk.App");
+    facts_.role = QStringLiteral("kestrelbay-command:/apps/launched.desktop");
+    // Only programs for terminals run in them.
+    EXPECT_EQ(matched(), QStringLiteral("org.gtk.App (its GTK application id)"));
+    entries_[5].runsInTerminal = true;
+    EXPECT_EQ(matched(), QStringLiteral("launched (the command in its terminal)"));
+    facts_.role = QStringLiteral("another");
+    EXPECT_EQ(matched(), QStringLiteral("org.gtk.App (its GTK application id)"));
+    facts_.process.launchedEntryPath = QStringLiteral("/apps/launched.desktop");
+    EXPECT_EQ(matched(), QStringLiteral("launched (the command in its terminal)"));
+    // What a terminal was first started for says nothing of its later windows.
+    facts_.process.isSharedTerminal = true;
+    EXPECT_EQ(matched(), QStringLiteral("org.gtk.App (its GTK application id)"));
+    facts_.gtkApplicationId.clear();
+    EXPECT_EQ(matched(), QString());
+}
+
 TEST_F(Matching, AllEntriesOfOneIdShareAWindow) {
     DesktopEntry copy = entryOf("byid.desktop");
     copy.path = QStringLiteral("/home/byid.desktop");
