@@ -20,6 +20,9 @@ namespace kestrelbay {
 namespace {
 
 constexpr std::chrono::milliseconds kSlowLaunch{500};
+/// How long a press may wait for the one before it. Those take some milliseconds, unless they
+/// wait for a program that hangs; a key that does nothing for longer seems dead.
+constexpr std::chrono::milliseconds kPatience{200};
 
 void playFeedbackSound(const RuleRunner::Services &services) {
     const QString name = read(services.defaults, settings::kSoundFeedbackName);
@@ -27,9 +30,10 @@ void playFeedbackSound(const RuleRunner::Services &services) {
         services.sounds.play(name);
 }
 
-void handleTimed(const RuleRunner::Services &services, const ShortcutRule &rule) {
+void handleTimed(const RuleRunner::Services &services, const ShortcutRule &rule,
+                 Turns::Turn &turn) {
     const Clock::TimePoint start = services.clock.now();
-    services.launcher.handle(rule);
+    services.launcher.handle(rule, [&turn] { return turn.claim(); });
     const std::chrono::duration<double> elapsed = services.clock.now() - start;
     if (elapsed <= kSlowLaunch)
         return;
@@ -55,15 +59,15 @@ void queueLaunchToast(const std::shared_ptr<const RuleRunner::Services> &service
 }  // namespace
 
 RuleRunner::RuleRunner(Services services)
-    : services_(std::make_shared<const Services>(std::move(services))) {}
+    : services_(std::make_shared<const Services>(std::move(services))), turns_(kPatience) {}
 
-void RuleRunner::ruleFired(const ShortcutRule &rule) const {
+void RuleRunner::ruleFired(const ShortcutRule &rule) {
     services_->mainQueue.async([services = services_] { playFeedbackSound(*services); });
-    services_->launchQueue.async(
-        [services = services_, rule, icons = listIconsForScreens(LaunchToastWindow::kIconSide)] {
-            handleTimed(*services, rule);
-            queueLaunchToast(services, rule, icons);
-        });
+    services_->launchQueue.async([services = services_, rule, turn = turns_.take(),
+                                  icons = listIconsForScreens(LaunchToastWindow::kIconSide)] {
+        turn->run([&] { handleTimed(*services, rule, *turn); });
+        queueLaunchToast(services, rule, icons);
+    });
 }
 
 }  // namespace kestrelbay

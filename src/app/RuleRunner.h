@@ -6,6 +6,7 @@
 #include <QImage>
 
 #include "settings/SettingsKeys.h"
+#include "tasks/Turns.h"
 
 namespace kestrelbay {
 
@@ -42,10 +43,15 @@ public:
     explicit RuleRunner(Services services);
 
     /// Only queues the work, with a copy of the rule. Main thread.
-    void ruleFired(const ShortcutRule &rule) const;
+    ///
+    /// The launches begin in the order of the calls, each when the one before has ended, so that
+    /// the last one has the last word on what is in front. None waits for long behind one that
+    /// hangs.
+    void ruleFired(const ShortcutRule &rule);
 
 private:
     std::shared_ptr<const Services> services_;
+    Turns turns_;
 };
 
 }  // namespace kestrelbay

@@ -68,22 +68,24 @@ private:
 
 /// One press, its rule read.
 struct AppLauncher::Press {
-    explicit Press(const ShortcutRule &rule)
+    Press(const ShortcutRule &rule, const MayChangeFront &mayChange)
         : appUrl(fileUrl(rule.appPath)),
           text(trimmedHorizontalSpace(rule.launchArguments)),
           kind(text.isEmpty() ? ArgumentKind::None : rule.argumentKind),
-          repeatAction(rule.repeatAction) {}
+          repeatAction(rule.repeatAction),
+          mayChangeFront(mayChange) {}
 
     QUrl appUrl;
     QString text;       ///< the argument, trimmed
     ArgumentKind kind;  ///< None when there is no text
     RepeatAction repeatAction;
+    const MayChangeFront &mayChangeFront;
 };
 
-void AppLauncher::handle(const ShortcutRule &rule) const {
+void AppLauncher::handle(const ShortcutRule &rule, const MayChangeFront &mayChangeFront) const {
     if (rule.appPath.isEmpty())
         return;
-    const Press press(rule);
+    const Press press(rule, mayChangeFront);
     // Every press starts a new instance, running or not, whatever the repeat action.
     if (press.kind == ArgumentKind::LaunchArgs) {
         launchWithCommandLineArgs(press);
@@ -117,12 +119,15 @@ std::unique_ptr<RunningApplication> AppLauncher::runningInstance(const Press &pr
 void AppLauncher::handleRunning(const Press &press, TargetApplication &app) const {
     if (press.repeatAction != RepeatAction::KeepOpen && app.isActive()) {
         if (press.repeatAction == RepeatAction::ToggleVisibility) {
-            app.hide();
+            if (press.mayChangeFront())
+                app.hide();
             return;
         }
         const TargetApplication::Windows windows = app.windows();
         const std::vector<WindowElement *> standard = app.standardWindows(windows);
         if (standard.size() >= 2) {
+            if (!press.mayChangeFront())
+                return;
             // The back-most, so that repeated presses walk through all of them.
             standard.back()->setMain();
             standard.back()->setFocused();
@@ -140,6 +145,8 @@ void AppLauncher::handleRunning(const Press &press, TargetApplication &app) cons
 
 void AppLauncher::bringToFront(const Press &press, TargetApplication &app) const {
     const TargetApplication::Windows windows = app.windows();
+    if (!press.mayChangeFront())
+        return;
     if (app.standardWindows(windows).empty()) {
         openNewWindow(press, app);
         return;
@@ -158,7 +165,8 @@ void AppLauncher::bringToFront(const Press &press, TargetApplication &app) const
             standard.front()->raise();
         }
     }
-    app.activate();
+    if (press.mayChangeFront())
+        app.activate();
 }
 
 void AppLauncher::launchWithCommandLineArgs(const Press &press) const {

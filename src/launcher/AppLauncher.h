@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <QString>
@@ -22,7 +23,13 @@ class AppLauncher {
 public:
     AppLauncher(Workspace &workspace, SystemLog &log) : workspace_(workspace), log_(log) {}
 
-    void handle(const ShortcutRule &rule) const;
+    /// Asked right before each request that changes what is in front. False when a later call
+    /// has made one: then the running application is no longer brought forward, hidden or
+    /// cycled. What was to be launched or opened is launched and opened all the same.
+    using MayChangeFront = std::function<bool()>;
+
+    void handle(
+        const ShortcutRule &rule, const MayChangeFront &mayChangeFront = [] { return true; }) const;
 
     /// Splits the argument text of a rule into arguments at white space, somewhat like a
     /// shell. A backslash takes the next character as it is, inside both kinds of quotes as

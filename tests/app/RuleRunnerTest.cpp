@@ -140,6 +140,38 @@ TEST_F(RuleRunnerTest, LaunchWorksOnACopyOfTheRule) {
     EXPECT_EQ(workspace_.requests().lines(), QStringList{u"open file:///Applications/Notes.app"_s});
 }
 
+TEST_F(RuleRunnerTest, PressesTakeEffectInTheirOrderWhicheverThreadIsFirst) {
+    const auto pass = [this] {
+        RuleRunner runner = this->runner();
+        runner.ruleFired(rule_);
+        runner.ruleFired({.appPath = u"/Applications/Later.app"_s});
+        std::thread first(launchQueue_.takeNext());
+        std::thread second(launchQueue_.takeNext());
+        first.join();
+        second.join();
+        return workspace_.requests().take();
+    };
+    for (int i = 0; i < 100; ++i)
+        ASSERT_EQ(pass(), (QStringList{u"open file:///Applications/Notes.app"_s,
+                                       u"open file:///Applications/Later.app"_s}))
+            << i;
+}
+
+TEST_F(RuleRunnerTest, APressThatHangsHoldsUpNoneAndTakesNothingFromTheLaterOne) {
+    const ShortcutRule hanging{.appPath = u"/Applications/Hanging.app"_s};
+    workspace_.run(u"Notes"_s, rule_.appPath)->addWindow(u"A"_s);
+    workspace_.run(u"Hanging"_s, hanging.appPath)->addWindow(u"B"_s)->isMinimized = true;
+    RuleRunner runner = this->runner();
+    runner.ruleFired(hanging);
+    runner.ruleFired(rule_);
+    const auto first = launchQueue_.takeNext();
+    const auto second = launchQueue_.takeNext();
+    // The window takes its time to come back, and the next press comes and goes.
+    workspace_.newest().windows.front()->whenAsked = second;
+    first();
+    EXPECT_EQ(workspace_.requests().lines(), (QStringList{u"unminimize B"_s, u"activate Notes"_s}));
+}
+
 TEST_F(RuleRunnerTest, SlowLaunchIsLogged) {
     launchTakes(std::chrono::milliseconds(1234));
     fireAndRunAll();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -16,6 +17,8 @@ struct FakeWindow {
     std::optional<bool> isMinimized = false;
     bool isMain = false;
     bool isGone = false;
+    /// Happens within every request to it.
+    std::function<void()> whenAsked{};
 };
 
 /// Writes requests as "setMain A" and so on, reads as "isMinimized A".
@@ -49,6 +52,8 @@ public:
 private:
     bool request(const QString &verb) {
         requests_->add(verb + window_->name);
+        if (window_->whenAsked)
+            window_->whenAsked();
         return !window_->isGone;
     }
 

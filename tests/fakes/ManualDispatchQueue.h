@@ -24,16 +24,21 @@ public:
         return pending_.size();
     }
 
+    /// The oldest work, which is to be run elsewhere. Empty when there is none.
+    [[nodiscard]] std::function<void()> takeNext() {
+        const std::scoped_lock lock(mutex_);
+        if (pending_.empty())
+            return {};
+        std::function<void()> work = std::move(pending_.front());
+        pending_.pop_front();
+        return work;
+    }
+
     /// Runs the oldest work. False when there is none.
     bool runNext() {
-        std::function<void()> work;
-        {
-            const std::scoped_lock lock(mutex_);
-            if (pending_.empty())
-                return false;
-            work = std::move(pending_.front());
-            pending_.pop_front();
-        }
+        const std::function<void()> work = takeNext();
+        if (!work)
+            return false;
         work();
         return true;
     }
