@@ -219,6 +219,7 @@ DesktopPicture LinuxWorkspace::look(std::shared_ptr<const ApplicationIndex> inde
 std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplications() {
     if (pump_)
         pump_->pressBegins();
+    tracker_->focusOrder().awaitLast();
     const DesktopPicture picture = look(index_.current());
     std::vector<std::unique_ptr<RunningApplication>> applications;
     for (const ApplicationGroup &group : groupApplications(picture))

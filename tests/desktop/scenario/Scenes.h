@@ -13,6 +13,7 @@ void sceneQuit(Stage &stage);
 
 // ScenesForward.cpp
 void sceneLaunchAndForward(Stage &stage);
+void sceneWithoutAGap(Stage &stage);
 
 // ScenesKeys.cpp
 void sceneSides(Stage &stage);

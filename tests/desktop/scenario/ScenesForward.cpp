@@ -1,5 +1,9 @@
 #include "desktop/scenario/Scenes.h"
 
+#include <array>
+
+#include "support/Poll.h"
+
 namespace kestrelbay::desktop {
 
 using State = WindowManagerView::State;
@@ -77,6 +81,53 @@ void sceneLaunchAndForward(Stage &stage) {
             view.showDesktop(here);
         },
         [&] { return view.currentDesktop() == here && view.desktopOf(terminal) == here; });
+}
+
+void sceneWithoutAGap(Stage &stage) {
+    constexpr int kPairs = 100;
+    struct Target {
+        Chord hotkey;
+        const char *windowClass;
+    };
+    const std::array targets{Target{leftCommand(scenario::kTerminal), scenario::kTerminalClass},
+                             Target{leftCommand(scenario::kFiles), scenario::kFilesClass}};
+    const auto isInFront = [&](const Target &target) {
+        return stage.isInFront(target.windowClass);
+    };
+    for (const Target &target : targets)
+        stage.prepare(
+            QLatin1String(target.windowClass) + QStringLiteral(" runs"),
+            [&] { stage.press(target.hotkey); }, [&] { return isInFront(target); });
+
+    // When the marker's process is there as well, nothing of the two presses is still to come.
+    int right = 0;
+    const auto pressPairs = [&] {
+        for (int i = 0; i < kPairs; ++i) {
+            const Target &first = targets[static_cast<std::size_t>(i + 1) % 2];
+            const Target &last = targets[static_cast<std::size_t>(i) % 2];
+            const int markers = stage.markers();
+            stage.bringFrontProgram();
+            for (const Chord &chord : {first.hotkey, last.hotkey, leftCommand(scenario::kMarker)})
+                stage.press(chord);
+            if (!testing::waitUntil([&] { return stage.markers() == markers + 1; }) ||
+                !testing::waitUntil([&] { return isInFront(last); }))
+                return;
+            ++right;
+        }
+    };
+    stage.story().step({
+        .done = QStringLiteral("pressed %1 and %2 %3 times, by turns one or the other last")
+                    .arg(targets[0].hotkey.text, targets[1].hotkey.text)
+                    .arg(kPairs),
+        .expected = QStringLiteral("the one pressed last ends in front each time"),
+        .act = pressPairs,
+        .seen = [&] { return right == kPairs; },
+        .saw =
+            [&] {
+                return QStringLiteral("%1 times in a row; %2").arg(right).arg(stage.frontInWords());
+            },
+        .timeout = std::chrono::milliseconds(0),
+    });
 }
 
 }  // namespace kestrelbay::desktop

@@ -25,6 +25,7 @@ constexpr std::array kScenes{
     StageScene{"Open a URL", sceneUrl},
     StageScene{"Open a file", sceneFile},
     StageScene{"Open a folder", sceneFolder},
+    StageScene{"Two hotkeys without a gap", sceneWithoutAGap},
     StageScene{"New instances with arguments", sceneArguments},
     StageScene{"Hung targets", sceneHungTargets},
     StageScene{"A window manager takes over", sceneWindowManagerRestart},

@@ -116,6 +116,7 @@ bool ApplicationWindows::focus(std::size_t window) {
     // to activate what is not in view.
     if (otherWorkspace)
         system.showWorkspace(address, *otherWorkspace, time);
+    tracker_->focusOrder().asked(address, true);
     return system.activate(address, time);
 }
 
@@ -131,6 +132,9 @@ bool ApplicationWindows::isOwnersBusiness(const ManagedWindow &window) const {
 bool ApplicationWindows::minimizeAll() {
     states_.clear();
     focused_.reset();
+    if (const auto active = std::ranges::find(windows_, true, &ManagedWindow::active);
+        active != windows_.end())
+        tracker_->focusOrder().asked(active->address, false);
     bool sent = !windows_.empty();
     // The back-most first: the focus does not wander over those that go as well.
     for (auto window = windows_.rbegin(); window != windows_.rend(); ++window)

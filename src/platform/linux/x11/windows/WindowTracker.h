@@ -11,6 +11,7 @@
 #include "platform/linux/applications/entries/ApplicationIndex.h"
 #include "platform/linux/applications/matching/ApplicationMatch.h"
 #include "platform/linux/x11/connection/WindowSystem.h"
+#include "platform/linux/x11/windows/FocusOrder.h"
 #include "platform/linux/x11/windows/WindowFactsReader.h"
 
 namespace kestrelbay::x11 {
@@ -45,6 +46,7 @@ public:
     WindowTracker(const QString &displayName, WindowFactsReader::AddLaunch addLaunch);
 
     [[nodiscard]] const WindowSystem &windowSystem() const { return system_; }
+    [[nodiscard]] FocusOrder &focusOrder() { return focusOrder_; }
 
     /// One round trip when every window is known already, otherwise two. No
     /// windows without a server or a window manager that keeps EWMH's lists.
@@ -87,6 +89,7 @@ private:
     void apply(const xcb_generic_event_t &event);
 
     WindowSystem system_;
+    FocusOrder focusOrder_{system_};
     WindowFactsReader reader_;
     xcb_atom_t managerSelection_ = XCB_ATOM_NONE;
 
