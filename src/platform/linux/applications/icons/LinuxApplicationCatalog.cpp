@@ -69,10 +69,12 @@ public:
     explicit ListIconReader(const ListIcons &icons)
         : pixels_(icons.pixels), files_(icons.themes, icons.pixels) {}
 
-    /// A square of the list's size: the icon of this name or path, in proportion; the
+    /// A square of the list's size: the icon that the entry names, in proportion; the
     /// generic one when it can't be found or read.
-    [[nodiscard]] QImage read(const QString &name) {
-        QImage image = readNamed(name);
+    [[nodiscard]] QImage read(const DesktopEntry &entry) {
+        QImage image = readNamed(entry.icon);
+        if (image.isNull())
+            image = readBeside(entry);
         return image.isNull() ? generic() : image;
     }
 
@@ -90,6 +92,23 @@ private:
             if (!image.isNull())
                 return image;
         }
+        return {};
+    }
+
+    /// Programs that are not installed but unpacked, AppImages above all, have their icon in
+    /// the folder of the entry or of the program, or below.
+    [[nodiscard]] QImage readBeside(const DesktopEntry &entry) const {
+        if (entry.icon.isEmpty() || QDir::isAbsolutePath(entry.icon))
+            return {};
+        for (const QString &neighbour : {entry.path, entry.program})
+            for (const char *suffix : {"", ".png", ".svg", ".xpm"}) {
+                QImage image = neighbour.startsWith(u'/')
+                                   ? readFile(QFileInfo(neighbour).path() + u'/' + entry.icon +
+                                              QLatin1String(suffix))
+                                   : QImage();
+                if (!image.isNull())
+                    return image;
+            }
         return {};
     }
 
@@ -129,11 +148,6 @@ private:
     QImage generic_;
 };
 
-QString iconName(const QString &path) {
-    const std::optional<KeyFile> entry = KeyFile::read(path);
-    return entry ? entry->localized(G_KEY_FILE_DESKTOP_KEY_ICON) : QString();
-}
-
 }  // namespace
 
 std::vector<QImage> LinuxApplicationCatalog::listIcons(const QStringList &applicationPaths,
@@ -142,7 +156,7 @@ std::vector<QImage> LinuxApplicationCatalog::listIcons(const QStringList &applic
     std::vector<QImage> images;
     images.reserve(static_cast<std::size_t>(applicationPaths.size()));
     for (const QString &path : applicationPaths)
-        images.push_back(reader.read(iconName(path)));
+        images.push_back(reader.read(readDesktopEntry(path, {}).value_or(DesktopEntry())));
     return images;
 }
 
@@ -174,7 +188,7 @@ std::vector<InstalledApplication> LinuxApplicationCatalog::installedApplications
         applications.push_back({.name = entry.name.isEmpty() ? fileName : entry.name,
                                 .fileName = fileName,
                                 .path = entry.path,
-                                .icon = reader.read(entry.icon)});
+                                .icon = reader.read(entry)});
     }
     return applications;
 }

@@ -126,6 +126,20 @@ TEST_F(InstalledApplications, OutsideOfADesktopOnlyShowInShowsNowhere) {
     EXPECT_EQ(names(), QStringList(QStringLiteral("B")));
 }
 
+TEST_F(InstalledApplications, AnIconMayLieBesideTheEntryOrTheProgram) {
+    const QString image = write(QStringLiteral("unpacked/Thing.AppImage"), "image");
+    QFile::setPermissions(image, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    writeIcon(QStringLiteral("unpacked/icons/thing.png"), Qt::red, {24, 24});
+    writeIcon(QStringLiteral("unpacked/other.png"), Qt::green, {24, 24});
+    writeIcon(QStringLiteral("user/applications/own/here.png"), Qt::blue, {24, 24});
+    const QByteArray exec = "\nExec=\"" + QFile::encodeName(image) + "\" %U";
+    EXPECT_EQ(onlyIcon("icons/thing.png" + exec).pixelColor(12, 12), QColor(Qt::red));
+    EXPECT_EQ(onlyIcon("./icons/../other.png" + exec).pixelColor(12, 12), QColor(Qt::green));
+    EXPECT_EQ(onlyIcon("other" + exec).pixelColor(12, 12), QColor(Qt::green));
+    EXPECT_EQ(onlyIcon("own/here.png" + exec).pixelColor(12, 12), QColor(Qt::blue));
+    EXPECT_NE(onlyIcon("other.png\nExec=env").pixelColor(12, 12), QColor(Qt::green));
+}
+
 TEST_F(InstalledApplications, WithoutADeclaredIconThereIsNoEntry) {
     writeEntry(QStringLiteral("user/a.desktop"), "Name=A");
     writeEntry(QStringLiteral("user/b.desktop"), "Name=B\nIcon=");
