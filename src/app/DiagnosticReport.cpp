@@ -178,8 +178,8 @@ QString diagnosticReport(Platform &platform, const ShortcutManager *manager) {
         {QStringLiteral("Draws icons"), drawsIcons()},
         {QStringLiteral("Running"), yesOrNo(manager)},
     };
-    for (auto &line : platform.diagnostics())
-        lines.push_back(std::move(line));
+    for (auto &[name, value] : platform.diagnostics())
+        lines.emplace_back(name, value.replace(QDir::homePath() + u'/', QStringLiteral("~/")));
     addTap(lines, platform, manager);
     addRules(lines, storageDirectory(platform), manager);
     addSettings(lines, platform);

@@ -150,6 +150,9 @@ TEST_F(DiagnosticReportTest, WithoutAFolderForFilesSaysSo) {
 }
 
 TEST_F(DiagnosticReportTest, SparesTheNameOfTheHomeFolder) {
+    platform_.setDiagnostics(
+        {{QStringLiteral("Window 1"), QStringLiteral("by %1/a, %1/b").arg(QDir::homePath())}});
+    EXPECT_THAT(report(), HasSubstr("Window 1: by ~/a, ~/b\n"));
     platform_.setApplicationSupportDirectory(QDir::homePath() + QStringLiteral("/.config"));
     EXPECT_THAT(report(), HasSubstr("Rule file: ~/.config/KestrelBay/rules.json"));
 }

@@ -51,7 +51,7 @@ public:
         return *tap_;
     }
 
-    [[nodiscard]] Workspace &workspace() override {
+    [[nodiscard]] x11::LinuxWorkspace &workspace() override {
         if (!workspace_)
             workspace_.emplace(displayName_, log_);
         return *workspace_;
@@ -142,6 +142,9 @@ public:
         pairs.emplace_back(QStringLiteral("Portal"), systemSettings().isPortalPresent()
                                                          ? QStringLiteral("present")
                                                          : QStringLiteral("not present"));
+        if (startupProblem().isEmpty())
+            for (auto &pair : workspace().windowReport())
+                pairs.push_back(std::move(pair));
         return pairs;
     }
 

@@ -12,6 +12,7 @@
 
 #include "files/StandardPath.h"
 #include "platform/linux/x11/windows/ApplicationWindows.h"
+#include "platform/linux/x11/windows/WindowReport.h"
 
 namespace kestrelbay::x11 {
 
@@ -225,6 +226,10 @@ std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplicat
     for (const ApplicationGroup &group : groupApplications(picture))
         applications.push_back(std::make_unique<LinuxRunningApplication>(tracker_, picture, group));
     return applications;
+}
+
+std::vector<std::pair<QString, QString>> LinuxWorkspace::windowReport() {
+    return describeWindows(look(index_.current()));
 }
 
 QUrl LinuxWorkspace::standardized(const QUrl &file) const {

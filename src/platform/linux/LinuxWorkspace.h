@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "platform/SystemLog.h"
 #include "platform/Workspace.h"
@@ -39,6 +41,9 @@ public:
     [[nodiscard]] QString fileManagerIdentifier() const override;
     void setActivationToken(const QString &token) override { launcher_.setActivationToken(token); }
     void prepare(const QStringList &applicationPaths) override;
+
+    /// What a report of a problem has to say of the windows, as describeWindows() does.
+    [[nodiscard]] std::vector<std::pair<QString, QString>> windowReport();
 
 private:
     class WindowEventPump;

@@ -3,9 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
 #include "platform/Platform.h"
 #include "support/FakeSettingsPortal.h"
 #include "support/FakeTray.h"
+#include "support/Poll.h"
 #include "support/PrivateSessionBus.h"
 #include "support/PrivateXServer.h"
 
@@ -49,6 +54,38 @@ TEST_F(LinuxPlatformDiagnostics, TellOfADesktop) {
     EXPECT_EQ(values[QStringLiteral("Tray")], QStringLiteral("none"));
     EXPECT_EQ(values[QStringLiteral("Session bus")], QStringLiteral("reachable"));
     EXPECT_EQ(values[QStringLiteral("Portal")], QStringLiteral("present"));
+}
+
+TEST_F(LinuxPlatformDiagnostics, TellOfWindowsAndWhatTheyAreTakenFor) {
+    const PrivateXServer server;
+    const QTemporaryDir home;
+    const QString folder = home.filePath(QStringLiteral("applications"));
+    ASSERT_TRUE(QDir().mkpath(folder));
+    QFile entry(folder + QStringLiteral("/clock.desktop"));
+    ASSERT_TRUE(entry.open(QIODevice::WriteOnly));
+    entry.write("[Desktop Entry]\nType=Application\nName=C\nExec=true\nStartupWMClass=Ticker\n");
+    entry.close();
+    qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));
+    const auto manager = server.startWindowManager(QStringLiteral("openbox"));
+    qputenv("DISPLAY", server.displayName().toLatin1());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    const ChildProcess known(QStringLiteral("xterm"),
+                             {QStringLiteral("-class"), QStringLiteral("Ticker"),
+                              QStringLiteral("-T"), QStringLiteral("secret")},
+                             environment);
+    QString window;
+    EXPECT_TRUE(waitUntil([&] {
+        window = read()[QStringLiteral("Window 1")];
+        return !window.isEmpty();
+    }));
+    qunsetenv("XDG_DATA_HOME");
+    EXPECT_TRUE(
+        window.startsWith(QStringLiteral("ordinary, class \"Ticker\", instance \"xterm\", ")))
+        << qPrintable(window);
+    EXPECT_TRUE(window.endsWith(folder + QStringLiteral("/clock.desktop by its class name, "
+                                                        "as StartupWMClass")))
+        << qPrintable(window);
+    EXPECT_FALSE(window.contains(QStringLiteral("secret")));
 }
 
 TEST_F(LinuxPlatformDiagnostics, TellWhatIsMissing) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/linux/x11/windows/ApplicationWindows.h"
+#include "platform/linux/x11/windows/WindowReport.h"
 
 namespace kestrelbay::x11 {
 namespace {
@@ -59,6 +60,24 @@ TEST_F(Groups, WithoutAnEntryTheProcessOrTheClassHoldsThemTogether) {
     EXPECT_FALSE(groups[0].entry.has_value());
     EXPECT_EQ(groups[1].windows, (std::vector<std::size_t>{2, 3}));
     EXPECT_LT(groups[1].pid, 1);
+}
+
+TEST_F(Groups, AreReportedWindowByWindow) {
+    DesktopEntry entry;
+    entry.path = QStringLiteral("/apps/a.desktop");
+    picture_.index = std::make_shared<const ApplicationIndex>(std::vector{entry, entry});
+    add({0, 1}, 30, "c\nWindow 7: x");
+    add({}, 0, "");
+    const auto lines = describeWindows(picture_);
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0],
+              std::pair(QStringLiteral("Window 1"),
+                        QStringLiteral("ordinary, class \"c?Window 7: x\", instance \"\", "
+                                       "program unknown: /apps/a.desktop by its class, as "
+                                       "desktop file id, /apps/a.desktop by its class, as "
+                                       "desktop file id")));
+    EXPECT_EQ(lines[1].second, QStringLiteral("ordinary, class \"\", instance \"\", "
+                                              "no process here: no entry"));
 }
 
 }  // namespace

@@ -1,0 +1,69 @@
+#include "platform/linux/x11/windows/WindowReport.h"
+
+#include <algorithm>
+
+#include <QStringList>
+
+namespace kestrelbay::x11 {
+
+namespace {
+
+/// Longer texts are nobody's names.
+constexpr qsizetype kLongestText = 100;
+
+/// Another program's text, on one line.
+QString quoted(QString text) {
+    std::ranges::replace_if(
+        text, [](QChar c) { return !c.isPrint(); }, QChar(u'?'));
+    return u'"' + text.left(kLongestText) + u'"';
+}
+
+QString typeOf(WindowType type) {
+    switch (type) {
+        case WindowType::Normal:
+            return QStringLiteral("ordinary");
+        case WindowType::Dialog:
+            return QStringLiteral("dialog");
+        case WindowType::Utility:
+            return QStringLiteral("utility");
+        case WindowType::Decoration:
+            return QStringLiteral("part of the desktop");
+    }
+    return {};
+}
+
+QString programOf(const WindowFacts &facts) {
+    if (facts.pid < 1)
+        return QStringLiteral("no process here");
+    const ProcessFacts &process = facts.process;
+    for (const QString &name :
+         {process.interpretedProgram, process.executablePath, process.executableNames.value(0)})
+        if (!name.isEmpty())
+            return QStringLiteral("program ") + quoted(name);
+    return QStringLiteral("program unknown");
+}
+
+QString entriesOf(const ManagedWindow &window, const ApplicationIndex &index) {
+    QStringList entries;
+    for (const ApplicationMatch &match : *window.matches)
+        entries.append(QStringLiteral("%1 by %2")
+                           .arg(index.entries()[match.entry].path, description(match.reason)));
+    return entries.isEmpty() ? QStringLiteral("no entry") : entries.join(QStringLiteral(", "));
+}
+
+}  // namespace
+
+std::vector<std::pair<QString, QString>> describeWindows(const DesktopPicture &picture) {
+    std::vector<std::pair<QString, QString>> lines;
+    for (const ManagedWindow &window : picture.windows) {
+        const WindowFacts &facts = *window.facts;
+        lines.emplace_back(
+            QStringLiteral("Window %1").arg(lines.size() + 1),
+            QStringLiteral("%1, class %2, instance %3, %4: %5")
+                .arg(typeOf(facts.type), quoted(facts.className), quoted(facts.instance),
+                     programOf(facts), entriesOf(window, *picture.index)));
+    }
+    return lines;
+}
+
+}  // namespace kestrelbay::x11
