@@ -8,14 +8,10 @@ namespace {
 
 using Window = Stage::Window;
 
-/// Presses the hotkey of a rule that cycles; `order` says which of the windows, counted from
-/// the one used last before the first press, comes forward each time.
+/// Presses the hotkey of a rule that cycles through these windows, the one used last first;
+/// `order` says which of them comes forward each time.
 void cycles(Stage &stage, const Chord &hotkey, const char *windowClass,
-            const std::vector<std::size_t> &order) {
-    std::vector<Window> windows = stage.windowsOf(windowClass);
-    for (const Window window : windows)
-        stage.bringForward(window);
-    std::ranges::reverse(windows);
+            const std::vector<Window> &windows, const std::vector<std::size_t> &order) {
     const auto letter = [](std::size_t index) {
         return QString(QChar(u'A' + static_cast<int>(index)));
     };
@@ -38,20 +34,25 @@ void cycles(Stage &stage, const Chord &hotkey, const char *windowClass,
     }
 }
 
-/// Opens windows until there are so many; each comes to the front before the next.
-void prepareWindows(Stage &stage, const char *windowClass, std::size_t count,
-                    const std::function<void(std::size_t)> &open) {
-    for (auto before = stage.windowsOf(windowClass); before.size() < count;
-         before = stage.windowsOf(windowClass)) {
+/// Opens windows until there are so many; each comes to the front before the next. They are
+/// returned in the order of their use, the latest first.
+std::vector<Window> prepareWindows(Stage &stage, const char *windowClass, std::size_t count,
+                                   const std::function<void(std::size_t)> &open) {
+    std::vector<Window> windows = stage.windowsOf(windowClass);
+    stage.bringForward(windows.at(0));
+    while (windows.size() < count) {
         stage.prepare(
             QStringLiteral("one more window of ") + QLatin1String(windowClass),
-            [&] { open(before.size()); },
+            [&] { open(windows.size()); },
             [&] {
+                const Window active = stage.view().active();
                 return stage.isInFront(windowClass) &&
-                       std::ranges::find(before, stage.view().active()) == before.end() &&
-                       stage.view().hasFocus(stage.view().active());
+                       std::ranges::find(windows, active) == windows.end() &&
+                       stage.view().hasFocus(active);
             });
+        windows.insert(windows.begin(), stage.view().active());
     }
+    return windows;
 }
 
 }  // namespace
@@ -79,7 +80,7 @@ void sceneHideAndShow(Stage &stage) {
     stage.press(hotkey,
                 {.expected = QStringLiteral("hidden: it shows again"), .seen = shown, .saw = saw});
 
-    prepareWindows(stage, scenario::kEditorClass, 2, [&](std::size_t) {
+    (void)prepareWindows(stage, scenario::kEditorClass, 2, [&](std::size_t) {
         stage.desktop().start(QStringLiteral("mousepad"),
                               {QStringLiteral("-o"), QStringLiteral("window")});
     });
@@ -102,20 +103,22 @@ void sceneCycle(Stage &stage) {
     const auto note = [&](std::size_t number) {
         return stage.desktop().home().path(QStringLiteral("notes/%1.txt").arg(number));
     };
-    prepareWindows(stage, scenario::kEditorClass, 3, [&](std::size_t have) {
+    const auto editors = prepareWindows(stage, scenario::kEditorClass, 3, [&](std::size_t have) {
         HomeFolder::write(note(have), "Another note.\n");
         stage.desktop().start(QStringLiteral("mousepad"),
                               {QStringLiteral("-o"), QStringLiteral("window"), note(have)});
     });
     stage.screenshot(QStringLiteral("three-windows"));
-    cycles(stage, leftCommand(scenario::kEditorCycle), scenario::kEditorClass, {2, 1, 0, 2});
+    cycles(stage, leftCommand(scenario::kEditorCycle), scenario::kEditorClass, editors,
+           {2, 1, 0, 2});
 
     // Three processes with a window each.
     const Window first = stage.windowOf(scenario::kTerminalClass);
-    stage.bringForward(first);
-    prepareWindows(stage, scenario::kTerminalClass, 3,
-                   [&](std::size_t) { stage.desktop().start(QStringLiteral("xterm")); });
-    cycles(stage, leftCommand(scenario::kTerminalCycle), scenario::kTerminalClass, {2, 1, 0, 2});
+    const auto terminals = prepareWindows(stage, scenario::kTerminalClass, 3, [&](std::size_t) {
+        stage.desktop().start(QStringLiteral("xterm"));
+    });
+    cycles(stage, leftCommand(scenario::kTerminalCycle), scenario::kTerminalClass, terminals,
+           {2, 1, 0, 2});
     stage.closeAll(scenario::kTerminalClass, {first});
 
     stage.bringFrontProgram();

@@ -33,6 +33,8 @@ std::optional<QString> whyNot(const QString &windowManager, Ability ability) {
 }
 
 Key heldKey(const QString &windowManager) {
+    if (windowManager == u"fluxbox")
+        return keys::k1;
     if (windowManager == u"icewm")
         return keys::kP;
     if (windowManager == u"kwin_x11" || windowManager == u"muffin")
