@@ -1,5 +1,7 @@
 #include "desktop/scenario/Scenes.h"
 
+#include <functional>
+
 #include <QDir>
 
 #include "support/ChildProcess.h"
@@ -78,6 +80,46 @@ QByteArray typedIntoTerminal(Stage &stage) {
     for (const QString &name : home.entryList({QStringLiteral("typed.*")}))
         all += HomeFolder::read(home.filePath(name));
     return all;
+}
+
+void waitFor(Clock::duration time) {
+    const Clock::time_point end = Clock::now() + time;
+    (void)testing::waitUntil([&] { return Clock::now() > end; });
+}
+
+/// The hotkey with arguments, held for as long as another key took to repeat.
+void holdsAsOnePress(Stage &stage, const QString &done, const std::function<void()> &hold) {
+    const auto started = [&stage] {
+        return static_cast<int>(
+            stage.desktop().processes().withArgument(QStringLiteral("-v")).size());
+    };
+    const int before = started();
+    const int markers = stage.markers();
+    stage.story().step({
+        .done = done + QStringLiteral(" as long as another key took to repeat, then pressed "
+                                      "the marker's key"),
+        .expected = QStringLiteral("one press, one new process"),
+        .act =
+            [&] {
+                hold();
+                stage.press(leftCommand(scenario::kMarker));
+            },
+        // Each takes the time it takes to start.
+        .seen = [&] { return stage.markers() == markers + 1 && started() > before; },
+        .saw =
+            [&] {
+                return QStringLiteral("%1 new, %2 presses at the program in front")
+                    .arg(started() - before)
+                    .arg(stage.front().pressesOf(scenario::kArguments.xKeycode));
+            },
+        .objection =
+            [&] {
+                return started() == before + 1 &&
+                               stage.front().pressesOf(scenario::kArguments.xKeycode) == 0
+                           ? QString()
+                           : QStringLiteral("the repeats were taken for presses");
+            },
+    });
 }
 
 }  // namespace
@@ -202,42 +244,17 @@ void sceneHeldKey(Stage &stage) {
     const Clock::duration longEnough = Clock::now() - start;
     stage.letGo(typed);
 
-    const auto started = [&] {
-        return static_cast<int>(
-            stage.desktop().processes().withArgument(QStringLiteral("-v")).size());
-    };
-    const int before = started();
     const Chord hotkey = leftCommand(scenario::kArguments);
-    const int markers = stage.markers();
-    stage.story().step({
-        .done = QStringLiteral("held %1 as long as another key took to repeat %2 times, then "
-                               "pressed the marker's key")
-                    .arg(hotkey.text)
-                    .arg(kRepeats),
-        .expected = QStringLiteral("one press, one new process"),
-        .act =
-            [&] {
-                stage.hold(hotkey);
-                const Clock::time_point end = Clock::now() + longEnough;
-                (void)testing::waitUntil([&] { return Clock::now() > end; });
-                stage.letGo(hotkey);
-                stage.press(leftCommand(scenario::kMarker));
-            },
-        // Each takes the time it takes to start.
-        .seen = [&] { return stage.markers() == markers + 1 && started() > before; },
-        .saw =
-            [&] {
-                return QStringLiteral("%1 new, %2 presses at the program in front")
-                    .arg(started() - before)
-                    .arg(stage.front().pressesOf(scenario::kArguments.xKeycode));
-            },
-        .objection =
-            [&] {
-                return started() == before + 1 &&
-                               stage.front().pressesOf(scenario::kArguments.xKeycode) == 0
-                           ? QString()
-                           : QStringLiteral("the repeats were taken for presses");
-            },
+    holdsAsOnePress(stage, QStringLiteral("held %1").arg(hotkey.text), [&] {
+        stage.hold(hotkey);
+        waitFor(longEnough);
+        stage.letGo(hotkey);
+    });
+    holdsAsOnePress(stage, QStringLiteral("held %1, the key longer").arg(hotkey.text), [&] {
+        stage.hold(hotkey);
+        stage.letGo({QStringLiteral("L⌘"), {hotkey.keycodes.front()}});
+        waitFor(longEnough);
+        stage.letGo({QString(), {hotkey.keycodes.back()}});
     });
 }
 
