@@ -39,7 +39,9 @@ public:
     struct Handlers {
         /// One event. For FlagsChanged the key code is one modifier key, and the
         /// event means that this key changed between up and down; a verdict on it
-        /// is ignored where the system cannot hold modifier keys back.
+        /// is ignored where the system cannot hold modifier keys back. A modifier that
+        /// counts for a key though none is held is told of as its left key, which then
+        /// goes up again.
         std::function<EventVerdict(EventType, KeyCode, ModifierFlags)> event{};
         /// The answer of refusedHotkeys() is now another one.
         std::function<void()> refusalsChanged{};
