@@ -19,10 +19,8 @@ namespace kestrelbay {
 
 namespace {
 
+/// One that takes longer is told of, and the next press waits no longer for it.
 constexpr std::chrono::milliseconds kSlowLaunch{500};
-/// How long a press may wait for the one before it. Those take some milliseconds, unless they
-/// wait for a program that hangs; a key that does nothing for longer seems dead.
-constexpr std::chrono::milliseconds kPatience{200};
 
 void playFeedbackSound(const RuleRunner::Services &services) {
     const QString name = read(services.defaults, settings::kSoundFeedbackName);
@@ -59,7 +57,7 @@ void queueLaunchToast(const std::shared_ptr<const RuleRunner::Services> &service
 }  // namespace
 
 RuleRunner::RuleRunner(Services services)
-    : services_(std::make_shared<const Services>(std::move(services))), turns_(kPatience) {}
+    : services_(std::make_shared<const Services>(std::move(services))), turns_(kSlowLaunch) {}
 
 void RuleRunner::ruleFired(const ShortcutRule &rule) {
     services_->mainQueue.async([services = services_] { playFeedbackSound(*services); });

@@ -89,8 +89,9 @@ void sceneWithoutAGap(Stage &stage) {
         Chord hotkey;
         const char *windowClass;
     };
-    const std::array targets{Target{leftCommand(scenario::kTerminal), scenario::kTerminalClass},
-                             Target{leftCommand(scenario::kFiles), scenario::kFilesClass}};
+    const std::array targets{
+        Target{leftCommand(scenario::kTerminal), scenario::kTerminalClass},
+        Target{leftCommand(scenario::kOtherTerminal), scenario::kOtherTerminalClass}};
     const auto isInFront = [&](const Target &target) {
         return stage.isInFront(target.windowClass);
     };
@@ -128,6 +129,7 @@ void sceneWithoutAGap(Stage &stage) {
             },
         .timeout = std::chrono::milliseconds(0),
     });
+    stage.closeAll(scenario::kOtherTerminalClass);
 }
 
 }  // namespace kestrelbay::desktop

@@ -14,6 +14,8 @@ std::vector<RuleSpec> scenarioRules(const HomeFolder &home) {
     const QString recorder = home.applicationPath(QStringLiteral("kestrel-arguments.desktop"));
     const RuleSpec terminal{.appName = QStringLiteral("Terminal"),
                             .appPath = systemEntry("debian-xterm")};
+    const RuleSpec otherTerminal{.appName = QStringLiteral("Other terminal"),
+                                 .appPath = systemEntry("debian-uxterm")};
     const RuleSpec editor{.appName = QStringLiteral("Editor"),
                           .appPath = systemEntry("org.xfce.mousepad")};
     const RuleSpec files{.appName = QStringLiteral("Files"), .appPath = systemEntry("thunar")};
@@ -28,6 +30,7 @@ std::vector<RuleSpec> scenarioRules(const HomeFolder &home) {
     };
 
     add(terminal, scenario::kTerminal);
+    add(otherTerminal, scenario::kOtherTerminal);
     add(terminal, scenario::kTerminalEitherSide).modifierFlags = flags::kCommand;
     add(terminal, scenario::kTerminalCycle).repeatAction = QStringLiteral("cycleWindows");
     argument(add(terminal, scenario::kTerminalArguments), "launchArgs",

@@ -13,12 +13,14 @@ namespace kestrelbay::desktop {
 /// Super key, and the words by which its work is known.
 namespace scenario {
 inline constexpr Key kTerminal = keys::kN, kTerminalEitherSide = keys::kG,
-                     kTerminalCycle = keys::kS, kTerminalArguments = keys::kR,
-                     kEditorToggle = keys::kE, kEditorCycle = keys::kC, kEditorFile = keys::kI,
-                     kFiles = keys::kF, kFilesFolder = keys::kO, kUrl = keys::kU,
-                     kArguments = keys::kA, kDisabled = keys::kX, kMarker = keys::kK;
+                     kTerminalCycle = keys::kS, kOtherTerminal = keys::kJ,
+                     kTerminalArguments = keys::kR, kEditorToggle = keys::kE,
+                     kEditorCycle = keys::kC, kEditorFile = keys::kI, kFiles = keys::kF,
+                     kFilesFolder = keys::kO, kUrl = keys::kU, kArguments = keys::kA,
+                     kDisabled = keys::kX, kMarker = keys::kK;
 
 inline constexpr const char *kTerminalClass = "XTerm";
+inline constexpr const char *kOtherTerminalClass = "UXTerm";
 inline constexpr const char *kEditorClass = "Mousepad";
 inline constexpr const char *kFilesClass = "Thunar";
 inline constexpr const char *kUrlText = "kestreltest://hello/there?x=1&y=a%20b";

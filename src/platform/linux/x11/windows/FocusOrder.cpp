@@ -1,7 +1,6 @@
 #include "platform/linux/x11/windows/FocusOrder.h"
 
 #include <thread>
-#include <utility>
 
 namespace kestrelbay::x11 {
 
@@ -9,8 +8,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Enough for a window manager on a busy machine.
-constexpr auto kLongest = 100ms;
+/// Long enough for a window manager on a busy machine, and short enough that a press does not
+/// count as slow for it, which is from half a second on.
+constexpr auto kLongest = 400ms;
 /// Nothing tells when a request is worked off that changes nothing, such as to give the focus to
 /// the window that has it.
 constexpr auto kShortest = 10ms;
@@ -27,7 +27,7 @@ void FocusOrder::awaitLast() {
     std::optional<Request> request;
     {
         const std::lock_guard lock(mutex_);
-        request = std::exchange(last_, std::nullopt);
+        request = last_;
     }
     if (!request)
         return;

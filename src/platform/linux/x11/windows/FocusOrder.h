@@ -23,7 +23,7 @@ public:
     void asked(const WindowAddress &window, bool toHaveIt);
 
     /// Returns when what was asked for last has come about, at once if that is long ago. A
-    /// window manager that refuses is waited for no longer than 100 ms.
+    /// window manager that refuses is waited for no longer than 400 ms.
     void awaitLast();
 
 private:
