@@ -18,6 +18,9 @@ namespace kestrelbay::x11 {
 
 namespace {
 
+/// While a file is being opened: soon enough that a person does not notice.
+constexpr unsigned kLookAgainMilliseconds = 25;
+
 class LinuxWindowElement : public WindowElement {
 public:
     LinuxWindowElement(std::shared_ptr<ApplicationWindows> windows, std::size_t position)
@@ -164,10 +167,12 @@ private:
     QSocketNotifier notifier_;
 };
 
-LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log)
+LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log,
+                               std::chrono::milliseconds openingTakes)
     : tracker_(std::make_shared<WindowTracker>(
           displayName, [this](std::int64_t pid, ProcessFacts &facts) { addLaunch(pid, facts); })),
       launcher_(displayName, [this] { return tracker_->serverTime(); }),
+      openingTakes_(openingTakes),
       index_([this] { lookAhead(); }) {
     index_.loop().post([this] { launcher_.connect(); });
     const XConnection &connection = tracker_->windowSystem().connection();
@@ -218,6 +223,7 @@ DesktopPicture LinuxWorkspace::look(std::shared_ptr<const ApplicationIndex> inde
 }
 
 std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplications() {
+    ++presses_;
     if (pump_)
         pump_->pressBegins();
     tracker_->focusOrder().awaitLast();
@@ -250,16 +256,37 @@ bool LinuxWorkspace::openUrl(const QString &url) {
 
 void LinuxWorkspace::openApplication(const QUrl &application, const QStringList &arguments,
                                      Completion completion) {
+    ++presses_;
     const QString error = launcher_.startNew(application.toLocalFile(), arguments);
     if (completion)
         completion(error);
 }
 
 bool LinuxWorkspace::openFiles(const QList<QUrl> &files, const QUrl &application) {
+    const std::uint64_t press = presses_;
     QStringList uris;
     for (const QUrl &file : files)
         uris.append(encoded(file));
-    return launcher_.open(application.toLocalFile(), uris).isEmpty();
+    const QString path = standardPath(application.toLocalFile());
+    auto opened = std::make_shared<OpenedFile>(tracker_, path, look(index_.current()));
+    if (!launcher_.open(path, uris).isEmpty())
+        return false;
+    if (opened->wasRunning())
+        index_.loop().post([this, opened = std::move(opened), press,
+                            end = std::chrono::steady_clock::now() + openingTakes_] {
+            follow(opened, press, end);
+        });
+    return true;
+}
+
+void LinuxWorkspace::follow(const std::shared_ptr<OpenedFile> &file, std::uint64_t press,
+                            std::chrono::steady_clock::time_point end) {
+    if (press != presses_)
+        return;
+    const bool isLastResort = std::chrono::steady_clock::now() >= end;
+    if (!file->bringForward(look(index_.currentOrEmpty()), isLastResort))
+        index_.loop().postAfter(kLookAgainMilliseconds,
+                                [this, file, press, end] { follow(file, press, end); });
 }
 
 bool LinuxWorkspace::showFolder(const QString &path) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
+#include <cstdint>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -9,6 +11,7 @@
 #include "platform/Workspace.h"
 #include "platform/linux/applications/entries/ApplicationIndexKeeper.h"
 #include "platform/linux/applications/launching/EntryLauncher.h"
+#include "platform/linux/x11/windows/OpenedFile.h"
 #include "platform/linux/x11/windows/WindowTracker.h"
 
 namespace kestrelbay::x11 {
@@ -24,9 +27,14 @@ inline constexpr ProcessIdentifier kRemoteProcess{0x7fff'ffff};
 /// without any window can't be seen.
 class LinuxWorkspace : public Workspace {
 public:
+    /// For programs that hand a file over to an instance of theirs that runs.
+    static constexpr std::chrono::milliseconds kOpeningTakes{1000};
+
     /// An empty display name means the one of the environment. Without a server the
-    /// object works as if there were no windows.
-    LinuxWorkspace(const QString &displayName, SystemLog &log);
+    /// object works as if there were no windows. When an application that runs was given a
+    /// file, one of its windows comes forward, which for this long may be one that changes.
+    LinuxWorkspace(const QString &displayName, SystemLog &log,
+                   std::chrono::milliseconds openingTakes = kOpeningTakes);
     ~LinuxWorkspace() override;
 
     [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications() override;
@@ -53,11 +61,17 @@ private:
     void lookAhead();
     /// The desktop as it is; launches whose windows are there are over then.
     [[nodiscard]] DesktopPicture look(std::shared_ptr<const ApplicationIndex> index);
+    /// Until it has been brought forward, or the next press. On the index's thread.
+    void follow(const std::shared_ptr<OpenedFile> &file, std::uint64_t press,
+                std::chrono::steady_clock::time_point end);
 
     std::shared_ptr<WindowTracker> tracker_;
     EntryLauncher launcher_;
     std::unique_ptr<WindowEventPump> pump_;
     std::atomic<bool> lookingAhead_{false};
+    /// How many there were.
+    std::atomic<std::uint64_t> presses_{0};
+    const std::chrono::milliseconds openingTakes_;
     // Last, so that its thread has ended before anything that the thread uses.
     ApplicationIndexKeeper index_;
 };

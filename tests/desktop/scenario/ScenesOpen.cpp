@@ -51,30 +51,46 @@ void sceneUrl(Stage &stage) {
 
 void sceneFile(Stage &stage) {
     const Chord hotkey = leftCommand(scenario::kEditorFile);
-    const Step shown{.seen =
-                         [&] {
-                             return stage.isInFront(scenario::kEditorClass,
-                                                    QLatin1String(scenario::kFileName));
-                         },
-                     .saw = [&] { return stage.frontInWords(); }};
-    // A window with a document in it, for Mousepad does not come forward when it
-    // opens a file in place of an empty one.
-    for (const Stage::Window window : stage.windowsOf(scenario::kEditorClass)) {
-        if (stage.view().title(window).contains(u".txt"))
-            stage.bringForward(window);
-    }
+    WindowManagerView &view = stage.view();
+    const auto showsFile = [&](const QString &expected) {
+        stage.press(hotkey, {.expected = expected,
+                             .seen =
+                                 [&] {
+                                     return stage.isInFront(scenario::kEditorClass,
+                                                            QLatin1String(scenario::kFileName));
+                                 },
+                             .saw = [&] { return stage.frontInWords(); }});
+    };
     stage.bringFrontProgram();
-    Step step = shown;
-    step.expected = QStringLiteral("the running editor shows the file");
-    stage.press(hotkey, step);
+    showsFile(QStringLiteral("the running editor shows the file"));
+    const Stage::Window editor = view.active();
+
+    stage.bringFrontProgram();
+    showsFile(QStringLiteral("which it has already: it comes forward"));
+
+    stage.bringFrontProgram();
+    stage.prepare(
+        QStringLiteral("the editor minimised"), [&] { view.minimise(editor); },
+        [&] { return view.state(editor) == WindowManagerView::State::Iconic; });
+    showsFile(QStringLiteral("from minimised to the front"));
+
+    stage.bringFrontProgram();
+    const std::uint32_t here = view.currentDesktop();
+    stage.prepare(
+        QStringLiteral("the editor on another workspace"),
+        [&] { view.moveToDesktop(editor, here + 1); },
+        [&] { return view.desktopOf(editor) == here + 1; });
+    showsFile(QStringLiteral("from another workspace to the front"));
+    stage.prepare(
+        QStringLiteral("the first workspace"), [&] { view.showDesktop(here); },
+        [&] { return view.currentDesktop() == here; });
 
     stage.closeAll(scenario::kEditorClass);
     stage.prepare(
         QStringLiteral("the editor has ended"), [] {},
         [&] { return stage.desktop().processes().named(QStringLiteral("mousepad")).empty(); });
     stage.bringFrontProgram();
-    step.expected = QStringLiteral("the editor is launched with the file");
-    stage.press(hotkey, step);
+    showsFile(QStringLiteral("the editor is launched with the file"));
 }
 
 void sceneFolder(Stage &stage) {

@@ -25,6 +25,7 @@ kestrelbay_test(linux_apps_tests LABEL display
         linux/InterpretedProgramTest.cpp
         linux/LinuxWorkspaceIdentityTest.cpp
         linux/LinuxWorkspaceTest.cpp
+        linux/OpenedFileTest.cpp
         linux/SlowStartTest.cpp
         linux/TerminalProgramsTest.cpp
         linux/WindowRoundTripsTest.cpp

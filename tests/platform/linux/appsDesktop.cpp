@@ -146,13 +146,21 @@ void WindowMaker::destroy(xcb_window_t window) {
 }
 
 void WindowMaker::activate(xcb_window_t window, xcb_timestamp_t time) {
+    tellWindowManager(window, "_NET_ACTIVE_WINDOW", {2, time});
+}
+
+void WindowMaker::moveToWorkspace(xcb_window_t window, std::uint32_t workspace) {
+    tellWindowManager(window, "_NET_WM_DESKTOP", {workspace, 2});
+}
+
+void WindowMaker::tellWindowManager(xcb_window_t window, const char *message,
+                                    std::initializer_list<std::uint32_t> words) {
     xcb_client_message_event_t event{};
     event.response_type = XCB_CLIENT_MESSAGE;
     event.format = 32;
     event.window = window;
-    event.type = atom("_NET_ACTIVE_WINDOW");
-    event.data.data32[0] = 2;
-    event.data.data32[1] = time;
+    event.type = atom(message);
+    std::ranges::copy(words, event.data.data32);
     xcb_send_event(connection_.get(), 0, connection_.root(),
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char *>(&event));

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -73,6 +74,7 @@ public:
     void destroy(xcb_window_t window);
     /// Asks for the focus as a pager would.
     void activate(xcb_window_t window, xcb_timestamp_t time = XCB_CURRENT_TIME);
+    void moveToWorkspace(xcb_window_t window, std::uint32_t workspace);
 
     [[nodiscard]] std::vector<std::uint32_t> words(xcb_window_t window, const char *property);
     [[nodiscard]] xcb_window_t active();
@@ -94,6 +96,9 @@ public:
     void sync();
 
 private:
+    void tellWindowManager(xcb_window_t window, const char *message,
+                           std::initializer_list<std::uint32_t> words);
+
     x11::XConnection connection_;
 };
 

@@ -58,11 +58,15 @@ void ApplicationWindows::readStates() {
     const auto now = std::chrono::steady_clock::now();
     if (!states_.empty() && now - readAt_ < kStatesLast)
         return;
-    std::vector<WindowAddress> addresses(windows_.size());
-    std::ranges::transform(windows_, addresses.begin(), &ManagedWindow::address);
-    states_ = tracker_->windowSystem().readStates(addresses);
+    states_ = tracker_->windowSystem().readStates(addresses());
     readAt_ = now;
     tracker_->processQueuedEvents();
+}
+
+std::vector<WindowAddress> ApplicationWindows::addresses() const {
+    std::vector<WindowAddress> all(windows_.size());
+    std::ranges::transform(windows_, all.begin(), &ManagedWindow::address);
+    return all;
 }
 
 std::vector<std::size_t> ApplicationWindows::listed() {

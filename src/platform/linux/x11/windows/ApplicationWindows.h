@@ -41,6 +41,9 @@ public:
     ApplicationWindows(std::shared_ptr<WindowTracker> tracker, const DesktopPicture &picture,
                        const ApplicationGroup &group);
 
+    /// Of all windows, front-most first.
+    [[nodiscard]] std::vector<WindowAddress> addresses() const;
+
     /// The windows to switch to, front-most first, as positions for the calls below.
     [[nodiscard]] std::vector<std::size_t> listed();
 

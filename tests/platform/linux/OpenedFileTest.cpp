@@ -1,0 +1,169 @@
+#include <algorithm>
+#include <array>
+
+#include <gtest/gtest.h>
+
+#include "appsWindows.h"
+#include "support/Poll.h"
+
+namespace kestrelbay::testing {
+namespace {
+
+using x11::ApplicationLook;
+
+constexpr xcb_window_t kOurs = 1;
+constexpr xcb_window_t kOurOther = 2;
+constexpr xcb_window_t kAnothers = 3;
+constexpr xcb_window_t kAThirds = 4;
+
+const ApplicationLook kBefore{
+    .windows = {{.window = kOurs, .title = "a"}, {.window = kOurOther, .title = "b"}},
+    .active = kAnothers};
+
+TEST(OpenedFileChange, AWindowThatIsNewOrAnotherOrWantsSomething) {
+    EXPECT_EQ(x11::changedWindow(kBefore, kBefore), std::nullopt);
+    ApplicationLook now = kBefore;
+    now.windows[1].title = "c";
+    EXPECT_EQ(x11::changedWindow(kBefore, now), kOurOther);
+    now = kBefore;
+    now.windows[1].wantsAttention = true;
+    EXPECT_EQ(x11::changedWindow(kBefore, now), kOurOther);
+    EXPECT_EQ(x11::changedWindow(now, kBefore), std::nullopt);
+    now = kBefore;
+    now.windows.push_back({.window = 9, .title = {}});
+    EXPECT_EQ(x11::changedWindow(kBefore, now), 9U);
+    now = kBefore;
+    now.active = kOurOther;
+    EXPECT_EQ(x11::changedWindow(kBefore, now), kOurOther);
+    now = kBefore;
+    now.windows.pop_back();
+    std::ranges::reverse(now.windows);
+    EXPECT_EQ(x11::changedWindow(kBefore, now), std::nullopt);
+}
+
+TEST(OpenedFileChange, TheUserIsElsewhereInAnotherProgramsWindow) {
+    ApplicationLook now = kBefore;
+    EXPECT_FALSE(x11::isElsewhere(kBefore, now));
+    now.active = kAThirds;
+    EXPECT_TRUE(x11::isElsewhere(kBefore, now));
+    now.active = XCB_NONE;
+    EXPECT_FALSE(x11::isElsewhere(kBefore, now));
+    now.active = kOurs;
+    EXPECT_FALSE(x11::isElsewhere(kBefore, now));
+}
+
+/// "Aaa" runs and has two windows behind one of "Bbb". Its entry starts a program that does
+/// nothing: what becomes of the file is up to the test.
+class OpenedFile : public LinuxWorkspaceWindows,
+                   public ::testing::WithParamInterface<const char *> {
+protected:
+    /// For a program that does nothing.
+    static constexpr auto kSoon = 1ms;
+    /// For one that the test lets do something.
+    static constexpr auto kLate = 10min;
+    /// Far longer than what should not happen would take.
+    static constexpr auto kAMoment = 500ms;
+
+    void prepare(std::chrono::milliseconds openingTakes) {
+        entry_ = entry("Aaa");
+        startWindowManager(QLatin1String(GetParam()));
+        workspace_ =
+            std::make_unique<x11::LinuxWorkspace>(server_->displayName(), log_, openingTakes);
+        windows_ = make("Aaa", 2);
+        other_ = make("Bbb", 1).front();
+        ASSERT_TRUE(waitForRunning(entry_, 2));
+    }
+    void openFile() {
+        ASSERT_TRUE(workspace().openFiles({QUrl(QStringLiteral("file:///etc/hosts"))},
+                                          QUrl::fromLocalFile(entry_)));
+    }
+    bool comesForward(xcb_window_t window) {
+        return waitUntil([&] { return maker_->active() == window && !maker_->isIconic(window); });
+    }
+    std::uint32_t workspaceInView() {
+        return maker_->words(maker_->connection().root(), "_NET_CURRENT_DESKTOP").at(0);
+    }
+
+    QString entry_;
+    /// The last one is nearer to the front.
+    std::vector<xcb_window_t> windows_;
+    xcb_window_t other_ = XCB_NONE;
+};
+
+TEST_P(OpenedFile, TheFrontOneComesForwardWhenNothingHappens) {
+    prepare(kSoon);
+    openFile();
+    EXPECT_TRUE(comesForward(windows_[1]));
+}
+
+TEST_P(OpenedFile, AMinimisedOneComesBack) {
+    prepare(kSoon);
+    EXPECT_TRUE(running(entry_)->hide());
+    ASSERT_TRUE(
+        waitUntil([&] { return maker_->isIconic(windows_[0]) && maker_->isIconic(windows_[1]); }));
+    openFile();
+    EXPECT_TRUE(waitUntil([&] {
+        return maker_->active() != other_ &&
+               !(maker_->isIconic(windows_[0]) && maker_->isIconic(windows_[1]));
+    }));
+}
+
+TEST_P(OpenedFile, TheOneWithANewTitleComesForward) {
+    prepare(kLate);
+    openFile();
+    maker_->setText(windows_[0], "WM_NAME", "hosts");
+    EXPECT_TRUE(comesForward(windows_[0]));
+}
+
+TEST_P(OpenedFile, TheOneThatWantsAttentionComesForward) {
+    prepare(kLate);
+    openFile();
+    const std::array<std::uint32_t, 9> urgent{1U << 8U};
+    maker_->setRaw(windows_[0], "WM_HINTS", "WM_HINTS", 32,
+                   QByteArray(reinterpret_cast<const char *>(urgent.data()), sizeof urgent));
+    EXPECT_TRUE(comesForward(windows_[0]));
+}
+
+TEST_P(OpenedFile, ANewOneComesForward) {
+    prepare(kLate);
+    openFile();
+    EXPECT_TRUE(comesForward(maker_->make({.className = "Aaa"})));
+}
+
+TEST_P(OpenedFile, ItsWorkspaceComesIntoView) {
+    prepare(kSoon);
+    const std::uint32_t there = workspaceInView() + 1;
+    for (const xcb_window_t window : windows_) {
+        maker_->moveToWorkspace(window, there);
+        ASSERT_TRUE(waitUntil(
+            [&] { return maker_->words(window, "_NET_WM_DESKTOP") == std::vector{there}; }));
+    }
+    openFile();
+    EXPECT_TRUE(waitUntil([&] { return workspaceInView() == there; }));
+    EXPECT_TRUE(comesForward(windows_[1]));
+}
+
+TEST_P(OpenedFile, NothingIsTakenFromAUserWhoIsElsewhere) {
+    prepare(kLate);
+    // Which is in front of the other one when the file is opened.
+    make("Ccc", 1);
+    openFile();
+    maker_->activate(other_);
+    ASSERT_TRUE(comesForward(other_));
+    maker_->setText(windows_[0], "WM_NAME", "hosts");
+    EXPECT_FALSE(waitUntil([&] { return maker_->active() != other_; }, kAMoment));
+}
+
+TEST_P(OpenedFile, NothingIsTakenFromTheNextPress) {
+    prepare(kLate);
+    openFile();
+    static_cast<void>(workspace().runningApplications());
+    maker_->setText(windows_[0], "WM_NAME", "hosts");
+    EXPECT_FALSE(waitUntil([&] { return maker_->active() != other_; }, kAMoment));
+}
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, OpenedFile,
+                         ::testing::Values("openbox", "metacity", "icewm", "mutter"));
+
+}  // namespace
+}  // namespace kestrelbay::testing
