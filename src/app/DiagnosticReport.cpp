@@ -77,7 +77,7 @@ QString triedTap(EventTap &tap) {
 QString refusedHotkeys(const ShortcutManager &manager) {
     QStringList names;
     for (const ShortcutRule &rule : manager.rules()) {
-        if (manager.isHotkeyRefused(rule))
+        if (manager.refusal(rule))
             names.append(rule.hotkeyString());
     }
     names.removeDuplicates();

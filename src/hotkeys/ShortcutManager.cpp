@@ -21,6 +21,17 @@ QString ruleFilePath(const QString &storageDirectory) {
     return RuleFile::pathIn(storageDirectory);
 }
 
+/// Those of the first list, both sorted, that the second has not, however it is held.
+std::vector<Hotkey> hotkeysOnlyIn(const std::vector<RefusedHotkey> &these,
+                                  const std::vector<RefusedHotkey> &others) {
+    std::vector<RefusedHotkey> only;
+    std::ranges::set_difference(these, others, std::back_inserter(only), {}, &RefusedHotkey::hotkey,
+                                &RefusedHotkey::hotkey);
+    std::vector<Hotkey> hotkeys;
+    std::ranges::transform(only, std::back_inserter(hotkeys), &RefusedHotkey::hotkey);
+    return hotkeys;
+}
+
 }  // namespace
 
 ShortcutManager::ShortcutManager(const QString &storageDirectory, EventTap &tap, SystemLog &log,
@@ -251,11 +262,12 @@ void ShortcutManager::endRecordingWithoutTap() {
     lost();
 }
 
-bool ShortcutManager::isHotkeyRefused(const ShortcutRule &rule) const {
-    if (!installedTap_)
-        return false;
+std::optional<RefusedHotkey> ShortcutManager::refusal(const ShortcutRule &rule) const {
     const std::optional<Hotkey> hotkey = matchableHotkey(rule);
-    return hotkey && std::ranges::binary_search(refusedHotkeys_, *hotkey);
+    if (!installedTap_ || !hotkey)
+        return std::nullopt;
+    const auto found = std::ranges::find(refusedHotkeys_, *hotkey, &RefusedHotkey::hotkey);
+    return found == refusedHotkeys_.end() ? std::nullopt : std::optional(*found);
 }
 
 EventVerdict ShortcutManager::eventTapCallback(EventType type, KeyCode keyCode,
@@ -340,18 +352,14 @@ void ShortcutManager::noteRefusals() {
     // A tap that is not installed refuses nothing, which is no news of other programs.
     if (!installedTap_)
         return;
-    std::vector<Hotkey> refused = installedTap_->refusedHotkeys();
+    std::vector<RefusedHotkey> refused = installedTap_->refusedHotkeys();
     std::ranges::sort(refused);
-    const std::vector<Hotkey> before = std::exchange(refusedHotkeys_, std::move(refused));
+    const std::vector<RefusedHotkey> before = std::exchange(refusedHotkeys_, std::move(refused));
 
-    std::vector<Hotkey> changed;
-    std::ranges::set_difference(refusedHotkeys_, before, std::back_inserter(changed));
-    for (const Hotkey &hotkey : changed)
+    for (const Hotkey &hotkey : hotkeysOnlyIn(refusedHotkeys_, before))
         logForRulesOf(hotkey, u"KestrelBay [WARN] hotkey "_s, u" is held by another program"_s);
 
-    changed.clear();
-    std::ranges::set_difference(before, refusedHotkeys_, std::back_inserter(changed));
-    for (const Hotkey &hotkey : changed) {
+    for (const Hotkey &hotkey : hotkeysOnlyIn(before, refusedHotkeys_)) {
         // Those that are no longer wanted were given up, not granted.
         if (std::ranges::binary_search(wantedHotkeys_, hotkey))
             logForRulesOf(hotkey, u"KestrelBay: hotkey "_s,
@@ -361,7 +369,8 @@ void ShortcutManager::noteRefusals() {
 }
 
 void ShortcutManager::tellRefusals() {
-    const std::vector<Hotkey> refused = installedTap_ ? refusedHotkeys_ : std::vector<Hotkey>();
+    const std::vector<RefusedHotkey> refused =
+        installedTap_ ? refusedHotkeys_ : std::vector<RefusedHotkey>();
     if (std::exchange(toldRefusals_, refused) != refused && hooks_.refusalsChanged)
         hooks_.refusalsChanged();
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -36,7 +37,7 @@ public:
         std::function<void()> rulesTakenIn{};
         /// No callback records any more. May be empty.
         std::function<void()> recordingEnded{};
-        /// isHotkeyRefused() may answer otherwise now. May be empty.
+        /// refusal() may answer otherwise now. May be empty.
         std::function<void()> refusalsChanged{};
         /// The installed tap was taken away (EventTap::Handlers::lost). May be empty.
         std::function<void()> tapLost{};
@@ -112,8 +113,9 @@ public:
     /// Both are unset by then.
     bool setRecordingCallback(RecordingCallback callback, std::function<void()> lost = {});
 
-    /// Does another program hold the rule's hotkey, so that it can't fire?
-    [[nodiscard]] bool isHotkeyRefused(const ShortcutRule &rule) const;
+    /// How another program holds the rule's hotkey, so that it can't fire; none where
+    /// nobody does.
+    [[nodiscard]] std::optional<RefusedHotkey> refusal(const ShortcutRule &rule) const;
 
     /// What the tap calls for each event.
     EventVerdict eventTapCallback(EventType type, KeyCode keyCode, ModifierFlags flags);
@@ -142,9 +144,9 @@ private:
     QString ruleFileProblem_;
     Rules rules_;
     HotkeyMatcher matcher_;
-    std::vector<Hotkey> wantedHotkeys_;   // sorted
-    std::vector<Hotkey> refusedHotkeys_;  // sorted; as the tap last said
-    std::vector<Hotkey> toldRefusals_;    // sorted; as known to the hook
+    std::vector<Hotkey> wantedHotkeys_;          // sorted
+    std::vector<RefusedHotkey> refusedHotkeys_;  // sorted; as the tap last said
+    std::vector<RefusedHotkey> toldRefusals_;    // sorted; as known to the hook
     EventTap *installedTap_ = nullptr;
     /// The log has said so since the last installation.
     TapProblem loggedProblem_ = TapProblem::None;

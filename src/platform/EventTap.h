@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "keys/Hotkey.h"
@@ -29,6 +30,16 @@ enum class TapProblem : std::uint8_t {
     NoDisplay,         ///< there is no X server to be asked
     NoInputExtension,  ///< the X server lacks XInput 2.1 or XKB
     OtherInstance,     ///< another instance has the keys
+};
+
+/// A wanted hotkey whose KeyDown does not arrive.
+struct RefusedHotkey {
+    Hotkey hotkey;
+    /// The modifier key that another program has, so that it gets every key pressed
+    /// together with it. None where it has just this hotkey.
+    std::optional<KeyCode> modifierKey{};
+
+    auto operator<=>(const RefusedHotkey &) const = default;
 };
 
 /// Sees the key presses and modifier changes of the user's session and decides
@@ -82,10 +93,10 @@ public:
     /// happens inside a handler, or when not installed.
     virtual void deliverWaiting() = 0;
 
-    /// The wanted hotkeys that another program holds, so that their KeyDown never
-    /// arrives. They are asked for again from time to time; the handler tells
-    /// when one was granted.
-    [[nodiscard]] virtual std::vector<Hotkey> refusedHotkeys() const = 0;
+    /// The wanted hotkeys that another program holds, each once. Some show only when
+    /// they are pressed. Those that the system has refused are asked for again from time
+    /// to time, and one that arrives after all is none any more; the handler tells.
+    [[nodiscard]] virtual std::vector<RefusedHotkey> refusedHotkeys() const = 0;
 };
 
 }  // namespace kestrelbay

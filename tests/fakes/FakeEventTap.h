@@ -37,7 +37,7 @@ public:
         handlers_ = {};
     }
     void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) override {
-        const std::vector<Hotkey> before = refusedHotkeys();
+        const std::vector<RefusedHotkey> before = refusedHotkeys();
         wanted_ = hotkeys;
         ++wantedHotkeysCalls_;
         tellRefusals(before);
@@ -54,12 +54,12 @@ public:
         for (const KeyCode key : std::exchange(waiting_, {}))
             press(key);
     }
-    [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override {
-        std::vector<Hotkey> refused;
-        if (isInstalled_)
-            std::ranges::copy_if(
-                wanted_, std::back_inserter(refused),
-                [this](const Hotkey &hotkey) { return heldByOthers_.contains(hotkey); });
+    [[nodiscard]] std::vector<RefusedHotkey> refusedHotkeys() const override {
+        std::vector<RefusedHotkey> refused;
+        for (const Hotkey &hotkey : wanted_) {
+            if (isInstalled_ && heldByOthers_.contains(hotkey))
+                refused.push_back({hotkey, heldModifier_});
+        }
         return refused;
     }
 
@@ -80,9 +80,12 @@ public:
     /// Another program holds the keyboard, so that recording can't begin.
     void setKeyboardHeldByOthers(bool held) { keyboardIsHeld_ = held; }
     /// Other programs hold these hotkeys, and no others, from now on.
-    void setHeldByOthers(const std::set<Hotkey> &hotkeys) {
-        const std::vector<Hotkey> before = refusedHotkeys();
+    /// They do so by holding the modifier key, where one is given.
+    void setHeldByOthers(const std::set<Hotkey> &hotkeys,
+                         std::optional<KeyCode> modifierKey = std::nullopt) {
+        const std::vector<RefusedHotkey> before = refusedHotkeys();
         heldByOthers_ = hotkeys;
+        heldModifier_ = modifierKey;
         tellRefusals(before);
     }
 
@@ -137,7 +140,7 @@ private:
         const auto handler = handlers_.event;  // the handler may remove the tap
         return handler(type, keyCode, buildDetailedFlags(down_));
     }
-    void tellRefusals(const std::vector<Hotkey> &before) const {
+    void tellRefusals(const std::vector<RefusedHotkey> &before) const {
         if (before != refusedHotkeys() && handlers_.refusalsChanged)
             handlers_.refusalsChanged();
     }
@@ -146,6 +149,7 @@ private:
     Journal journal_;
     std::vector<Hotkey> wanted_;
     std::set<Hotkey> heldByOthers_;
+    std::optional<KeyCode> heldModifier_;
     std::set<KeyCode> down_;
     std::vector<KeyCode> waiting_;
     std::optional<KeyCode> pressedAtRecording_;

@@ -67,11 +67,11 @@ TEST_F(ShortcutManagerHotkeys, RefusedHotkeyIsLoggedOnceForEachRule) {
     tap_.setHeldByOthers({kLeftCommandT});
     manager().addRule(rule(u"Terminal"_s, 17, 0x100008));
     EXPECT_EQ(log_.take(), QStringList{kRefusedLine});
-    EXPECT_TRUE(manager().isHotkeyRefused(manager().rules()[0]));
+    EXPECT_TRUE(manager().refusal(manager().rules()[0]));
     manager().addRule(rule(u"Notes"_s, 18, 0x100008));
     manager().reinstallEventTap();
     EXPECT_EQ(log_.take(), QStringList());
-    EXPECT_FALSE(manager().isHotkeyRefused(manager().rules()[1]));
+    EXPECT_FALSE(manager().refusal(manager().rules()[1]));
 }
 
 TEST_F(ShortcutManagerHotkeys, EveryRuleThatHasTheHotkeyIsNamed) {
@@ -100,7 +100,7 @@ TEST_F(ShortcutManagerHotkeys, LaterGrantIsLogged) {
     EXPECT_EQ(log_.take(),
               QStringList{u"KestrelBay: hotkey L⌘T of Terminal is no longer held by another "
                           "program"_s});
-    EXPECT_FALSE(manager().isHotkeyRefused(manager().rules()[0]));
+    EXPECT_FALSE(manager().refusal(manager().rules()[0]));
     tap_.setHeldByOthers({kLeftCommandT});
     EXPECT_EQ(log_.take(), QStringList{kRefusedLine});
 }
@@ -111,7 +111,7 @@ TEST_F(ShortcutManagerHotkeys, GivingARefusedHotkeyUpIsNotAGrant) {
     log_.take();
     manager().setEnabled(false);
     EXPECT_EQ(log_.take(), QStringList());
-    EXPECT_FALSE(manager().isHotkeyRefused(manager().rules()[0]));
+    EXPECT_FALSE(manager().refusal(manager().rules()[0]));
     manager().setEnabled(true);
     log_.take();
     manager().removeRule(0);
@@ -122,7 +122,7 @@ TEST_F(ShortcutManagerHotkeys, WithoutATapNothingIsRefused) {
     tap_.setHeldByOthers({kLeftCommandT});
     manager().addRule(rule(u"Terminal"_s, 17, 0x100008));
     manager().teardownEventTap();
-    EXPECT_FALSE(manager().isHotkeyRefused(manager().rules()[0]));
+    EXPECT_FALSE(manager().refusal(manager().rules()[0]));
 }
 
 TEST_F(ShortcutManagerHotkeys, TellsWhenTheRefusedAreOthers) {
@@ -153,7 +153,7 @@ TEST_F(ShortcutManagerHotkeys, RefusalsComeAndGoWithTheTap) {
     EXPECT_EQ(refusalsChangedCalls_, 2);
     manager().setupEventTap();
     EXPECT_EQ(refusalsChangedCalls_, 3);
-    EXPECT_TRUE(manager().isHotkeyRefused(manager().rules()[0]));
+    EXPECT_TRUE(manager().refusal(manager().rules()[0]));
 }
 
 TEST_F(ShortcutManagerHotkeys, AFailedReinstallationTellsToo) {
@@ -178,7 +178,7 @@ TEST_F(ShortcutManagerHotkeys, ATapThatWasTakenAwayEndsRecordingAndRefusals) {
     EXPECT_FALSE(manager().recordingCallback());
     EXPECT_EQ(manager().eventTap(), nullptr);
     EXPECT_EQ(manager().tapProblem(), TapProblem::OtherInstance);
-    EXPECT_FALSE(manager().isHotkeyRefused(manager().rules()[0]));
+    EXPECT_FALSE(manager().refusal(manager().rules()[0]));
 
     tap_.setPermission(true);
     manager().setupEventTap();

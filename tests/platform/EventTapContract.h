@@ -138,7 +138,7 @@ TYPED_TEST_P(EventTapContract, TellsWhichHotkeysAnotherProgramHolds) {
     this->tap().setWantedHotkeys({this->leftCommandT_});
     ASSERT_TRUE(this->tap().install(this->handlers()));
     this->keyboard_.settle();
-    EXPECT_EQ(this->tap().refusedHotkeys(), std::vector{this->leftCommandT_});
+    EXPECT_EQ(this->tap().refusedHotkeys(), std::vector{RefusedHotkey{this->leftCommandT_}});
     this->press({key::kLeftCommand, KeyCode{17}});
     EXPECT_TRUE(this->keyDowns().empty());
 

@@ -112,9 +112,10 @@ std::unique_ptr<ChildProcess> PrivateXServer::launchWindowManager(
     return manager;
 }
 
-std::unique_ptr<ChildProcess> PrivateXServer::startWindowManager(
-    const QString &program, const QProcessEnvironment &session) const {
-    const WindowManagerStart start = windowManagerStart(program, managerHome_.path());
+std::unique_ptr<ChildProcess> PrivateXServer::startWindowManager(const QString &program,
+                                                                 const QProcessEnvironment &session,
+                                                                 WindowManagerKeys keys) const {
+    const WindowManagerStart start = windowManagerStart(program, managerHome_.path(), keys);
     auto manager = launchWindowManager(program, start.arguments, start.environment, session);
     waitForWindowManager(displayName_);
     return manager;

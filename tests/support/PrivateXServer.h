@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include "support/ChildProcess.h"
+#include "support/WindowManagerStart.h"
 
 namespace kestrelbay::testing {
 
@@ -28,7 +29,8 @@ public:
     /// has a home folder of its own and, unless `session` names one, no session bus.
     /// Throws std::runtime_error when it does not come up.
     [[nodiscard]] std::unique_ptr<ChildProcess> startWindowManager(
-        const QString &program, const QProcessEnvironment &session = {}) const;
+        const QString &program, const QProcessEnvironment &session = {},
+        WindowManagerKeys keys = WindowManagerKeys::Free) const;
     /// Another of the same program takes its place, as startWindowManager() starts it.
     void replaceWindowManager(std::unique_ptr<ChildProcess> &manager, const QString &program,
                               const QProcessEnvironment &session = {}) const;

@@ -103,12 +103,13 @@ const QStringList &knownWindowManagers() {
     return names;
 }
 
-WindowManagerStart windowManagerStart(const QString &program, const QString &folder) {
+WindowManagerStart windowManagerStart(const QString &program, const QString &folder,
+                                      WindowManagerKeys keys) {
     const auto known = allKnown().find(program);
     if (known == allKnown().end())
         throw std::runtime_error("no window manager is known as " + program.toStdString());
     const QDir home(folder);
-    if (known->second.file != nullptr)
+    if (known->second.file != nullptr && keys == WindowManagerKeys::Free)
         write(home.filePath(QLatin1String(known->second.file)), known->second.contents);
     const QString runtime = home.filePath(QStringLiteral("run"));
     home.mkpath(runtime);

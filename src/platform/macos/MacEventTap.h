@@ -28,7 +28,7 @@ public:
     /// Nothing: the system sees to it that no key waits for long.
     void deliverWaiting() override {}
     /// None: a tap sees keys before whoever else wants them.
-    [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override { return {}; }
+    [[nodiscard]] std::vector<RefusedHotkey> refusedHotkeys() const override { return {}; }
 
 private:
     static CGEventRef callback(CGEventTapProxy proxy, CGEventType type, CGEventRef event,

@@ -155,7 +155,7 @@ void RuleRowView::leftView() {
 
 void RuleRowView::refreshRefusal() {
     const std::optional<ShortcutRule> rule = storedRule();
-    const bool isRefused = rule && services_.manager.isHotkeyRefused(*rule);
+    const bool isRefused = rule && services_.manager.refusal(*rule);
     if (isRefused == !refusedSign_->isHidden())
         return;
     refusedSign_->setVisible(isRefused);

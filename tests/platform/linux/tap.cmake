@@ -10,6 +10,7 @@ kestrelbay_test(linux_tap_tests
     SOURCES
         linux/tapMain.cpp
         linux/x11/keyboard/DisplayClaimTest.cpp
+        linux/x11/keyboard/UnheardHotkeysTest.cpp
         linux/x11/keyboard/XEventTapContractTest.cpp
         linux/x11/keyboard/XEventTapHeldKeysTest.cpp
         linux/x11/keyboard/XEventTapModifiersTest.cpp

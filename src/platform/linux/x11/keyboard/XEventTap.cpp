@@ -1,7 +1,9 @@
 #include "platform/linux/x11/keyboard/XEventTap.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -34,12 +36,9 @@ xcb_window_t createRecordingWindow(const XConnection &connection) {
 XEventTap::XEventTap(Settings settings)
     : settings_(std::move(settings)),
       grabs_(settings_.firstRetry, settings_.longestRetry,
-             {.refusalsChanged =
-                  [this] {
-                      if (handlers_.refusalsChanged)
-                          handlers_.refusalsChanged();
-                  },
-              .serverAsked = [this] { drainLater(); }}) {
+             {.refusalsChanged = [this] { tellRefusals(); },
+              .serverAsked = [this] { drainLater(); }}),
+      unheard_(settings_.displayName) {
     keymapTimer_.setSingleShot(true);
     connect(&keymapTimer_, &QTimer::timeout, this, &XEventTap::readKeymap);
 }
@@ -102,6 +101,7 @@ void XEventTap::remove() {
     events_.reset();
     keymapTimer_.stop();
     grabs_.stop();
+    static_cast<void>(unheard_.forget());
     down_.reset();
     connection_.reset();
     handlers_ = {};
@@ -122,7 +122,29 @@ void XEventTap::replayWaitingKeys() {
 }
 
 void XEventTap::setWantedHotkeys(const std::vector<Hotkey> &hotkeys) {
+    unheard_.setWanted(hotkeys);
     grabs_.setWanted(hotkeys);
+}
+
+std::vector<RefusedHotkey> XEventTap::refusedHotkeys() const {
+    const std::vector<Hotkey> &refused = grabs_.refused();
+    std::vector<RefusedHotkey> all;
+    for (const Hotkey &hotkey : refused)
+        all.push_back({hotkey});
+    std::ranges::copy_if(unheard_.refused(), std::back_inserter(all), [&](const auto &unheard) {
+        return std::ranges::find(refused, unheard.hotkey) == refused.end();
+    });
+    return all;
+}
+
+void XEventTap::tellRefusals() {
+    if (handlers_.refusalsChanged)
+        handlers_.refusalsChanged();
+}
+
+/// For where whoever is told may not do everything.
+void XEventTap::tellRefusalsLater() {
+    QMetaObject::invokeMethod(this, &XEventTap::tellRefusals, Qt::QueuedConnection);
 }
 
 bool XEventTap::setRecording(bool recording) {
@@ -209,8 +231,11 @@ void XEventTap::handle(const xcb_generic_event_t &event) {
     } else if (const std::optional<KeyPress> press = keyPressOf(event, xinputOpcode_)) {
         handleKeyPress(*press);
     } else if (type == XCB_CLIENT_MESSAGE) {
-        if (reinterpret_cast<const xcb_client_message_event_t &>(event).type == managerAtom_)
+        if (reinterpret_cast<const xcb_client_message_event_t &>(event).type == managerAtom_) {
+            if (unheard_.forget())
+                tellRefusalsLater();
             grabs_.retry();
+        }
     } else if (type == XCB_GE_GENERIC) {
         handleInput(reinterpret_cast<const xcb_ge_generic_event_t &>(event));
     }
@@ -244,6 +269,8 @@ void XEventTap::handleRawKey(XKeycode keycode, bool pressed) {
     // A key that repeats has no raw events, so one says that the next press of this
     // key is a new one.
     down_->remove(keycode);
+    if (!recording_ && unheard_.noteRawKey(keycode, pressed, delivered_, grabs_.keyboard()))
+        tellRefusalsLater();
     const std::optional<KeyCode> code = toKeyCode(keycode);
     if (code && isModifierKeyCode(*code))
         deliverModifier(*code, pressed);
@@ -252,6 +279,8 @@ void XEventTap::handleRawKey(XKeycode keycode, bool pressed) {
 void XEventTap::handleKeyPress(const KeyPress &press) {
     const std::shared_ptr<XConnection> connection = connection_;
     const bool wasRecording = recording_;
+    if (unheard_.noteKeyPress(press.key.keycode))
+        tellRefusalsLater();
     const std::optional<EventVerdict> earlier = down_->verdictOn(press.key.keycode);
     const EventVerdict verdict = earlier ? *earlier : decide(press.key);
     // A grab of the whole keyboard lets it go on by itself.

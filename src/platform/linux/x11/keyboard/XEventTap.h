@@ -21,6 +21,7 @@
 #include "platform/linux/x11/keyboard/GrabFocusFilter.h"
 #include "platform/linux/x11/keyboard/HotkeyGrabs.h"
 #include "platform/linux/x11/keyboard/KeyPress.h"
+#include "platform/linux/x11/keyboard/UnheardHotkeys.h"
 #include "platform/linux/x11/keyboard/WatchedEvents.h"
 
 namespace kestrelbay::x11 {
@@ -64,7 +65,7 @@ public:
     void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) override;
     bool setRecording(bool recording) override;
     void deliverWaiting() override;
-    [[nodiscard]] std::vector<Hotkey> refusedHotkeys() const override { return grabs_.refused(); }
+    [[nodiscard]] std::vector<RefusedHotkey> refusedHotkeys() const override;
 
 private:
     [[nodiscard]] TapProblem tryInstall(Handlers handlers);
@@ -81,10 +82,13 @@ private:
     EventVerdict deliver(EventType type, KeyCode keyCode);
     void deliverModifier(KeyCode keyCode, bool down);
     void reconcileWithKeyboard();
+    void tellRefusals();
+    void tellRefusalsLater();
 
     Settings settings_;
     const GrabFocusFilter grabFocusFilter_;
     HotkeyGrabs grabs_;
+    UnheardHotkeys unheard_;
     Handlers handlers_;
     TapProblem problem_ = TapProblem::None;
     std::shared_ptr<XConnection> connection_;

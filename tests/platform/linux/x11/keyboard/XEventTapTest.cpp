@@ -55,7 +55,7 @@ TEST_F(XEventTapTest, LosesNoKeyOfAFastTypist) {
 TEST_F(XEventTapTest, NamesARefusedHotkeyAndTakesItWhenItIsFree) {
     ASSERT_TRUE(front_->grabKey(xkey::kT, kMod4Mask));
     install({kLeftCommandT, kLeftCommandE});
-    EXPECT_THAT(tap_->refusedHotkeys(), ElementsAre(kLeftCommandT));
+    EXPECT_THAT(tap_->refusedHotkeys(), ElementsAre(RefusedHotkey{kLeftCommandT}));
     EXPECT_TRUE(waitUntil([&] { return refusalChanges_ == 1; }));
     keys_->chord({xkey::kLeftSuper, xkey::kE});
     EXPECT_TRUE(cameKeyDowns(1));
@@ -75,7 +75,7 @@ TEST_F(XEventTapTest, AsksAgainWhenAWindowManagerStarts) {
     ASSERT_TRUE(front_->grabKey(xkey::kT, kMod4Mask));
     tap.setWantedHotkeys({kLeftCommandT});
     ASSERT_TRUE(tap.install(handlers()));
-    EXPECT_THAT(tap.refusedHotkeys(), ElementsAre(kLeftCommandT));
+    EXPECT_THAT(tap.refusedHotkeys(), ElementsAre(RefusedHotkey{kLeftCommandT}));
     front_->ungrabKey(xkey::kT, kMod4Mask);
     front_->announceWindowManager();
     EXPECT_TRUE(waitUntil([&] { return tap.refusedHotkeys().empty(); }));
