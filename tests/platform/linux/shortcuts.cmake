@@ -10,6 +10,8 @@ kestrelbay_test(linux_shortcuts_tests LABEL display
     SOURCES
         linux/shortcuts/AcceleratorTest.cpp
         linux/shortcuts/GSettingsShortcutsTest.cpp
+        linux/shortcuts/KdeShortcutsTest.cpp
+        linux/shortcuts/XfconfShortcutsTest.cpp
         linux/desktopMain.cpp
         ${KESTRELBAY_SHORTCUT_SCHEMAS}/gschemas.compiled
     LIBRARIES kestrelbay_back_end kestrelbay_test_support PkgConfig::GIO_DESKTOP_TEST

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include <QDBusConnection>
 #include <QString>
 
 #include "platform/HotkeyHolders.h"
@@ -18,5 +19,13 @@ enum class GSettingsDesktop { Gnome, Mate, Cinnamon };
 /// bus.
 [[nodiscard]] std::optional<HotkeyHolder> holderInGSettings(GSettingsDesktop desktop,
                                                             const LookedForKey &key);
+
+/// Asks xfconfd, if it runs, for at most 200 ms.
+[[nodiscard]] std::optional<HotkeyHolder> holderInXfconf(QDBusConnection bus,
+                                                         const LookedForKey &key);
+
+/// `path` is that of kglobalshortcutsrc.
+[[nodiscard]] std::optional<HotkeyHolder> holderInKdeFile(const QString &path,
+                                                          const LookedForKey &key);
 
 }  // namespace kestrelbay
