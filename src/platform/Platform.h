@@ -11,6 +11,7 @@ namespace kestrelbay {
 
 class ApplicationCatalog;
 class EventTap;
+class HotkeyHolders;
 class LoginItem;
 class NativeWindow;
 class ScreenLock;
@@ -39,6 +40,7 @@ public:
     [[nodiscard]] virtual NativeWindow &nativeWindow() = 0;
     [[nodiscard]] virtual SystemTray &systemTray() = 0;
     [[nodiscard]] virtual ScreenLock &screenLock() = 0;
+    [[nodiscard]] virtual HotkeyHolders &hotkeyHolders() = 0;
 
     /// Null where the system has none, so that the program's own are used.
     [[nodiscard]] virtual const SystemSymbols *systemSymbols() = 0;

@@ -6,6 +6,7 @@
 
 #include "fakes/FakeApplicationCatalog.h"
 #include "fakes/FakeEventTap.h"
+#include "fakes/FakeHotkeyHolders.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakeNativeWindow.h"
 #include "fakes/FakeScreenLock.h"
@@ -34,6 +35,7 @@ public:
     [[nodiscard]] FakeNativeWindow &nativeWindow() override { return nativeWindow_; }
     [[nodiscard]] FakeSystemTray &systemTray() override { return systemTray_; }
     [[nodiscard]] FakeScreenLock &screenLock() override { return screenLock_; }
+    [[nodiscard]] FakeHotkeyHolders &hotkeyHolders() override { return hotkeyHolders_; }
     [[nodiscard]] FakeSystemSymbols *systemSymbols() override { return &systemSymbols_; }
     [[nodiscard]] QString applicationSupportDirectory() const override { return supportDirectory_; }
     void becomeAccessory() override { isAccessory_ = true; }
@@ -70,6 +72,7 @@ private:
     FakeNativeWindow nativeWindow_;
     FakeSystemTray systemTray_;
     FakeScreenLock screenLock_;
+    FakeHotkeyHolders hotkeyHolders_;
     bool isAccessory_ = false;
     std::vector<std::pair<QString, QString>> diagnostics_;
     std::function<void()> sessionEnded_;

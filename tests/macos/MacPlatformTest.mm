@@ -48,6 +48,7 @@ TEST_F(MacPlatformTest, HandsOutTheServicesOfMacOS) {
     EXPECT_TRUE(is<MacNativeWindow>(platform_->nativeWindow()));
     EXPECT_TRUE(is<MacSystemTray>(platform_->systemTray()));
     EXPECT_TRUE(is<MacScreenLock>(platform_->screenLock()));
+    EXPECT_TRUE(is<MacHotkeyHolders>(platform_->hotkeyHolders()));
     EXPECT_NE(dynamic_cast<const MacSystemSymbols *>(platform_->systemSymbols()), nullptr);
 }
 

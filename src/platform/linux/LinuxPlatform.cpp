@@ -15,6 +15,7 @@
 #include "platform/linux/desktop/LinuxSystemTray.h"
 #include "platform/linux/desktop/PortalSystemSettings.h"
 #include "platform/linux/desktop/SyslogLog.h"
+#include "platform/linux/shortcuts/DesktopHotkeyHolders.h"
 #include "platform/linux/x11/connection/DisplayDiagnostics.h"
 #include "platform/linux/x11/connection/XConnection.h"
 #include "platform/linux/x11/keyboard/XEventTap.h"
@@ -109,6 +110,8 @@ public:
 
     [[nodiscard]] ScreenLock &screenLock() override { return screenLock_; }
 
+    [[nodiscard]] HotkeyHolders &hotkeyHolders() override { return hotkeyHolders_; }
+
     /// None: icon themes have other names and shapes.
     [[nodiscard]] const SystemSymbols *systemSymbols() override { return nullptr; }
 
@@ -176,6 +179,11 @@ private:
     std::optional<PortalSystemSettings> systemSettings_;
     std::optional<LinuxSystemTray> systemTray_;
     DesktopScreenLock screenLock_{bus_, qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS")};
+    DesktopHotkeyHolders hotkeyHolders_{
+        {.displayName = displayName_,
+         .desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP"),
+         .configFolder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)},
+        bus_};
 };
 
 }  // namespace

@@ -46,6 +46,7 @@ public:
     [[nodiscard]] NativeWindow &nativeWindow() override { return nativeWindow_; }
     [[nodiscard]] SystemTray &systemTray() override { return systemTray_; }
     [[nodiscard]] ScreenLock &screenLock() override { return screenLock_; }
+    [[nodiscard]] HotkeyHolders &hotkeyHolders() override { return hotkeyHolders_; }
     [[nodiscard]] const SystemSymbols *systemSymbols() override { return &systemSymbols_; }
     /// The user's Library/Application Support.
     [[nodiscard]] QString applicationSupportDirectory() const override {
@@ -89,6 +90,7 @@ private:
     MacNativeWindow nativeWindow_;
     MacSystemTray systemTray_;
     MacScreenLock screenLock_;
+    MacHotkeyHolders hotkeyHolders_;
     MacSystemSymbols systemSymbols_;
 };
 

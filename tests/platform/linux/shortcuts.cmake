@@ -9,6 +9,7 @@ add_custom_command(OUTPUT ${KESTRELBAY_SHORTCUT_SCHEMAS}/gschemas.compiled
 kestrelbay_test(linux_shortcuts_tests LABEL display
     SOURCES
         linux/shortcuts/AcceleratorTest.cpp
+        linux/shortcuts/DesktopHotkeyHoldersTest.cpp
         linux/shortcuts/GSettingsShortcutsTest.cpp
         linux/shortcuts/KdeShortcutsTest.cpp
         linux/shortcuts/XfconfShortcutsTest.cpp

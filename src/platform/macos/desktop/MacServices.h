@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/HotkeyHolders.h"
 #include "platform/ScreenLock.h"
 #include "platform/SystemLog.h"
 #include "platform/SystemSettings.h"
@@ -28,6 +29,12 @@ public:
     [[nodiscard]] std::unique_ptr<Watch> watch(std::function<void()> /*aboutToLock*/) override {
         return nullptr;
     }
+};
+
+/// Nobody: a tap is never refused a hotkey.
+class MacHotkeyHolders final : public HotkeyHolders {
+public:
+    [[nodiscard]] HotkeyHolder holderOf(const RefusedHotkey & /*refused*/) override { return {}; }
 };
 
 /// Light and dark are Qt's business here: it follows the system by itself.

@@ -27,20 +27,10 @@ QString server(const XConnection &connection) {
 }
 
 QString windowManager(const XConnection &connection) {
-    const auto [checkAtom, nameAtom, utf8Atom] = internAtoms(
-        connection,
-        std::array<std::string_view, 3>{"_NET_SUPPORTING_WM_CHECK", "_NET_WM_NAME", "UTF8_STRING"});
-    const auto check = [&, atom = checkAtom](xcb_window_t window) {
-        return propertyWord(connection.readProperty(window, atom, XCB_ATOM_WINDOW, 1))
-            .value_or(XCB_NONE);
-    };
-    const xcb_window_t window = check(connection.root());
-    // One that has gone leaves its window's number behind.
-    if (window == XCB_NONE || check(window) != window)
+    const std::optional<QString> name = windowManagerName(connection);
+    if (!name)
         return QStringLiteral("none");
-    const QString name =
-        propertyText(connection.readProperty(window, nameAtom, utf8Atom, kLongestName));
-    return name.isEmpty() ? QStringLiteral("without a name") : name;
+    return name->isEmpty() ? QStringLiteral("without a name") : *name;
 }
 
 bool isCompositing(const XConnection &connection) {
@@ -77,6 +67,21 @@ QString keyboardLayout(const XConnection &connection) {
 }
 
 }  // namespace
+
+std::optional<QString> windowManagerName(const XConnection &connection) {
+    const auto [checkAtom, nameAtom, utf8Atom] = internAtoms(
+        connection,
+        std::array<std::string_view, 3>{"_NET_SUPPORTING_WM_CHECK", "_NET_WM_NAME", "UTF8_STRING"});
+    const auto check = [&, atom = checkAtom](xcb_window_t window) {
+        return propertyWord(connection.readProperty(window, atom, XCB_ATOM_WINDOW, 1))
+            .value_or(XCB_NONE);
+    };
+    const xcb_window_t window = check(connection.root());
+    // One that has gone leaves its window's number behind.
+    if (window == XCB_NONE || check(window) != window)
+        return std::nullopt;
+    return propertyText(connection.readProperty(window, nameAtom, utf8Atom, kLongestName));
+}
 
 std::vector<std::pair<QString, QString>> describeDisplay(const QString &displayName) {
     const QString serverName = QStringLiteral("X server");

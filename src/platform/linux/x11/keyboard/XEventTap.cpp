@@ -35,9 +35,9 @@ xcb_window_t createRecordingWindow(const XConnection &connection) {
 
 XEventTap::XEventTap(Settings settings)
     : settings_(std::move(settings)),
-      grabs_(settings_.firstRetry, settings_.longestRetry,
-             {.refusalsChanged = [this] { tellRefusals(); },
-              .serverAsked = [this] { drainLater(); }}),
+      grabs_(
+          settings_.firstRetry, settings_.longestRetry,
+          {.refusalsChanged = [this] { tellRefusals(); }, .serverAsked = [this] { drainLater(); }}),
       unheard_(settings_.displayName) {
     keymapTimer_.setSingleShot(true);
     connect(&keymapTimer_, &QTimer::timeout, this, &XEventTap::readKeymap);
