@@ -101,6 +101,7 @@ PreferencesServices AppDelegate::preferencesServices() {
             .systemSettings = platform_.systemSettings(),
             .nativeWindow = platform_.nativeWindow(),
             .screenLock = platform_.screenLock(),
+            .hotkeyHolders = platform_.hotkeyHolders(),
             .launchAtLogin = launchAtLogin_,
             .notifications = notifications_,
             .timers = timers_,

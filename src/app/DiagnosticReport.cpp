@@ -10,14 +10,17 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include "hotkeys/ShortcutManager.h"
 #include "hotkeys/TapProblems.h"
 #include "model/RuleFile.h"
+#include "platform/HotkeyHolders.h"
 #include "platform/LoginItem.h"
 #include "platform/Platform.h"
+#include "preferences/RuleRowTexts.h"
 #include "settings/Language.h"
 #include "settings/SettingsKeys.h"
 #include "ui/look/Symbols.h"
@@ -74,14 +77,19 @@ QString triedTap(EventTap &tap) {
     return result;
 }
 
-QString refusedHotkeys(const ShortcutManager &manager) {
-    QStringList names;
+QString refusedHotkeys(const ShortcutManager &manager, HotkeyHolders &holders) {
+    QStringList hotkeys;
     for (const ShortcutRule &rule : manager.rules()) {
-        if (manager.refusal(rule))
-            names.append(rule.hotkeyString());
+        const std::optional<RefusedHotkey> refusal = manager.refusal(rule);
+        if (!refusal)
+            continue;
+        const QStringList words =
+            refusalInWords(*refusal, holders.holderOf(*refusal), Language::en);
+        hotkeys.append(
+            QStringLiteral("%1 (%2)").arg(rule.hotkeyString(), words.join(QStringLiteral("; "))));
     }
-    names.removeDuplicates();
-    return names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", "));
+    hotkeys.removeDuplicates();
+    return hotkeys.isEmpty() ? QStringLiteral("none") : hotkeys.join(QStringLiteral(", "));
 }
 
 void addTap(Lines &lines, Platform &platform, const ShortcutManager *manager) {
@@ -95,7 +103,8 @@ void addTap(Lines &lines, Platform &platform, const ShortcutManager *manager) {
     }
     lines.emplace_back(QStringLiteral("Sees keys"), explained(platform.eventTap().problem()));
     lines.emplace_back(QStringLiteral("Shortcuts enabled"), yesOrNo(manager->isEnabled()));
-    lines.emplace_back(QStringLiteral("Hotkeys held by other programs"), refusedHotkeys(*manager));
+    lines.emplace_back(QStringLiteral("Hotkeys held by other programs"),
+                       refusedHotkeys(*manager, platform.hotkeyHolders()));
 }
 
 /// Rules that the file gives no identifier have another one each time that it is read.

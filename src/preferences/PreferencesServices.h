@@ -8,6 +8,7 @@ namespace kestrelbay {
 
 class ApplicationCatalog;
 class DispatchQueue;
+class HotkeyHolders;
 class LaunchAtLogin;
 class NativeWindow;
 class Notifications;
@@ -29,6 +30,7 @@ struct PreferencesServices {
     SystemSettings &systemSettings;
     NativeWindow &nativeWindow;
     ScreenLock &screenLock;
+    HotkeyHolders &hotkeyHolders;
     LaunchAtLogin &launchAtLogin;
     Notifications &notifications;
     Timers &timers;

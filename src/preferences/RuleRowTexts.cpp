@@ -9,6 +9,7 @@
 #include "keys/KeyCode.h"
 #include "model/ShortcutRule.h"
 #include "model/TrimmedText.h"
+#include "platform/HotkeyHolders.h"
 #include "settings/L.h"
 
 namespace kestrelbay {
@@ -76,6 +77,19 @@ QString hotkeyInWords(KeyCode keyCode, ModifierFlags flags) {
     const bool isOnKeypad = std::ranges::find(kKeypad, keyCode) != kKeypad.end();
     words += isOnKeypad ? L::keypadKey(key) : key;
     return words.join(L::keySeparator());
+}
+
+QStringList refusalInWords(const RefusedHotkey &refused, const HotkeyHolder &holder,
+                           Language language) {
+    const LText &unknown = refused.modifierKey ? L::hotkeyUnheard : L::hotkeyRefused;
+    const LSentence &known = refused.modifierKey ? L::hotkeyUnheardBy : L::hotkeyRefusedBy;
+    QStringList lines{holder.program.isEmpty() ? unknown.in(language)
+                                               : known.in(language, holder.program)};
+    if (!holder.action.isEmpty())
+        lines += L::hotkeyAction.in(language, holder.action);
+    if (!holder.remedy.isEmpty())
+        lines += L::hotkeyRemedy.in(language, holder.remedy);
+    return lines;
 }
 
 }  // namespace kestrelbay

@@ -1,12 +1,16 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include "keys/KeyCode.h"
 #include "keys/ModifierFlags.h"
+#include "settings/Language.h"
 
 namespace kestrelbay {
 
+struct HotkeyHolder;
+struct RefusedHotkey;
 struct ShortcutRule;
 
 /// The application's name, or words for that there is none.
@@ -26,5 +30,10 @@ struct ShortcutRule;
 /// The hotkey as it is spoken, e.g. "left Command, T". Names the key A, which is not
 /// shown. "none" where no hotkey is set.
 [[nodiscard]] QString hotkeyInWords(KeyCode keyCode, ModifierFlags flags);
+
+/// Who holds a hotkey, what it does there and how to free it, a line each as far as that
+/// is known.
+[[nodiscard]] QStringList refusalInWords(const RefusedHotkey &refused, const HotkeyHolder &holder,
+                                         Language language);
 
 }  // namespace kestrelbay

@@ -54,11 +54,19 @@ constexpr auto kSpokenKeys = std::to_array<SpokenKey>({
 }  // namespace
 
 QString LText::operator()() const {
-    return (Language::current() == Language::en ? english : chinese).toString();
+    return in(Language::current());
+}
+
+QString LText::in(Language language) const {
+    return (language == Language::en ? english : chinese).toString();
 }
 
 QString LSentence::operator()(const QString &name) const {
-    return LText{english, chinese}().arg(name);
+    return in(Language::current(), name);
+}
+
+QString LSentence::in(Language language, const QString &name) const {
+    return LText{english, chinese}.in(language).arg(name);
 }
 
 QString LSystemText::operator()() const {

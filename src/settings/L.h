@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringView>
 
+#include "settings/Language.h"
+
 namespace kestrelbay {
 
 enum class TapProblem : std::uint8_t;
@@ -16,6 +18,7 @@ struct LText {
     QStringView chinese;
 
     [[nodiscard]] QString operator()() const;
+    [[nodiscard]] QString in(Language language) const;
 };
 
 /// A text with a place for a name, which is put in as it is given.
@@ -24,6 +27,7 @@ struct LSentence {
     QStringView chinese;
 
     [[nodiscard]] QString operator()(const QString &name) const;
+    [[nodiscard]] QString in(Language language, const QString &name) const;
 };
 
 /// A text that names a place or a permission of the system, and so reads differently on
@@ -192,6 +196,16 @@ public:
         u"快捷键冲突：已被其他规则使用，请重新录入"};
     static constexpr LText hotkeyRefused{u"Another program is using this hotkey",
                                          u"此快捷键已被其他程序占用"};
+    static constexpr LSentence hotkeyRefusedBy{u"Probably %1 is using this hotkey",
+                                               u"此快捷键可能已被 %1 占用"};
+    static constexpr LText hotkeyUnheard{
+        u"This hotkey never arrives: another program takes all keys pressed with this modifier",
+        u"此快捷键无法送达：其他程序占用了与该修饰键一起按下的所有按键"};
+    static constexpr LSentence hotkeyUnheardBy{
+        u"This hotkey never arrives: probably %1 takes all keys pressed with this modifier",
+        u"此快捷键无法送达：可能是 %1 占用了与该修饰键一起按下的所有按键"};
+    static constexpr LSentence hotkeyAction{u"There it means: %1", u"对应的操作：%1"};
+    static constexpr LSentence hotkeyRemedy{u"To free it: %1", u"解除占用：%1"};
     static constexpr LText deleteConfirmTitle{u"Delete Shortcut", u"删除快捷键"};
     static constexpr LText deleteConfirmButton{u"Delete", u"删除"};
 

@@ -89,11 +89,26 @@ TEST_F(DiagnosticReportTest, OfAnInstanceNamesTheHotkeysOfOthersOnce) {
         {Hotkey{.keyCode = KeyCode{17}, .modifierFlags = modifier::kCommand}});
     const std::string text = report(manager.get());
     EXPECT_THAT(text, HasSubstr("Running: yes\n"));
-    EXPECT_THAT(text, HasSubstr("Hotkeys held by other programs: " +
-                                rule(17).hotkeyString().toStdString() + "\n"));
+    EXPECT_THAT(
+        text, HasSubstr("Hotkeys held by other programs: " + rule(17).hotkeyString().toStdString() +
+                        " (Another program is using this hotkey)\n"));
     EXPECT_THAT(text, HasSubstr("Shortcuts enabled: yes\n"));
     manager->setEnabled(false);
     EXPECT_THAT(report(manager.get()), HasSubstr("Shortcuts enabled: no\n"));
+}
+
+TEST_F(DiagnosticReportTest, SaysWhoHoldsAHotkeyAndHowToFreeItInEnglish) {
+    platform_.userDefaults().setString(QStringLiteral("appLanguage"), QStringLiteral("zh"));
+    writeRules({rule(17)});
+    const auto manager = start();
+    const Hotkey hotkey{.keyCode = KeyCode{17}, .modifierFlags = modifier::kCommand};
+    platform_.hotkeyHolders().setHolder(
+        {hotkey, key::kRightCommand},
+        {.program = QStringLiteral("IceWM"), .remedy = QStringLiteral("Win95Keys=0")});
+    platform_.eventTap().setHeldByOthers({hotkey}, key::kRightCommand);
+    EXPECT_THAT(report(manager.get()),
+                HasSubstr(" (This hotkey never arrives: probably IceWM takes all keys pressed "
+                          "with this modifier; To free it: Win95Keys=0)\n"));
 }
 
 TEST_F(DiagnosticReportTest, CountsRulesButDoesNotNameThem) {

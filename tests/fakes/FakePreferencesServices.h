@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include "fakes/FakeApplicationCatalog.h"
+#include "fakes/FakeHotkeyHolders.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakeNativeWindow.h"
 #include "fakes/FakeScreenLock.h"
@@ -35,6 +36,7 @@ protected:
                 .systemSettings = systemSettings_,
                 .nativeWindow = nativeWindow_,
                 .screenLock = screenLock_,
+                .hotkeyHolders = hotkeyHolders_,
                 .launchAtLogin = launchAtLogin_,
                 .notifications = notifications_,
                 .timers = timers,
@@ -62,6 +64,7 @@ protected:
     FakeSystemSettings systemSettings_;
     FakeNativeWindow nativeWindow_;
     FakeScreenLock screenLock_;
+    FakeHotkeyHolders hotkeyHolders_;
     FakeLoginItem loginItem_;
     QStringList launchAtLoginFailures_;
     LaunchAtLogin launchAtLogin_{loginItem_, defaults_,

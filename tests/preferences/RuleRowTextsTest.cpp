@@ -5,6 +5,7 @@
 #include "fakes/FakeUserDefaults.h"
 #include "fixtures/QtPrinters.h"
 #include "model/ShortcutRule.h"
+#include "platform/HotkeyHolders.h"
 #include "settings/L.h"
 #include "settings/Language.h"
 
@@ -56,6 +57,26 @@ TEST(RuleRowTexts, BadgeCountsWhatReadersTakeForACharacter) {
     EXPECT_EQ(badge(flags), flags);
     EXPECT_EQ(badge(u"x"_s + flags), u"…"_s + flags);
     EXPECT_EQ(badge(u"e\u0301123456789"_s), u"…123456789"_s);
+}
+
+TEST(RuleRowTexts, ARefusalIsSaidAsFarAsItIsKnown) {
+    const RefusedHotkey hotkey;
+    const RefusedHotkey modifier{{}, key::kLeftCommand};
+    const HotkeyHolder holder{.program = u"Marco"_s, .action = u"close"_s, .remedy = u"x=0"_s};
+    EXPECT_EQ(refusalInWords(hotkey, {}, Language::en),
+              QStringList{u"Another program is using this hotkey"_s});
+    EXPECT_EQ(refusalInWords(hotkey, {}, Language::zh), QStringList{u"此快捷键已被其他程序占用"_s});
+    EXPECT_EQ(refusalInWords(hotkey, holder, Language::en),
+              (QStringList{u"Probably Marco is using this hotkey"_s, u"There it means: close"_s,
+                           u"To free it: x=0"_s}));
+    EXPECT_EQ(refusalInWords(hotkey, holder, Language::zh),
+              (QStringList{u"此快捷键可能已被 Marco 占用"_s, u"对应的操作：close"_s,
+                           u"解除占用：x=0"_s}));
+    EXPECT_EQ(refusalInWords(modifier, {}, Language::en),
+              QStringList{u"This hotkey never arrives: another program takes all keys "
+                          u"pressed with this modifier"_s});
+    EXPECT_EQ(refusalInWords(modifier, {}, Language::zh),
+              QStringList{u"此快捷键无法送达：其他程序占用了与该修饰键一起按下的所有按键"_s});
 }
 
 TEST(RuleRowTexts, OfTheRowAreInBothLanguages) {

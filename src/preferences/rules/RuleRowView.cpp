@@ -13,6 +13,7 @@
 #include "hotkeys/ShortcutManager.h"
 #include "preferences/RuleRowTexts.h"
 #include "preferences/rules/ApplicationIconCache.h"
+#include "preferences/rules/HotkeyHolderCache.h"
 #include "preferences/rules/RuleRowLayout.h"
 #include "settings/L.h"
 #include "settings/Notifications.h"
@@ -65,10 +66,11 @@ void ArgsBadgeView::paintEvent(QPaintEvent *event) {
 }
 
 RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCache &icons,
-                         QWidget *parent)
+                         HotkeyHolderCache &holders, QWidget *parent)
     : RowWidget(parent),
       services_(services),
       icons_(icons),
+      holders_(holders),
       iconView_(new SymbolView(this)),
       nameLabel_(
           new ElidedLabel(systemFont(13, QFont::Medium), colors::label, Qt::ElideRight, this)),
@@ -84,8 +86,7 @@ RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCac
       dragHandle_(new SymbolView(this)) {
     hotkeyRecorder_->setDelegate(this);
     refusedSign_->setSymbol(QStringLiteral("exclamationmark.triangle.fill"), colors::systemOrange);
-    refusedSign_->setToolTip(L::hotkeyRefused());
-    refusedSign_->setAccessibleName(L::hotkeyRefused());
+    refusedSign_->setObjectName(QStringLiteral("refusedSign"));
     refusedSign_->hide();
     argsBadge_->hide();
     advancedButton_->setToolTip(L::advancedOptions());
@@ -100,6 +101,7 @@ RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCac
     connect(&icons_, &ApplicationIconCache::iconsArrived, this, &RuleRowView::showIcon);
     connect(&services_.notifications, &Notifications::refusedHotkeysDidChange, this,
             &RuleRowView::refreshRefusal);
+    connect(&holders_, &HotkeyHolderCache::holdersArrived, this, &RuleRowView::refreshRefusal);
 }
 
 void RuleRowView::configure(const ShortcutRule &rule, RuleRowViewDelegate *delegate) {
@@ -155,11 +157,19 @@ void RuleRowView::leftView() {
 
 void RuleRowView::refreshRefusal() {
     const std::optional<ShortcutRule> rule = storedRule();
-    const bool isRefused = rule && services_.manager.refusal(*rule);
-    if (isRefused == !refusedSign_->isHidden())
+    const std::optional<RefusedHotkey> refusal =
+        rule ? services_.manager.refusal(*rule) : std::nullopt;
+    QString words;
+    if (refusal) {
+        words =
+            refusalInWords(*refusal, holders_.holder(*refusal), Language::current()).join(u'\n');
+        refusedSign_->setToolTip(words);
+        refusedSign_->setAccessibleName(words);
+    }
+    hotkeyRecorder_->setAccessibleDescription(words);
+    if (refusal.has_value() == !refusedSign_->isHidden())
         return;
-    refusedSign_->setVisible(isRefused);
-    hotkeyRecorder_->setAccessibleDescription(isRefused ? L::hotkeyRefused() : QString());
+    refusedSign_->setVisible(refusal.has_value());
     layout();
 }
 

@@ -16,6 +16,7 @@ namespace kestrelbay {
 
 class AlertSheet;
 class ApplicationIconCache;
+class HotkeyHolderCache;
 class RuleRowView;
 class Switch;
 class SymbolButton;
@@ -69,9 +70,9 @@ class RuleRowView : public RowWidget, private HotkeyRecorderDelegate {
 public:
     static constexpr int kHeight = 52;
 
-    /// The icons have to outlive the row.
+    /// The icons and the holders have to outlive the row.
     RuleRowView(const PreferencesServices &services, ApplicationIconCache &icons,
-                QWidget *parent = nullptr);
+                HotkeyHolderCache &holders, QWidget *parent = nullptr);
 
     /// Ends a recording that goes on in the row. Held weakly, a null delegate included:
     /// without one every control of the row does nothing.
@@ -102,12 +103,13 @@ private:
     [[nodiscard]] std::optional<ShortcutRule> storedRule() const;
     void storeHotkey(KeyCode keyCode, ModifierFlags modifierFlags);
     void showIcon();
-    /// Looks whether another program holds the hotkey.
+    /// Looks whether another program holds the hotkey, and says which.
     void refreshRefusal();
     void layout();
 
     PreferencesServices services_;
     ApplicationIconCache &icons_;
+    HotkeyHolderCache &holders_;
     std::optional<ShortcutRule> rule_;
     std::weak_ptr<RuleRowViewDelegate> delegate_;
     bool isSelected_ = false;

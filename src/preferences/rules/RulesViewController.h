@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include "preferences/PreferencesServices.h"
+#include "preferences/rules/HotkeyHolderCache.h"
 #include "preferences/rules/RuleRowView.h"
 
 namespace kestrelbay {
@@ -72,6 +73,7 @@ private:
 
     PreferencesServices services_;
     ApplicationIconCache &icons_;
+    HotkeyHolderCache holders_{services_};
     RuleSheets sheets_;
     RulesModel *model_;
     RowListView *listView_;

@@ -45,7 +45,7 @@ protected:
         return {.appName = u"Application"_s, .appPath = path};
     }
     RuleRowView *makeRow() {
-        auto *row = new RuleRowView(services(), *icons_, window_.get());
+        auto *row = new RuleRowView(services(), *icons_, *holders_, window_.get());
         row->setGeometry(0, 0, 600, RuleRowView::kHeight);
         window_->show();
         return row;

@@ -7,6 +7,7 @@
 #include "fixtures/ActiveWindow.h"
 #include "fixtures/ServicesFixture.h"
 #include "preferences/rules/ApplicationIconCache.h"
+#include "preferences/rules/HotkeyHolderCache.h"
 
 namespace kestrelbay {
 
@@ -23,6 +24,7 @@ protected:
 
     std::unique_ptr<ApplicationIconCache> icons_ =
         std::make_unique<ApplicationIconCache>(services());
+    std::unique_ptr<HotkeyHolderCache> holders_ = std::make_unique<HotkeyHolderCache>(services());
     std::unique_ptr<QWidget> window_ = std::make_unique<QWidget>();
 };
 

@@ -37,7 +37,7 @@ class RuleRowViewTest : public RowFixture {
 protected:
     void SetUp() override {
         list_ = std::make_unique<ListOfRows>();
-        row_ = new RuleRowView(services(), *icons_, window_.get());
+        row_ = new RuleRowView(services(), *icons_, *holders_, window_.get());
         row_->setGeometry(0, 0, 600, RuleRowView::kHeight);
         ASSERT_NO_FATAL_FAILURE(showWindow());
     }
@@ -69,11 +69,7 @@ protected:
         return nullptr;
     }
     [[nodiscard]] QWidget *refusedSign() const {
-        for (QWidget *child : row_->findChildren<QWidget *>()) {
-            if (child->accessibleName() == L::hotkeyRefused())
-                return child;
-        }
-        return nullptr;
+        return row_->findChild<QWidget *>(u"refusedSign"_s);
     }
     [[nodiscard]] QString shownHotkey() const {
         return row_->hotkeyRecorder()->findChild<QLabel *>()->text();
@@ -381,6 +377,38 @@ TEST_F(RuleRowViewTest, AHotkeyHeldByAnotherProgramIsSigned) {
     Q_EMIT notifications_.refusedHotkeysDidChange();
     EXPECT_TRUE(refusedSign()->isHidden());
     EXPECT_EQ(row_->hotkeyRecorder()->accessibleDescription(), QString());
+}
+
+TEST_F(RuleRowViewTest, TheSignNamesTheHolderOnceItIsFound) {
+    const RefusedHotkey refused{{kK, ModifierFlags(kLeftCommand)}, key::kLeftCommand};
+    hotkeyHolders_.setHolder(refused, {.program = u"Mutter"_s, .remedy = u"set it free"_s});
+    addAndShow(firefox(40, kLeftCommand));
+    tap_.setHeldByOthers({refused.hotkey}, refused.modifierKey);
+    Q_EMIT notifications_.refusedHotkeysDidChange();
+    EXPECT_FALSE(refusedSign()->isHidden());
+    EXPECT_EQ(refusedSign()->toolTip(),
+              u"This hotkey never arrives: another program takes all keys pressed with "
+              u"this modifier"_s);
+    EXPECT_EQ(hotkeyHolders_.calls(), 0) << "not on the main thread";
+    backgroundQueue_.runAll();
+    mainQueue_.runAll();
+    EXPECT_EQ(refusedSign()->toolTip(),
+              u"This hotkey never arrives: probably Mutter takes all keys pressed with this "
+              u"modifier\nTo free it: set it free"_s);
+    EXPECT_EQ(refusedSign()->accessibleName(), refusedSign()->toolTip());
+    EXPECT_EQ(row_->hotkeyRecorder()->accessibleDescription(), refusedSign()->toolTip());
+
+    row_->configure(stored(), list_.get());
+    EXPECT_EQ(hotkeyHolders_.calls(), 1) << "it is known";
+    Q_EMIT notifications_.refusedHotkeysDidChange();
+    backgroundQueue_.runAll();
+    EXPECT_EQ(hotkeyHolders_.calls(), 2) << "other programs may have changed";
+}
+
+TEST_F(RuleRowViewTest, WithoutARefusalNobodyIsAskedForHolders) {
+    addAndShow(firefox(40, kLeftCommand));
+    backgroundQueue_.runAll();
+    EXPECT_EQ(hotkeyHolders_.calls(), 0);
 }
 
 TEST_F(RuleRowViewTest, TabGoesThroughItsControlsInOrder) {
