@@ -15,6 +15,8 @@ using Window = Stage::Window;
 using testing::xkey::kEscape;
 
 constexpr QSize kSmallest{616, 483};
+/// What does not fit beside the sign.
+constexpr int kWordsBeyondWindow = 240;
 
 RuleSpec rule(const char *name, const char *entry, const Key &key,
               std::uint64_t modifiers = flags::kLeftCommand) {
@@ -159,6 +161,30 @@ void shootLongTexts(ShotStage &stage) {
     stage.shoot(QStringLiteral("preferences-maximised"), stage.withFrame(window));
 }
 
+/// A hotkey that does not arrive, since somebody holds its modifier; and who that is.
+void shootUnheardHotkey(ShotStage &stage) {
+    XClient holder(stage.desktop().displayName());
+    xcb_grab_key(holder.get(), 0, holder.root(), 0, testing::xkey::kLeftSuper, XCB_GRAB_MODE_ASYNC,
+                 XCB_GRAB_MODE_ASYNC);
+    holder.sync();
+    stage.beginWith(fewRules());
+    open(stage);
+    const QPoint sign = places::inRow(0, RowPart::RefusedSign);
+    const auto changesAt = [&](const QPoint &place, const char *what,
+                               const std::function<void()> &act) {
+        const QColor before = colorAtPlace(stage, place);
+        stage.prepare(QLatin1String(what), act,
+                      [&] { return colorAtPlace(stage, place) != before; });
+    };
+    // The middle of the sign is the stroke in it; its words come up below the pointer.
+    changesAt(sign + QPoint(-4, 4), "the sign", [&] { stage.press(leftCommand(keys::kT)); });
+    changesAt(sign + QPoint(12, 20), "what it means",
+              [&] { stage.pointer().moveTo(onScreen(stage, sign)); });
+    const int beyond = stage.scaled(QSize(kWordsBeyondWindow, 0)).width();
+    stage.shoot(QStringLiteral("preferences-unheard-hotkey"),
+                stage.withFrame(preferences(stage)).adjusted(0, 0, beyond, 0));
+}
+
 void shootConflict(ShotStage &stage) {
     stage.beginWith(fewRules());
     open(stage);
@@ -265,6 +291,7 @@ const std::vector<Shot> &preferencesShots() {
     static const std::vector<Shot> kShots{
         {"preferences: list", shootList},
         {"preferences: long texts", shootLongTexts},
+        {"preferences: unheard hotkey", shootUnheardHotkey},
         {"preferences: conflict", shootConflict},
         {"preferences: advanced panels", shootAdvancedPanels},
         {"preferences: other sheets", shootOtherSheets},

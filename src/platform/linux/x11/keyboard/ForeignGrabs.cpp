@@ -6,19 +6,12 @@
 
 namespace kestrelbay::x11 {
 
-namespace {
-
-constexpr std::uint16_t kXInputMajor = 2;
-
-}  // namespace
-
 ForeignGrabs::ForeignGrabs(const QString &displayName) : connection_(displayName) {
     if (!connection_.isUsable())
         return;
     // The server refuses requests of an extension whose version it was not told.
     const Reply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
-        connection_.get(), xcb_input_xi_query_version(connection_.get(), kXInputMajor, 0),
-        nullptr));
+        connection_.get(), xcb_input_xi_query_version(connection_.get(), 2, 0), nullptr));
 }
 
 bool ForeignGrabs::hasByXInput(const KeyGrab &grab) const {
