@@ -117,8 +117,8 @@ QString withHome(const QString &word) {
 }
 
 /// The last command of the text, in the folder that those before it change to.
-Command commandOfText(const QString &text, const QString &folder) {
-    Command result{{}, folder};
+CommandLine commandOfText(const QString &text, const QString &folder) {
+    CommandLine result{{}, folder};
     for (const QString &command : commandsOfText(text)) {
         QStringList words = wordsOfExec(command).value_or(QStringList());
         while (!words.isEmpty() && isAssignment(words.first()))
@@ -164,7 +164,7 @@ QString pathFrom(const QString &folder, const QString &text) {
     return QDir::cleanPath(isAbsolute ? text : folder + u'/' + text);
 }
 
-Command innermostCommand(Command command) {
+CommandLine innermostCommand(CommandLine command) {
     for (int depth = 0; depth < kDeepestCommand; ++depth) {
         const QStringList inner = pastWrapper(command.words);
         const QString name = baseName(inner.value(0));

@@ -15,7 +15,7 @@ namespace kestrelbay {
 [[nodiscard]] QString programOfExec(const QString &exec);
 
 /// A program with its arguments, and the folder that it is started in.
-struct Command {
+struct CommandLine {
     QStringList words;
     /// Empty when unknown.
     QString folder;
@@ -23,7 +23,7 @@ struct Command {
 
 /// What a command ends up running, past `env`, `nohup` and their like: of the text of
 /// `sh -c`, the last command. No words when that cannot be told.
-[[nodiscard]] Command innermostCommand(Command command);
+[[nodiscard]] CommandLine innermostCommand(CommandLine command);
 
 /// The path of the text where it is absolute, or is in the folder. Empty when it has none.
 [[nodiscard]] QString pathFrom(const QString &folder, const QString &text);

@@ -29,10 +29,10 @@ void addName(QStringList &names, const QString &program) {
 
 struct Parsed {
     DesktopEntry entry;
-    Command command;
+    CommandLine command;
 };
 
-void locateProgram(const Command &command, DesktopEntry &entry) {
+void locateProgram(const CommandLine &command, DesktopEntry &entry) {
     const QString program = command.words.value(0);
     if (isInterpreterOrWrapper(baseName(program))) {
         entry.program = interpretedProgram(command);

@@ -57,7 +57,7 @@ QString realPath(const QString &path) {
 
 /// A module beside the caller comes before an installed one, which is as many programs as
 /// there are Pythons that have it installed.
-QString pythonModule(const Command &command, const QString &module) {
+QString pythonModule(const CommandLine &command, const QString &module) {
     const QString path = pathFrom(command.folder, QString(module).replace(u'.', u'/'));
     for (const char *suffix : {".py", "/__main__.py"})
         if (const QString real = path.isEmpty() ? path : realPath(path + QLatin1String(suffix));
@@ -81,7 +81,7 @@ QStringList javaPlaces(const QString &option, const QString &value, const QStrin
 
 /// An archive is named by its path. A class, which many programs can have, by where it is
 /// looked for as well.
-QString javaProgram(const Command &command) {
+QString javaProgram(const CommandLine &command) {
     const QStringList &words = command.words;
     QStringList places;
     for (qsizetype i = 1; i < words.size(); ++i) {
@@ -138,7 +138,7 @@ ToldToInterpreter toldToInterpreter(const QStringList &words) {
     return {};
 }
 
-QString interpretedProgram(const Command &command) {
+QString interpretedProgram(const CommandLine &command) {
     if (has(QLatin1String("java javaw"), nameOf(command.words)))
         return javaProgram(command);
     const auto [what, word] = toldToInterpreter(command.words);

@@ -23,6 +23,6 @@ struct ToldToInterpreter {
 /// which is a text with spaces and begins with the interpreter's name. Empty when there is no
 /// such file, when the words do not tell, and for other programs. The same program has the
 /// same name in an Exec line and among the words of its process.
-[[nodiscard]] QString interpretedProgram(const Command &command);
+[[nodiscard]] QString interpretedProgram(const CommandLine &command);
 
 }  // namespace kestrelbay

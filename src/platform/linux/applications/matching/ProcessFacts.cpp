@@ -42,7 +42,7 @@ QByteArray variable(const QByteArray &environment, const QByteArray &name) {
     return value;
 }
 
-Command commandOfProcess(std::int64_t pid) {
+CommandLine commandOfProcess(std::int64_t pid) {
     return {wordsOfCommandLine(readOfProcess(pid, "cmdline")),
             QFile::symLinkTarget(QStringLiteral("/proc/%1/cwd").arg(pid))};
 }
@@ -54,7 +54,7 @@ QStringList callingScriptsOf(std::int64_t pid) {
     QStringList scripts;
     while (scripts.size() < kMostScripts) {
         pid = parentOfProcess(pid);
-        const Command command = commandOfProcess(pid);
+        const CommandLine command = commandOfProcess(pid);
         const bool isOfShell = isShell(command.words.value(0).section(u'/', -1));
         const QString script = isOfShell ? interpretedProgram(command) : QString();
         if (script.isEmpty())
@@ -192,7 +192,7 @@ ProcessFacts readProcessFacts(std::int64_t pid) {
         if (!facts.executableNames.contains(name))
             facts.executableNames.append(name);
     }
-    const Command command = commandOfProcess(pid);
+    const CommandLine command = commandOfProcess(pid);
     facts.isSharedTerminal = isSharedTerminal(executable, command.words);
     facts.interpretedProgram = interpretedProgram(command);
     const QString image =

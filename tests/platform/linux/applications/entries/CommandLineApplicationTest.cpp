@@ -28,7 +28,7 @@ protected:
         return QFileInfo(root_.path()).canonicalFilePath() + u'/' + QLatin1String(relative);
     }
     /// '@' stands for the folder.
-    [[nodiscard]] Command innermost(QString line) const {
+    [[nodiscard]] CommandLine innermost(QString line) const {
         line.replace(u'@', in("").chopped(1));
         return innermostCommand({wordsOfExec(line).value_or(QStringList()), in("").chopped(1)});
     }
