@@ -16,15 +16,17 @@ namespace {
 constexpr std::uint32_t kMostWindows = 4096;
 constexpr std::uint32_t kMostAbilities = 1024;
 /// Dialogs of dialogs of dialogs; and some name each other.
-constexpr int kLongestTransientChain = 8;
+constexpr std::size_t kLongestTransientChain = 8;
 
 }  // namespace
 
 struct WindowTracker::Root {
     xcb_window_t root = XCB_NONE;
-    /// Front-most first.
+    /// Front-most first, as the window manager has it, later as they were used.
     std::vector<xcb_window_t> windows;
     xcb_window_t active = XCB_NONE;
+    /// The number of the request that told of it.
+    std::uint32_t request = 0;
     /// The window by which the window manager shows that it is there.
     xcb_window_t check = XCB_NONE;
     /// That is one of a living client for certain.
@@ -76,9 +78,10 @@ void WindowTracker::apply(const xcb_generic_event_t &event) {
         case XCB_PROPERTY_NOTIFY: {
             const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
             time_ = change.time;
-            isNews_ |= system_.atoms().isOneOf(change.atom,
-                                               {"_NET_CLIENT_LIST", "_NET_SUPPORTING_WM_CHECK"}) ||
-                       (reader_.isIdentity(change.atom) && records_.erase(change.window) > 0);
+            isNews_ |=
+                system_.atoms().isOneOf(change.atom, {"_NET_ACTIVE_WINDOW", "_NET_CLIENT_LIST",
+                                                      "_NET_SUPPORTING_WM_CHECK"}) ||
+                (reader_.isIdentity(change.atom) && records_.erase(change.window) > 0);
             break;
         }
         case XCB_DESTROY_NOTIFY: {
@@ -90,6 +93,11 @@ void WindowTracker::apply(const xcb_generic_event_t &event) {
         default:
             break;
     }
+}
+
+void WindowTracker::expectActive(const WindowAddress &window) {
+    const std::lock_guard lock(mutex_);
+    usedByRoot_[window.root].order.expect(window.window);
 }
 
 xcb_timestamp_t WindowTracker::serverTime() {
@@ -139,6 +147,7 @@ std::vector<WindowTracker::Root> WindowTracker::readRoots() const {
             if (*window != XCB_NONE && seen.insert(*window).second)
                 root.windows.push_back(*window);
         root.active = active.value_or(XCB_NONE);
+        root.request = cookies[i].active.sequence;
         root.check = check.value_or(XCB_NONE);
         // When mutter takes over from mutter, the earlier one deletes the later one's
         // announcement, which still owns the window managers' selection.
@@ -231,6 +240,23 @@ WindowTracker::Known WindowTracker::collect(std::span<const xcb_window_t> window
     return known;
 }
 
+void WindowTracker::putInOrderOfUse(Root &root, const Known &known) {
+    // Whoever uses a dialog uses the window that it belongs to.
+    std::vector<xcb_window_t> active;
+    for (auto at = known.find(root.active);
+         at != known.end() && active.size() < kLongestTransientChain;
+         at = known.find(at->second.facts->transientFor))
+        active.push_back(at->first);
+    const std::lock_guard lock(mutex_);
+    Used &used = usedByRoot_[root.root];
+    // Another thread's answer may have been the newer one; the numbers begin anew some day.
+    if (static_cast<std::int32_t>(root.request - used.request) > 0) {
+        used.order.update(root.windows, active);
+        used.request = root.request;
+    }
+    root.windows = used.order.windows();
+}
+
 DesktopPicture WindowTracker::read(std::shared_ptr<const ApplicationIndex> index) {
     DesktopPicture picture;
     picture.index = std::move(index);
@@ -263,16 +289,17 @@ DesktopPicture WindowTracker::read(std::shared_ptr<const ApplicationIndex> index
             matchWindow(*record.facts, *picture.index));
         record.index = picture.index;
     }
-    for (const Root &root : roots) {
+    for (Root &root : roots) {
         if (root.check == XCB_NONE)
             continue;
+        putInOrderOfUse(root, known);
         for (const xcb_window_t window : root.windows) {
             const Record *record = at(window);
             if (record == nullptr)
                 continue;
             // A dialog that tells nothing of itself is its owner's.
             const Record *named = record;
-            for (int step = 0;
+            for (std::size_t step = 0;
                  named != nullptr && named->matches->empty() && step < kLongestTransientChain;
                  ++step)
                 named = at(named->facts->transientFor);

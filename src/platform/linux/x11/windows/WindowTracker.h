@@ -12,6 +12,7 @@
 #include "platform/linux/applications/matching/ApplicationMatch.h"
 #include "platform/linux/x11/connection/WindowSystem.h"
 #include "platform/linux/x11/windows/FocusOrder.h"
+#include "platform/linux/x11/windows/UseOrder.h"
 #include "platform/linux/x11/windows/WindowFactsReader.h"
 
 namespace kestrelbay::x11 {
@@ -28,17 +29,17 @@ struct ManagedWindow {
 struct DesktopPicture {
     xcb_timestamp_t serverTime = XCB_CURRENT_TIME;
     std::shared_ptr<const ApplicationIndex> index;
-    /// Front-most first, screen by screen.
+    /// Front-most first, that is last used first, screen by screen.
     std::vector<ManagedWindow> windows;
 };
 
 /// Reads the windows that the window manager manages.
 ///
-/// Which windows there are, their order and the active one are asked of the
-/// server every time. What identifies a window is asked once and forgotten when
-/// the server tells of a change. The server tells before it answers any later
-/// question, so a picture never shows an identity that had changed by the time
-/// it was asked for.
+/// Which windows there are and the active one are asked of the server every time; their
+/// order is that in which they were active, as far as pictures have shown it. What
+/// identifies a window is asked once and forgotten when the server tells of a change. The
+/// server tells before it answers any later question, so a picture never shows an identity
+/// that had changed by the time it was asked for.
 ///
 /// Any thread; no lock is held while the server is waited for.
 class WindowTracker {
@@ -52,6 +53,9 @@ public:
     /// windows without a server or a window manager that keeps EWMH's lists.
     [[nodiscard]] DesktopPicture read(std::shared_ptr<const ApplicationIndex> index);
 
+    /// This window has been asked to become active; in pictures it comes first from now on.
+    void expectActive(const WindowAddress &window);
+
     /// The server's clock, after one round trip.
     [[nodiscard]] xcb_timestamp_t serverTime();
 
@@ -62,8 +66,8 @@ public:
     void processQueuedEvents() { process(xcb_poll_for_queued_event); }
 
     /// Called, from whichever thread notices, when there are windows that are not
-    /// known yet. To be set before there is a second thread, and cleared by an
-    /// empty one.
+    /// known yet, or another one is active. To be set before there is a second thread,
+    /// and cleared by an empty one.
     void setNews(std::function<void()> news);
 
 private:
@@ -82,6 +86,7 @@ private:
     [[nodiscard]] std::vector<Root> readRoots() const;
     [[nodiscard]] Known collect(std::span<const xcb_window_t> windows, std::vector<Root> &roots);
     void verifyWindowManagers(std::span<Root *const> unverified);
+    void putInOrderOfUse(Root &root, const Known &known);
     void process(xcb_generic_event_t *pollForFirst(xcb_connection_t *));
 
     // With the lock held.
@@ -95,6 +100,12 @@ private:
 
     std::mutex mutex_;
     Known records_;
+    struct Used {
+        UseOrder order;
+        /// The number of the request that told of it.
+        std::uint32_t request = 0;
+    };
+    std::unordered_map<xcb_window_t, Used> usedByRoot_;
     /// The windows by which window managers show that they live; have they been
     /// seen to?
     std::unordered_map<xcb_window_t, bool> verified_;

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+namespace kestrelbay::x11 {
+
+/// The windows of a screen in the order in which they were last active. Stacking lists
+/// can't tell: some window managers bring theirs up to date late, or never.
+class UseOrder {
+public:
+    /// Takes in which windows there are and which are active: a dialog with the windows it
+    /// belongs to, from itself on. A window that is new comes behind the one that the list,
+    /// front-most first, has before it, and in front of all only when it is active.
+    void update(std::span<const xcb_window_t> list, std::span<const xcb_window_t> active);
+
+    /// This window has been asked to become active, and counts as that from now on: it may
+    /// be so short a time that nobody sees it.
+    void expect(xcb_window_t window);
+
+    /// Those of the last list, the last used one first.
+    [[nodiscard]] const std::vector<xcb_window_t> &windows() const { return windows_; }
+
+private:
+    /// Brings the windows up to date with the list.
+    void takeIn();
+    void toFront(xcb_window_t window);
+
+    std::vector<xcb_window_t> list_;
+    std::vector<xcb_window_t> windows_;
+    xcb_window_t active_ = XCB_NONE;
+    /// Of several that were asked one after the other, the earlier ones may still be seen
+    /// active on the way.
+    std::vector<xcb_window_t> expected_;
+};
+
+}  // namespace kestrelbay::x11
