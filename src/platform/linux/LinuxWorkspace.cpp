@@ -81,9 +81,7 @@ public:
     [[nodiscard]] QUrl bundleURL() const override { return bundleURL_; }
     [[nodiscard]] QString bundleIdentifier() const override { return bundleIdentifier_; }
     [[nodiscard]] ProcessIdentifier processIdentifier() const override { return pid_; }
-    [[nodiscard]] bool isActive() const override {
-        return active_ && !windows_->isActiveOneMinimized();
-    }
+    [[nodiscard]] bool isActive() const override { return active_ && !windows_->areMinimized(); }
     /// Tool palettes, dialogs and windows that keep out of task bars are left out
     /// as long as there are others; desktops, panels and the like always.
     [[nodiscard]] std::vector<std::unique_ptr<WindowElement>> windows() const override {

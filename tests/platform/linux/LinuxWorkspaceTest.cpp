@@ -178,6 +178,8 @@ TEST_F(LinuxWorkspaceWindows, AWindowThatIsMinimisedButStillMappedComesBack) {
     ASSERT_EQ(list[0]->isMinimized(), true);
     maker_->listen();
     EXPECT_TRUE(list[0]->setMinimized(false));
+    // Whoever asks wants it done by then.
+    EXPECT_TRUE(list[0]->isMinimized().has_value());
     EXPECT_TRUE(waitUntil([&] {
         const auto said = maker_->heard();
         return said.size() == 1 && said[0].window == windows[0] &&

@@ -27,6 +27,7 @@ kestrelbay_test(linux_apps_tests LABEL display
         linux/LinuxWorkspaceIdentityTest.cpp
         linux/LinuxWorkspaceTest.cpp
         linux/OpenedFileTest.cpp
+        linux/PressesUnderManagersTest.cpp
         linux/SlowStartTest.cpp
         linux/TerminalProgramsTest.cpp
         linux/WindowRoundTripsTest.cpp

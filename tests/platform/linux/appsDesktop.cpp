@@ -121,9 +121,17 @@ xcb_window_t WindowMaker::make(const WindowOptions &options) {
         setWord("_NET_WM_WINDOW_TYPE", "ATOM", atom(options.type));
     if (options.transientFor != 0)
         setWord("WM_TRANSIENT_FOR", "WINDOW", options.transientFor);
+    if (options.groupLeader != 0) {
+        // The flag for the last of ICCCM's nine words, and that word.
+        std::array<std::uint32_t, 9> hints{1U << 6U};
+        hints.back() = options.groupLeader;
+        setRaw(window, "WM_HINTS", "WM_HINTS", 32,
+               QByteArray(reinterpret_cast<const char *>(hints.data()), sizeof hints));
+    }
     if (options.skipsTaskbar)
         setWord("_NET_WM_STATE", "ATOM", atom("_NET_WM_STATE_SKIP_TASKBAR"));
-    xcb_map_window(connection_.get(), window);
+    if (!options.unmapped)
+        xcb_map_window(connection_.get(), window);
     sync();
     return window;
 }
@@ -192,6 +200,14 @@ bool WindowMaker::managed(const std::vector<xcb_window_t> &windows) {
 bool WindowMaker::isIconic(xcb_window_t window) {
     const auto state = words(window, "WM_STATE");
     return !state.empty() && state.front() == 3;
+}
+
+bool WindowMaker::isInView(xcb_window_t window) {
+    const x11::Reply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+        connection_.get(), xcb_get_window_attributes(connection_.get(), window), nullptr));
+    const auto states = words(window, "_NET_WM_STATE");
+    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE && !isIconic(window) &&
+           std::ranges::count(states, atom("_NET_WM_STATE_HIDDEN")) == 0;
 }
 
 void WindowMaker::listen() {

@@ -58,6 +58,9 @@ struct WindowOptions {
     const char *className = nullptr;
     const char *type = nullptr;
     xcb_window_t transientFor = 0;
+    xcb_window_t groupLeader = 0;
+    /// Only there to be named by others.
+    bool unmapped = false;
     bool skipsTaskbar = false;
 };
 
@@ -66,7 +69,7 @@ class WindowMaker {
 public:
     explicit WindowMaker(const QString &displayName);
 
-    /// Made and mapped; the window manager may not have it yet.
+    /// Made and, usually, mapped; the window manager may not have it yet.
     xcb_window_t make(const WindowOptions &options);
     void setText(xcb_window_t window, const char *property, const QByteArray &text);
     void setRaw(xcb_window_t window, const char *property, const char *type, int format,
@@ -81,6 +84,8 @@ public:
     /// Has the window manager got them all?
     [[nodiscard]] bool managed(const std::vector<xcb_window_t> &windows);
     [[nodiscard]] bool isIconic(xcb_window_t window);
+    /// Neither minimised nor kept unmapped by other means.
+    [[nodiscard]] bool isInView(xcb_window_t window);
     [[nodiscard]] xcb_atom_t atom(const char *name);
 
     /// From now on, hear what is said to the window manager.

@@ -106,16 +106,26 @@ bool WindowSystem::minimize(const WindowAddress &window) const {
     return tellWindowManager(window.root, window.window, "WM_CHANGE_STATE", {kIconicState});
 }
 
-bool WindowSystem::restore(const WindowAddress &window, xcb_timestamp_t time) const {
+bool WindowSystem::restore(std::span<const WindowAddress> windows, xcb_timestamp_t time) const {
     xcb_connection_t *c = connection_.get();
-    const Reply<xcb_get_window_attributes_reply_t> attributes(
-        xcb_get_window_attributes_reply(c, xcb_get_window_attributes(c, window.window), nullptr));
+    std::vector<xcb_get_window_attributes_cookie_t> cookies;
+    cookies.reserve(windows.size());
+    for (const WindowAddress &at : windows)
+        cookies.push_back(xcb_get_window_attributes(c, at.window));
+    std::vector<bool> mapped;
+    for (const xcb_get_window_attributes_cookie_t cookie : cookies) {
+        const Reply<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(c, cookie, nullptr));
+        mapped.push_back(attributes && attributes->map_state != XCB_MAP_STATE_UNMAPPED);
+    }
     // To map what is mapped does nothing, and no window manager hears of it. Some leave
     // minimised windows mapped, and each for a moment after it has marked them.
-    if (attributes && attributes->map_state != XCB_MAP_STATE_UNMAPPED)
-        return activate(window, time);
-    // The window manager gets it as a request, since it redirects its windows.
-    xcb_map_window(c, window.window);
+    for (std::size_t i = 0; i < windows.size(); ++i)
+        if (mapped[i])
+            activate(windows[i], time);
+        else
+            // The window manager gets it as a request, since it redirects its windows.
+            xcb_map_window(c, windows[i].window);
     return flush();
 }
 

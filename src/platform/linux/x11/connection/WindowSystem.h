@@ -60,8 +60,8 @@ public:
     bool showWorkspace(const WindowAddress &window, std::uint32_t workspace,
                        xcb_timestamp_t time) const;
     bool minimize(const WindowAddress &window) const;
-    /// Back from being minimised. Takes a round trip.
-    bool restore(const WindowAddress &window, xcb_timestamp_t time) const;
+    /// Back from being minimised, one after the other. Takes a round trip.
+    bool restore(std::span<const WindowAddress> windows, xcb_timestamp_t time) const;
     bool raise(const WindowAddress &window) const;
 
     /// Sends what the requests above have written.

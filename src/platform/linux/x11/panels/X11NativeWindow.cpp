@@ -96,7 +96,7 @@ private:
         if (state.otherWorkspace)
             system_.showWorkspace(address, *state.otherWorkspace, time);
         if (state.minimized)
-            system_.restore(address, time);
+            system_.restore(std::array{address}, time);
         system_.activate(address, time);
     }
 

@@ -1,12 +1,21 @@
 #include "platform/linux/x11/windows/ApplicationWindows.h"
 
 #include <algorithm>
+#include <thread>
 #include <unordered_map>
 #include <utility>
 
 #include <QString>
 
 namespace kestrelbay::x11 {
+
+namespace {
+
+bool isInView(const WindowState &state) {
+    return state.managed && !state.minimized;
+}
+
+}  // namespace
 
 std::vector<ApplicationGroup> groupApplications(const DesktopPicture &picture) {
     std::vector<ApplicationGroup> groups;
@@ -43,15 +52,25 @@ std::vector<ApplicationGroup> groupApplications(const DesktopPicture &picture) {
 
 ApplicationWindows::ApplicationWindows(std::shared_ptr<WindowTracker> tracker,
                                        const DesktopPicture &picture, const ApplicationGroup &group)
-    : tracker_(std::move(tracker)), pictureTime_(picture.serverTime) {
+    : tracker_(std::move(tracker)), index_(picture.index), time_(picture.serverTime) {
     for (const std::size_t window : group.windows)
         if (picture.windows[window].facts->type != WindowType::Decoration)
             windows_.push_back(picture.windows[window]);
 }
 
-xcb_timestamp_t ApplicationWindows::freshTime() const {
-    return std::chrono::steady_clock::now() - madeAt_ < kStatesLast ? pictureTime_
-                                                                    : tracker_->serverTime();
+ApplicationWindows::~ApplicationWindows() {
+    restoreAsked();
+}
+
+xcb_timestamp_t ApplicationWindows::freshTime() {
+    if (std::chrono::steady_clock::now() - timeAskedAt_ >= kStatesLast)
+        askTime();
+    return time_;
+}
+
+void ApplicationWindows::askTime() {
+    timeAskedAt_ = std::chrono::steady_clock::now();
+    time_ = tracker_->serverTime();
 }
 
 void ApplicationWindows::readStates() {
@@ -84,33 +103,60 @@ std::vector<std::size_t> ApplicationWindows::listed() {
     return ordinary.empty() ? all : ordinary;
 }
 
-bool ApplicationWindows::isActiveOneMinimized() {
+bool ApplicationWindows::areMinimized() {
+    const std::vector<std::size_t> list = listed();
+    const auto isMinimized = [this](std::size_t window) { return states_[window].minimized; };
+    if (!list.empty() && std::ranges::all_of(list, isMinimized))
+        return true;
     const auto active = std::ranges::find(windows_, true, &ManagedWindow::active);
-    if (active == windows_.end())
-        return false;
-    readStates();
-    return states_[static_cast<std::size_t>(active - windows_.begin())].minimized;
+    return active != windows_.end() &&
+           isMinimized(static_cast<std::size_t>(active - windows_.begin()));
 }
 
 std::optional<WindowState> ApplicationWindows::state(std::size_t window) {
+    if (returning_.contains(window))
+        restoreAsked();
     readStates();
     return states_[window].exists ? std::optional(states_[window]) : std::nullopt;
 }
 
 bool ApplicationWindows::setMinimized(std::size_t window, bool minimized) {
+    if (!minimized) {
+        returning_.insert(window);
+        return tracker_->windowSystem().connection().isUsable();
+    }
+    returning_.erase(window);
     states_.clear();
-    const WindowAddress &address = windows_[window].address;
-    return minimized ? tracker_->windowSystem().minimize(address)
-                     : tracker_->windowSystem().restore(address, freshTime());
+    return tracker_->windowSystem().minimize(windows_[window].address);
+}
+
+void ApplicationWindows::restoreAsked() {
+    if (returning_.empty())
+        return;
+    readStates();
+    std::vector<WindowAddress> addresses;
+    for (auto window = returning_.rbegin(); window != returning_.rend(); ++window) {
+        if (!states_[*window].exists)
+            continue;
+        addresses.push_back(windows_[*window].address);
+        tracker_->expectActive(addresses.back());
+    }
+    // Programs may have told of their use since the picture, as when they were hidden.
+    askTime();
+    tracker_->windowSystem().restore(addresses, time_);
+    returning_.clear();
+    states_.clear();
 }
 
 bool ApplicationWindows::raise(std::size_t window) {
+    restoreAsked();
     return tracker_->windowSystem().raise(windows_[window].address);
 }
 
 bool ApplicationWindows::focus(std::size_t window) {
     readStates();
     const std::optional<std::uint32_t> otherWorkspace = states_[window].otherWorkspace;
+    restoreAsked();
     states_.clear();
     focused_ = window;
     const WindowSystem &system = tracker_->windowSystem();
@@ -121,11 +167,12 @@ bool ApplicationWindows::focus(std::size_t window) {
     if (otherWorkspace)
         system.showWorkspace(address, *otherWorkspace, time);
     tracker_->focusOrder().asked(address, true);
+    tracker_->expectActive(address);
     return system.activate(address, time);
 }
 
 /// A dialog goes and comes with the window it belongs to. Minimised by itself, it
-/// would be left behind when that window comes back.
+/// would be left behind when that window is brought back from a task bar.
 bool ApplicationWindows::isOwnersBusiness(const ManagedWindow &window) const {
     return std::any_of(windows_.begin(), windows_.end(), [&](const ManagedWindow &other) {
         return window.facts->transientForGroup ? !other.facts->isTransient()
@@ -133,18 +180,64 @@ bool ApplicationWindows::isOwnersBusiness(const ManagedWindow &window) const {
     });
 }
 
+void ApplicationWindows::minimizeAndWait(const std::vector<std::size_t> &windows) {
+    // The back-most first: the focus does not wander over those that go as well.
+    for (auto window = windows.rbegin(); window != windows.rend(); ++window)
+        tracker_->windowSystem().minimize(windows_[*window].address);
+    const auto end = std::chrono::steady_clock::now() + kManagerAnswers;
+    while (std::chrono::steady_clock::now() < end) {
+        states_.clear();
+        readStates();
+        if (std::ranges::none_of(windows, [this](std::size_t i) { return isInView(states_[i]); }))
+            return;
+        std::this_thread::sleep_for(kBetweenLooks);
+    }
+}
+
 bool ApplicationWindows::minimizeAll() {
-    states_.clear();
+    returning_.clear();
     focused_.reset();
+    std::vector<std::size_t> ordinary;
+    std::vector<std::size_t> dialogs;
+    for (std::size_t i = 0; i < windows_.size(); ++i)
+        (isOwnersBusiness(windows_[i]) ? dialogs : ordinary).push_back(i);
     if (const auto active = std::ranges::find(windows_, true, &ManagedWindow::active);
         active != windows_.end())
         tracker_->focusOrder().asked(active->address, false);
-    bool sent = !windows_.empty();
-    // The back-most first: the focus does not wander over those that go as well.
-    for (auto window = windows_.rbegin(); window != windows_.rend(); ++window)
-        if (!isOwnersBusiness(*window))
-            sent = tracker_->windowSystem().minimize(window->address) && sent;
-    return sent;
+    minimizeAndWait(ordinary);
+    // Some window managers leave the dialogs of a group, which then keep the focus.
+    readStates();
+    std::erase_if(dialogs, [this](std::size_t i) { return !isInView(states_[i]); });
+    if (!dialogs.empty())
+        minimizeAndWait(dialogs);
+    readStates();
+    // Not every window manager can minimise, or not every window.
+    if (std::ranges::any_of(states_, isInView))
+        focusAnother();
+    return !windows_.empty() && tracker_->windowSystem().connection().isUsable();
+}
+
+void ApplicationWindows::focusAnother() const {
+    const DesktopPicture picture = tracker_->read(index_);
+    bool isOursActive = false;
+    std::vector<WindowAddress> others;
+    for (const ManagedWindow &window : picture.windows) {
+        const bool isOurs = std::ranges::any_of(windows_, [&](const ManagedWindow &own) {
+            return own.address.window == window.address.window;
+        });
+        isOursActive |= isOurs && window.active;
+        if (!isOurs && window.facts->type != WindowType::Decoration)
+            others.push_back(window.address);
+    }
+    if (!isOursActive)
+        return;
+    const WindowSystem &system = tracker_->windowSystem();
+    const std::vector<WindowState> states = system.readStates(others);
+    for (std::size_t i = 0; i < others.size(); ++i)
+        if (isInView(states[i]) && !states[i].otherWorkspace) {
+            system.activate(others[i], picture.serverTime);
+            return;
+        }
 }
 
 bool ApplicationWindows::activate() {
@@ -155,9 +248,8 @@ bool ApplicationWindows::activate() {
         return false;
     // Those that no task bar shows went with the others, and come with them.
     for (std::size_t i = 0; i < windows_.size(); ++i)
-        if (states_[i].exists && states_[i].minimized && !windows_[i].facts->isTransient() &&
-            std::find(list.begin(), list.end(), i) == list.end())
-            tracker_->windowSystem().restore(windows_[i].address, freshTime());
+        if (states_[i].minimized && std::ranges::find(list, i) == list.end())
+            returning_.insert(i);
     return focus(main_.value_or(list.front()));
 }
 
