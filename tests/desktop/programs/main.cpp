@@ -15,11 +15,12 @@ void sceneStart(Stage &stage) {
     HomeFolder::write(stage.desktop().home().rulesPath(), stage.rulesBytes());
     // Chromium's sandbox wants a user other than root, which the tests may be run by.
     stage.setProgramVariable(QStringLiteral("QTWEBENGINE_DISABLE_SANDBOX"), QStringLiteral("1"));
-    // Java asks the system for the home folder, and jEdit shows help at its first start.
+    // Java asks the system for the home folder, and jEdit shows help and tips at its start.
     const QString home = stage.desktop().home().path();
     stage.setProgramVariable(QStringLiteral("JAVA_TOOL_OPTIONS"),
                              QStringLiteral("-Duser.home=") + home);
-    HomeFolder::write(home + QStringLiteral("/.jedit/properties"), "firstTime=false\n");
+    HomeFolder::write(home + QStringLiteral("/.jedit/properties"),
+                      "firstTime=false\ntip.show=false\n");
     stage.story().step({
         .done = QStringLiteral("started KestrelBay"),
         .expected = QStringLiteral("its hotkeys are grabbed"),
