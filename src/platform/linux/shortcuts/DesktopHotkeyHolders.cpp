@@ -16,7 +16,7 @@
 #include "platform/linux/shortcuts/ShortcutTables.h"
 #include "platform/linux/x11/connection/DisplayDiagnostics.h"
 #include "platform/linux/x11/connection/XConnection.h"
-#include "platform/linux/x11/keyboard/KeyCodeTable.h"
+#include "platform/linux/x11/keymap/KeyCodeTable.h"
 
 using namespace Qt::StringLiterals;
 

@@ -6,9 +6,8 @@
 
 #include <QDir>
 
-#include "platform/linux/applications/matching/Terminals.h"
-
 #include "files/StandardPath.h"
+#include "platform/linux/applications/matching/Terminals.h"
 
 namespace kestrelbay {
 

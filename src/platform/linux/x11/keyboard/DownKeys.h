@@ -8,7 +8,7 @@
 
 #include "platform/EventTap.h"
 #include "platform/linux/x11/connection/XConnection.h"
-#include "platform/linux/x11/keyboard/KeyboardState.h"
+#include "platform/linux/x11/keymap/KeyboardState.h"
 
 namespace kestrelbay::x11 {
 

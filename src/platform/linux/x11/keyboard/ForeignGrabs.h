@@ -6,7 +6,7 @@
 #include <QString>
 
 #include "platform/linux/x11/connection/XConnection.h"
-#include "platform/linux/x11/keyboard/KeyGrabs.h"
+#include "platform/linux/x11/keymap/KeyGrabs.h"
 
 namespace kestrelbay::x11 {
 

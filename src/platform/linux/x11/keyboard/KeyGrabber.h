@@ -3,7 +3,7 @@
 #include <set>
 
 #include "platform/linux/x11/connection/XConnection.h"
-#include "platform/linux/x11/keyboard/KeyGrabs.h"
+#include "platform/linux/x11/keymap/KeyGrabs.h"
 
 namespace kestrelbay::x11 {
 

@@ -6,7 +6,7 @@
 #include <xcb/xinput.h>
 
 #include "platform/EventTap.h"
-#include "platform/linux/x11/keyboard/KeyGrabs.h"
+#include "platform/linux/x11/keymap/KeyGrabs.h"
 
 namespace kestrelbay::x11 {
 

@@ -8,7 +8,7 @@
 #include <QString>
 
 #include "platform/EventTap.h"
-#include "platform/linux/x11/keyboard/KeyGrabs.h"
+#include "platform/linux/x11/keymap/KeyGrabs.h"
 
 namespace kestrelbay::x11 {
 

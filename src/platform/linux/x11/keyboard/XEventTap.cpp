@@ -9,8 +9,8 @@
 
 #include <xcb/xinput.h>
 
-#include "platform/linux/x11/keyboard/KeyboardState.h"
 #include "platform/linux/x11/keyboard/RawKeys.h"
+#include "platform/linux/x11/keymap/KeyboardState.h"
 
 namespace kestrelbay::x11 {
 

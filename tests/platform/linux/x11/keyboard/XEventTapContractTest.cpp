@@ -1,8 +1,8 @@
 #include <QElapsedTimer>
 
 #include "platform/EventTapContract.h"
-#include "platform/linux/x11/keyboard/KeyCodeTable.h"
 #include "platform/linux/x11/keyboard/XEventTap.h"
+#include "platform/linux/x11/keymap/KeyCodeTable.h"
 #include "support/FocusedWindow.h"
 #include "support/KeyPresser.h"
 #include "support/Poll.h"

@@ -6,7 +6,7 @@
 #include <xcb/xcb.h>
 
 #include "keys/KeyCode.h"
-#include "platform/linux/x11/keyboard/KeyGrabs.h"
+#include "platform/linux/x11/keymap/KeyGrabs.h"
 
 namespace kestrelbay::x11 {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/x11/keyboard/KeyCodeTable.h"
+#include "platform/linux/x11/keymap/KeyCodeTable.h"
 
 #include <set>
 

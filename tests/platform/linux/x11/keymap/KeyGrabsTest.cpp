@@ -1,4 +1,4 @@
-#include "platform/linux/x11/keyboard/KeyGrabs.h"
+#include "platform/linux/x11/keymap/KeyGrabs.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

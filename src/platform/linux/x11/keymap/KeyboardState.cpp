@@ -1,4 +1,4 @@
-#include "platform/linux/x11/keyboard/KeyboardState.h"
+#include "platform/linux/x11/keymap/KeyboardState.h"
 
 #include <xkbcommon/xkbcommon-x11.h>
 #include <xkbcommon/xkbcommon.h>
