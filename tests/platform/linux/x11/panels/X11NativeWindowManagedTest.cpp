@@ -24,11 +24,10 @@ protected:
         const QString settings = QStringLiteral("org.xfce.Xfconf.service");
         QFile::link(QStringLiteral("/usr/share/dbus-1/services/") + settings,
                     bus_.serviceFolder() + u'/' + settings);
-        qputenv("DBUS_SESSION_BUS_ADDRESS", bus_.address().toUtf8());
-        manager_ = server_.startWindowManager(QString::fromLatin1(GetParam()));
+        QProcessEnvironment session;
+        session.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus_.address());
+        manager_ = server_.startWindowManager(QString::fromLatin1(GetParam()), session);
     }
-
-    void TearDown() override { qunsetenv("DBUS_SESSION_BUS_ADDRESS"); }
 
     xcb_window_t makeManaged(WindowMaker &maker) {
         const xcb_window_t window = maker.make({});
