@@ -9,11 +9,11 @@ namespace kestrelbay {
 /// The program that probably keeps a hotkey from this one. What is not known is empty.
 struct HotkeyHolder {
     /// Its name, as the user may know it.
-    QString program;
+    QString program{};
     /// What the hotkey does there, as the desktop's own settings call it.
-    QString action;
+    QString action{};
     /// What frees the hotkey: a command, or a file and the line to put there.
-    QString remedy;
+    QString remedy{};
 
     bool operator==(const HotkeyHolder &) const = default;
 };

@@ -9,14 +9,6 @@ namespace {
 using places::RowPart;
 using testing::xkey::kEscape;
 
-RuleSpec editorRule() {
-    RuleSpec rule =
-        ruleWithoutHotkey(QStringLiteral("Editor"), QStringLiteral("org.xfce.mousepad"));
-    rule.key = keys::kE;
-    rule.modifierFlags = flags::kLeftCommand;
-    return rule;
-}
-
 }  // namespace
 
 void sceneEditedByHand(PreferencesStage &stage) {

@@ -29,14 +29,6 @@ RuleSpec terminalRule() {
     return rule;
 }
 
-RuleSpec editorRule() {
-    RuleSpec rule =
-        ruleWithoutHotkey(QStringLiteral("Editor"), QStringLiteral("org.xfce.mousepad"));
-    rule.key = keys::kE;
-    rule.modifierFlags = flags::kLeftCommand;
-    return rule;
-}
-
 void beginWithThree(PreferencesStage &stage) {
     stage.begin({markerRule(stage.desktop().home(), keys::kK), terminalRule(), editorRule()});
 }

@@ -187,4 +187,12 @@ RuleSpec ruleWithoutHotkey(const QString &name, const QString &entry) {
             .modifierFlags = 0};
 }
 
+RuleSpec editorRule() {
+    RuleSpec rule =
+        ruleWithoutHotkey(QStringLiteral("Editor"), QStringLiteral("org.xfce.mousepad"));
+    rule.key = keys::kE;
+    rule.modifierFlags = flags::kLeftCommand;
+    return rule;
+}
+
 }  // namespace kestrelbay::desktop

@@ -61,5 +61,7 @@ public:
 [[nodiscard]] RuleSpec markerRule(const HomeFolder &home, const Key &key);
 /// A rule for an ordinary program, without a hotkey.
 [[nodiscard]] RuleSpec ruleWithoutHotkey(const QString &name, const QString &entry);
+/// A rule for a program with one window, on L⌘E.
+[[nodiscard]] RuleSpec editorRule();
 
 }  // namespace kestrelbay::desktop

@@ -21,10 +21,6 @@ constexpr QLatin1String kWrappers(
     "sh snap su sudo systemd-run tclsh wine wine-preloader wine64 wine64-preloader wish "
     "xdg-open zsh");
 
-QString baseName(const QString &program) {
-    return program.section(u'/', -1);
-}
-
 /// Wrappers of which nothing is left once the program runs, and their options that take
 /// a word of their own.
 struct Wrapper {
@@ -139,6 +135,10 @@ CommandLine commandOfText(const QString &text, const QString &folder) {
 bool isInterpreterOrWrapper(const QString &programName) {
     static const QStringList kNames = QString(kWrappers).split(u' ');
     return kNames.contains(programName) || kNames.contains(withoutVersion(programName));
+}
+
+QString baseName(const QString &program) {
+    return program.section(u'/', -1);
 }
 
 std::optional<QStringList> wordsOfExec(const QString &exec) {

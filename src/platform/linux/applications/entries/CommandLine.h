@@ -28,6 +28,9 @@ struct CommandLine {
 /// The path of the text where it is absolute, or is in the folder. Empty when it has none.
 [[nodiscard]] QString pathFrom(const QString &folder, const QString &text);
 
+/// A program without its folder.
+[[nodiscard]] QString baseName(const QString &program);
+
 /// Is this the name of a program that runs other programs, so that its name says
 /// nothing of what it runs?
 [[nodiscard]] bool isInterpreterOrWrapper(const QString &programName);

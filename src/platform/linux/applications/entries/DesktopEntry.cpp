@@ -17,10 +17,6 @@ namespace {
 
 constexpr qint64 kLargestEntry = 1 << 20;
 
-QString baseName(const QString &program) {
-    return program.section(u'/', -1);
-}
-
 void addName(QStringList &names, const QString &program) {
     const QString name = baseName(program);
     if (!name.isEmpty() && !isInterpreterOrWrapper(name) && !names.contains(name))

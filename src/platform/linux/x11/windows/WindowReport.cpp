@@ -9,13 +9,13 @@ namespace kestrelbay::x11 {
 namespace {
 
 /// Longer texts are nobody's names.
-constexpr qsizetype kLongestText = 100;
+constexpr qsizetype kLongestName = 100;
 
 /// Another program's text, on one line.
 QString quoted(QString text) {
     std::ranges::replace_if(
         text, [](QChar c) { return !c.isPrint(); }, QChar(u'?'));
-    return u'"' + text.left(kLongestText) + u'"';
+    return u'"' + text.left(kLongestName) + u'"';
 }
 
 QString typeOf(WindowType type) {
