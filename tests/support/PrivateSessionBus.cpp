@@ -38,4 +38,10 @@ PrivateSessionBus::PrivateSessionBus() {
             address_ = QString::fromLatin1(line);
 }
 
+void PrivateSessionBus::offer(const QString &service) const {
+    const QString name = service + QStringLiteral(".service");
+    QFile::link(QStringLiteral("/usr/share/dbus-1/services/") + name,
+                serviceFolder() + u'/' + name);
+}
+
 }  // namespace kestrelbay::testing

@@ -18,6 +18,8 @@ public:
     /// What DBUS_SESSION_BUS_ADDRESS has to be.
     [[nodiscard]] const QString &address() const { return address_; }
     [[nodiscard]] ChildProcess &process() { return *process_; }
+    /// From now on it can start this service, if it is installed.
+    void offer(const QString &service) const;
     /// The folder of the services that the bus can start.
     [[nodiscard]] QString serviceFolder() const {
         return folder_.filePath(QStringLiteral("dbus-1/services"));

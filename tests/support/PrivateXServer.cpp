@@ -100,12 +100,19 @@ QProcessEnvironment PrivateXServer::environment() const {
 }
 
 std::unique_ptr<ChildProcess> PrivateXServer::launchWindowManager(
-    const QString &program, const QStringList &arguments, const QProcessEnvironment &own,
+    const QString &program, const WindowManagerStart &start, const QStringList &arguments,
     const QProcessEnvironment &session) const {
+    const QString bus = QStringLiteral("DBUS_SESSION_BUS_ADDRESS");
     QProcessEnvironment all = environment();
-    all.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("disabled:"));
+    all.insert(bus, QStringLiteral("disabled:"));
+    if (!start.service.isEmpty() && !session.contains(bus)) {
+        if (!managersBus_)
+            managersBus_ = std::make_unique<PrivateSessionBus>();
+        managersBus_->offer(start.service);
+        all.insert(bus, managersBus_->address());
+    }
     all.insert(session);
-    all.insert(own);
+    all.insert(start.environment);
     auto manager = std::make_unique<ChildProcess>(program, arguments, all, QProcess::nullDevice());
     if (!manager->started())
         throw std::runtime_error("cannot start " + program.toStdString() + "; is it installed?");
@@ -116,7 +123,7 @@ std::unique_ptr<ChildProcess> PrivateXServer::startWindowManager(const QString &
                                                                  const QProcessEnvironment &session,
                                                                  WindowManagerKeys keys) const {
     const WindowManagerStart start = windowManagerStart(program, managerHome_.path(), keys);
-    auto manager = launchWindowManager(program, start.arguments, start.environment, session);
+    auto manager = launchWindowManager(program, start, start.arguments, session);
     waitForWindowManager(displayName_);
     return manager;
 }
@@ -128,8 +135,7 @@ void PrivateXServer::replaceWindowManager(std::unique_ptr<ChildProcess> &manager
     std::unique_ptr<ChildProcess> earlier = std::move(manager);
     if (start.takeover.isEmpty())
         earlier.reset();
-    manager =
-        launchWindowManager(program, start.takeover + start.arguments, start.environment, session);
+    manager = launchWindowManager(program, start, start.takeover + start.arguments, session);
     if (earlier && !waitUntil([&] { return !earlier->isRunning(); }))
         throw std::runtime_error("the earlier window manager does not end");
     waitForWindowManager(displayName_);

@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include "support/ChildProcess.h"
+#include "support/PrivateSessionBus.h"
 #include "support/WindowManagerStart.h"
 
 namespace kestrelbay::testing {
@@ -26,7 +27,8 @@ public:
     [[nodiscard]] ChildProcess &process() { return *process_; }
 
     /// Starts one of knownWindowManagers() and waits until it manages windows. It
-    /// has a home folder of its own and, unless `session` names one, no session bus.
+    /// has a home folder of its own and, unless `session` names one, a session bus only
+    /// if it cannot do without.
     /// Throws std::runtime_error when it does not come up.
     [[nodiscard]] std::unique_ptr<ChildProcess> startWindowManager(
         const QString &program, const QProcessEnvironment &session = {},
@@ -37,10 +39,11 @@ public:
 
 private:
     [[nodiscard]] std::unique_ptr<ChildProcess> launchWindowManager(
-        const QString &program, const QStringList &arguments, const QProcessEnvironment &own,
+        const QString &program, const WindowManagerStart &start, const QStringList &arguments,
         const QProcessEnvironment &session) const;
 
     QTemporaryDir managerHome_;
+    mutable std::unique_ptr<PrivateSessionBus> managersBus_;
     std::unique_ptr<ChildProcess> process_;
     QString displayName_;
 };

@@ -60,6 +60,7 @@ struct Known {
     const char *file = nullptr;  ///< below the home folder
     const char *contents = nullptr;
     bool takesOver = true;
+    const char *service = "";  ///< that it has its settings from
 };
 
 const std::map<QString, Known> &allKnown() {
@@ -79,7 +80,11 @@ const std::map<QString, Known> &allKnown() {
         {QStringLiteral("mutter"), {{smDisable, onX11}, gsettings, kGSettings}},
         {QStringLiteral("openbox"), {{smDisable}, ".config/openbox/rc.xml", kOpenbox}},
         {QStringLiteral("xfwm4"),
-         {{QStringLiteral("--compositor=off"), QStringLiteral("--sm-client-disable")}}},
+         {{QStringLiteral("--compositor=off"), QStringLiteral("--sm-client-disable")},
+          nullptr,
+          nullptr,
+          true,
+          "org.xfce.Xfconf"}},
     };
     return all;
 }
@@ -117,6 +122,7 @@ WindowManagerStart windowManagerStart(const QString &program, const QString &fol
 
     WindowManagerStart start;
     start.arguments = known->second.arguments;
+    start.service = QLatin1String(known->second.service);
     if (known->second.takesOver)
         start.takeover = QStringList{QStringLiteral("--replace")};
     const auto set = [&](const char *name, const QString &value) {

@@ -22,6 +22,8 @@ struct WindowManagerStart {
     /// For one that takes over from another; empty where it cannot.
     QStringList takeover;
     QProcessEnvironment environment;
+    /// What it needs on its session bus; empty where it needs none.
+    QString service;
 };
 
 /// Writes what it needs below the folder, its home. Throws std::runtime_error when it cannot be

@@ -4,13 +4,10 @@
 #include <string>
 #include <vector>
 
-#include <QFile>
-
 #include <gtest/gtest.h>
 
 #include "platform/linux/x11/panels/X11NativeWindowFixture.h"
 #include "support/Poll.h"
-#include "support/PrivateSessionBus.h"
 
 namespace kestrelbay::testing {
 namespace {
@@ -20,13 +17,7 @@ class X11NativeWindowManaged : public X11NativeWindowFixture,
                                public ::testing::WithParamInterface<const char *> {
 protected:
     void SetUp() override {
-        // xfwm4 has its settings from a service.
-        const QString settings = QStringLiteral("org.xfce.Xfconf.service");
-        QFile::link(QStringLiteral("/usr/share/dbus-1/services/") + settings,
-                    bus_.serviceFolder() + u'/' + settings);
-        QProcessEnvironment session;
-        session.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus_.address());
-        manager_ = server_.startWindowManager(QString::fromLatin1(GetParam()), session);
+        manager_ = server_.startWindowManager(QString::fromLatin1(GetParam()));
     }
 
     xcb_window_t makeManaged(WindowMaker &maker) {
@@ -87,7 +78,6 @@ protected:
         }));
     }
 
-    PrivateSessionBus bus_;
     std::unique_ptr<ChildProcess> manager_;
 };
 
