@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <unordered_set>
 #include <vector>
 
 #include <xcb/xcb.h>
@@ -12,8 +13,8 @@ namespace kestrelbay::x11 {
 class UseOrder {
 public:
     /// Takes in which windows there are and which are active: a dialog with the windows it
-    /// belongs to, from itself on. A window that is new comes behind the one that the list,
-    /// front-most first, has before it, and in front of all only when it is active.
+    /// belongs to, from itself on. A window that was never seen active comes behind the one that
+    /// the list, front-most first, has before it, and in front of all only when it is active.
     void update(std::span<const xcb_window_t> list, std::span<const xcb_window_t> active);
 
     /// This window has been asked to become active, and counts as that from now on: it may
@@ -25,11 +26,13 @@ public:
 
 private:
     /// Brings the windows up to date with the list.
-    void takeIn();
+    void takeIn(xcb_window_t active);
     void toFront(xcb_window_t window);
 
     std::vector<xcb_window_t> list_;
     std::vector<xcb_window_t> windows_;
+    /// Those of them that have been active.
+    std::unordered_set<xcb_window_t> used_;
     xcb_window_t active_ = XCB_NONE;
     /// Of several that were asked one after the other, the earlier ones may still be seen
     /// active on the way.

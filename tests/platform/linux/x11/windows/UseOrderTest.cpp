@@ -30,7 +30,23 @@ TEST(UseOrder, ANewWindowComesWhereTheListHasIt) {
     order.update(Windows{5, 3, 2, 4, 1}, Windows{1});
     EXPECT_THAT(order.windows(), ElementsAre(1, 5, 3, 2, 4));
     order.update(Windows{6, 5, 3, 2, 4, 1}, Windows{6});
-    EXPECT_THAT(order.windows(), ElementsAre(6, 1, 5, 3, 2, 4));
+    EXPECT_THAT(order.windows(), ElementsAre(6, 5, 3, 2, 4, 1));
+}
+
+TEST(UseOrder, SeveralNewOnesBelowTheActiveOneKeepTheListsOrder) {
+    UseOrder order;
+    order.update(Windows{2, 1}, Windows{2});
+    order.update(Windows{4, 3, 2, 1}, Windows{4});
+    EXPECT_THAT(order.windows(), ElementsAre(4, 3, 2, 1));
+}
+
+TEST(UseOrder, AWindowWhoseUseWasMissedComesWhereTheListHasIt) {
+    UseOrder order;
+    order.update(Windows{1}, Windows{1});
+    order.update(Windows{2, 1}, Windows{1});
+    EXPECT_THAT(order.windows(), ElementsAre(1, 2));
+    order.update(Windows{3, 2, 1}, Windows{3});
+    EXPECT_THAT(order.windows(), ElementsAre(3, 2, 1));
 }
 
 TEST(UseOrder, AWindowThatHasGoneIsForgotten) {
