@@ -1,14 +1,20 @@
 // A settings portal to be started by a bus: fakeSettingsPortal COLOR-SCHEME, a number
-// as FakeSettingsPortal has them. Runs until it is ended.
+// as FakeSettingsPortal has them. Ends with the bus.
 
 #include <QCoreApplication>
+#include <QDBusConnection>
 
 #include "support/FakeSettingsPortal.h"
 
 int main(int argc, char **argv) {
     const QCoreApplication application(argc, argv);
+    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     const kestrelbay::testing::FakeSettingsPortal portal(
-        qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
-        QCoreApplication::arguments().value(1).toUInt());
+        address, QCoreApplication::arguments().value(1).toUInt());
+    QDBusConnection bus = QDBusConnection::connectToBus(address, QStringLiteral("end"));
+    if (!bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
+                     QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
+                     QCoreApplication::instance(), SLOT(quit())))
+        return EXIT_FAILURE;
     return QCoreApplication::exec();
 }
