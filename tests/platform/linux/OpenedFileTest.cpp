@@ -69,13 +69,25 @@ protected:
         startWindowManager(QLatin1String(GetParam()));
         workspace_ =
             std::make_unique<x11::LinuxWorkspace>(server_->displayName(), log_, openingTakes);
-        windows_ = make("Aaa", 2);
-        other_ = make("Bbb", 1).front();
+        windows_ = {makeActive("Aaa"), makeActive("Aaa")};
+        other_ = makeActive("Bbb");
         ASSERT_TRUE(waitForRunning(entry_, 2));
+    }
+    /// Nothing of what the window manager does for it is still to come.
+    xcb_window_t makeActive(const char *className) {
+        const xcb_window_t window = make(className, 1).front();
+        EXPECT_TRUE(waitUntil([&] { return maker_->active() == window && hasFocus(window); }));
+        return window;
     }
     void openFile() {
         ASSERT_TRUE(workspace().openFiles({QUrl(QStringLiteral("file:///etc/hosts"))},
                                           QUrl::fromLocalFile(entry_)));
+    }
+    bool hasFocus(xcb_window_t window) {
+        xcb_connection_t *const c = maker_->connection().get();
+        const Reply<xcb_get_input_focus_reply_t> focus(
+            xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
+        return focus && focus->focus == window;
     }
     bool comesForward(xcb_window_t window) {
         return waitUntil([&] { return maker_->active() == window && !maker_->isIconic(window); });
@@ -146,7 +158,7 @@ TEST_P(OpenedFile, ItsWorkspaceComesIntoView) {
 TEST_P(OpenedFile, NothingIsTakenFromAUserWhoIsElsewhere) {
     prepare(kLate);
     // Which is in front of the other one when the file is opened.
-    make("Ccc", 1);
+    makeActive("Ccc");
     openFile();
     maker_->activate(other_);
     ASSERT_TRUE(comesForward(other_));

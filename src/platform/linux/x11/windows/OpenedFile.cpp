@@ -58,6 +58,11 @@ std::vector<WindowLook> readLooks(const WindowSystem &system,
     return looks;
 }
 
+xcb_window_t activeIn(const DesktopPicture &picture) {
+    const auto active = std::ranges::find(picture.windows, true, &ManagedWindow::active);
+    return active == picture.windows.end() ? xcb_window_t{XCB_NONE} : active->address.window;
+}
+
 }  // namespace
 
 std::optional<xcb_window_t> changedWindow(const ApplicationLook &before,
@@ -94,17 +99,17 @@ ApplicationLook OpenedFile::lookAt(const DesktopPicture &picture) const {
     ApplicationLook look;
     if (const auto windows = windowsIn(picture))
         look.windows = readLooks(tracker_->windowSystem(), windows->addresses());
-    const auto active = std::ranges::find(picture.windows, true, &ManagedWindow::active);
-    if (active != picture.windows.end())
-        look.active = active->address.window;
+    look.active = activeIn(picture);
     return look;
 }
 
 bool OpenedFile::bringForward(const DesktopPicture &now, bool isLastResort) {
-    const ApplicationLook look = lookAt(now);
+    ApplicationLook look = lookAt(now);
+    const std::optional<xcb_window_t> changed = changedWindow(before_, look);
+    // Asked last, or a user who goes elsewhere just now might be called back.
+    look.active = activeIn(tracker_->read(now.index));
     if (isElsewhere(before_, look))
         return true;
-    const std::optional<xcb_window_t> changed = changedWindow(before_, look);
     if (!changed && !isLastResort)
         return false;
     std::optional<ApplicationWindows> windows = windowsIn(now);
