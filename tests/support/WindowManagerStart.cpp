@@ -134,6 +134,9 @@ WindowManagerStart windowManagerStart(const QString &program, const QString &fol
     set("XDG_CACHE_HOME", home.filePath(QStringLiteral(".cache")));
     set("XDG_STATE_HOME", home.filePath(QStringLiteral(".local/state")));
     set("XDG_RUNTIME_DIR", runtime);
+    // fluxbox has a script set its background, which opens a window when it finds no program
+    // that can. This one always can.
+    set("wpsetters", QStringLiteral("true"));
     set("GSETTINGS_BACKEND", QStringLiteral("keyfile"));
     return start;
 }

@@ -1,17 +1,27 @@
 #include "platform/linux/x11/windows/UseOrder.h"
 
 #include <algorithm>
-#include <unordered_set>
+#include <iterator>
 #include <utility>
 
 namespace kestrelbay::x11 {
 
 void UseOrder::update(std::span<const xcb_window_t> list, std::span<const xcb_window_t> active) {
-    const xcb_window_t now = active.empty() ? xcb_window_t{XCB_NONE} : active.front();
-    if (!std::ranges::equal(list, list_)) {
+    const bool isNew = !std::ranges::equal(list, list_);
+    if (isNew) {
         list_.assign(list.begin(), list.end());
-        takeIn(now);
+        const std::unordered_set<xcb_window_t> left(list.begin(), list.end());
+        const auto hasGone = [&](xcb_window_t window) { return !left.contains(window); };
+        std::erase_if(windows_, hasGone);
+        std::erase_if(used_, hasGone);
     }
+    takeInActive(active);
+    if (isNew)
+        takeInList();
+}
+
+void UseOrder::takeInActive(std::span<const xcb_window_t> active) {
+    const xcb_window_t now = active.empty() ? xcb_window_t{XCB_NONE} : active.front();
     if (std::exchange(active_, now) == now || now == XCB_NONE)
         return;
     const bool isExpected = std::ranges::count(expected_, now) != 0;
@@ -23,18 +33,22 @@ void UseOrder::update(std::span<const xcb_window_t> list, std::span<const xcb_wi
         toFront(*window);
 }
 
-void UseOrder::takeIn(xcb_window_t active) {
-    // A list that has not even the active window first can't tell what is in front of others.
-    const bool isTrusted = !list_.empty() && list_.front() == active;
+void UseOrder::takeInList() {
+    std::vector<xcb_window_t> listed;
+    std::vector<xcb_window_t> own;
+    const auto isUsed = [this](xcb_window_t window) { return used_.contains(window); };
+    std::ranges::copy_if(list_, std::back_inserter(listed), isUsed);
+    std::ranges::copy_if(windows_, std::back_inserter(own), isUsed);
+    if (own.empty() || (listed == own && list_.front() == own.front())) {
+        windows_ = list_;
+        return;
+    }
     std::unordered_set<xcb_window_t> fresh(list_.begin(), list_.end());
-    std::erase_if(used_, [&](xcb_window_t window) { return !fresh.contains(window); });
-    std::erase_if(windows_, [&](xcb_window_t window) {
-        return !fresh.contains(window) || (isTrusted && !used_.contains(window)) ||
-               fresh.erase(window) == 0;
-    });
+    for (const xcb_window_t window : windows_)
+        fresh.erase(window);
     if (fresh.empty())
         return;
-    auto place = windows_.begin() + (windows_.empty() || isTrusted ? 0 : 1);
+    auto place = windows_.begin() + 1;
     for (const xcb_window_t window : list_)
         if (fresh.contains(window))
             place = windows_.insert(place, window) + 1;
@@ -48,9 +62,11 @@ void UseOrder::expect(xcb_window_t window) {
 }
 
 void UseOrder::toFront(xcb_window_t window) {
+    if (std::ranges::find(list_, window) == list_.end())
+        return;
     used_.insert(window);
-    if (const auto at = std::ranges::find(windows_, window); at != windows_.end())
-        std::rotate(windows_.begin(), at, at + 1);
+    std::erase(windows_, window);
+    windows_.insert(windows_.begin(), window);
 }
 
 }  // namespace kestrelbay::x11

@@ -13,8 +13,11 @@ namespace kestrelbay::x11 {
 class UseOrder {
 public:
     /// Takes in which windows there are and which are active: a dialog with the windows it
-    /// belongs to, from itself on. A window that was never seen active comes behind the one that
-    /// the list, front-most first, has before it, and in front of all only when it is active.
+    /// belongs to, from itself on.
+    ///
+    /// The list, front-most first, stands where it agrees with the use that is known. Where it
+    /// does not, a new window comes behind the one that the list has before it, and never in
+    /// front of all.
     void update(std::span<const xcb_window_t> list, std::span<const xcb_window_t> active);
 
     /// This window has been asked to become active, and counts as that from now on: it may
@@ -25,8 +28,8 @@ public:
     [[nodiscard]] const std::vector<xcb_window_t> &windows() const { return windows_; }
 
 private:
-    /// Brings the windows up to date with the list.
-    void takeIn(xcb_window_t active);
+    void takeInActive(std::span<const xcb_window_t> active);
+    void takeInList();
     void toFront(xcb_window_t window);
 
     std::vector<xcb_window_t> list_;

@@ -49,6 +49,14 @@ TEST(UseOrder, AWindowWhoseUseWasMissedComesWhereTheListHasIt) {
     EXPECT_THAT(order.windows(), ElementsAre(3, 2, 1));
 }
 
+TEST(UseOrder, AListThatContradictsUseMovesNothing) {
+    UseOrder order;
+    order.update(Windows{3, 2, 1, 9}, Windows{3});
+    order.update(Windows{3, 2, 1, 9}, Windows{1});
+    order.update(Windows{9, 2, 3, 1}, Windows{9});
+    EXPECT_THAT(order.windows(), ElementsAre(9, 1, 3, 2));
+}
+
 TEST(UseOrder, AWindowThatHasGoneIsForgotten) {
     UseOrder order;
     order.update(Windows{3, 2, 1}, Windows{1});
