@@ -73,10 +73,12 @@ protected:
         other_ = makeActive("Bbb");
         ASSERT_TRUE(waitForRunning(entry_, 2));
     }
-    /// Nothing of what the window manager does for it is still to come.
+    /// mutter focuses a new window more than once, the last time some milliseconds after it is
+    /// told of as active, and takes no request of a time before that.
     xcb_window_t makeActive(const char *className) {
         const xcb_window_t window = make(className, 1).front();
         EXPECT_TRUE(waitUntil([&] { return maker_->active() == window && hasFocus(window); }));
+        EXPECT_FALSE(waitUntil([&] { return maker_->active() != window; }, kAMoment / 10));
         return window;
     }
     void openFile() {
@@ -85,7 +87,7 @@ protected:
     }
     bool hasFocus(xcb_window_t window) {
         xcb_connection_t *const c = maker_->connection().get();
-        const Reply<xcb_get_input_focus_reply_t> focus(
+        const x11::Reply<xcb_get_input_focus_reply_t> focus(
             xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
         return focus && focus->focus == window;
     }

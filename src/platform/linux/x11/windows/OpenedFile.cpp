@@ -107,12 +107,13 @@ bool OpenedFile::bringForward(const DesktopPicture &now, bool isLastResort) {
     ApplicationLook look = lookAt(now);
     const std::optional<xcb_window_t> changed = changedWindow(before_, look);
     // Asked last, or a user who goes elsewhere just now might be called back.
-    look.active = activeIn(tracker_->read(now.index));
+    const DesktopPicture latest = tracker_->read(now.index);
+    look.active = activeIn(latest);
     if (isElsewhere(before_, look))
         return true;
     if (!changed && !isLastResort)
         return false;
-    std::optional<ApplicationWindows> windows = windowsIn(now);
+    std::optional<ApplicationWindows> windows = windowsIn(latest);
     if (!windows)
         return true;
     const std::vector<std::size_t> list = windows->listed();
