@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -72,13 +73,14 @@ protected:
         windows_ = {makeActive("Aaa"), makeActive("Aaa")};
         other_ = makeActive("Bbb");
         ASSERT_TRUE(waitForRunning(entry_, 2));
+        // mutter focuses a new window more than once, the last time after it has told of it as
+        // active, and takes no request of a time before that.
+        if (GetParam() == std::string_view("mutter"))
+            EXPECT_FALSE(waitUntil([&] { return maker_->active() != other_; }, kAMoment));
     }
-    /// mutter focuses a new window more than once, the last time some milliseconds after it is
-    /// told of as active, and takes no request of a time before that.
     xcb_window_t makeActive(const char *className) {
         const xcb_window_t window = make(className, 1).front();
         EXPECT_TRUE(waitUntil([&] { return maker_->active() == window && hasFocus(window); }));
-        EXPECT_FALSE(waitUntil([&] { return maker_->active() != window; }, kAMoment / 10));
         return window;
     }
     void openFile() {
