@@ -58,7 +58,7 @@ void takeOverAccess(int newFile, const fs::path &oldFile) {
     if (::stat(oldFile.c_str(), &old) != 0 || !S_ISREG(old.st_mode))
         return;
     if (::fchown(newFile, old.st_uid, old.st_gid) != 0) {
-        constexpr uid_t kSameOwner = static_cast<uid_t>(-1);
+        constexpr auto kSameOwner = static_cast<uid_t>(-1);
         [[maybe_unused]] const int sameGroup = ::fchown(newFile, kSameOwner, old.st_gid);
     }
     // A file that its owner may not read would be of no use.

@@ -59,8 +59,8 @@ std::set<fs::path> placesOnTheWay(const fs::path &path) {
 
 }  // namespace
 
-FileWatch::FileWatch(const QString &path, std::function<void()> changed)
-    : path_(path), changed_(std::move(changed)) {
+FileWatch::FileWatch(QString path, std::function<void()> changed)
+    : path_(std::move(path)), changed_(std::move(changed)) {
     QObject::connect(&watcher_, &QFileSystemWatcher::fileChanged, &watcher_, [this] { note(); });
     QObject::connect(&watcher_, &QFileSystemWatcher::directoryChanged, &watcher_,
                      [this] { note(); });

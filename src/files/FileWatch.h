@@ -14,7 +14,7 @@ class FileWatch {
 public:
     /// `changed` is called from the event loop, once or more for a change, also when nothing
     /// is different in the end. A change before this returns is not told.
-    FileWatch(const QString &path, std::function<void()> changed);
+    FileWatch(QString path, std::function<void()> changed);
 
 private:
     void watchWay();

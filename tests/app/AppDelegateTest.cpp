@@ -359,7 +359,7 @@ TEST_F(AppDelegateTest, TakesInARuleFileThatIsEditedWhenNothingIsRecordedOrAsked
     delegate.openPreferences();
     QWidget *const window = delegate.preferences()->window();
     window->findChild<RulesViewController *>()->addRule();
-    Sheet *const sheet = window->findChild<Sheet *>();
+    auto *const sheet = window->findChild<Sheet *>();
     ASSERT_NE(sheet, nullptr);
     events = 0;
     edit(3);

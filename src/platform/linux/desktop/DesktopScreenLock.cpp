@@ -3,7 +3,6 @@
 #include <utility>
 
 #include <QDBusConnection>
-#include <QObject>
 
 #include "platform/linux/bus/SessionBus.h"
 
@@ -20,51 +19,41 @@ QDBusConnection openSystemBus(const QString &address, const QString &name) {
                              : QDBusConnection::connectToBus(address, name);
 }
 
-class BusWatch final : public QObject, public ScreenLock::Watch {
-    Q_OBJECT
-
-public:
-    BusWatch(const QDBusConnection &sessionBus, const QString &systemBusAddress,
-             std::function<void()> aboutToLock)
-        : aboutToLock_(std::move(aboutToLock)),
-          // The name has to be another one than that of any other watch.
-          systemBusName_(u"kestrelbay-screen-lock-%1"_s.arg(quintptr(this), 0, 16)) {
-        QDBusConnection systemBus = openSystemBus(systemBusAddress, systemBusName_);
-        // Sent at waking up, too, when there is nothing left to end.
-        systemBus.connect(kLogind, u"/org/freedesktop/login1"_s,
-                          u"org.freedesktop.login1.Manager"_s, u"PrepareForSleep"_s, this,
-                          SLOT(tell()));
-        // Of whatever session: which one is ours cannot be asked of logind from within a
-        // user's service, and another one's lock costs no more than a click.
-        systemBus.connect(kLogind, QString(), u"org.freedesktop.login1.Session"_s, u"Lock"_s, this,
-                          SLOT(tell()));
-        QDBusConnection bus = sessionBus;
-        bus.connect(QString(), QString(), u"org.kde.screensaver"_s, u"AboutToLock"_s, this,
-                    SLOT(tell()));
-    }
-    ~BusWatch() override { QDBusConnection::disconnectFromBus(systemBusName_); }
-
-private Q_SLOTS:
-    void tell() {
-        const auto handler = aboutToLock_;  // which may destroy this
-        handler();
-    }
-
-private:
-    const std::function<void()> aboutToLock_;
-    const QString systemBusName_;
-};
-
 }  // namespace
+
+BusLockWatch::BusLockWatch(const QDBusConnection &sessionBus, const QString &systemBusAddress,
+                           std::function<void()> aboutToLock)
+    : aboutToLock_(std::move(aboutToLock)),
+      // The name has to be another one than that of any other watch.
+      systemBusName_(u"kestrelbay-screen-lock-%1"_s.arg(quintptr(this), 0, 16)) {
+    QDBusConnection systemBus = openSystemBus(systemBusAddress, systemBusName_);
+    // Sent at waking up, too, when there is nothing left to end.
+    systemBus.connect(kLogind, u"/org/freedesktop/login1"_s, u"org.freedesktop.login1.Manager"_s,
+                      u"PrepareForSleep"_s, this, SLOT(tell()));
+    // Of whatever session: which one is ours cannot be asked of logind from within a
+    // user's service, and another one's lock costs no more than a click.
+    systemBus.connect(kLogind, QString(), u"org.freedesktop.login1.Session"_s, u"Lock"_s, this,
+                      SLOT(tell()));
+    QDBusConnection bus = sessionBus;
+    bus.connect(QString(), QString(), u"org.kde.screensaver"_s, u"AboutToLock"_s, this,
+                SLOT(tell()));
+}
+
+BusLockWatch::~BusLockWatch() {
+    QDBusConnection::disconnectFromBus(systemBusName_);
+}
+
+void BusLockWatch::tell() {
+    const auto handler = aboutToLock_;  // which may destroy this
+    handler();
+}
 
 DesktopScreenLock::DesktopScreenLock(SessionBus &sessionBus, QString systemBusAddress)
     : sessionBus_(sessionBus), systemBusAddress_(std::move(systemBusAddress)) {}
 
 std::unique_ptr<ScreenLock::Watch> DesktopScreenLock::watch(std::function<void()> aboutToLock) {
-    return std::make_unique<BusWatch>(sessionBus_.connection(), systemBusAddress_,
-                                      std::move(aboutToLock));
+    return std::make_unique<BusLockWatch>(sessionBus_.connection(), systemBusAddress_,
+                                          std::move(aboutToLock));
 }
 
 }  // namespace kestrelbay
-
-#include "DesktopScreenLock.moc"

@@ -1,12 +1,35 @@
 #pragma once
 
+#include <functional>
+#include <memory>
+
+#include <QObject>
 #include <QString>
 
 #include "platform/ScreenLock.h"
 
+class QDBusConnection;
+
 namespace kestrelbay {
 
 class SessionBus;
+
+/// One watch of DesktopScreenLock, with a connection to the system bus of its own.
+class BusLockWatch final : public QObject, public ScreenLock::Watch {
+    Q_OBJECT
+
+public:
+    BusLockWatch(const QDBusConnection &sessionBus, const QString &systemBusAddress,
+                 std::function<void()> aboutToLock);
+    ~BusLockWatch() override;
+
+private Q_SLOTS:
+    void tell();
+
+private:
+    const std::function<void()> aboutToLock_;
+    const QString systemBusName_;
+};
 
 /// Hears of a lock from those who tell of it before a locker asks for the keyboard:
 /// logind, when it has the session locked or the machine sleep, and KDE's locker. Others

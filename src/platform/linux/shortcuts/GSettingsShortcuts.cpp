@@ -1,3 +1,4 @@
+#include <array>
 #include <memory>
 #include <span>
 #include <utility>
@@ -19,24 +20,24 @@ struct Table {
     const char *program;
 };
 
-constexpr Table kGnome[]{
-    {"org.gnome.mutter", nullptr},
-    {"org.gnome.desktop.wm.keybindings", nullptr},
-    {"org.gnome.mutter.keybindings", nullptr},
-    {"org.gnome.shell.keybindings", nullptr},
-    {"org.gnome.settings-daemon.plugins.media-keys", "gnome-settings-daemon"},
+constexpr std::array kGnome{
+    Table{"org.gnome.mutter", nullptr},
+    Table{"org.gnome.desktop.wm.keybindings", nullptr},
+    Table{"org.gnome.mutter.keybindings", nullptr},
+    Table{"org.gnome.shell.keybindings", nullptr},
+    Table{"org.gnome.settings-daemon.plugins.media-keys", "gnome-settings-daemon"},
 };
-constexpr Table kMate[]{
-    {"org.mate.Marco.global-keybindings", nullptr},
-    {"org.mate.Marco.window-keybindings", nullptr},
-    {"org.mate.SettingsDaemon.plugins.media-keys", "mate-settings-daemon"},
+constexpr std::array kMate{
+    Table{"org.mate.Marco.global-keybindings", nullptr},
+    Table{"org.mate.Marco.window-keybindings", nullptr},
+    Table{"org.mate.SettingsDaemon.plugins.media-keys", "mate-settings-daemon"},
 };
-constexpr Table kCinnamon[]{
-    {"org.cinnamon.muffin", nullptr},
-    {"org.cinnamon.desktop.keybindings.wm", nullptr},
-    {"org.cinnamon.muffin.keybindings", nullptr},
-    {"org.cinnamon.desktop.keybindings", nullptr},
-    {"org.cinnamon.desktop.keybindings.media-keys", "cinnamon-settings-daemon"},
+constexpr std::array kCinnamon{
+    Table{"org.cinnamon.muffin", nullptr},
+    Table{"org.cinnamon.desktop.keybindings.wm", nullptr},
+    Table{"org.cinnamon.muffin.keybindings", nullptr},
+    Table{"org.cinnamon.desktop.keybindings", nullptr},
+    Table{"org.cinnamon.desktop.keybindings.media-keys", "cinnamon-settings-daemon"},
 };
 
 /// Hotkeys that the user has added: a list of folders, in each of which lie a name and a
@@ -151,19 +152,18 @@ std::optional<HotkeyHolder> holderIn(std::span<const Table> tables, const Looked
 
 }  // namespace
 
-std::optional<HotkeyHolder> holderInGSettings(GSettingsDesktop desktop,
-                                              const LookedForKey &looked) {
+std::optional<HotkeyHolder> holderInGSettings(GSettingsDesktop desktop, const LookedForKey &key) {
     switch (desktop) {
         case GSettingsDesktop::Gnome:
-            if (auto holder = holderIn(kGnomeCustom, looked))
+            if (auto holder = holderIn(kGnomeCustom, key))
                 return holder;
-            return holderIn(kGnome, looked);
+            return holderIn(kGnome, key);
         case GSettingsDesktop::Mate:
-            return holderIn(kMate, looked);
+            return holderIn(kMate, key);
         case GSettingsDesktop::Cinnamon:
-            if (auto holder = holderIn(kCinnamonCustom, looked))
+            if (auto holder = holderIn(kCinnamonCustom, key))
                 return holder;
-            return holderIn(kCinnamon, looked);
+            return holderIn(kCinnamon, key);
     }
     return std::nullopt;
 }

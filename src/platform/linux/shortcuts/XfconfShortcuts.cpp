@@ -1,3 +1,5 @@
+#include <array>
+
 #include <QDBusMessage>
 #include <QDBusReply>
 #include <QVariantMap>
@@ -17,9 +19,9 @@ struct Provider {
     QLatin1StringView program;
 };
 
-constexpr Provider kProviders[]{
-    {QLatin1StringView("xfwm4"), QLatin1StringView("xfwm4")},
-    {QLatin1StringView("commands"), QLatin1StringView("xfsettingsd")},
+constexpr std::array kProviders{
+    Provider{QLatin1StringView("xfwm4"), QLatin1StringView("xfwm4")},
+    Provider{QLatin1StringView("commands"), QLatin1StringView("xfsettingsd")},
 };
 
 QVariantMap shortcutsOf(QDBusConnection &bus) {

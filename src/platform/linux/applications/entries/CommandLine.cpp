@@ -50,7 +50,8 @@ bool isAssignment(const QString &word) {
 
 /// Past one wrapper; the words as they are when they begin with none.
 QStringList pastWrapper(const QStringList &words) {
-    const auto wrapper = std::ranges::find(kTransparent, baseName(words.value(0)), &Wrapper::name);
+    const auto *const wrapper =
+        std::ranges::find(kTransparent, baseName(words.value(0)), &Wrapper::name);
     if (wrapper == kTransparent.end())
         return words;
     const QStringList valued = QString(wrapper->valued).split(u' ');

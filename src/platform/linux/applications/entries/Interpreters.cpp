@@ -60,7 +60,7 @@ QString realPath(const QString &path) {
 QString pythonModule(const CommandLine &command, const QString &module) {
     const QString path = pathFrom(command.folder, QString(module).replace(u'.', u'/'));
     for (const char *suffix : {".py", "/__main__.py"})
-        if (const QString real = path.isEmpty() ? path : realPath(path + QLatin1String(suffix));
+        if (QString real = path.isEmpty() ? path : realPath(path + QLatin1String(suffix));
             !real.isEmpty())
             return real;
     const QString python = command.words.first();
@@ -112,7 +112,7 @@ QString javaProgram(const CommandLine &command) {
 
 ToldToInterpreter toldToInterpreter(const QStringList &words) {
     const QString name = nameOf(words);
-    const auto interpreter = std::ranges::find_if(
+    const auto *const interpreter = std::ranges::find_if(
         kInterpreters, [&](const Interpreter &row) { return has(row.names, name); });
     if (name.isEmpty() || interpreter == kInterpreters.end())
         return {};

@@ -128,7 +128,7 @@ QString EntryLauncher::open(const QString &entryPath, const QStringList &uris) {
     const Launches::Launch launch{newStartupId(), standardPath(entryPath), uris};
     if (!launches_.begin(launch, Launches::Repeat::UnlessUnderWay))
         return {};
-    const QString error = openNow(launch);
+    QString error = openNow(launch);
     if (!error.isEmpty())
         launches_.failed(launch.startupId);
     return error;

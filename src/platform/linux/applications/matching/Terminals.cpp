@@ -56,7 +56,7 @@ constexpr std::array kTerminals{
 }  // namespace
 
 std::optional<QStringList> terminalPrefix(const QString &entryPath) {
-    const auto terminal = std::ranges::find_if(kTerminals, [](const Terminal &candidate) {
+    const auto *const terminal = std::ranges::find_if(kTerminals, [](const Terminal &candidate) {
         return !QStandardPaths::findExecutable(candidate.program).isEmpty();
     });
     if (terminal == kTerminals.end())

@@ -129,15 +129,15 @@ void XEventTap::setWantedHotkeys(const std::vector<Hotkey> &hotkeys) {
 std::vector<RefusedHotkey> XEventTap::refusedHotkeys() const {
     const std::vector<Hotkey> &refused = grabs_.refused();
     std::vector<RefusedHotkey> all;
-    for (const Hotkey &hotkey : refused)
-        all.push_back({hotkey});
+    std::ranges::transform(refused, std::back_inserter(all),
+                           [](const Hotkey &hotkey) { return RefusedHotkey{hotkey}; });
     std::ranges::copy_if(unheard_.refused(), std::back_inserter(all), [&](const auto &unheard) {
         return std::ranges::find(refused, unheard.hotkey) == refused.end();
     });
     return all;
 }
 
-void XEventTap::tellRefusals() {
+void XEventTap::tellRefusals() const {
     if (handlers_.refusalsChanged)
         handlers_.refusalsChanged();
 }

@@ -82,7 +82,7 @@ private:
     EventVerdict deliver(EventType type, KeyCode keyCode);
     void deliverModifier(KeyCode keyCode, bool down);
     void reconcileWithKeyboard();
-    void tellRefusals();
+    void tellRefusals() const;
     void tellRefusalsLater();
 
     Settings settings_;

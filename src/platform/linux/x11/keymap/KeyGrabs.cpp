@@ -54,7 +54,7 @@ Masks masksOfKind(const Kind &kind, ModifierFlags flags, const KeyboardModel &ke
     // Where another key took the left one's place, as Caps Lock may Control's.
     if (kind.core != 0)
         left.insert(kind.core);
-    const Masks right = masksOf(kind.right, keyboard);
+    Masks right = masksOf(kind.right, keyboard);
     const bool wantsLeft = flags.contains(leftFlags);
     const bool wantsRight = flags.contains(buildDetailedFlags({kind.right}));
     if (wantsLeft && wantsRight)
