@@ -77,7 +77,7 @@ TEST_F(RuleFileFollowerTest, SaysOnceThatAnEditCannotBeRead) {
 }
 
 TEST_F(RuleFileFollowerTest, SaysNothingOfAFileThatIsStillBeingWritten) {
-    for (const char *text : {"", "[{\"appName\"", "[{\"appName\": \"B\"}"}) {
+    for (const char *text : {"", R"([{"appName")", R"([{"appName": "B"})"}) {
         writeFile(text);
         follower_->lookAgain();
         timers_.advance(900ms);

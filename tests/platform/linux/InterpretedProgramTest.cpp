@@ -46,7 +46,7 @@ protected:
         return home_.writeEntry(QLatin1String(name) + QStringLiteral(".desktop"), "Exec=" + exec);
     }
     [[nodiscard]] QString executable(const QString &relative, const QByteArray &content) const {
-        const QString path = home_.write(relative, content);
+        QString path = home_.write(relative, content);
         QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         return path;
     }

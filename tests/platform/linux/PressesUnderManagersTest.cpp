@@ -54,7 +54,7 @@ protected:
 
     /// The last of them in front of the others.
     std::vector<xcb_window_t> opened(int count) {
-        const auto windows = make("Aaa", count);
+        auto windows = make("Aaa", count);
         EXPECT_TRUE(waitForRunning(entry_, static_cast<std::size_t>(count)));
         EXPECT_TRUE(becomesActive(entry_));
         return windows;
