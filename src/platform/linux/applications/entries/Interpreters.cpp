@@ -92,11 +92,12 @@ QString javaProgram(const CommandLine &command) {
         if (word.startsWith(u'@'))
             return {};
         if (!word.startsWith(u'-') || has(QLatin1String("-m --module"), word)) {
-            const QString main = word.startsWith(u'-') ? next : word;
+            const QString mainClass = word.startsWith(u'-') ? next : word;
             if (places.isEmpty())
                 places.append(command.folder);
-            return main.isEmpty() ? main
-                                  : (QStringList{QStringLiteral("java"), main} + places).join(u' ');
+            if (mainClass.isEmpty())
+                return {};
+            return (QStringList{QStringLiteral("java"), mainClass} + places).join(u' ');
         }
         if (has(kJavaValued, word)) {
             places += javaPlaces(word, next, command.folder);
