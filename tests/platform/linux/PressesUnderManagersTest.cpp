@@ -35,6 +35,7 @@ protected:
     }
 
     void press(RepeatAction action) {
+        settle();
         ShortcutRule rule;
         rule.appPath = entry_;
         rule.repeatAction = action;
