@@ -18,7 +18,7 @@ namespace {
 std::vector<std::string> managers() {
     std::istringstream names(
         qEnvironmentVariable("KESTRELBAY_WINDOW_MANAGERS",
-                             QStringLiteral("openbox xfwm4 metacity mutter icewm fluxbox i3"))
+                             QStringLiteral("openbox xfwm4 metacity mutter icewm i3"))
             .toStdString());
     return {std::istream_iterator<std::string>(names), {}};
 }
