@@ -28,8 +28,8 @@ TEST(OpenedFileChange, AWindowThatIsNewOrAnotherOrWantsSomething) {
     now = kBefore;
     now.windows[1].wantsAttention = true;
     EXPECT_EQ(x11::changedWindow(kBefore, now), kOurOther);
-    const ApplicationLook urgent = now;
-    EXPECT_EQ(x11::changedWindow(urgent, kBefore), std::nullopt);
+    const ApplicationLook calm = kBefore;
+    EXPECT_EQ(x11::changedWindow(now, calm), std::nullopt);
     now = kBefore;
     now.windows.push_back({.window = 9, .title = {}});
     EXPECT_EQ(x11::changedWindow(kBefore, now), 9U);
