@@ -6,6 +6,7 @@
 
 #include <poll.h>
 #include <sys/eventfd.h>
+#include <sys/timerfd.h>
 #include <unistd.h>
 
 #include "platform/linux/x11/keyboard/KeyPress.h"
@@ -30,16 +31,13 @@ WatchedEvents::WatchedEvents(std::shared_ptr<const XConnection> connection,
       keyboard_(keyboard),
       xinputOpcode_(xcb_get_extension_data(connection_->get(), &xcb_input_id)->major_opcode),
       settings_(std::move(settings)),
-      wakeUp_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      timer_(::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK)),
+      stop_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
       thread_([this] { run(); }) {}
 
 WatchedEvents::~WatchedEvents() {
-    {
-        const std::lock_guard lock(mutex_);
-        isStopping_ = true;
-    }
-    stopped_.notify_one();
-    wake();
+    const std::uint64_t one = 1;
+    static_cast<void>(::write(stop_.fd, &one, sizeof one));
     thread_.join();
 }
 
@@ -55,7 +53,8 @@ Reply<xcb_generic_event_t> WatchedEvents::next() {
     pressSince_.reset();
     if (event && isPress(*event)) {
         pressSince_ = Clock::now();
-        wake();
+        if (!isLooking_)
+            lookIn(kGrace);
     } else if (std::ranges::any_of(taken_, [this](const auto &one) { return isPress(*one); })) {
         pressSince_ = Clock::now();
     }
@@ -65,7 +64,7 @@ Reply<xcb_generic_event_t> WatchedEvents::next() {
 void WatchedEvents::mayHaveMore() {
     const std::lock_guard lock(mutex_);
     if (!isLooking_)
-        wake();
+        lookIn(kGrace);
 }
 
 bool WatchedEvents::takeRelease() {
@@ -74,45 +73,56 @@ bool WatchedEvents::takeRelease() {
 }
 
 void WatchedEvents::run() {
-    std::unique_lock lock(mutex_);
-    while (!isStopping_ && connection_->isUsable()) {
-        const auto deadline =
-            pressSince_ ? std::optional(*pressSince_ + settings_.patience) : std::nullopt;
-        if (deadline && *deadline <= Clock::now()) {
-            release();
-            continue;
-        }
-        lock.unlock();
-        const bool hasMore = sleepUntil(deadline);
-        lock.lock();
-        if (!hasMore)
-            continue;
+    std::optional<Clock::time_point> deadline;
+    while (connection_->isUsable()) {
+        sleep();
         isLooking_ = true;
-        stopped_.wait_for(lock, kGrace, [this] { return isStopping_; });
+        if (!leaveToMainThread(deadline))
+            return;
+        const std::lock_guard lock(mutex_);
         isLooking_ = false;
+        isTimerSet_ = false;
         takeOver();
+        if (pressSince_ && Clock::now() >= *pressSince_ + settings_.patience)
+            release();
+        deadline.reset();
+        if (pressSince_) {
+            deadline = *pressSince_ + settings_.patience;
+            lookIn(*deadline - Clock::now());
+        }
     }
 }
 
-/// False when it was the deadline.
-bool WatchedEvents::sleepUntil(std::optional<Clock::time_point> deadline) const {
-    int milliseconds = -1;
-    if (deadline) {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(*deadline - Clock::now());
-        milliseconds = static_cast<int>(std::max<std::int64_t>(left.count(), 0));
-    }
-    std::array<pollfd, 2> sources{pollfd{connection_->fileDescriptor(), POLLIN, 0},
-                                  pollfd{wakeUp_.fd, POLLIN, 0}};
-    if (::poll(sources.data(), sources.size(), milliseconds) <= 0)
-        return false;
-    std::uint64_t wakes = 0;
-    static_cast<void>(::read(wakeUp_.fd, &wakes, sizeof wakes));
-    return true;
+void WatchedEvents::sleep() const {
+    std::array<pollfd, 3> sources{pollfd{connection_->fileDescriptor(), POLLIN, 0},
+                                  pollfd{timer_.fd, POLLIN, 0}, pollfd{stop_.fd, POLLIN, 0}};
+    static_cast<void>(::poll(sources.data(), sources.size(), -1));
 }
 
-void WatchedEvents::wake() const {
-    const std::uint64_t one = 1;
-    static_cast<void>(::write(wakeUp_.fd, &one, sizeof one));
+/// For a moment, and not beyond the deadline. False when it is time to end.
+bool WatchedEvents::leaveToMainThread(std::optional<Clock::time_point> deadline) const {
+    Clock::duration time = kGrace;
+    if (deadline)
+        time = std::clamp<Clock::duration>(*deadline - Clock::now(), Clock::duration::zero(), time);
+    pollfd stop{stop_.fd, POLLIN, 0};
+    static_cast<void>(::poll(
+        &stop, 1, static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(time).count())));
+    std::uint64_t count = 0;
+    static_cast<void>(::read(timer_.fd, &count, sizeof count));
+    return stop.revents == 0;
+}
+
+/// At the latest; with the lock held.
+void WatchedEvents::lookIn(Clock::duration time) {
+    if (std::exchange(isTimerSet_, true))
+        return;
+    // Nothing at all would stop the timer.
+    const auto nanoseconds = std::max<std::int64_t>(std::chrono::nanoseconds(time).count(), 1);
+    constexpr std::int64_t kPerSecond = 1'000'000'000;
+    itimerspec due{};
+    due.it_value.tv_sec = nanoseconds / kPerSecond;
+    due.it_value.tv_nsec = nanoseconds % kPerSecond;
+    static_cast<void>(::timerfd_settime(timer_.fd, 0, &due, nullptr));
 }
 
 Reply<xcb_generic_event_t> WatchedEvents::read() {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -20,7 +20,8 @@ namespace kestrelbay::x11 {
 /// press by which the server froze the keyboard holds back all typing until it is answered.
 /// Where the main thread does not do so in time, the watchdog lets go of every grab of the
 /// connection and gives the key to the program in front; the main thread then never sees the
-/// press. With nothing to watch the thread sleeps without a timer.
+/// press. With nothing to watch the thread sleeps without a timer. It stays out of the way
+/// of a main thread that reads at once: it holds no lock then, and nobody wakes it.
 class WatchedEvents {
 public:
     using Clock = std::chrono::steady_clock;
@@ -59,8 +60,10 @@ private:
     };
 
     void run();
-    [[nodiscard]] bool sleepUntil(std::optional<Clock::time_point> deadline) const;
-    void wake() const;
+    /// Until there is something to look at, or the timer is due.
+    void sleep() const;
+    [[nodiscard]] bool leaveToMainThread(std::optional<Clock::time_point> deadline) const;
+    void lookIn(Clock::duration time);
     [[nodiscard]] Reply<xcb_generic_event_t> read();
     [[nodiscard]] bool isPress(const xcb_generic_event_t &event) const;
     void takeOver();
@@ -70,10 +73,11 @@ private:
     const xcb_input_device_id_t keyboard_;
     const std::uint8_t xinputOpcode_;
     const Settings settings_;
-    const Close wakeUp_;
+    const Close timer_;
+    const Close stop_;
+    std::atomic<bool> isLooking_{false};
 
     std::mutex mutex_;  // guards all below
-    std::condition_variable stopped_;
     /// Read by the watchdog for the main thread.
     std::deque<Reply<xcb_generic_event_t>> taken_;
     /// Since when a press has waited, or been in the main thread's hands.
@@ -81,8 +85,7 @@ private:
     /// Presses sent before the server worked off this request have been answered by it.
     std::optional<std::uint32_t> answeredBefore_;
     bool released_ = false;
-    bool isLooking_ = false;
-    bool isStopping_ = false;
+    bool isTimerSet_ = false;
 
     std::thread thread_;
 };
