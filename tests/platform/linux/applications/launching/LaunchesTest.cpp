@@ -1,5 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <array>
+
+#include <csignal>
+
+#include <sys/prctl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "platform/linux/applications/launching/Launches.h"
@@ -10,6 +16,47 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::int64_t kNoProcess = 0x7fff'ffff;
+
+/// A session of two processes. That of the tests may have its leader outside of a container,
+/// where nobody here can see it.
+class Session {
+public:
+    Session() {
+        std::array<int, 2> ends{};
+        if (::pipe(ends.data()) != 0)
+            return;
+        leader_ = ::fork();
+        if (leader_ == 0) {
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+            ::setsid();
+            const pid_t member = ::fork();
+            if (member == 0)
+                ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+            else
+                static_cast<void>(::write(ends[1], &member, sizeof member));
+            while (true)
+                ::pause();
+        }
+        static_cast<void>(::read(ends[0], &member_, sizeof member_));
+        ::close(ends[0]);
+        ::close(ends[1]);
+    }
+    ~Session() {
+        if (leader_ <= 0)
+            return;
+        ::kill(leader_, SIGKILL);
+        ::waitpid(leader_, nullptr, 0);
+    }
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
+
+    [[nodiscard]] pid_t leader() const { return leader_; }
+    [[nodiscard]] pid_t member() const { return member_; }
+
+private:
+    pid_t leader_ = -1;
+    pid_t member_ = -1;
+};
 
 class LaunchesTest : public ::testing::Test {
 protected:
@@ -62,10 +109,11 @@ TEST_F(LaunchesTest, AreOverWhenAWindowIsThere) {
     EXPECT_TRUE(begin(one_));
 
     // One that is known by its process alone, or by its session.
-    started(getsid(0));
+    const Session session;
+    started(session.leader());
     launches_.windowAppeared(kNoProcess, {});
     EXPECT_FALSE(begin(one_));
-    launches_.windowAppeared(getpid(), {});
+    launches_.windowAppeared(session.member(), {});
     EXPECT_TRUE(begin(one_));
 }
 
@@ -106,22 +154,24 @@ TEST_F(LaunchesTest, KnowTheirProcesses) {
 }
 
 TEST_F(LaunchesTest, KnowTheSessionsOfTheirProcesses) {
+    const Session session;
     EXPECT_TRUE(begin(one_));
-    started(getsid(0));
-    EXPECT_EQ(launches_.entryOfSession(getpid()), one_);
-    EXPECT_EQ(launches_.entryOfSession(getsid(0)), QString());
+    started(session.leader());
+    EXPECT_EQ(launches_.entryOfSession(session.member()), one_);
+    EXPECT_EQ(launches_.entryOfSession(session.leader()), QString());
     EXPECT_EQ(launches_.entryOfSession(kNoProcess), QString());
     EXPECT_EQ(launches_.entryOfSession(0), QString());
     // A window of another process of the session changes nothing.
-    launches_.windowAppeared(getpid(), {});
-    EXPECT_EQ(launches_.entryOfSession(getpid()), one_);
+    launches_.windowAppeared(session.member(), {});
+    EXPECT_EQ(launches_.entryOfSession(session.member()), one_);
 }
 
 TEST_F(LaunchesTest, OfProgramsWithWindowsAreNotThoseOfWhatTheyStart) {
+    const Session session;
     EXPECT_TRUE(begin(one_));
-    started(getsid(0));
-    launches_.windowAppeared(getsid(0), {one_});
-    EXPECT_EQ(launches_.entryOfSession(getpid()), QString());
+    started(session.leader());
+    launches_.windowAppeared(session.leader(), {one_});
+    EXPECT_EQ(launches_.entryOfSession(session.member()), QString());
 }
 
 }  // namespace
