@@ -2,6 +2,7 @@
 
 #include <array>
 #include <numeric>
+#include <utility>
 
 namespace kestrelbay::x11 {
 
@@ -12,13 +13,18 @@ constexpr std::array<std::uint32_t, 1> kAnyModifier{XCB_INPUT_MODIFIER_MASK_ANY}
 }  // namespace
 
 std::optional<EventVerdict> DownKeys::verdictOn(XKeycode keycode) const {
-    const auto found = verdicts_.find(keycode);
-    return found == verdicts_.end() ? std::nullopt : std::optional(found->second);
+    const auto found = keys_.find(keycode);
+    return found == keys_.end() ? std::nullopt : std::optional(found->second.verdict);
 }
 
-void DownKeys::add(XKeycode keycode, EventVerdict verdict) {
-    verdicts_[keycode] = verdict;
-    if (verdict == EventVerdict::Pass || grab(keycode, kAnyModifier))
+void DownKeys::grabSwallowed() {
+    for (auto &[keycode, key] : keys_)
+        if (key.verdict == EventVerdict::Swallow && !std::exchange(key.isGrabbed, true))
+            grab(keycode);
+}
+
+void DownKeys::grab(XKeycode keycode) const {
+    if (grab(keycode, kAnyModifier))
         return;
     // All that the others leave; what they have is for them to swallow.
     std::array<std::uint32_t, 256> combinations{};
@@ -46,21 +52,21 @@ bool DownKeys::grab(XKeycode keycode, std::span<const std::uint32_t> modifiers) 
 }
 
 void DownKeys::remove(XKeycode keycode) {
-    const auto found = verdicts_.find(keycode);
-    if (found == verdicts_.end())
+    const auto found = keys_.find(keycode);
+    if (found == keys_.end())
         return;
-    if (found->second == EventVerdict::Swallow) {
+    if (found->second.isGrabbed) {
         for (const xcb_window_t root : connection_.roots())
             xcb_input_xi_passive_ungrab_device(connection_.get(), root, keycode,
                                                XCB_INPUT_DEVICE_ALL_MASTER, kAnyModifier.size(),
                                                XCB_INPUT_GRAB_TYPE_KEYCODE, kAnyModifier.data());
         xcb_flush(connection_.get());
     }
-    verdicts_.erase(found);
+    keys_.erase(found);
 }
 
 void DownKeys::keepOnly(const KeySet &down) {
-    for (auto next = verdicts_.begin(); next != verdicts_.end();) {
+    for (auto next = keys_.begin(); next != keys_.end();) {
         const XKeycode keycode = (next++)->first;
         if (!down.test(keycode))
             remove(keycode);
@@ -70,7 +76,7 @@ void DownKeys::keepOnly(const KeySet &down) {
 void DownKeys::passOthers(const KeySet &down) {
     for (std::size_t keycode = 0; keycode < down.size(); ++keycode) {
         if (down.test(keycode))
-            verdicts_.try_emplace(static_cast<XKeycode>(keycode), EventVerdict::Pass);
+            keys_.try_emplace(static_cast<XKeycode>(keycode), Key{EventVerdict::Pass});
     }
 }
 

@@ -24,8 +24,10 @@ public:
 
     [[nodiscard]] std::optional<EventVerdict> verdictOn(XKeycode keycode) const;
 
-    /// Takes a round trip for a swallowed key.
-    void add(XKeycode keycode, EventVerdict verdict);
+    void add(XKeycode keycode, EventVerdict verdict) { keys_[keycode] = {verdict}; }
+    /// To be called before the first repeat. Takes a round trip for each key that was swallowed
+    /// since the last call.
+    void grabSwallowed();
     /// The key is up, or pressed anew.
     void remove(XKeycode keycode);
     /// The same for all keys that are not down, for those whose release was missed.
@@ -34,11 +36,16 @@ public:
     void passOthers(const KeySet &down);
 
 private:
+    void grab(XKeycode keycode) const;
     [[nodiscard]] bool grab(XKeycode keycode, std::span<const std::uint32_t> modifiers) const;
 
     const XConnection &connection_;
     const xcb_input_device_id_t keyboard_;
-    std::map<XKeycode, EventVerdict> verdicts_;
+    struct Key {
+        EventVerdict verdict;
+        bool isGrabbed = false;
+    };
+    std::map<XKeycode, Key> keys_;
 };
 
 }  // namespace kestrelbay::x11

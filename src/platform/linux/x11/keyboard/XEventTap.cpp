@@ -20,6 +20,10 @@ namespace {
 /// each reading takes several round trips, in which presses wait.
 constexpr std::chrono::milliseconds kKeymapPause{20};
 
+/// After the answer to a press the server is left to the dispatch for so long. Keys repeat from
+/// a tenth of a second on at the earliest.
+constexpr std::chrono::milliseconds kBeforeRepeats{20};
+
 /// What the keyboard is grabbed for while recording. Not the root window: the
 /// server holds back raw events from a client that has grabbed for that one.
 xcb_window_t createRecordingWindow(const XConnection &connection) {
@@ -41,6 +45,11 @@ XEventTap::XEventTap(Settings settings)
       unheard_(settings_.displayName) {
     keymapTimer_.setSingleShot(true);
     connect(&keymapTimer_, &QTimer::timeout, this, &XEventTap::readKeymap);
+    holdTimer_.setSingleShot(true);
+    connect(&holdTimer_, &QTimer::timeout, this, [this] {
+        down_->grabSwallowed();
+        drainLater();
+    });
 }
 
 XEventTap::~XEventTap() {
@@ -100,6 +109,7 @@ void XEventTap::remove() {
     notifier_.reset();
     events_.reset();
     keymapTimer_.stop();
+    holdTimer_.stop();
     grabs_.stop();
     static_cast<void>(unheard_.forget());
     down_.reset();
@@ -269,6 +279,7 @@ void XEventTap::handleRawKey(XKeycode keycode, bool pressed) {
     // A key that repeats has no raw events, so one says that the next press of this
     // key is a new one.
     down_->remove(keycode);
+    lastRawPress_ = pressed ? std::optional(keycode) : std::nullopt;
     if (!recording_ && unheard_.noteRawKey(keycode, pressed, delivered_, grabs_.keyboard()))
         tellRefusalsLater();
     const std::optional<KeyCode> code = toKeyCode(keycode);
@@ -290,7 +301,8 @@ void XEventTap::handleKeyPress(const KeyPress &press) {
         synchronize(connection->get());
     else if (!earlier) {
         down_->add(press.key.keycode, verdict);
-        drainLater();
+        if (verdict == EventVerdict::Swallow && !holdTimer_.isActive())
+            holdTimer_.start(kBeforeRepeats);
     }
 }
 
@@ -298,9 +310,12 @@ EventVerdict XEventTap::decide(const KeyGrab &press) {
     const std::optional<KeyCode> code = toKeyCode(press.keycode);
     if (!code || isModifierKeyCode(*code) || (!recording_ && !grabs_.cover(press)))
         return EventVerdict::Pass;
-    // With the keyboard frozen at this press, the server's key state is that of the
-    // press. While recording nothing is frozen, and the state would be a later one.
-    if (!recording_)
+    // Raw events run ahead of a press that waited in a frozen keyboard, and some are missed.
+    // With the keyboard frozen at this press, the server's key state is that of the press.
+    // While recording nothing is frozen, and the state would be a later one.
+    const bool isCurrent = lastRawPress_ == press.keycode &&
+                           areExplained(press.modifiers, delivered_, grabs_.keyboard());
+    if (!recording_ && !isCurrent)
         reconcileWithKeyboard();
     const std::set<KeyCode> unheld =
         unheldModifiers(press.modifiers, delivered_, grabs_.keyboard());

@@ -96,8 +96,11 @@ private:
     std::optional<WatchedEvents> events_;
     std::optional<QSocketNotifier> notifier_;
     QTimer keymapTimer_;
+    QTimer holdTimer_;
     /// What the handler was told: these modifier keys are down.
     std::set<KeyCode> delivered_;
+    /// When the last raw event was one.
+    std::optional<XKeycode> lastRawPress_;
     std::optional<DownKeys> down_;
     xcb_window_t recordingWindow_ = XCB_NONE;
     std::uint8_t xinputOpcode_ = 0;

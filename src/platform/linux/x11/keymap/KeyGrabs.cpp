@@ -96,6 +96,21 @@ std::set<KeyGrab> grabsFor(const Hotkey &hotkey, const KeyboardModel &keyboard) 
     return grabs;
 }
 
+bool areExplained(std::uint8_t modifiers, const std::set<KeyCode> &held,
+                  const KeyboardModel &keyboard) {
+    unsigned unexplained = modifiers & ~unsigned{keyboard.lockModifiers};
+    for (const KeyCode code : held) {
+        const Masks masks = masksOf(code, keyboard);
+        const bool isSet = masks.empty() || std::ranges::any_of(masks, [&](std::uint8_t mask) {
+                               return (mask & ~unsigned{modifiers}) == 0;
+                           });
+        if (!isSet)
+            return false;
+        unexplained &= ~unsigned{unionOf(masks)};
+    }
+    return unexplained == 0;
+}
+
 std::set<KeyCode> unheldModifiers(std::uint8_t modifiers, const std::set<KeyCode> &held,
                                   const KeyboardModel &keyboard) {
     unsigned unexplained = modifiers & ~unsigned{keyboard.lockModifiers};

@@ -36,6 +36,11 @@ struct KeyGrab {
 /// modifiers.
 [[nodiscard]] std::set<KeyGrab> grabsFor(const Hotkey &hotkey, const KeyboardModel &keyboard);
 
+/// Can a key event with these modifiers, locks apart, come while exactly these modifier keys are
+/// down?
+[[nodiscard]] bool areExplained(std::uint8_t modifiers, const std::set<KeyCode> &held,
+                                const KeyboardModel &keyboard);
+
 /// Of a key event with these modifiers while these modifier keys are down: the left keys of
 /// the kinds that no finger holds, as when the modifier is latched or locked by software, or
 /// set by a key that is no modifier key here. Locks are no such modifiers.

@@ -86,6 +86,11 @@ protected:
             [&] { return std::ranges::count(front_->pressedKeys(), xkey::kF6) > before; }));
     }
 
+    /// What the front program is told of, the tap may hear of a moment later.
+    bool cameModifierReleases() {
+        return testing::waitUntil([this] { return held_.empty(); });
+    }
+
     void run(const QString &program, const QStringList &arguments) {
         testing::ChildProcess process(program, arguments, server_->environment());
         ASSERT_TRUE(process.waitForExit()) << program.toStdString();

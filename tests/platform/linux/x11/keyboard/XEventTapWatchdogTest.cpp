@@ -55,7 +55,7 @@ TEST_F(XEventTapWatchdogTest, GivesKeysToTheProgramInFrontWhileTheMainThreadIsBl
     pressMarker();
     EXPECT_EQ(pressesInFront(xkey::kT), 2);
     EXPECT_EQ(timeouts_, 1);
-    EXPECT_THAT(held_, IsEmpty());
+    EXPECT_TRUE(cameModifierReleases());
 }
 
 TEST_F(XEventTapWatchdogTest, DoesSoAgainTheNextTime) {
@@ -114,7 +114,7 @@ TEST_F(XEventTapWatchdogTest, LeavesTheKeysToAMainThreadThatIsBlockedWithoutAPre
     keys_->chord({xkey::kLeftSuper, xkey::kT});
     EXPECT_TRUE(cameKeyDowns(1));
     EXPECT_EQ(timeouts_, 0);
-    EXPECT_THAT(held_, IsEmpty());
+    EXPECT_TRUE(cameModifierReleases());
 }
 
 TEST_F(XEventTapWatchdogTest, EndsRecordingWhileTheMainThreadIsBlocked) {

@@ -73,6 +73,24 @@ TEST(KeyGrabs, AsksForTheCoreModifierWhereItsKeyHasMoved) {
     EXPECT_THAT(grabsFor(hotkey(17, 0x40001), model), ElementsAre(KeyGrab{kT, kControl}));
 }
 
+TEST(KeyGrabs, TellsModifiersThatTheKeysDownExplain) {
+    KeyboardModel model = usKeyboard(kLock | kMod2);
+    EXPECT_TRUE(areExplained(0, {}, model));
+    EXPECT_TRUE(areExplained(kLock | kMod2, {}, model));
+    EXPECT_TRUE(areExplained(kMod4, {key::kLeftCommand}, model));
+    EXPECT_TRUE(areExplained(kMod4, {key::kLeftCommand, key::kRightCommand}, model));
+    EXPECT_TRUE(areExplained(kMod4 | kShift, {key::kRightCommand, key::kLeftShift}, model));
+    EXPECT_FALSE(areExplained(kMod4, {}, model));
+    EXPECT_FALSE(areExplained(0, {key::kLeftCommand}, model));
+    EXPECT_FALSE(areExplained(kMod4 | kShift, {key::kRightCommand}, model));
+    EXPECT_FALSE(areExplained(kMod4, {key::kRightCommand, key::kLeftShift}, model));
+    EXPECT_FALSE(areExplained(kMod5, {key::kRightCommand}, model));
+    model.modifiersOfKey[108] = {kMod1, kMod5};
+    EXPECT_TRUE(areExplained(kMod5, {key::kRightOption}, model));
+    EXPECT_TRUE(areExplained(kMod1, {key::kRightOption}, model));
+    EXPECT_FALSE(areExplained(kMod4, {key::kRightOption}, model));
+}
+
 TEST(KeyGrabs, NamesTheLeftKeyOfAModifierThatNoFingerHolds) {
     const KeyboardModel model = usKeyboard(kLock | kMod2);
     EXPECT_THAT(unheldModifiers(kMod4 | kShift, {}, model),
