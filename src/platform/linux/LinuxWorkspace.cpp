@@ -1,6 +1,7 @@
 #include "platform/linux/LinuxWorkspace.h"
 
 #include <chrono>
+#include <thread>
 #include <utility>
 
 #include <QCoreApplication>
@@ -20,6 +21,13 @@ namespace {
 
 /// While a file is being opened: soon enough that a person does not notice.
 constexpr unsigned kLookAgainMilliseconds = 25;
+
+constexpr std::chrono::milliseconds kBetweenPictures{1};
+
+/// After a press has asked for the focus, and again if that was in vain. Window managers have
+/// answered by then, and are not busy with a new window for longer, but on busy machines.
+constexpr std::chrono::milliseconds kBeforeLookAtFocus{50};
+constexpr int kMostLooksAtFocus = 3;
 
 class LinuxWindowElement : public WindowElement {
 public:
@@ -178,14 +186,20 @@ LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log,
         log.write(QStringLiteral("KestrelBay [WARN] no X server: windows can't be seen"));
         return;
     }
-    tracker_->setNews([this] { lookAhead(); });
+    focusTimer_.emplace(index_.loop(), [this] { lookAtFocus(); });
+    tracker_->setListener({.news = [this] { lookAhead(); },
+                           .focusAsked =
+                               [this] {
+                                   looksAtFocus_ = kMostLooksAtFocus;
+                                   focusTimer_->start(kBeforeLookAtFocus);
+                               }});
     if (QCoreApplication::instance() == nullptr)
         return;
     pump_ = std::make_unique<WindowEventPump>(*tracker_);
 }
 
 LinuxWorkspace::~LinuxWorkspace() {
-    tracker_->setNews({});
+    tracker_->setListener({});
 }
 
 void LinuxWorkspace::addLaunch(std::int64_t pid, ProcessFacts &facts) {
@@ -224,12 +238,23 @@ std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplicat
     ++presses_;
     if (pump_)
         pump_->pressBegins();
-    tracker_->focusOrder().awaitLast();
-    const DesktopPicture picture = look(index_.current());
+    DesktopPicture picture = look(index_.current());
+    while (tracker_->isFocusAwaited()) {
+        std::this_thread::sleep_for(kBetweenPictures);
+        picture = look(index_.current());
+    }
     std::vector<std::unique_ptr<RunningApplication>> applications;
     for (const ApplicationGroup &group : groupApplications(picture))
         applications.push_back(std::make_unique<LinuxRunningApplication>(tracker_, picture, group));
     return applications;
+}
+
+void LinuxWorkspace::lookAtFocus() {
+    if (!tracker_->isFocusAwaited())
+        return;
+    const DesktopPicture picture = look(index_.currentOrEmpty());
+    if (tracker_->repeatUnheardFocus(picture.serverTime) && --looksAtFocus_ > 0)
+        focusTimer_->start(kBeforeLookAtFocus);
 }
 
 std::vector<std::pair<QString, QString>> LinuxWorkspace::windowReport() {

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "platform/Workspace.h"
 #include "platform/linux/applications/entries/ApplicationIndexKeeper.h"
 #include "platform/linux/applications/launching/EntryLauncher.h"
+#include "platform/linux/glib/LoopTimer.h"
 #include "platform/linux/x11/windows/OpenedFile.h"
 #include "platform/linux/x11/windows/WindowTracker.h"
 
@@ -61,6 +63,8 @@ private:
     void lookAhead();
     /// The desktop as it is; launches whose windows are there are over then.
     [[nodiscard]] DesktopPicture look(std::shared_ptr<const ApplicationIndex> index);
+    /// Has the window manager listened to the last press?
+    void lookAtFocus();
     /// Until it has been brought forward, or the next press. On the index's thread.
     void follow(const std::shared_ptr<OpenedFile> &file, std::uint64_t press,
                 std::chrono::steady_clock::time_point end);
@@ -71,6 +75,8 @@ private:
     std::atomic<bool> lookingAhead_{false};
     /// How many there were.
     std::atomic<std::uint64_t> presses_{0};
+    std::atomic<int> looksAtFocus_{0};
+    std::optional<LoopTimer> focusTimer_;
     const std::chrono::milliseconds openingTakes_;
     // Last, so that its thread has ended before anything that the thread uses.
     ApplicationIndexKeeper index_;

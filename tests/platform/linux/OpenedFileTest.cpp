@@ -73,7 +73,6 @@ protected:
         windows_ = {makeActive("Aaa"), makeActive("Aaa")};
         other_ = makeActive("Bbb");
         ASSERT_TRUE(waitForRunning(entry_, 2));
-        settle();
     }
     xcb_window_t makeActive(const char *className) {
         const xcb_window_t window = make(className, 1).front();

@@ -246,16 +246,6 @@ void AppsDesktop::TearDown() {
 void AppsDesktop::startWindowManager(const QString &program) {
     windowManager_.reset();
     windowManager_ = server_->startWindowManager(program);
-    windowManagerName_ = program;
-}
-
-void AppsDesktop::settle() {
-    if (windowManagerName_ != u"mutter" && windowManagerName_ != u"muffin")
-        return;
-    constexpr std::chrono::milliseconds kQuiet{400};
-    xcb_window_t active = maker_->active();
-    while (waitUntil([&] { return maker_->active() != active; }, kQuiet))
-        active = maker_->active();
 }
 
 void AppsDesktop::startWorkspace() {

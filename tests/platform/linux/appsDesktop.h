@@ -115,10 +115,6 @@ protected:
 
     void startWindowManager(const QString &program = QStringLiteral("openbox"));
     void startWorkspace();
-    /// Returns when the window manager has done with what was asked of it so far. mutter focuses
-    /// a window more than once, the last time after it has told of it as active, and takes no
-    /// request of a time before that; so of mutter it waits until that has been quiet.
-    void settle();
     [[nodiscard]] x11::LinuxWorkspace &workspace() { return *workspace_; }
 
     using Application = std::unique_ptr<RunningApplication>;
@@ -130,7 +126,6 @@ protected:
     NullLog log_;
     std::unique_ptr<PrivateXServer> server_;
     std::unique_ptr<ChildProcess> windowManager_;
-    QString windowManagerName_;
     std::unique_ptr<WindowMaker> maker_;
     std::unique_ptr<x11::LinuxWorkspace> workspace_;
 };

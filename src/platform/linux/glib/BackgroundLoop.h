@@ -26,6 +26,8 @@ public:
     void post(Work work);
     /// The same after a while. On the thread of the loop only.
     void postAfter(unsigned milliseconds, Work work);
+    /// A source of events for the loop. Any thread.
+    void attach(GSource *source) { g_source_attach(source, context_.get()); }
 
 private:
     void runNext();

@@ -139,8 +139,10 @@ void ApplicationWindows::restoreAsked() {
         if (!states_[*window].exists)
             continue;
         addresses.push_back(windows_[*window].address);
-        tracker_->expectActive(addresses.back());
+        restored_.push_back(addresses.back().window);
     }
+    if (!addresses.empty())
+        tracker_->expectActive(addresses.back().root, restored_);
     // Programs may have told of their use since the picture, as when they were hidden.
     askTime();
     tracker_->windowSystem().restore(addresses, time_);
@@ -159,16 +161,13 @@ bool ApplicationWindows::focus(std::size_t window) {
     restoreAsked();
     states_.clear();
     focused_ = window;
-    const WindowSystem &system = tracker_->windowSystem();
     const WindowAddress &address = windows_[window].address;
     const xcb_timestamp_t time = freshTime();
     // Some window managers go to the window's workspace by themselves; others refuse
     // to activate what is not in view.
     if (otherWorkspace)
-        system.showWorkspace(address, *otherWorkspace, time);
-    tracker_->focusOrder().asked(address, true);
-    tracker_->expectActive(address);
-    return system.activate(address, time);
+        tracker_->windowSystem().showWorkspace(address, *otherWorkspace, time);
+    return tracker_->giveFocus(address, time, restored_);
 }
 
 /// A dialog goes and comes with the window it belongs to. Minimised by itself, it
@@ -203,7 +202,7 @@ bool ApplicationWindows::minimizeAll() {
         (isOwnersBusiness(windows_[i]) ? dialogs : ordinary).push_back(i);
     if (const auto active = std::ranges::find(windows_, true, &ManagedWindow::active);
         active != windows_.end())
-        tracker_->focusOrder().asked(active->address, false);
+        tracker_->takeFocusFrom(active->address);
     minimizeAndWait(ordinary);
     // Some window managers leave the dialogs of a group, which then keep the focus.
     readStates();
@@ -231,11 +230,10 @@ void ApplicationWindows::focusAnother() const {
     }
     if (!isOursActive)
         return;
-    const WindowSystem &system = tracker_->windowSystem();
-    const std::vector<WindowState> states = system.readStates(others);
+    const std::vector<WindowState> states = tracker_->windowSystem().readStates(others);
     for (std::size_t i = 0; i < others.size(); ++i)
         if (isInView(states[i]) && !states[i].otherWorkspace) {
-            system.activate(others[i], picture.serverTime);
+            tracker_->giveFocus(others[i], picture.serverTime, {});
             return;
         }
 }

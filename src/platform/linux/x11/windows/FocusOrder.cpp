@@ -1,45 +1,64 @@
 #include "platform/linux/x11/windows/FocusOrder.h"
 
-#include <thread>
+#include <algorithm>
+#include <utility>
 
 namespace kestrelbay::x11 {
 
-namespace {
+void FocusOrder::askedToGive(const WindowAddress &window, std::vector<xcb_window_t> onTheWay) {
+    asked({.window = window,
+           .toHaveIt = true,
+           .onTheWay = std::move(onTheWay),
+           .when = now_(),
+           .set = {}});
+}
 
-using namespace std::chrono_literals;
+void FocusOrder::askedToTakeFrom(const WindowAddress &window) {
+    asked({.window = window, .toHaveIt = false, .onTheWay = {}, .when = now_(), .set = {}});
+}
 
-/// Long enough for a window manager on a busy machine, and short enough that a press does not
-/// count as slow for it, which is from half a second on.
-constexpr auto kLongest = 400ms;
-/// Nothing tells when a request is worked off that changes nothing, such as to give the focus to
-/// the window that has it.
-constexpr auto kShortest = 10ms;
-constexpr auto kPause = 1ms;
-
-}  // namespace
-
-void FocusOrder::asked(const WindowAddress &window, bool toHaveIt) {
+void FocusOrder::asked(Request request) {
     const std::lock_guard lock(mutex_);
-    last_ = {window, toHaveIt, Clock::now()};
+    last_ = std::move(request);
 }
 
-void FocusOrder::awaitLast() {
-    std::optional<Request> request;
-    {
-        const std::lock_guard lock(mutex_);
-        request = last_;
-    }
-    if (!request)
+void FocusOrder::activeWindowSet(xcb_window_t root, std::uint32_t event) {
+    const std::lock_guard lock(mutex_);
+    if (last_ && last_->window.root == root && !last_->set)
+        last_->set = event;
+}
+
+void FocusOrder::activeWindowRead(xcb_window_t root, xcb_window_t active, std::uint32_t request) {
+    const std::lock_guard lock(mutex_);
+    if (!last_ || last_->window.root != root || last_->isOver)
         return;
-    const auto waited = [&] { return Clock::now() - request->when; };
-    while (waited() < kShortest || (waited() < kLongest && !hasComeAbout(*request)))
-        std::this_thread::sleep_for(kPause);
+    const bool hasComeAbout = (active == last_->window.window) == last_->toHaveIt;
+    // An event bears the number of the last request before it; the numbers begin anew some day.
+    const bool wasSet = last_->set && static_cast<std::int32_t>(request - *last_->set) > 0;
+    // The user or a program may have turned elsewhere, even back to where the focus was. Between
+    // two windows there may be a moment without an active one.
+    const bool isElsewhere = last_->toHaveIt && wasSet && active != XCB_NONE &&
+                             std::ranges::find(last_->onTheWay, active) == last_->onTheWay.end();
+    last_->isOver = hasComeAbout || isElsewhere;
 }
 
-bool FocusOrder::hasComeAbout(const Request &request) const {
-    const auto active = propertyWord(system_.connection().readProperty(
-        request.window.root, system_.atoms()["_NET_ACTIVE_WINDOW"], XCB_ATOM_WINDOW, 1));
-    return (active == request.window.window) == request.toHaveIt;
+bool FocusOrder::isAwaitedLocked() const {
+    if (!last_)
+        return false;
+    const Clock::duration age = now_() - last_->when;
+    return age < kShortest || (age < kLongest && !last_->isOver);
+}
+
+bool FocusOrder::isAwaited() const {
+    const std::lock_guard lock(mutex_);
+    return isAwaitedLocked();
+}
+
+std::optional<WindowAddress> FocusOrder::unheard() const {
+    const std::lock_guard lock(mutex_);
+    if (!isAwaitedLocked() || last_->isOver || last_->set || !last_->toHaveIt)
+        return std::nullopt;
+    return last_->window;
 }
 
 }  // namespace kestrelbay::x11

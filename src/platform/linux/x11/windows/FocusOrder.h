@@ -1,44 +1,72 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
+#include <functional>
 #include <mutex>
 #include <optional>
+#include <vector>
 
 #include "platform/linux/x11/connection/WindowSystem.h"
 
 namespace kestrelbay::x11 {
 
-/// Keeps the changes of focus that we ask for apart, so that they take effect in their order.
+/// Keeps the changes of focus that we ask for apart, so that they take effect in their order,
+/// and finds those that a window manager did not listen to.
 ///
 /// Some programs have to take the focus themselves when the window manager tells them to, and
 /// do so in their own time, with the time of the server at which they were told. If two are
 /// told in the same millisecond, the slower one has the focus in the end.
 ///
-/// Any thread; no lock is held while the server is waited for.
+/// Requests and events are known by their numbers on the connection. Any thread.
 class FocusOrder {
 public:
-    explicit FocusOrder(const WindowSystem &system) : system_(system) {}
-
-    /// The window manager has been asked to give the focus to a window, or to take it away.
-    void asked(const WindowAddress &window, bool toHaveIt);
-
-    /// Returns when what was asked for last has come about, at once if that is long ago. A
-    /// window manager that refuses is waited for no longer than 400 ms.
-    void awaitLast();
-
-private:
     using Clock = std::chrono::steady_clock;
 
+    /// Long enough for a window manager on a busy machine, and short enough that a press does
+    /// not count as slow for it, which is from half a second on.
+    static constexpr std::chrono::milliseconds kLongest{400};
+    /// Nothing tells when a request is worked off that changes nothing, such as to give the focus
+    /// to the window that has it.
+    static constexpr std::chrono::milliseconds kShortest{10};
+
+    explicit FocusOrder(std::function<Clock::time_point()> now = Clock::now)
+        : now_(std::move(now)) {}
+
+    /// The window manager has been asked to give the focus to a window; the others may have it
+    /// on the way there.
+    void askedToGive(const WindowAddress &window, std::vector<xcb_window_t> onTheWay);
+    void askedToTakeFrom(const WindowAddress &window);
+
+    /// The window manager has set the active window of a screen, if only to what it was.
+    void activeWindowSet(xcb_window_t root, std::uint32_t event);
+    /// What the active window was when that request was answered.
+    void activeWindowRead(xcb_window_t root, xcb_window_t active, std::uint32_t request);
+
+    /// May what was asked for last still come about? Not when it has, when somebody has decided
+    /// otherwise since, or when it was asked more than kLongest ago.
+    [[nodiscard]] bool isAwaited() const;
+
+    /// The window that the focus is awaited on, if the active window of its screen has not been
+    /// set since: the window manager is late, or has not listened.
+    [[nodiscard]] std::optional<WindowAddress> unheard() const;
+
+private:
     struct Request {
         WindowAddress window;
-        bool toHaveIt;
+        bool toHaveIt = true;
+        std::vector<xcb_window_t> onTheWay;
         Clock::time_point when;
+        /// The first event of the active window since.
+        std::optional<std::uint32_t> set;
+        bool isOver = false;
     };
 
-    [[nodiscard]] bool hasComeAbout(const Request &request) const;
+    void asked(Request request);
+    [[nodiscard]] bool isAwaitedLocked() const;
 
-    const WindowSystem &system_;
-    std::mutex mutex_;
+    const std::function<Clock::time_point()> now_;
+    mutable std::mutex mutex_;
     std::optional<Request> last_;
 };
 

@@ -22,13 +22,18 @@ void UseOrder::update(std::span<const xcb_window_t> list, std::span<const xcb_wi
 
 void UseOrder::takeInActive(std::span<const xcb_window_t> active) {
     const xcb_window_t now = active.empty() ? xcb_window_t{XCB_NONE} : active.front();
-    if (std::exchange(active_, now) == now || now == XCB_NONE)
+    const bool isOther = std::exchange(active_, now) != now;
+    if (now_() >= passingUntil_)
+        passing_.clear();
+    if (now != asked_ && passing_.contains(now)) {
+        isPassing_ = true;
         return;
-    const bool isExpected = std::ranges::count(expected_, now) != 0;
-    if (!isExpected || expected_.back() == now)
-        expected_.clear();
-    if (isExpected)
+    }
+    const bool hasStayed = std::exchange(isPassing_, false);
+    if (now == XCB_NONE || now == asked_ || (!isOther && !hasStayed))
         return;
+    asked_ = XCB_NONE;
+    passing_.clear();
     for (auto window = active.rbegin(); window != active.rend(); ++window)
         toFront(*window);
 }
@@ -56,9 +61,14 @@ void UseOrder::takeInList() {
             place = std::ranges::find(windows_, window) + 1;
 }
 
-void UseOrder::expect(xcb_window_t window) {
-    expected_.push_back(window);
-    toFront(window);
+void UseOrder::expect(std::span<const xcb_window_t> windows) {
+    std::ranges::for_each(windows, [this](xcb_window_t window) { toFront(window); });
+    asked_ = windows.back();
+    isPassing_ = false;
+    if (windows.size() == 1)
+        return;
+    passing_.insert(windows.begin(), windows.end());
+    passingUntil_ = now_() + kSettling;
 }
 
 void UseOrder::toFront(xcb_window_t window) {

@@ -46,9 +46,15 @@ WindowTracker::WindowTracker(const QString &displayName, WindowFactsReader::AddL
     system_.flush();
 }
 
-void WindowTracker::setNews(std::function<void()> news) {
-    const std::lock_guard lock(newsMutex_);
-    news_ = std::move(news);
+void WindowTracker::setListener(Listener listener) {
+    const std::lock_guard lock(listenerMutex_);
+    listener_ = std::move(listener);
+}
+
+void WindowTracker::tell(std::function<void()> Listener::*what) {
+    const std::lock_guard lock(listenerMutex_);
+    if (const auto &listener = listener_.*what)
+        listener();
 }
 
 void WindowTracker::process(xcb_generic_event_t *pollForFirst(xcb_connection_t *)) {
@@ -60,11 +66,8 @@ void WindowTracker::process(xcb_generic_event_t *pollForFirst(xcb_connection_t *
         takeQueuedEvents();
         isNews = std::exchange(isNews_, false);
     }
-    if (!isNews)
-        return;
-    const std::lock_guard lock(newsMutex_);
-    if (news_)
-        news_();
+    if (isNews)
+        tell(&Listener::news);
 }
 
 void WindowTracker::takeQueuedEvents() {
@@ -78,6 +81,8 @@ void WindowTracker::apply(const xcb_generic_event_t &event) {
         case XCB_PROPERTY_NOTIFY: {
             const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
             time_ = change.time;
+            if (change.atom == system_.atoms()["_NET_ACTIVE_WINDOW"])
+                focusOrder_.activeWindowSet(change.window, event.full_sequence);
             isNews_ |=
                 system_.atoms().isOneOf(change.atom, {"_NET_ACTIVE_WINDOW", "_NET_CLIENT_LIST",
                                                       "_NET_SUPPORTING_WM_CHECK"}) ||
@@ -95,9 +100,24 @@ void WindowTracker::apply(const xcb_generic_event_t &event) {
     }
 }
 
-void WindowTracker::expectActive(const WindowAddress &window) {
+void WindowTracker::expectActive(xcb_window_t root, std::span<const xcb_window_t> windows) {
     const std::lock_guard lock(mutex_);
-    usedByRoot_[window.root].order.expect(window.window);
+    usedByRoot_[root].order.expect(windows);
+}
+
+bool WindowTracker::giveFocus(const WindowAddress &window, xcb_timestamp_t time,
+                              std::vector<xcb_window_t> before) {
+    focusOrder_.askedToGive(window, before);
+    before.push_back(window.window);
+    expectActive(window.root, before);
+    const bool isSent = system_.activate(window, time);
+    tell(&Listener::focusAsked);
+    return isSent;
+}
+
+bool WindowTracker::repeatUnheardFocus(xcb_timestamp_t time) {
+    const std::optional<WindowAddress> window = focusOrder_.unheard();
+    return window && system_.activate(*window, time);
 }
 
 xcb_timestamp_t WindowTracker::serverTime() {
@@ -292,6 +312,7 @@ DesktopPicture WindowTracker::read(std::shared_ptr<const ApplicationIndex> index
     for (Root &root : roots) {
         if (root.check == XCB_NONE)
             continue;
+        focusOrder_.activeWindowRead(root.root, root.active, root.request);
         putInOrderOfUse(root, known);
         for (const xcb_window_t window : root.windows) {
             const Record *record = at(window);

@@ -47,14 +47,28 @@ public:
     WindowTracker(const QString &displayName, WindowFactsReader::AddLaunch addLaunch);
 
     [[nodiscard]] const WindowSystem &windowSystem() const { return system_; }
-    [[nodiscard]] FocusOrder &focusOrder() { return focusOrder_; }
 
     /// One round trip when every window is known already, otherwise two. No
     /// windows without a server or a window manager that keeps EWMH's lists.
     [[nodiscard]] DesktopPicture read(std::shared_ptr<const ApplicationIndex> index);
 
-    /// This window has been asked to become active; in pictures it comes first from now on.
-    void expectActive(const WindowAddress &window);
+    /// Windows of one screen have been asked to come back, one after the other; in pictures the
+    /// last of them comes first from now on.
+    void expectActive(xcb_window_t root, std::span<const xcb_window_t> windows);
+
+    /// Asks for the focus of this window. In pictures it comes first from now on, though the
+    /// others, which have been asked to come back before, may have the focus on the way there.
+    bool giveFocus(const WindowAddress &window, xcb_timestamp_t time,
+                   std::vector<xcb_window_t> before);
+    /// The window is about to lose the focus, because it has been asked to go.
+    void takeFocusFrom(const WindowAddress &window) { focusOrder_.askedToTakeFrom(window); }
+    /// Has what was asked of the focus last not come about yet, as of the last picture? A window
+    /// manager that refuses is waited for 400 ms.
+    [[nodiscard]] bool isFocusAwaited() const { return focusOrder_.isAwaited(); }
+    /// Asks once more for the focus that was asked for last, if the window manager did not listen
+    /// by the last picture. mutter does not when it has moved the focus itself since the time
+    /// of the press, as it does several times for a new window. Was it necessary?
+    bool repeatUnheardFocus(xcb_timestamp_t time);
 
     /// The server's clock, after one round trip.
     [[nodiscard]] xcb_timestamp_t serverTime();
@@ -65,10 +79,15 @@ public:
     /// The same for what an answer has brought along.
     void processQueuedEvents() { process(xcb_poll_for_queued_event); }
 
-    /// Called, from whichever thread notices, when there are windows that are not
-    /// known yet, or another one is active. To be set before there is a second thread,
-    /// and cleared by an empty one.
-    void setNews(std::function<void()> news);
+    struct Listener {
+        /// There are windows that are not known yet, or another one is active.
+        std::function<void()> news;
+        /// The focus has been asked for.
+        std::function<void()> focusAsked;
+    };
+    /// Called from whichever thread notices. To be set before there is a second thread, and
+    /// cleared by an empty one.
+    void setListener(Listener listener);
 
 private:
     struct Record {
@@ -94,7 +113,7 @@ private:
     void apply(const xcb_generic_event_t &event);
 
     WindowSystem system_;
-    FocusOrder focusOrder_{system_};
+    FocusOrder focusOrder_;
     WindowFactsReader reader_;
     xcb_atom_t managerSelection_ = XCB_ATOM_NONE;
 
@@ -113,8 +132,10 @@ private:
     std::uint64_t readings_ = 0;
     bool isNews_ = false;
 
-    std::mutex newsMutex_;
-    std::function<void()> news_;
+    void tell(std::function<void()> Listener::*what);
+
+    std::mutex listenerMutex_;
+    Listener listener_;
 };
 
 }  // namespace kestrelbay::x11

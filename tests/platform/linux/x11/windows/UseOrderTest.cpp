@@ -72,33 +72,69 @@ TEST(UseOrder, AWindowThatHasGoneIsForgotten) {
 TEST(UseOrder, WhatWasAskedToBecomeActiveNeedNotBeSeen) {
     UseOrder order;
     order.update(Windows{3, 2, 1}, Windows{3});
-    order.expect(1);
+    order.expect(Windows{1});
     EXPECT_THAT(order.windows(), ElementsAre(1, 3, 2));
     // The window manager has not come to it yet.
     order.update(Windows{3, 2, 1}, Windows{3});
     EXPECT_THAT(order.windows(), ElementsAre(1, 3, 2));
-    order.expect(2);
+    order.expect(Windows{2});
     order.update(Windows{3, 2, 1}, Windows{2});
     EXPECT_THAT(order.windows(), ElementsAre(2, 1, 3));
 }
 
 TEST(UseOrder, OfSeveralThatWereAskedTheLastStaysInFront) {
-    UseOrder order;
+    UseOrder::Clock::time_point now = UseOrder::Clock::now();
+    UseOrder order([&] { return now; });
     order.update(Windows{4, 3, 2, 1}, Windows{4});
-    for (const xcb_window_t window : {3U, 2U, 1U})
-        order.expect(window);
-    for (const xcb_window_t seen : {3U, 1U})
+    order.expect(Windows{3, 2, 1});
+    for (const xcb_window_t seen : {3U, 1U, 2U, 1U, 3U})
         order.update(Windows{4, 3, 2, 1}, Windows{seen});
     EXPECT_THAT(order.windows(), ElementsAre(1, 2, 3, 4));
-    // From then on it is the user again.
+    // If it stays that, it is the user's choice, or the window manager's.
+    now += UseOrder::kSettling - std::chrono::milliseconds(1);
+    order.update(Windows{4, 3, 2, 1}, Windows{3});
+    EXPECT_THAT(order.windows(), ElementsAre(1, 2, 3, 4));
+    now += std::chrono::milliseconds(1);
     order.update(Windows{4, 3, 2, 1}, Windows{3});
     EXPECT_THAT(order.windows(), ElementsAre(3, 1, 2, 4));
+}
+
+TEST(UseOrder, WindowsThatComeBackMayPassWhileTheNextIsAsked) {
+    UseOrder order;
+    order.update(Windows{4, 3, 2, 1}, Windows{4});
+    order.expect(Windows{3, 2, 1});
+    order.update(Windows{4, 3, 2, 1}, Windows{1});
+    order.expect(Windows{3});
+    for (const xcb_window_t seen : {2U, 1U, 3U})
+        order.update(Windows{4, 3, 2, 1}, Windows{seen});
+    EXPECT_THAT(order.windows(), ElementsAre(3, 1, 2, 4));
+}
+
+TEST(UseOrder, TheNextThatIsAskedCountsWhileTheLastIsActive) {
+    UseOrder order;
+    order.update(Windows{3, 2, 1}, Windows{3});
+    for (const xcb_window_t asked : {2U, 1U}) {
+        order.expect(Windows{asked});
+        order.update(Windows{3, 2, 1}, Windows{asked + 1});
+        EXPECT_EQ(order.windows().front(), asked);
+        order.update(Windows{3, 2, 1}, Windows{asked});
+        EXPECT_EQ(order.windows().front(), asked);
+    }
+}
+
+TEST(UseOrder, AUserWhoGoesElsewhereIsFollowedAtOnce) {
+    UseOrder order;
+    order.update(Windows{4, 3, 2, 1}, Windows{4});
+    order.expect(Windows{2, 1});
+    order.update(Windows{4, 3, 2, 1}, Windows{3});
+    order.update(Windows{4, 3, 2, 1}, Windows{2});
+    EXPECT_THAT(order.windows(), ElementsAre(2, 3, 1, 4));
 }
 
 TEST(UseOrder, AnotherThanTheOneAskedIsTheUsersChoice) {
     UseOrder order;
     order.update(Windows{3, 2, 1}, Windows{3});
-    order.expect(1);
+    order.expect(Windows{1});
     order.update(Windows{3, 2, 1}, Windows{2});
     EXPECT_THAT(order.windows(), ElementsAre(2, 1, 3));
     order.update(Windows{3, 2, 1}, Windows{1});
