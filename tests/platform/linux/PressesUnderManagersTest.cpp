@@ -18,7 +18,7 @@ namespace {
 std::vector<std::string> managers() {
     std::istringstream names(
         qEnvironmentVariable("KESTRELBAY_WINDOW_MANAGERS",
-                             QStringLiteral("openbox xfwm4 metacity mutter icewm i3"))
+                             QStringLiteral("openbox xfwm4 metacity mutter icewm fluxbox i3"))
             .toStdString());
     return {std::istream_iterator<std::string>(names), {}};
 }
@@ -35,7 +35,6 @@ protected:
     }
 
     void press(RepeatAction action) {
-        settle();
         ShortcutRule rule;
         rule.appPath = entry_;
         rule.repeatAction = action;
