@@ -25,11 +25,10 @@ TEST(OpenedFileChange, AWindowThatIsNewOrAnotherOrWantsSomething) {
     ApplicationLook now = kBefore;
     now.windows[1].title = "c";
     EXPECT_EQ(x11::changedWindow(kBefore, now), kOurOther);
-    now = kBefore;
-    now.windows[1].wantsAttention = true;
-    EXPECT_EQ(x11::changedWindow(kBefore, now), kOurOther);
-    const ApplicationLook calm = kBefore;
-    EXPECT_EQ(x11::changedWindow(now, calm), std::nullopt);
+    ApplicationLook urgent = kBefore;
+    urgent.windows[1].wantsAttention = true;
+    EXPECT_EQ(x11::changedWindow(kBefore, urgent), kOurOther);
+    EXPECT_EQ(x11::changedWindow(urgent, kBefore), std::nullopt);
     now = kBefore;
     now.windows.push_back({.window = 9, .title = {}});
     EXPECT_EQ(x11::changedWindow(kBefore, now), 9U);

@@ -40,7 +40,7 @@ LoopTimer::~LoopTimer() {
     ::close(descriptor_);
 }
 
-void LoopTimer::start(std::chrono::milliseconds time) {
+void LoopTimer::start(std::chrono::milliseconds time) const {
     const itimerspec due = after(time);
     static_cast<void>(::timerfd_settime(descriptor_, 0, &due, nullptr));
 }

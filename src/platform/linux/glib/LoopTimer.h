@@ -18,7 +18,7 @@ public:
     LoopTimer &operator=(const LoopTimer &) = delete;
 
     /// Anew if it runs already. Any thread.
-    void start(std::chrono::milliseconds time);
+    void start(std::chrono::milliseconds time) const;
 
 private:
     const std::function<void()> due_;
