@@ -74,9 +74,9 @@ public:
         start();
         idle();
         Latency latency(desktop_, target_, other_.id());
-        measure(latency, {.median = 1.25, .p99 = 2});
+        measure(latency, {.median = 1.2, .p99 = 1.5});
         fillDesktop();
-        measure(latency, {.median = 1.5, .p99 = 2});
+        measure(latency, {.median = 1.25, .p99 = 1.5});
         memory();
     }
 
