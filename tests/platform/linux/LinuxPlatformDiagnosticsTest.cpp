@@ -1,5 +1,7 @@
+#include <array>
 #include <map>
 #include <memory>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -8,6 +10,7 @@
 #include <QTemporaryDir>
 
 #include "platform/Platform.h"
+#include "platform/linux/x11/connection/XConnection.h"
 #include "support/FakeSettingsPortal.h"
 #include "support/FakeTray.h"
 #include "support/Poll.h"
@@ -54,6 +57,22 @@ TEST_F(LinuxPlatformDiagnostics, TellOfADesktop) {
     EXPECT_EQ(values[QStringLiteral("Tray")], QStringLiteral("none"));
     EXPECT_EQ(values[QStringLiteral("Session bus")], QStringLiteral("reachable"));
     EXPECT_EQ(values[QStringLiteral("Portal")], QStringLiteral("present"));
+}
+
+TEST_F(LinuxPlatformDiagnostics, TellOfAWindowManagerWhoseAnnouncementHasGone) {
+    const PrivateXServer server;
+    qputenv("DISPLAY", server.displayName().toLatin1());
+    EXPECT_EQ(read()[QStringLiteral("Window manager")], QStringLiteral("none"));
+    const x11::XConnection manager(server.displayName());
+    const auto [selection, name, utf8] = x11::internAtoms(
+        manager, std::array<std::string_view, 3>{"WM_S0", "_NET_WM_NAME", "UTF8_STRING"});
+    const xcb_window_t window = manager.createInputOnlyWindow();
+    xcb_set_selection_owner(manager.get(), window, selection, XCB_CURRENT_TIME);
+    x11::synchronize(manager.get());
+    EXPECT_EQ(read()[QStringLiteral("Window manager")], QStringLiteral("without a name"));
+    xcb_change_property(manager.get(), XCB_PROP_MODE_REPLACE, window, name, utf8, 8, 6, "Keeper");
+    x11::synchronize(manager.get());
+    EXPECT_EQ(read()[QStringLiteral("Window manager")], QStringLiteral("Keeper"));
 }
 
 TEST_F(LinuxPlatformDiagnostics, TellOfWindowsAndWhatTheyAreTakenFor) {

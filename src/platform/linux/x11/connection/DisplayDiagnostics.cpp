@@ -69,16 +69,20 @@ QString keyboardLayout(const XConnection &connection) {
 }  // namespace
 
 std::optional<QString> windowManagerName(const XConnection &connection) {
-    const auto [checkAtom, nameAtom, utf8Atom] = internAtoms(
-        connection,
-        std::array<std::string_view, 3>{"_NET_SUPPORTING_WM_CHECK", "_NET_WM_NAME", "UTF8_STRING"});
+    const std::string selection = "WM_S" + std::to_string(connection.defaultScreen());
+    const auto [checkAtom, nameAtom, utf8Atom, selectionAtom] = internAtoms(
+        connection, std::array<std::string_view, 4>{"_NET_SUPPORTING_WM_CHECK", "_NET_WM_NAME",
+                                                    "UTF8_STRING", selection});
     const auto check = [&, atom = checkAtom](xcb_window_t window) {
         return propertyWord(connection.readProperty(window, atom, XCB_ATOM_WINDOW, 1))
             .value_or(XCB_NONE);
     };
-    const xcb_window_t window = check(connection.root());
-    // One that has gone leaves its window's number behind.
+    xcb_window_t window = check(connection.root());
+    // One that has gone leaves its window's number behind. When mutter takes over from mutter,
+    // the earlier one deletes the later one's, which still owns the managers' selection.
     if (window == XCB_NONE || check(window) != window)
+        window = connection.ownerOf(selectionAtom);
+    if (window == XCB_NONE)
         return std::nullopt;
     return propertyText(connection.readProperty(window, nameAtom, utf8Atom, kLongestName));
 }
