@@ -54,7 +54,7 @@ Reply<xcb_generic_event_t> WatchedEvents::next() {
     if (event && isPress(*event)) {
         pressSince_ = Clock::now();
         if (!isLooking_)
-            lookIn(kGrace);
+            lookAt(Clock::now() + kGrace);
     } else if (std::ranges::any_of(taken_, [this](const auto &one) { return isPress(*one); })) {
         pressSince_ = Clock::now();
     }
@@ -64,7 +64,7 @@ Reply<xcb_generic_event_t> WatchedEvents::next() {
 void WatchedEvents::mayHaveMore() {
     const std::lock_guard lock(mutex_);
     if (!isLooking_)
-        lookIn(kGrace);
+        lookAt(Clock::now() + kGrace);
 }
 
 bool WatchedEvents::takeRelease() {
@@ -81,14 +81,14 @@ void WatchedEvents::run() {
             return;
         const std::lock_guard lock(mutex_);
         isLooking_ = false;
-        isTimerSet_ = false;
+        timerDue_.reset();
         takeOver();
         if (pressSince_ && Clock::now() >= *pressSince_ + settings_.patience)
             release();
         deadline.reset();
         if (pressSince_) {
             deadline = *pressSince_ + settings_.patience;
-            lookIn(*deadline - Clock::now());
+            lookAt(*deadline);
         }
     }
 }
@@ -113,16 +113,17 @@ bool WatchedEvents::leaveToMainThread(std::optional<Clock::time_point> deadline)
 }
 
 /// At the latest; with the lock held.
-void WatchedEvents::lookIn(Clock::duration time) {
-    if (std::exchange(isTimerSet_, true))
+void WatchedEvents::lookAt(Clock::time_point due) {
+    if (timerDue_ && *timerDue_ <= due)
         return;
-    // Nothing at all would stop the timer.
-    const auto nanoseconds = std::max<std::int64_t>(std::chrono::nanoseconds(time).count(), 1);
+    timerDue_ = due;
+    // This clock is CLOCK_MONOTONIC on Linux.
+    const std::int64_t nanoseconds = std::chrono::nanoseconds(due.time_since_epoch()).count();
     constexpr std::int64_t kPerSecond = 1'000'000'000;
-    itimerspec due{};
-    due.it_value.tv_sec = nanoseconds / kPerSecond;
-    due.it_value.tv_nsec = nanoseconds % kPerSecond;
-    static_cast<void>(::timerfd_settime(timer_.fd, 0, &due, nullptr));
+    itimerspec setting{};
+    setting.it_value.tv_sec = nanoseconds / kPerSecond;
+    setting.it_value.tv_nsec = nanoseconds % kPerSecond;
+    static_cast<void>(::timerfd_settime(timer_.fd, TFD_TIMER_ABSTIME, &setting, nullptr));
 }
 
 Reply<xcb_generic_event_t> WatchedEvents::read() {

@@ -63,7 +63,7 @@ private:
     /// Until there is something to look at, or the timer is due.
     void sleep() const;
     [[nodiscard]] bool leaveToMainThread(std::optional<Clock::time_point> deadline) const;
-    void lookIn(Clock::duration time);
+    void lookAt(Clock::time_point due);
     [[nodiscard]] Reply<xcb_generic_event_t> read();
     [[nodiscard]] bool isPress(const xcb_generic_event_t &event) const;
     void takeOver();
@@ -85,7 +85,7 @@ private:
     /// Presses sent before the server worked off this request have been answered by it.
     std::optional<std::uint32_t> answeredBefore_;
     bool released_ = false;
-    bool isTimerSet_ = false;
+    std::optional<Clock::time_point> timerDue_;
 
     std::thread thread_;
 };

@@ -98,6 +98,7 @@ TapProblem XEventTap::tryInstall(Handlers handlers) {
     notifier_.emplace(connection_->fileDescriptor(), QSocketNotifier::Read);
     connect(&*notifier_, &QSocketNotifier::activated, this, &XEventTap::drain);
     down_.emplace(*connection_, *device);
+    lastRawPress_.reset();
     reconcileWithKeyboard();
     grabs_.start(*connection_, *keyboard);
     return TapProblem::None;
