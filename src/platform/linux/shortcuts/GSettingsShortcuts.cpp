@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <span>
@@ -100,6 +101,13 @@ QString remedy(const char *schema, GSettings &settings, const QString &key, QStr
     return u"gsettings set %1 %2 %3"_s.arg(QLatin1StringView(schema), key, value);
 }
 
+/// A modifier key without a side, such as mutter's "Super", is either of the two.
+bool isMeant(const LookedForKey &looked, const QString &text) {
+    return std::ranges::any_of(std::array{u""_s, u"_L"_s, u"_R"_s}, [&](const QString &side) {
+        return looked.isMeantBy(gtkAccelerator(text + side));
+    });
+}
+
 std::optional<HotkeyHolder> holderIn(const Table &table, const LookedForKey &looked) {
     const SchemaPtr schema = schemaCalled(table.schema);
     if (!schema)
@@ -109,7 +117,7 @@ std::optional<HotkeyHolder> holderIn(const Table &table, const LookedForKey &loo
     for (const QString &key : keys) {
         const QStringList texts = textsOf(*settings, key);
         for (const QString &text : texts) {
-            if (looked.isMeantBy(gtkAccelerator(text)))
+            if (isMeant(looked, text))
                 return HotkeyHolder{.program = QLatin1StringView(table.program),
                                     .action = key,
                                     .remedy = remedy(table.schema, *settings, key, texts, text)};

@@ -16,6 +16,7 @@ const LookedForKey kSuperL{modifier::kCommand, {XKB_KEY_l}};
 const LookedForKey kSuperK{modifier::kCommand, {XKB_KEY_k}};
 const LookedForKey kAltF4{modifier::kOption, {XKB_KEY_F4}};
 const LookedForKey kLeftSuperAlone{{}, {XKB_KEY_Super_L}};
+const LookedForKey kRightSuperAlone{{}, {XKB_KEY_Super_R}};
 
 /// Sets a value, for the time of a test.
 class Setting {
@@ -62,6 +63,15 @@ TEST(GSettingsShortcuts, HaveTheKeyThatMutterTakesAlone) {
     EXPECT_EQ(
         holderInGSettings(GSettingsDesktop::Gnome, kLeftSuperAlone),
         (HotkeyHolder{{}, u"overlay-key"_s, u"gsettings set org.gnome.mutter overlay-key ''"_s}));
+    EXPECT_EQ(holderInGSettings(GSettingsDesktop::Gnome, kRightSuperAlone), std::nullopt);
+    {
+        // From version 46 on, by default.
+        const Setting both("org.gnome.mutter", nullptr, "overlay-key",
+                           g_variant_new_string("Super"));
+        for (const LookedForKey &key : {kLeftSuperAlone, kRightSuperAlone})
+            EXPECT_EQ(holderInGSettings(GSettingsDesktop::Gnome, key)->action, u"overlay-key"_s);
+        EXPECT_EQ(holderInGSettings(GSettingsDesktop::Gnome, kSuperK), std::nullopt);
+    }
     const Setting off("org.gnome.mutter", nullptr, "overlay-key", g_variant_new_string(""));
     EXPECT_EQ(holderInGSettings(GSettingsDesktop::Gnome, kLeftSuperAlone), std::nullopt);
 }
