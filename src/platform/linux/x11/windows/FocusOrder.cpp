@@ -5,21 +5,26 @@
 
 namespace kestrelbay::x11 {
 
-void FocusOrder::askedToGive(const WindowAddress &window, std::vector<xcb_window_t> onTheWay) {
-    asked({.window = window,
-           .toHaveIt = true,
-           .onTheWay = std::move(onTheWay),
-           .when = now_(),
-           .set = {}});
-}
-
-void FocusOrder::askedToTakeFrom(const WindowAddress &window) {
-    asked({.window = window, .toHaveIt = false, .onTheWay = {}, .when = now_(), .set = {}});
-}
-
-void FocusOrder::asked(Request request) {
+bool FocusOrder::give(const WindowAddress &window, std::vector<xcb_window_t> onTheWay,
+                      const Ask &ask) {
     const std::lock_guard lock(mutex_);
-    last_ = std::move(request);
+    last_ = {.window = window,
+             .toHaveIt = true,
+             .onTheWay = std::move(onTheWay),
+             .when = now_(),
+             .set = {}};
+    return ask(window);
+}
+
+bool FocusOrder::repeatUnheard(const Ask &ask) {
+    const std::lock_guard lock(mutex_);
+    return isAwaitedLocked() && last_->toHaveIt && !last_->isOver && !last_->set &&
+           ask(last_->window);
+}
+
+void FocusOrder::take(const WindowAddress &window) {
+    const std::lock_guard lock(mutex_);
+    last_ = {.window = window, .toHaveIt = false, .onTheWay = {}, .when = now_(), .set = {}};
 }
 
 void FocusOrder::activeWindowSet(xcb_window_t root, std::uint32_t event) {
@@ -52,13 +57,6 @@ bool FocusOrder::isAwaitedLocked() const {
 bool FocusOrder::isAwaited() const {
     const std::lock_guard lock(mutex_);
     return isAwaitedLocked();
-}
-
-std::optional<WindowAddress> FocusOrder::unheard() const {
-    const std::lock_guard lock(mutex_);
-    if (!isAwaitedLocked() || last_->isOver || last_->set || !last_->toHaveIt)
-        return std::nullopt;
-    return last_->window;
 }
 
 }  // namespace kestrelbay::x11

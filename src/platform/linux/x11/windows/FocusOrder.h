@@ -33,10 +33,16 @@ public:
     explicit FocusOrder(std::function<Clock::time_point()> now = Clock::now)
         : now_(std::move(now)) {}
 
-    /// The window manager has been asked to give the focus to a window; the others may have it
-    /// on the way there.
-    void askedToGive(const WindowAddress &window, std::vector<xcb_window_t> onTheWay);
-    void askedToTakeFrom(const WindowAddress &window);
+    using Ask = std::function<bool(const WindowAddress &)>;
+
+    /// Asks the window manager to give the focus to a window; the others may have it on the way
+    /// there. Requests are sent one at a time, so that none is repeated after a later one.
+    bool give(const WindowAddress &window, std::vector<xcb_window_t> onTheWay, const Ask &ask);
+    /// The same for the window that give() was last for, if the active window of its screen has
+    /// not been set since: the window manager is late, or has not listened. Did it ask?
+    bool repeatUnheard(const Ask &ask);
+    /// The window manager is about to be asked for something that takes the focus from a window.
+    void take(const WindowAddress &window);
 
     /// The window manager has set the active window of a screen, if only to what it was.
     void activeWindowSet(xcb_window_t root, std::uint32_t event);
@@ -46,10 +52,6 @@ public:
     /// May what was asked for last still come about? Not when it has, when somebody has decided
     /// otherwise since, or when it was asked more than kLongest ago.
     [[nodiscard]] bool isAwaited() const;
-
-    /// The window that the focus is awaited on, if the active window of its screen has not been
-    /// set since: the window manager is late, or has not listened.
-    [[nodiscard]] std::optional<WindowAddress> unheard() const;
 
 private:
     struct Request {
@@ -62,7 +64,6 @@ private:
         bool isOver = false;
     };
 
-    void asked(Request request);
     [[nodiscard]] bool isAwaitedLocked() const;
 
     const std::function<Clock::time_point()> now_;

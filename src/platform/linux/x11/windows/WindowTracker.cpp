@@ -107,17 +107,19 @@ void WindowTracker::expectActive(xcb_window_t root, std::span<const xcb_window_t
 
 bool WindowTracker::giveFocus(const WindowAddress &window, xcb_timestamp_t time,
                               std::vector<xcb_window_t> before) {
-    focusOrder_.askedToGive(window, before);
-    before.push_back(window.window);
-    expectActive(window.root, before);
-    const bool isSent = system_.activate(window, time);
+    std::vector<xcb_window_t> expected = before;
+    expected.push_back(window.window);
+    expectActive(window.root, expected);
+    const bool isSent = focusOrder_.give(window, std::move(before), [&](const WindowAddress &at) {
+        return system_.activate(at, time);
+    });
     tell(&Listener::focusAsked);
     return isSent;
 }
 
 bool WindowTracker::repeatUnheardFocus(xcb_timestamp_t time) {
-    const std::optional<WindowAddress> window = focusOrder_.unheard();
-    return window && system_.activate(*window, time);
+    return focusOrder_.repeatUnheard(
+        [&](const WindowAddress &window) { return system_.activate(window, time); });
 }
 
 xcb_timestamp_t WindowTracker::serverTime() {

@@ -61,7 +61,7 @@ public:
     bool giveFocus(const WindowAddress &window, xcb_timestamp_t time,
                    std::vector<xcb_window_t> before);
     /// The window is about to lose the focus, because it has been asked to go.
-    void takeFocusFrom(const WindowAddress &window) { focusOrder_.askedToTakeFrom(window); }
+    void takeFocusFrom(const WindowAddress &window) { focusOrder_.take(window); }
     /// Has what was asked of the focus last not come about yet, as of the last picture? A window
     /// manager that refuses is waited for 400 ms.
     [[nodiscard]] bool isFocusAwaited() const { return focusOrder_.isAwaited(); }

@@ -14,11 +14,12 @@ constexpr xcb_window_t kOtherRoot = 2;
 class FocusOrderTest : public ::testing::Test {
 protected:
     void give(xcb_window_t window, std::vector<xcb_window_t> onTheWay = {}) {
-        order_.askedToGive({window, kRoot, {}}, std::move(onTheWay));
+        EXPECT_TRUE(order_.give({window, kRoot, {}}, std::move(onTheWay),
+                                [&](const WindowAddress &at) { return at.window == window; }));
         ++request_;
     }
     void take(xcb_window_t window) {
-        order_.askedToTakeFrom({window, kRoot, {}});
+        order_.take({window, kRoot, {}});
         ++request_;
     }
     void set(xcb_window_t root = kRoot) { order_.activeWindowSet(root, request_); }
@@ -30,7 +31,13 @@ protected:
         return order_.isAwaited();
     }
     [[nodiscard]] xcb_window_t unheard() {
-        return order_.unheard().value_or(WindowAddress{}).window;
+        xcb_window_t repeated = XCB_NONE;
+        const bool isAsked = order_.repeatUnheard([&](const WindowAddress &window) {
+            repeated = window.window;
+            return true;
+        });
+        EXPECT_EQ(isAsked, repeated != XCB_NONE);
+        return repeated;
     }
 
     FocusOrder::Clock::time_point now_ = FocusOrder::Clock::now();
