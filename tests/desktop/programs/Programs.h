@@ -28,7 +28,7 @@ inline constexpr std::array kPrograms{
     OrdinaryProgram{"IDLE", "Tk", "idle", "IDLE Shell", "/usr/bin/idle", keys::kI},
     OrdinaryProgram{"Falkon", "Chromium in Qt WebEngine", "org.kde.falkon", "Falkon", "falkon",
                     keys::kN},
-    OrdinaryProgram{"Xfig", "Athena widgets", "xfig", "xfig", "xfig", keys::kO},
+    OrdinaryProgram{"Xfig", "Athena widgets", "xfig", "Xfig 3", "xfig", keys::kO},
     OrdinaryProgram{"htop", "a terminal", "htop", "", "htop", keys::kR},
     OrdinaryProgram{"mc", "a terminal", "mc", "", "mc", keys::kS},
 };
