@@ -28,7 +28,8 @@ TEST(OpenedFileChange, AWindowThatIsNewOrAnotherOrWantsSomething) {
     ApplicationLook urgent = kBefore;
     urgent.windows[1].wantsAttention = true;
     EXPECT_EQ(x11::changedWindow(kBefore, urgent), kOurOther);
-    EXPECT_EQ(x11::changedWindow(urgent, kBefore), std::nullopt);
+    const ApplicationLook calm = kBefore;
+    EXPECT_EQ(x11::changedWindow(urgent, calm), std::nullopt);
     now = kBefore;
     now.windows.push_back({.window = 9, .title = {}});
     EXPECT_EQ(x11::changedWindow(kBefore, now), 9U);
