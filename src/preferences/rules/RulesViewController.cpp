@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "hotkeys/ShortcutManager.h"
+#include "platform/NativeWindow.h"
 #include "preferences/options/RuleAdvancedPanel.h"
 #include "preferences/picker/AppPickerPanel.h"
 #include "preferences/rules/ApplicationIconCache.h"
@@ -60,15 +61,17 @@ RulesViewController::RulesViewController(const PreferencesServices &services,
       icons_(icons),
       sheets_(std::move(sheets)),
       model_(new RulesModel(services.manager, this)),
-      listView_(new RowListView(*model_,
-                                {.make =
-                                     [this](QWidget *owner) {
-                                         return new RuleRowView(services_, icons_, holders_, owner);
-                                     },
-                                 .fill = [this](RowWidget *row, int index) { fillRow(row, index); },
-                                 .height = RuleRowView::kHeight,
-                                 .spacing = kRowSpacing},
-                                services.timers, this)),
+      listView_(new RowListView(
+          *model_,
+          {.make =
+               [this](QWidget *owner) {
+                   return new RuleRowView(services_, icons_, holders_, owner);
+               },
+           .fill = [this](RowWidget *row, int index) { fillRow(row, index); },
+           .isTranslucencyShown = [this] { return services_.nativeWindow.isTranslucencyShown(); },
+           .height = RuleRowView::kHeight,
+           .spacing = kRowSpacing},
+          services.timers, this)),
       addButton_(new SymbolButton(QStringLiteral("plus"), kAddSymbol, colors::label, this)),
       countLabel_(new TextLabel({}, systemFont(11), colors::secondaryLabel, this)),
       emptyLabel_(new TextLabel(L::rulesEmpty(), systemFont(13), colors::tertiaryLabel, this)) {

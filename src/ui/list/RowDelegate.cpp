@@ -38,8 +38,14 @@ void RowWidget::setVisible(bool visible) {
         QWidget::setVisible(visible);
 }
 
-QPixmap RowWidget::dragPicture() {
-    const QPixmap row = grab();
+QPixmap RowWidget::dragPicture(bool isTranslucent) {
+    QPixmap row = grab();
+    if (!isTranslucent) {
+        QPainter frame(&row);
+        frame.setPen(colors::separator());
+        frame.drawRect(rect().adjusted(0, 0, -1, -1));
+        return row;
+    }
     QPixmap picture(row.size());
     picture.setDevicePixelRatio(row.devicePixelRatio());
     picture.fill(Qt::transparent);

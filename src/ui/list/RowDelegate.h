@@ -35,9 +35,8 @@ public:
     /// Does Tab stop at them?
     void setTabStops(bool stops);
 
-    /// What is seen of the row while it is dragged: translucent, so that it does not hide
-    /// where it would be dropped.
-    [[nodiscard]] QPixmap dragPicture();
+    /// What is seen of the row while it is dragged.
+    [[nodiscard]] QPixmap dragPicture(bool isTranslucent);
 
     /// A row in use is never hidden by itself: views hide the editors that they close, and
     /// one that is used again at once would be painted twice.
@@ -59,12 +58,16 @@ public:
         std::function<RowWidget *(QWidget *parent)> make;
         /// Has the widget show this row and nothing of the one before.
         std::function<void(RowWidget *widget, int row)> fill;
+        /// Can a window be seen through just now? Asked for each drag.
+        std::function<bool()> isTranslucencyShown;
         /// In device-independent pixels.
         int height = 0;
         int spacing = 0;
     };
 
     RowDelegate(Rows rows, QWidget *list);
+
+    [[nodiscard]] bool isTranslucencyShown() const { return rows_.isTranslucencyShown(); }
 
     /// From one row to the next.
     [[nodiscard]] int pitch() const { return rows_.height + rows_.spacing; }

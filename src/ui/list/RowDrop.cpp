@@ -15,7 +15,6 @@ constexpr int kAutoscrollMargin = 32;
 /// At 60 ticks a second about twenty rows.
 constexpr int kFastestAutoscroll = 18;
 
-constexpr int kLineHeight = 10;
 constexpr qreal kLineThickness = 2;
 constexpr qreal kLineEndRadius = 3;
 
@@ -63,14 +62,14 @@ DropLine::DropLine(QWidget *parent) : QWidget(parent) {
 }
 
 void DropLine::showAt(int y, int left, int width) {
-    const int lowest = std::max(0, parentWidget()->height() - kLineHeight);
-    setGeometry(left, std::clamp(y - kLineHeight / 2, 0, lowest), width, kLineHeight);
+    const int lowest = std::max(0, parentWidget()->height() - kHeight);
+    setGeometry(left, std::clamp(y - kHeight / 2, 0, lowest), width, kHeight);
     raise();
     show();
 }
 
 void DropLine::paintEvent(QPaintEvent *) {
-    const qreal middle = kLineHeight / 2.0;
+    const qreal middle = kHeight / 2.0;
     const qreal ringEnd = kLineThickness / 2 + 2 * kLineEndRadius;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);

@@ -35,6 +35,8 @@ class DropLine final : public QWidget {
     Q_OBJECT
 
 public:
+    static constexpr int kHeight = 10;
+
     explicit DropLine(QWidget *parent);
 
     /// Shows it centred on y, moved as far as it takes to be inside the parent.

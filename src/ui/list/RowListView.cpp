@@ -18,6 +18,7 @@ namespace kestrelbay {
 namespace {
 
 constexpr std::chrono::milliseconds kAutoscrollInterval{16};
+constexpr int kBesidePointer = 16;
 
 bool isUpOrDown(const QKeyEvent &event) {
     return event.key() == Qt::Key_Up || event.key() == Qt::Key_Down;
@@ -291,8 +292,11 @@ void RowListView::mouseMoveEvent(QMouseEvent *event) {
 void RowListView::startRowDrag(RowWidget *row) {
     drag_ = new QDrag(qApp);
     drag_->setMimeData(model()->mimeData({currentIndex()}));
-    drag_->setPixmap(row->dragPicture());
-    drag_->setHotSpot(*pressed_ - row->pos());
+    const bool isTranslucent = rows_->isTranslucencyShown();
+    drag_->setPixmap(row->dragPicture(isTranslucent));
+    // A picture that hides what is below it stays clear of the line that the pointer is near.
+    drag_->setHotSpot(isTranslucent ? *pressed_ - row->pos()
+                                    : -QPoint(kBesidePointer, pitch() / 4 + DropLine::kHeight));
     QMetaObject::invokeMethod(
         drag_,
         [drag = drag_.data(), list = QPointer(this)] {

@@ -44,13 +44,21 @@ protected:
 TEST_F(RowListDragTest, dragsAPictureThroughWhichTheListIsSeen) {
     show(10);
     list_->selectRow(1);
-    const QImage picture = row(1)->dragPicture().toImage();
+    const QImage picture = row(1)->dragPicture(true).toImage();
     EXPECT_EQ(picture.size(), row(1)->size() * picture.devicePixelRatio());
     for (const QPoint place : {QPoint(0, 26), QPoint(20, 10), QPoint(200, 26)})
         EXPECT_NEAR(picture.pixelColor(place).alphaF(), 0.6, 0.01);
     list_->setFocus();
     ASSERT_TRUE(hasFocusRing(1));
-    EXPECT_EQ(row(1)->dragPicture().toImage(), picture);
+    EXPECT_EQ(row(1)->dragPicture(true).toImage(), picture);
+}
+
+TEST_F(RowListDragTest, dragsAPictureThatIsWhollyThereWhereNothingIsSeenThrough) {
+    show(10);
+    const QImage picture = row(1)->dragPicture(false).toImage();
+    EXPECT_EQ(picture.size(), row(1)->size() * picture.devicePixelRatio());
+    for (const QPoint place : {QPoint(0, 26), QPoint(20, 10), QPoint(200, 26)})
+        EXPECT_EQ(picture.pixelColor(place).alpha(), 255);
 }
 
 TEST_F(RowListDragTest, showsADropLineInTheGap) {

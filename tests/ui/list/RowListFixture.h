@@ -159,6 +159,7 @@ protected:
         new RowListView(model_,
                         {.make = [this](QWidget *parent) { return makeRow(parent); },
                          .fill = [this](RowWidget *widget, int row) { fillRow(widget, row); },
+                         .isTranslucencyShown = [] { return true; },
                          .height = 52,
                          .spacing = 4},
                         timers_);

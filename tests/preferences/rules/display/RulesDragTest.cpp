@@ -1,6 +1,9 @@
 #include <QApplication>
 #include <QDrag>
+#include <QImage>
+#include <QPixmap>
 #include <QPointer>
+#include <QScreen>
 #include <QTimer>
 #include <QWindow>
 
@@ -20,6 +23,7 @@
 #include "ui/list/RowDrop.h"
 
 #include "ui/list/RowListView.h"
+#include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
 namespace {
@@ -118,6 +122,29 @@ TEST_F(RulesDragTest, movesARowToTheGapWhereItIsDropped) {
     ASSERT_TRUE(script_.run()) << order().toStdString();
     EXPECT_EQ(view().selectedRow(), 3);
     EXPECT_FALSE(isLineShown());
+}
+
+/// Of the line on the screen, the part in its colour.
+double inkedPart(const DropLine &line) {
+    const QRect place(line.mapToGlobal(QPoint(0, 0)), line.size());
+    const QImage picture = QGuiApplication::primaryScreen()
+                               ->grabWindow(0, place.x(), place.center().y(), place.width(), 1)
+                               .toImage();
+    int inked = 0;
+    for (int x = 0; x < picture.width(); ++x)
+        inked += picture.pixelColor(x, 0) == colors::controlAccent() ? 1 : 0;
+    return double(inked) / picture.width();
+}
+
+TEST_F(RulesDragTest, showsTheLineBesideThePictureWhereNothingIsSeenThrough) {
+    nativeWindow_.setTranslucencyShown(false);
+    show(6);
+    takeUp(1);
+    // From either side of the gap.
+    for (const int aside : {-8, 8})
+        dragTo(4 * kPitch + aside, [this] { return isLineShown() && inkedPart(*line()) > 0.95; });
+    script_.when([] { return true; }, [this] { mouse_.release(); });
+    EXPECT_TRUE(script_.run());
 }
 
 TEST_F(RulesDragTest, leavesTheOrderWhenDroppedOnARow) {
