@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QComboBox>
-
 #include "settings/SettingsKeys.h"
+#include "ui/widgets/PopupButton.h"
 
 namespace kestrelbay {
 
@@ -10,7 +9,7 @@ struct PreferencesServices;
 
 /// A choice of one among several values, each a text that is stored and has a title. Writes
 /// the setting whenever the user chooses, also the same value again.
-class SettingPopup final : public QComboBox {
+class SettingPopup final : public PopupButton {
     Q_OBJECT
 
 public:

@@ -7,7 +7,6 @@
 #include <utility>
 
 #include <QButtonGroup>
-#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
@@ -24,6 +23,7 @@
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/AccessibleFactory.h"
 #include "ui/widgets/LinkButton.h"
+#include "ui/widgets/PopupButton.h"
 #include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
@@ -167,7 +167,7 @@ void RuleAdvancedPanel::buildArgsSection(QVBoxLayout &column) {
     column.addWidget(makeSmallText(L::argumentSubtitle(), this));
     column.addSpacing(kLineGap);
 
-    kindPopup_ = new QComboBox(this);
+    kindPopup_ = new PopupButton(this);
     kindPopup_->setFont(systemFont(kControlFont));
     kindPopup_->setFixedWidth(kPopupWidth);
     kindPopup_->setAccessibleName(L::argumentKindName());

@@ -1,10 +1,12 @@
 #include "ui/look/SystemStyle.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
-#include <QComboBox>
+#include <QFrame>
 #include <QPalette>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -25,6 +27,10 @@ constexpr int kChevronMargin = 8;
 constexpr int kLineEditMargin = 6;
 constexpr int kMenuItemPadding = 6;
 constexpr int kPushButtonPadding = 12;
+/// Around the list of a popup and around each of its titles.
+constexpr int kListFrame = 5;
+constexpr QSize kListItemPadding{7, 4};
+constexpr qreal kListItemRadius = 4;
 /// Controls with a text up to this size are small ones.
 constexpr int kSmallFont = 12;
 constexpr int kRegularHeight = 28;
@@ -180,6 +186,24 @@ void drawScrollBar(const QStyle &style, const QStyleOptionSlider &option, QPaint
                 withAlpha(colors::label(), isUsed ? 0.45F : 0.28F));
 }
 
+/// What Qt shows the list of a combo box in; both classes are its own.
+bool isPopupFrame(const QWidget *widget) {
+    return widget && widget->inherits("QComboBoxPrivateContainer");
+}
+
+bool isPopupList(const QWidget *widget) {
+    return widget && widget->inherits("QComboBoxListView");
+}
+
+void drawPopupFrame(const QStyleOption &option, QPainter *painter) {
+    const QColor ground = option.palette.color(QPalette::Base);
+    painter->save();
+    painter->setPen(overlaid(ground, colors::label(), 0.18));
+    painter->setBrush(ground);
+    painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+    painter->restore();
+}
+
 int controlHeight(const QWidget *widget) {
     const bool isSmall =
         widget && widget->font().pixelSize() > 0 && widget->font().pixelSize() <= kSmallFont;
@@ -190,6 +214,15 @@ int controlHeight(const QWidget *widget) {
 
 SystemStyle::SystemStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
+void SystemStyle::polish(QWidget *widget) {
+    QProxyStyle::polish(widget);
+    // The delegate that a combo box comes with asks no style how large its rows are.
+    if (isPopupList(widget)) {
+        auto *const list = static_cast<QAbstractItemView *>(widget);
+        list->setItemDelegate(new QStyledItemDelegate(list));
+    }
+}
+
 void SystemStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option,
                                 QPainter *painter, const QWidget *widget) const {
     switch (element) {
@@ -199,13 +232,25 @@ void SystemStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *op
             return drawLineEdit(*option, painter);
         case PE_FrameFocusRect:
             return drawFocusRing(*option, painter);
+        case PE_Frame:
+            if (isPopupFrame(widget))
+                return drawPopupFrame(*option, painter);
+            break;
+        case PE_PanelItemViewItem:
+            if (!isPopupList(widget))
+                break;
+            if (has(*option, State_Selected))
+                drawRounded(*painter, option->rect, kListItemRadius,
+                            option->palette.color(QPalette::Highlight));
+            return;
         case PE_IndicatorRadioButton:
             return drawRadioButton(*option, painter);
         case PE_IndicatorCheckBox:
             return drawCheckBox(*option, painter);
         default:
-            return QProxyStyle::drawPrimitive(element, option, painter, widget);
+            break;
     }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
 
 void SystemStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
@@ -217,6 +262,13 @@ void SystemStyle::drawControl(ControlElement element, const QStyleOption *option
     }
     if (element == CE_MenuItem && isMenuSeparator(*option))
         return drawMenuSeparator(*option, painter);
+    const auto *const item = qstyleoption_cast<const QStyleOptionViewItem *>(option);
+    if (element == CE_ItemViewItem && item && has(*item, State_Selected)) {
+        // The accent tells already, and a ring would lie upon the letters.
+        QStyleOptionViewItem ringless = *item;
+        ringless.state &= ~State_HasFocus;
+        return QProxyStyle::drawControl(element, &ringless, painter, widget);
+    }
     QProxyStyle::drawControl(element, option, painter, widget);
 }
 
@@ -240,6 +292,8 @@ QSize SystemStyle::sizeFromContents(ContentsType type, const QStyleOption *optio
         size.rwidth() += kPushButtonPadding;
     if (type == CT_MenuItem && !isMenuSeparator(*option))
         size.rheight() += kMenuItemPadding;
+    if (type == CT_ItemViewItem && isPopupList(widget))
+        size.rheight() += 2 * kListItemPadding.height();
     return size;
 }
 
@@ -255,6 +309,12 @@ int SystemStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
     switch (metric) {
         case PM_ScrollBarExtent:
             return kScrollBarExtent;
+        case PM_DefaultFrameWidth:
+            return isPopupFrame(widget) ? kListFrame
+                                        : QProxyStyle::pixelMetric(metric, option, widget);
+        case PM_FocusFrameHMargin:
+            return isPopupList(widget) ? kListItemPadding.width()
+                                       : QProxyStyle::pixelMetric(metric, option, widget);
         // Focus is a ring inside the button, a default button one filled with the accent.
         case PM_ButtonDefaultIndicator:
         case PM_ButtonShiftHorizontal:
@@ -272,6 +332,8 @@ int SystemStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWi
         case SH_ComboBox_Popup:
         case SH_DialogButtonBox_ButtonsHaveIcons:
             return 0;
+        case SH_ComboBox_PopupFrameStyle:
+            return static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Plain);
         default:
             return QProxyStyle::styleHint(hint, option, widget, returned);
     }

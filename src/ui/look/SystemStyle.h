@@ -15,6 +15,8 @@ class SystemStyle final : public QProxyStyle {
 public:
     SystemStyle();
 
+    using QProxyStyle::polish;
+    void polish(QWidget *widget) override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget) const override;
     void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,

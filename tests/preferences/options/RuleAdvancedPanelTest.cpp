@@ -245,9 +245,10 @@ TEST_F(RuleAdvancedPanelTest, TheTabKeyGoesFromTopToBottom) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         order.append(QLatin1String(QApplication::focusWidget()->metaObject()->className()));
     }
-    EXPECT_EQ(order, QStringList({QStringLiteral("QComboBox"), QStringLiteral("QLineEdit"),
-                                  QStringLiteral("kestrelbay::LinkButton"),
-                                  QStringLiteral("QPushButton"), QStringLiteral("QPushButton")}));
+    EXPECT_EQ(order,
+              QStringList({QStringLiteral("kestrelbay::PopupButton"), QStringLiteral("QLineEdit"),
+                           QStringLiteral("kestrelbay::LinkButton"), QStringLiteral("QPushButton"),
+                           QStringLiteral("QPushButton")}));
 }
 
 TEST_F(RuleAdvancedPanelTest, HelpOpensItsPage) {
