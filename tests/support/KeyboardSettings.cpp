@@ -21,6 +21,14 @@ namespace {
 constexpr std::uint8_t kAllModifiers = 0xff;
 constexpr std::uint8_t kUnusedKeycode = 254;
 
+void send(xcb_connection_t *connection, xcb_xkb_latch_lock_state_request_t request) {
+    request.deviceSpec = XCB_XKB_ID_USE_CORE_KBD;
+    const xcb_protocol_request_t protocol{1, &xcb_xkb_id, XCB_XKB_LATCH_LOCK_STATE, 1};
+    std::array<iovec, 3> parts{};  // two are for the library
+    parts[2] = {&request, sizeof request};
+    xcb_send_request(connection, 0, &parts[2], &protocol);
+}
+
 }  // namespace
 
 KeyboardSettings::KeyboardSettings(const QString &displayName)
@@ -34,26 +42,27 @@ KeyboardSettings::KeyboardSettings(const QString &displayName)
 }
 
 void KeyboardSettings::latch(std::uint8_t modifiers) {
-    latchOrLock(0, 0, modifiers);
+    xcb_xkb_latch_lock_state_request_t request{};
+    request.affectModLatches = modifiers;
+    // The binding takes the protocol's modLatches for padding, and so cannot be asked.
+    request.pad0 = modifiers;
+    send(connection_.get(), request);
+    sync();
 }
 
 void KeyboardSettings::lock(std::uint8_t modifiers) {
-    latchOrLock(kAllModifiers, modifiers, 0);
+    xcb_xkb_latch_lock_state_request_t request{};
+    request.affectModLocks = kAllModifiers;
+    request.modLocks = modifiers;
+    send(connection_.get(), request);
+    sync();
 }
 
-void KeyboardSettings::latchOrLock(std::uint8_t affectedLocks, std::uint8_t locked,
-                                   std::uint8_t latched) {
+void KeyboardSettings::useLayout(std::uint8_t index) {
     xcb_xkb_latch_lock_state_request_t request{};
-    request.deviceSpec = XCB_XKB_ID_USE_CORE_KBD;
-    request.affectModLocks = affectedLocks;
-    request.modLocks = locked;
-    request.affectModLatches = latched;
-    // The binding takes the protocol's modLatches for padding, and so cannot be asked.
-    request.pad0 = latched;
-    const xcb_protocol_request_t protocol{1, &xcb_xkb_id, XCB_XKB_LATCH_LOCK_STATE, 1};
-    std::array<iovec, 3> parts{};  // two are for the library
-    parts[2] = {&request, sizeof request};
-    xcb_send_request(connection_.get(), 0, &parts[2], &protocol);
+    request.lockGroup = 1;
+    request.groupLock = index;
+    send(connection_.get(), request);
     sync();
 }
 

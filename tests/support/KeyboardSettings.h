@@ -22,12 +22,13 @@ public:
     void lock(std::uint8_t modifiers);
     /// A modifier key counts until the key after it is pressed.
     void turnStickyKeysOn();
+    /// This one of the keymap's layouts, by its place among them.
+    void useLayout(std::uint8_t index);
     /// Rewrites that many times what is printed on a key nobody has, each of which
     /// the server tells to every client.
     void changeMapping(int times);
 
 private:
-    void latchOrLock(std::uint8_t affectedLocks, std::uint8_t locked, std::uint8_t latched);
     void sync();
 
     Connection connection_;

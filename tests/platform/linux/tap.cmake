@@ -2,7 +2,7 @@ pkg_check_modules(XCB_TAP_TEST REQUIRED IMPORTED_TARGET GLOBAL xcb)
 
 kestrelbay_test(linux_tap_plan_tests
     LABEL fast
-    SOURCES linux/x11/keymap/KeyCodeTableTest.cpp linux/x11/keymap/KeyGrabsTest.cpp
+    SOURCES linux/x11/keymap/KeyCapsTest.cpp linux/x11/keymap/KeyCodeTableTest.cpp linux/x11/keymap/KeyGrabsTest.cpp
     LIBRARIES kestrelbay_back_end GTest::gtest_main
 )
 kestrelbay_test(linux_tap_tests
@@ -16,5 +16,6 @@ kestrelbay_test(linux_tap_tests
         linux/x11/keyboard/XEventTapModifiersTest.cpp
         linux/x11/keyboard/XEventTapTest.cpp
         linux/x11/keyboard/XEventTapWatchdogTest.cpp
+        linux/x11/keymap/X11KeyboardLayoutTest.cpp
     LIBRARIES kestrelbay_back_end kestrelbay_fakes kestrelbay_hotkeys kestrelbay_test_support PkgConfig::XCB_TAP_TEST
 )

@@ -11,20 +11,15 @@
 #include <xcb/xkb.h>
 #undef explicit
 
-#include <memory>
 #include <span>
 
 #include "platform/linux/x11/connection/XConnection.h"
+#include "platform/linux/x11/keymap/KeyCaps.h"
+#include "platform/linux/x11/keymap/XkbOwners.h"
 
 namespace kestrelbay::x11 {
 
 namespace {
-
-struct Unref {
-    void operator()(xkb_context *context) const { xkb_context_unref(context); }
-    void operator()(xkb_keymap *keymap) const { xkb_keymap_unref(keymap); }
-    void operator()(xkb_state *state) const { xkb_state_unref(state); }
-};
 
 std::uint8_t coreModifiers(xkb_state *state, xkb_state_component component) {
     // The first eight modifiers of every keymap are the core protocol's.
@@ -44,7 +39,7 @@ void pressEverywhere(xkb_keymap &keymap, xkb_keycode_t code, KeyboardModel &mode
             // the key sets while it is down.
             xkb_mod_mask_t chooser = 0;
             xkb_keymap_key_get_mods_for_level(&keymap, code, layout, level, &chooser, 1);
-            const std::unique_ptr<xkb_state, Unref> state(xkb_state_new(&keymap));
+            const XkbOwner<xkb_state> state(xkb_state_new(&keymap));
             xkb_state_update_mask(state.get(), 0, 0, chooser, 0, 0, layout);
             const unsigned lockedBefore = coreModifiers(state.get(), XKB_STATE_MODS_LOCKED);
             xkb_state_update_key(state.get(), code, XKB_KEY_DOWN);
@@ -60,6 +55,16 @@ void pressEverywhere(xkb_keymap &keymap, xkb_keycode_t code, KeyboardModel &mode
                 model.modifiersOfKey.at(code).insert(static_cast<std::uint8_t>(set));
         }
     }
+}
+
+/// Null when the connection is broken.
+XkbOwner<xkb_keymap> readKeymap(xcb_connection_t *connection) {
+    const XkbOwner<xkb_context> context(xkb_context_new(XKB_CONTEXT_NO_FLAGS));
+    const std::optional<std::uint16_t> device = coreKeyboard(connection);
+    if (!context || !device)
+        return nullptr;
+    return XkbOwner<xkb_keymap>(xkb_x11_keymap_new_from_device(context.get(), connection, *device,
+                                                               XKB_KEYMAP_COMPILE_NO_FLAGS));
 }
 
 }  // namespace
@@ -81,18 +86,21 @@ std::optional<std::uint8_t> watchKeymap(xcb_connection_t *connection) {
     return firstEvent;
 }
 
+void watchLayoutInUse(xcb_connection_t *connection) {
+    xcb_xkb_select_events_details_t details{};
+    details.affectState = XCB_XKB_STATE_PART_GROUP_STATE;
+    details.stateDetails = XCB_XKB_STATE_PART_GROUP_STATE;
+    xcb_xkb_select_events_aux(connection, XCB_XKB_ID_USE_CORE_KBD, XCB_XKB_EVENT_TYPE_STATE_NOTIFY,
+                              0, 0, 0, 0, &details);
+}
+
 std::optional<std::uint16_t> coreKeyboard(xcb_connection_t *connection) {
     const std::int32_t device = xkb_x11_get_core_keyboard_device_id(connection);
     return device < 0 ? std::nullopt : std::optional(static_cast<std::uint16_t>(device));
 }
 
 std::optional<KeyboardModel> readKeyboardModel(xcb_connection_t *connection) {
-    const std::unique_ptr<xkb_context, Unref> context(xkb_context_new(XKB_CONTEXT_NO_FLAGS));
-    const std::optional<std::uint16_t> device = coreKeyboard(connection);
-    if (!context || !device)
-        return std::nullopt;
-    const std::unique_ptr<xkb_keymap, Unref> keymap(xkb_x11_keymap_new_from_device(
-        context.get(), connection, *device, XKB_KEYMAP_COMPILE_NO_FLAGS));
+    const XkbOwner<xkb_keymap> keymap = readKeymap(connection);
     if (!keymap)
         return std::nullopt;
 
@@ -100,6 +108,18 @@ std::optional<KeyboardModel> readKeyboardModel(xcb_connection_t *connection) {
     for (unsigned code = 8; code < model.modifiersOfKey.size(); ++code)
         pressEverywhere(*keymap, code, model);
     return model;
+}
+
+std::map<KeyCode, QString> readKeyCaps(xcb_connection_t *connection) {
+    const XkbOwner<xkb_keymap> keymap = readKeymap(connection);
+    const std::optional<std::uint16_t> device = coreKeyboard(connection);
+    if (!keymap || !device)
+        return {};
+    const XkbOwner<xkb_state> state(
+        xkb_x11_state_new_from_device(keymap.get(), connection, *device));
+    if (!state)
+        return {};
+    return keyCaps(*keymap, xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE));
 }
 
 std::optional<KeySet> readDownKeys(xcb_connection_t *connection) {

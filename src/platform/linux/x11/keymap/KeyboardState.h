@@ -1,7 +1,10 @@
 #pragma once
 
 #include <bitset>
+#include <map>
 #include <optional>
+
+#include <QString>
 
 #include <xcb/xcb.h>
 
@@ -15,12 +18,19 @@ namespace kestrelbay::x11 {
 /// used. Gives the type of these events; no value when the server has no XKB.
 [[nodiscard]] std::optional<std::uint8_t> watchKeymap(xcb_connection_t *connection);
 
+/// Has the server say on a connection of that kind, by events of that type, also when another
+/// of the keymap's layouts is chosen.
+void watchLayoutInUse(xcb_connection_t *connection);
+
 /// The master keyboard that core events come from, by the number that XInput and XKB share.
 [[nodiscard]] std::optional<std::uint16_t> coreKeyboard(xcb_connection_t *connection);
 
 /// Asks the server which keys set which modifiers, and which modifiers lock. No
 /// value when the connection is broken.
 [[nodiscard]] std::optional<KeyboardModel> readKeyboardModel(xcb_connection_t *connection);
+
+/// What the layout in use prints on keys; see keyCaps(). Empty when the connection is broken.
+[[nodiscard]] std::map<KeyCode, QString> readKeyCaps(xcb_connection_t *connection);
 
 /// Keys by their X key codes.
 using KeySet = std::bitset<256>;
