@@ -1,5 +1,6 @@
 target_sources(macos_tests PRIVATE
     LaunchAgentTest.cpp
+    MacKeyboardLayoutTest.cpp
     MacLoginItemTest.mm
     MacNativeWindowTest.mm
     MacPlatformTest.mm
@@ -10,6 +11,7 @@ target_sources(macos_tests PRIVATE
     fakes/Images.mm
     fakes/Services.mm
     fakes/Windows.mm
+    fakes/InputSources.mm
 )
 
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
