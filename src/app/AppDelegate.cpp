@@ -13,6 +13,7 @@
 #include "app/toasts/LaunchToastWindow.h"
 #include "app/toasts/ToastWindow.h"
 #include "hotkeys/TapProblems.h"
+#include "platform/KeyboardLayout.h"
 #include "platform/Platform.h"
 #include "platform/SystemLog.h"
 #include "platform/UserDefaults.h"
@@ -71,12 +72,15 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers)
     ToastPanel::setServices(&toastServices_);
     setSystemSymbols(platform.systemSymbols());
     // Not before the language is known.
+    platform.keyboardLayout().setChangeHandler(
+        [this] { Q_EMIT notifications_.keyboardLayoutDidChange(); });
     qtTexts_.emplace(notifications_);
 }
 
 AppDelegate::~AppDelegate() {
     setSystemSymbols(nullptr);
     ToastPanel::setServices(nullptr);
+    platform_.keyboardLayout().setChangeHandler({});
     Language::setDefaults(nullptr);
 }
 
@@ -105,6 +109,7 @@ PreferencesServices AppDelegate::preferencesServices() {
             .launchAtLogin = launchAtLogin_,
             .notifications = notifications_,
             .timers = timers_,
+            .keyboardLayout = platform_.keyboardLayout(),
             .mainQueue = mainQueue_,
             .backgroundQueue = backgroundQueue_,
             .showToast = &ToastWindow::show};

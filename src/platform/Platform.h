@@ -12,6 +12,7 @@ namespace kestrelbay {
 class ApplicationCatalog;
 class EventTap;
 class HotkeyHolders;
+class KeyboardLayout;
 class LoginItem;
 class NativeWindow;
 class ScreenLock;
@@ -42,6 +43,7 @@ public:
     [[nodiscard]] virtual ScreenLock &screenLock() = 0;
     [[nodiscard]] virtual HotkeyHolders &hotkeyHolders() = 0;
 
+    [[nodiscard]] virtual KeyboardLayout &keyboardLayout() = 0;
     /// Null where the system has none, so that the program's own are used.
     [[nodiscard]] virtual const SystemSymbols *systemSymbols() = 0;
 

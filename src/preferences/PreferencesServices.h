@@ -9,6 +9,7 @@ namespace kestrelbay {
 class ApplicationCatalog;
 class DispatchQueue;
 class HotkeyHolders;
+class KeyboardLayout;
 class LaunchAtLogin;
 class NativeWindow;
 class Notifications;
@@ -31,6 +32,7 @@ struct PreferencesServices {
     NativeWindow &nativeWindow;
     ScreenLock &screenLock;
     HotkeyHolders &hotkeyHolders;
+    KeyboardLayout &keyboardLayout;
     LaunchAtLogin &launchAtLogin;
     Notifications &notifications;
     Timers &timers;

@@ -10,6 +10,7 @@
 #include "model/ShortcutRule.h"
 #include "model/TrimmedText.h"
 #include "platform/HotkeyHolders.h"
+#include "platform/KeyboardLayout.h"
 #include "settings/L.h"
 
 namespace kestrelbay {
@@ -69,12 +70,13 @@ QString modifiersInWords(ModifierFlags flags) {
     return modifierWords(flags).join(L::keySeparator());
 }
 
-QString hotkeyInWords(KeyCode keyCode, ModifierFlags flags) {
+QString hotkeyInWords(KeyCode keyCode, ModifierFlags flags, const KeyboardLayout &layout) {
     QStringList words = modifierWords(flags);
     if (keyCode == KeyCode{} && words.isEmpty())
         return L::noHotkey();
-    const QString key = L::spokenKey(keyName(keyCode));
     const bool isOnKeypad = std::ranges::find(kKeypad, keyCode) != kKeypad.end();
+    const QString printed = isOnKeypad ? QString() : layout.printedOn(keyCode);
+    const QString key = L::spokenKey(printed.isEmpty() ? keyName(keyCode) : printed);
     words += isOnKeypad ? L::keypadKey(key) : key;
     return words.join(L::keySeparator());
 }

@@ -9,6 +9,7 @@
 
 namespace kestrelbay {
 
+class KeyboardLayout;
 struct HotkeyHolder;
 struct RefusedHotkey;
 struct ShortcutRule;
@@ -24,12 +25,13 @@ struct ShortcutRule;
 /// reader takes for one.
 [[nodiscard]] QString argsBadgeText(const ShortcutRule &rule);
 
-/// The modifiers as they are spoken, e.g. "right Shift, left Command"; empty for none.
+/// The modifiers as they are spoken, e.g. "right Shift, left Super" on Linux; empty for none.
 [[nodiscard]] QString modifiersInWords(ModifierFlags flags);
 
-/// The hotkey as it is spoken, e.g. "left Command, T". Names the key A, which is not
-/// shown. "none" where no hotkey is set.
-[[nodiscard]] QString hotkeyInWords(KeyCode keyCode, ModifierFlags flags);
+/// The hotkey as it is spoken, e.g. "left Super, T" on Linux, by what the layout prints on its key.
+/// Names the key A, which is not shown. "none" where no hotkey is set.
+[[nodiscard]] QString hotkeyInWords(KeyCode keyCode, ModifierFlags flags,
+                                    const KeyboardLayout &layout);
 
 /// Who holds a hotkey, what it does there and how to free it, a line each as far as that
 /// is known.

@@ -17,14 +17,10 @@ struct SpokenKey {
 
 constexpr auto kSpokenKeys = std::to_array<SpokenKey>({
     {u"⌃", {u"Control", u"Control"}},
-    {u"⌥", {u"Option", u"Option"}},
     {u"⇧", {u"Shift", u"Shift"}},
-    {u"⌘", {u"Command", u"Command"}},
     {u"⇥", {u"Tab", u"Tab"}},
     {u"⌫", {u"Backspace", u"退格"}},
-    {u"⌦", {u"Forward Delete", u"向前删除"}},
     {u"⎋", {u"Escape", u"Escape"}},
-    {u"⌧", {u"Clear", u"清除"}},
     {u"↩", {u"Enter", u"回车"}},
     {u"Key(36)", {u"Return", u"回车"}},
     {u"Space", {u"Space", u"空格"}},
@@ -49,6 +45,37 @@ constexpr auto kSpokenKeys = std::to_array<SpokenKey>({
     {u"/", {u"Slash", u"斜杠"}},
     {u".", {u"Period", u"句点"}},
     {u"`", {u"Grave Accent", u"反引号"}},
+    // Of layouts other than the US one.
+    {u"^", {u"Circumflex", u"脱字符"}},
+    {u"´", {u"Acute Accent", u"尖音符"}},
+    {u"¨", {u"Diaeresis", u"分音符"}},
+    {u"~", {u"Tilde", u"波浪号"}},
+    {u"ˇ", {u"Caron", u"抑扬符"}},
+    {u"°", {u"Degree", u"度"}},
+    {u"§", {u"Section", u"分节号"}},
+    {u"!", {u"Exclamation Mark", u"感叹号"}},
+    {u"\"", {u"Double Quote", u"双引号"}},
+    {u"#", {u"Number Sign", u"井号"}},
+    {u"$", {u"Dollar", u"美元符"}},
+    {u"&", {u"Ampersand", u"和号"}},
+    {u"(", {u"Left Parenthesis", u"左圆括号"}},
+    {u")", {u"Right Parenthesis", u"右圆括号"}},
+    {u"<", {u"Less Than", u"小于号"}},
+    {u"_", {u"Underscore", u"下划线"}},
+});
+
+struct SystemKey {
+    QStringView printed;
+    LSystemText word;
+};
+
+/// Those that keyboards of the systems have different words on.
+constexpr auto kSystemKeys = std::to_array<SystemKey>({
+    {u"⌥", {.onMacos = {u"Option", u"Option"}, .onLinux = {u"Alt", u"Alt"}}},
+    {u"⌘", {.onMacos = {u"Command", u"Command"}, .onLinux = {u"Super", u"Super"}}},
+    {u"⌦", {.onMacos = {u"Forward Delete", u"向前删除"}, .onLinux = {u"Delete", u"Delete"}}},
+    {u"⌧", {.onMacos = {u"Clear", u"清除"}, .onLinux = {u"Num Lock", u"Num Lock"}}},
+    {u"Help", {.onMacos = {u"Help", u"Help"}, .onLinux = {u"Insert", u"Insert"}}},
 });
 
 }  // namespace
@@ -78,6 +105,10 @@ QString LSystemText::operator()() const {
 }
 
 QString L::spokenKey(const QString &printed) {
+    const auto *const known =
+        std::ranges::find(kSystemKeys, QStringView(printed), &SystemKey::printed);
+    if (known != kSystemKeys.end())
+        return known->word();
     const auto *const found =
         std::ranges::find(kSpokenKeys, QStringView(printed), &SpokenKey::printed);
     return found == kSpokenKeys.end() ? printed : found->word();

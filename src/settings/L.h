@@ -75,8 +75,8 @@ public:
     static constexpr LText noHotkey{u"none", u"无"};
 
     // Keys as they are spoken.
-    /// What is printed on a key as a word; unchanged when it is none of the signs
-    /// that screen readers leave out.
+    /// What is printed on a key as a word, that of the system's own keyboards; unchanged when it
+    /// is none of the signs that screen readers leave out.
     [[nodiscard]] static QString spokenKey(const QString &printed);
     static constexpr LSentence leftKey{u"left %1", u"左 %1"};
     static constexpr LSentence rightKey{u"right %1", u"右 %1"};

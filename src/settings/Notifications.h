@@ -20,6 +20,8 @@ Q_SIGNALS:
     void rulesWereTakenIn();
     /// Other programs hold other hotkeys of the rules than before.
     void refusedHotkeysDidChange();
+    /// The keyboard's layout now prints other characters on keys than before.
+    void keyboardLayoutDidChange();
 };
 
 }  // namespace kestrelbay

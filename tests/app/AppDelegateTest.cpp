@@ -164,6 +164,17 @@ TEST_F(AppDelegateTest, TellsOfHotkeysThatOtherProgramsHold) {
     EXPECT_EQ(posts, 2);
 }
 
+TEST_F(AppDelegateTest, TellsOfAnotherLayoutOfTheKeyboard) {
+    int told = 0;
+    QObject::connect(&launch().notifications(), &Notifications::keyboardLayoutDidChange, &context_,
+                     [&] { ++told; });
+    platform_.keyboardLayout().print({{key::kA, QStringLiteral("Q")}});
+    EXPECT_EQ(told, 1);
+    delegate_.reset();
+    platform_.keyboardLayout().print({});
+    EXPECT_EQ(told, 1);
+}
+
 TEST_F(AppDelegateTest, TheSwitchTurnsTheEntryAndKeepsTheTap) {
     completeOnboarding();
     AppDelegate &delegate = launch();

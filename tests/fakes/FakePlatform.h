@@ -7,6 +7,7 @@
 #include "fakes/FakeApplicationCatalog.h"
 #include "fakes/FakeEventTap.h"
 #include "fakes/FakeHotkeyHolders.h"
+#include "fakes/FakeKeyboardLayout.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakeNativeWindow.h"
 #include "fakes/FakeScreenLock.h"
@@ -37,6 +38,7 @@ public:
     [[nodiscard]] FakeScreenLock &screenLock() override { return screenLock_; }
     [[nodiscard]] FakeHotkeyHolders &hotkeyHolders() override { return hotkeyHolders_; }
     [[nodiscard]] FakeSystemSymbols *systemSymbols() override { return &systemSymbols_; }
+    [[nodiscard]] FakeKeyboardLayout &keyboardLayout() override { return keyboardLayout_; }
     [[nodiscard]] QString applicationSupportDirectory() const override { return supportDirectory_; }
     void becomeAccessory() override { isAccessory_ = true; }
     [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override {
@@ -76,6 +78,7 @@ private:
     bool isAccessory_ = false;
     std::vector<std::pair<QString, QString>> diagnostics_;
     std::function<void()> sessionEnded_;
+    FakeKeyboardLayout keyboardLayout_;
     QString supportDirectory_;
     QString startupProblem_;
 };

@@ -7,6 +7,7 @@
 
 #include "fakes/FakeApplicationCatalog.h"
 #include "fakes/FakeHotkeyHolders.h"
+#include "fakes/FakeKeyboardLayout.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakeNativeWindow.h"
 #include "fakes/FakeScreenLock.h"
@@ -37,6 +38,7 @@ protected:
                 .nativeWindow = nativeWindow_,
                 .screenLock = screenLock_,
                 .hotkeyHolders = hotkeyHolders_,
+                .keyboardLayout = keyboardLayout_,
                 .launchAtLogin = launchAtLogin_,
                 .notifications = notifications_,
                 .timers = timers,
@@ -65,6 +67,7 @@ protected:
     FakeNativeWindow nativeWindow_;
     FakeScreenLock screenLock_;
     FakeHotkeyHolders hotkeyHolders_;
+    FakeKeyboardLayout keyboardLayout_;
     FakeLoginItem loginItem_;
     QStringList launchAtLoginFailures_;
     LaunchAtLogin launchAtLogin_{loginItem_, defaults_,

@@ -14,6 +14,7 @@
 #include "platform/macos/applications/MacApplicationCatalog.h"
 #include "platform/macos/applications/MacWorkspace.h"
 #include "platform/macos/cocoa/Strings.h"
+#include "platform/macos/desktop/MacKeyboardLayout.h"
 #include "platform/macos/desktop/MacLoginItem.h"
 #include "platform/macos/desktop/MacNativeWindow.h"
 #include "platform/macos/desktop/MacServices.h"
@@ -49,6 +50,7 @@ TEST_F(MacPlatformTest, HandsOutTheServicesOfMacOS) {
     EXPECT_TRUE(is<MacSystemTray>(platform_->systemTray()));
     EXPECT_TRUE(is<MacScreenLock>(platform_->screenLock()));
     EXPECT_TRUE(is<MacHotkeyHolders>(platform_->hotkeyHolders()));
+    EXPECT_TRUE(is<MacKeyboardLayout>(platform_->keyboardLayout()));
     EXPECT_NE(dynamic_cast<const MacSystemSymbols *>(platform_->systemSymbols()), nullptr);
 }
 

@@ -19,6 +19,7 @@
 #include "platform/linux/x11/connection/DisplayDiagnostics.h"
 #include "platform/linux/x11/connection/XConnection.h"
 #include "platform/linux/x11/keyboard/XEventTap.h"
+#include "platform/linux/x11/keymap/X11KeyboardLayout.h"
 #include "platform/linux/x11/panels/X11NativeWindow.h"
 
 namespace kestrelbay {
@@ -112,6 +113,12 @@ public:
 
     [[nodiscard]] HotkeyHolders &hotkeyHolders() override { return hotkeyHolders_; }
 
+    [[nodiscard]] KeyboardLayout &keyboardLayout() override {
+        if (!keyboardLayout_)
+            keyboardLayout_.emplace(displayName_);
+        return *keyboardLayout_;
+    }
+
     /// None: icon themes have other names and shapes.
     [[nodiscard]] const SystemSymbols *systemSymbols() override { return nullptr; }
 
@@ -176,6 +183,7 @@ private:
     std::optional<AutostartLoginItem> loginItem_;
     std::optional<x11::X11NativeWindow> nativeWindow_;
     SessionBus bus_;
+    std::optional<x11::X11KeyboardLayout> keyboardLayout_;
     std::optional<PortalSystemSettings> systemSettings_;
     std::optional<LinuxSystemTray> systemTray_;
     DesktopScreenLock screenLock_{bus_, qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS")};

@@ -10,6 +10,7 @@
 #include "platform/macos/applications/MacApplicationCatalog.h"
 #include "platform/macos/applications/MacWorkspace.h"
 #include "platform/macos/cocoa/Strings.h"
+#include "platform/macos/desktop/MacKeyboardLayout.h"
 #include "platform/macos/desktop/MacLoginItem.h"
 #include "platform/macos/desktop/MacNativeWindow.h"
 #include "platform/macos/desktop/MacServices.h"
@@ -47,6 +48,7 @@ public:
     [[nodiscard]] SystemTray &systemTray() override { return systemTray_; }
     [[nodiscard]] ScreenLock &screenLock() override { return screenLock_; }
     [[nodiscard]] HotkeyHolders &hotkeyHolders() override { return hotkeyHolders_; }
+    [[nodiscard]] KeyboardLayout &keyboardLayout() override { return keyboardLayout_; }
     [[nodiscard]] const SystemSymbols *systemSymbols() override { return &systemSymbols_; }
     /// The user's Library/Application Support.
     [[nodiscard]] QString applicationSupportDirectory() const override {
@@ -92,6 +94,7 @@ private:
     MacScreenLock screenLock_;
     MacHotkeyHolders hotkeyHolders_;
     MacSystemSymbols systemSymbols_;
+    MacKeyboardLayout keyboardLayout_;
 };
 
 }  // namespace

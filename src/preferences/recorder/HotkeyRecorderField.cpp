@@ -74,6 +74,8 @@ HotkeyRecorderField::HotkeyRecorderField(const PreferencesServices &services, QW
     connect(this, &QAbstractButton::clicked, this, &HotkeyRecorderField::pressedWithoutMouse);
     updateDisplay();
 }
+    connect(&services_.notifications, &Notifications::keyboardLayoutDidChange, this,
+            &HotkeyRecorderField::updateNames);
 
 HotkeyRecorder::Hooks HotkeyRecorderField::hooks() {
     return {
@@ -105,7 +107,7 @@ HotkeyRecorder::Hooks HotkeyRecorderField::hooks() {
 void HotkeyRecorderField::setSubject(const QString &name) {
     subject_ = name;
     clearButton_->setAccessibleName(L::clearHotkeyOf(name));
-    updateAccessibleName();
+    updateNames();
 }
 
 void HotkeyRecorderField::configure(KeyCode keyCode, ModifierFlags modifierFlags) {
@@ -175,7 +177,7 @@ void HotkeyRecorderField::showRecordingState() {
 void HotkeyRecorderField::showHeldModifiers() {
     const QString held = modifierDisplayString(recorder_.heldModifiers());
     label_->setText(held.isEmpty() ? L::recorderPrompt() : held + QStringLiteral("..."));
-    updateAccessibleName();
+    updateNames();
 }
 
 void HotkeyRecorderField::recordingEnded() {
@@ -198,7 +200,7 @@ void HotkeyRecorderField::updateDisplay() {
         return;
     label_->setText(hotkey.isEmpty() ? L::recorderEmpty() : hotkey);
     label_->setColor(hotkey.isEmpty() ? fieldPlaceholderColor : fieldTextColor);
-    updateAccessibleName();
+    updateNames();
 }
 
 void HotkeyRecorderField::updateAppearance() {
@@ -224,17 +226,18 @@ void HotkeyRecorderField::stopShaking() {
         updateAppearance();
 }
 
-void HotkeyRecorderField::updateAccessibleName() {
+void HotkeyRecorderField::updateNames() {
     QString state;
     if (isRecording()) {
         const QString held = modifiersInWords(recorder_.heldModifiers());
         state = L::recorderRecording() + L::keySeparator() +
                 (held.isEmpty() ? L::recorderPrompt() : held);
     } else {
-        state = hotkeyInWords(currentKeyCode(), currentModifierFlags());
+        state = hotkeyInWords(currentKeyCode(), currentModifierFlags(), services_.keyboardLayout);
     }
     // What the label shows are signs that nobody can speak.
     label_->setAccessibleName(state);
+    setToolTip(isRecording() || recorder_.hotkeyString().isEmpty() ? QString() : state);
     setAccessibleName(L::hotkeyOf(subject_) + L::keySeparator() + state);
 }
 

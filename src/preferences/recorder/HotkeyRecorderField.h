@@ -90,7 +90,7 @@ private:
     void recordingEnded();
     void updateDisplay();
     void updateAppearance();
-    void updateAccessibleName();
+    void updateNames();
     void announce();
 
     PreferencesServices services_;

@@ -10,8 +10,8 @@
 
 namespace kestrelbay {
 
-RulesModel::RulesModel(ShortcutManager &manager, QObject *parent)
-    : QAbstractListModel(parent), manager_(manager) {}
+RulesModel::RulesModel(ShortcutManager &manager, const KeyboardLayout &layout, QObject *parent)
+    : QAbstractListModel(parent), manager_(manager), layout_(layout) {}
 
 void RulesModel::reload() {
     const int count = static_cast<int>(manager_.rules().size());
@@ -46,7 +46,7 @@ QVariant RulesModel::data(const QModelIndex &index, int role) const {
         return {};
     const ShortcutRule &rule = manager_.rules()[row];
     return QString(shownAppName(rule) + L::keySeparator() +
-                   hotkeyInWords(rule.keyCode, rule.modifierFlags));
+                   hotkeyInWords(rule.keyCode, rule.modifierFlags, layout_));
 }
 
 bool RulesModel::moveRows(const QModelIndex &, int source, int count, const QModelIndex &,

@@ -11,14 +11,17 @@
 
 namespace kestrelbay {
 
+class KeyboardLayout;
+
 /// The rules as the rows of a list, by their place in it. Qt::AccessibleTextRole is what
 /// a screen reader says of one; all else is in the store. A dragged row carries its index.
 class RulesModel final : public QAbstractListModel {
     Q_OBJECT
 
 public:
-    /// The manager has to outlive the model. There are no rows before the first reload().
-    RulesModel(ShortcutManager &manager, QObject *parent);
+    /// The manager and the layout have to outlive the model. There are no rows before the first
+    /// reload().
+    RulesModel(ShortcutManager &manager, const KeyboardLayout &layout, QObject *parent);
 
     /// Takes over the rules as they are in the store now: any row may show another one.
     void reload();
@@ -45,6 +48,7 @@ private:
     void moveRule(std::ptrdiff_t source, std::ptrdiff_t destination);
 
     ShortcutManager &manager_;
+    const KeyboardLayout &layout_;
     std::vector<QUuid> ids_;
     int rowCount_ = 0;
 };

@@ -60,7 +60,7 @@ RulesViewController::RulesViewController(const PreferencesServices &services,
     : services_(services),
       icons_(icons),
       sheets_(std::move(sheets)),
-      model_(new RulesModel(services.manager, this)),
+      model_(new RulesModel(services.manager, services.keyboardLayout, this)),
       listView_(new RowListView(
           *model_,
           {.make =

@@ -140,12 +140,29 @@ TEST_F(HotkeyRecorderFieldTest, StopsShakingAtOnce) {
 TEST_F(HotkeyRecorderFieldTest, SaysTheHotkeyInWords) {
     EXPECT_EQ(field_->accessibleName(), u"Hotkey of Firefox, none"_s);
     field_->configure(kT, kLeftCommandFlags);
-    EXPECT_EQ(field_->accessibleName(), u"Hotkey of Firefox, left Command, T"_s);
+    EXPECT_EQ(field_->accessibleName(), u"Hotkey of Firefox, left Super, T"_s);
     startRecording();
     EXPECT_EQ(field_->accessibleName(), u"Hotkey of Firefox, recording, Press hotkey..."_s);
     tap_.press(key::kRightShift);
     EXPECT_EQ(field_->accessibleName(), u"Hotkey of Firefox, recording, right Shift"_s);
     EXPECT_EQ(clearButton()->accessibleName(), u"Clear hotkey of Firefox"_s);
+}
+
+TEST_F(HotkeyRecorderFieldTest, ShowsTheHotkeyInWordsAsAToolTip) {
+    EXPECT_EQ(field_->toolTip(), QString());
+    field_->configure(kT, kLeftCommandFlags);
+    EXPECT_EQ(field_->toolTip(), u"left Super, T"_s);
+    startRecording();
+    EXPECT_EQ(field_->toolTip(), QString());
+}
+
+TEST_F(HotkeyRecorderFieldTest, FollowsTheLayoutOfTheKeyboard) {
+    field_->configure(kT, kLeftCommandFlags);
+    keyboardLayout_.print({{kT, u"Е"_s}});
+    Q_EMIT notifications_.keyboardLayoutDidChange();
+    EXPECT_EQ(field_->toolTip(), u"left Super, Е"_s);
+    EXPECT_EQ(field_->accessibleName(), u"Hotkey of Firefox, left Super, Е"_s);
+    EXPECT_EQ(field_->findChild<QLabel *>()->text(), u"L⌘T"_s) << "the given form";
 }
 
 TEST_F(HotkeyRecorderFieldTest, AssistiveToolsCanPressIt) {

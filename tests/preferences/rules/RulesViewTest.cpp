@@ -383,7 +383,7 @@ TEST_F(RulesViewTest, tellsAScreenReaderApplicationAndHotkey) {
                        .keyCode = KeyCode{0x11},
                        .modifierFlags = ModifierFlags(0x100000)});
     manager().addRule({});
-    EXPECT_EQ(rowName(0), u"Safari, Command, T"_s);
+    EXPECT_EQ(rowName(0), u"Safari, Super, T"_s);
     EXPECT_EQ(rowName(1), u"No app selected, none"_s);
     EXPECT_TRUE(rowName(2).isEmpty());
     EXPECT_FALSE(view().accessibleName().isEmpty());
