@@ -4,6 +4,8 @@
 #include <functional>
 #include <optional>
 
+#include <QColor>
+
 namespace kestrelbay {
 
 enum class ColorScheme : std::uint8_t { Light, Dark };
@@ -17,8 +19,16 @@ public:
     /// follows the system by itself.
     [[nodiscard]] virtual std::optional<ColorScheme> colorScheme() const = 0;
 
-    /// Called whenever colorScheme() has become another one.
-    virtual void setColorSchemeHandler(std::function<void()> handler) = 0;
+    /// The colour that the user wants for what is chosen. None where there is no such wish,
+    /// and where Qt follows the system by itself.
+    [[nodiscard]] virtual std::optional<QColor> accentColor() const = 0;
+
+    /// Does the user ask for more contrast? False where it is not known, and where Qt follows
+    /// the system by itself.
+    [[nodiscard]] virtual bool isContrastHigh() const = 0;
+
+    /// Called whenever one of these has become another one.
+    virtual void setAppearanceHandler(std::function<void()> handler) = 0;
 
     /// Opens the place where the user lets programs see keys. False where there is
     /// no such place.

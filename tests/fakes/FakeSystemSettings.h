@@ -11,7 +11,9 @@ namespace kestrelbay {
 class FakeSystemSettings final : public SystemSettings {
 public:
     [[nodiscard]] std::optional<ColorScheme> colorScheme() const override { return scheme_; }
-    void setColorSchemeHandler(std::function<void()> handler) override {
+    [[nodiscard]] std::optional<QColor> accentColor() const override { return accent_; }
+    [[nodiscard]] bool isContrastHigh() const override { return isContrastHigh_; }
+    void setAppearanceHandler(std::function<void()> handler) override {
         handler_ = std::move(handler);
     }
     bool openAccessibilityPane() override {
@@ -20,15 +22,22 @@ public:
     }
 
     // For the test:
-    void setColorScheme(std::optional<ColorScheme> scheme) {
-        if (std::exchange(scheme_, scheme) != scheme && handler_)
-            handler_();
-    }
+    void setColorScheme(std::optional<ColorScheme> scheme) { change(scheme_, scheme); }
+    void setAccentColor(std::optional<QColor> accent) { change(accent_, accent); }
+    void setContrastHigh(bool isHigh) { change(isContrastHigh_, isHigh); }
     void setHasAccessibilityPane(bool has) { hasAccessibilityPane_ = has; }
     [[nodiscard]] int accessibilityPaneCalls() const { return accessibilityPaneCalls_; }
 
 private:
+    template <typename Value>
+    void change(Value &current, const Value &next) {
+        if (std::exchange(current, next) != next && handler_)
+            handler_();
+    }
+
     std::optional<ColorScheme> scheme_ = ColorScheme::Light;
+    std::optional<QColor> accent_;
+    bool isContrastHigh_ = false;
     std::function<void()> handler_;
     bool hasAccessibilityPane_ = true;
     int accessibilityPaneCalls_ = 0;

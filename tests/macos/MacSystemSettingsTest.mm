@@ -14,7 +14,9 @@ namespace {
 TEST(MacSystemSettings, LeaveLightAndDarkToQt) {
     MacSystemSettings settings;
     EXPECT_EQ(settings.colorScheme(), std::nullopt);
-    settings.setColorSchemeHandler([] { ADD_FAILURE(); });
+    EXPECT_EQ(settings.accentColor(), std::nullopt);
+    EXPECT_FALSE(settings.isContrastHigh());
+    settings.setAppearanceHandler([] { ADD_FAILURE(); });
 }
 
 TEST(MacSystemSettings, OpenThePaneByItsUrl) {

@@ -10,6 +10,8 @@ class FakeChoice {
 public:
     SystemSettings &settings() { return settings_; }
     void choose(ColorScheme scheme) { settings_.setColorScheme(scheme); }
+    void chooseAccent(const QColor &color) { settings_.setAccentColor(color); }
+    void chooseContrast(bool isHigh) { settings_.setContrastHigh(isHigh); }
     void settle() {}
 
 private:

@@ -2,20 +2,22 @@
 
 #include <atomic>
 #include <cstdint>
+#include <mutex>
 
+#include <QColor>
 #include <QString>
+#include <QVariantMap>
 
 #include "support/FakeBusObject.h"
 
 namespace kestrelbay::testing {
 
-/// The settings portal of a desktop, with one setting. Needs a QCoreApplication.
+/// The settings portal of a desktop, with what it says of the appearance. Needs a
+/// QCoreApplication.
 class FakeSettingsPortal {
 public:
     enum class Manner {
         Current,
-        /// Knows only the older method, Read.
-        Old,
         WithoutColorScheme,
         AnswersText,
         KeepsSilent,
@@ -28,8 +30,12 @@ public:
     explicit FakeSettingsPortal(const QString &busAddress, std::uint32_t colorScheme,
                                 Manner manner = Manner::Current);
 
-    /// Tells everybody, whether it is another one or not.
+    // Each tells everybody, whether it is another one or not.
     void setColorScheme(std::uint32_t colorScheme);
+    void setAccentColor(const QColor &color);
+    /// As desktops do that have none: outside of all colours.
+    void takeAccentColorBack();
+    void setContrastHigh(bool isHigh);
     /// Tells of some other setting.
     void tellOther(const QString &space, const QString &key, const QVariant &value);
     /// Calls that came.
@@ -37,9 +43,12 @@ public:
 
 private:
     [[nodiscard]] std::optional<QDBusMessage> answer(const QDBusMessage &call);
+    void set(const QString &key, const QVariant &value);
 
     const Manner manner_;
-    std::atomic<std::uint32_t> colorScheme_;
+    /// Read on the object's thread.
+    std::mutex mutex_;
+    QVariantMap settings_;
     std::atomic<int> callCount_ = 0;
     // Last: it answers as soon as it is there.
     FakeBusObject object_;

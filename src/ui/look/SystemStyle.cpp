@@ -344,11 +344,11 @@ Appearance::Appearance(SystemSettings &settings) : settings_(settings) {
         return;
     QApplication::setStyle(new SystemStyle);  // the application owns it
     apply();
-    settings_.setColorSchemeHandler([this] { apply(); });
+    settings_.setAppearanceHandler([this] { apply(); });
 }
 
 Appearance::~Appearance() {
-    settings_.setColorSchemeHandler({});
+    settings_.setAppearanceHandler({});
 }
 
 void Appearance::apply() const {

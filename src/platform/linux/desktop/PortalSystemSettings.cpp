@@ -1,9 +1,12 @@
 #include "platform/linux/desktop/PortalSystemSettings.h"
 
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <future>
 #include <utility>
 
+#include <QDBusArgument>
 #include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>
@@ -27,24 +30,41 @@ constexpr QLatin1StringView kPortalPath{"/org/freedesktop/portal/desktop"};
 constexpr QLatin1StringView kPortalInterface{"org.freedesktop.portal.Settings"};
 constexpr QLatin1StringView kNamespace{"org.freedesktop.appearance"};
 constexpr QLatin1StringView kColorSchemeKey{"color-scheme"};
-constexpr QLatin1StringView kRead{"ReadOne"};
-/// Of portals before version 2 of the interface.
-constexpr QLatin1StringView kOlderRead{"Read"};
+constexpr QLatin1StringView kAccentKey{"accent-color"};
+constexpr QLatin1StringView kContrastKey{"contrast"};
 constexpr uint kPrefersDark = 1;
+constexpr uint kWantsMoreContrast = 1;
 
-/// As the portal gives it; the older of its methods wraps it twice.
-std::optional<ColorScheme> schemeIn(QVariant value) {
-    while (value.metaType() == QMetaType::fromType<QDBusVariant>())
-        value = value.value<QDBusVariant>().variant();
+std::optional<ColorScheme> schemeIn(const QVariant &value) {
     if (value.metaType() != QMetaType::fromType<uint>())
         return std::nullopt;
     return value.toUInt() == kPrefersDark ? ColorScheme::Dark : ColorScheme::Light;
 }
 
-QDBusMessage schemeQuestion(const QString &method) {
+/// Red, green and blue of sRGB from 0 to 1; anything outside means that there is no wish.
+std::optional<QColor> accentIn(const QVariant &value) {
+    const auto argument = value.value<QDBusArgument>();
+    if (argument.currentSignature() != QLatin1StringView("(ddd)"))
+        return std::nullopt;
+    std::array<double, 3> parts{};
+    argument.beginStructure();
+    for (double &part : parts)
+        argument >> part;
+    argument.endStructure();
+    if (!std::ranges::all_of(parts, [](double part) { return part >= 0 && part <= 1; }))
+        return std::nullopt;
+    return QColor::fromRgbF(float(parts[0]), float(parts[1]), float(parts[2]));
+}
+
+bool isContrastHighIn(const QVariant &value) {
+    return value.metaType() == QMetaType::fromType<uint>() && value.toUInt() == kWantsMoreContrast;
+}
+
+/// Every version of the portal knows this question.
+QDBusMessage appearanceQuestion() {
     QDBusMessage message =
-        QDBusMessage::createMethodCall(kPortal, kPortalPath, kPortalInterface, method);
-    message.setArguments({QString(kNamespace), QString(kColorSchemeKey)});
+        QDBusMessage::createMethodCall(kPortal, kPortalPath, kPortalInterface, u"ReadAll"_s);
+    message.setArguments({QStringList{QString(kNamespace)}});
     message.setAutoStartService(false);
     return message;
 }
@@ -156,7 +176,7 @@ PortalSystemSettings::PortalSystemSettings(QDBusConnection bus)
                     portalVanished();
                 } else {
                     isPortalPresent_ = true;
-                    askPortal(kRead);
+                    askPortal();
                 }
             });
     // Qt looks for the types of a slot by name, and knows this one only once it was used.
@@ -178,40 +198,36 @@ PortalSystemSettings::PortalSystemSettings(QDBusConnection bus)
 
 PortalSystemSettings::~PortalSystemSettings() = default;
 
-void PortalSystemSettings::setColorSchemeHandler(std::function<void()> handler) {
+void PortalSystemSettings::setAppearanceHandler(std::function<void()> handler) {
     handler_ = std::move(handler);
 }
 
 void PortalSystemSettings::waitForPortal(const QDeadlineTimer &patience) {
-    const auto ask = [&](const QString &method) {
-        return bus_.call(schemeQuestion(method), QDBus::Block,
-                         static_cast<int>(patience.remainingTime()));
-    };
-    QDBusMessage answer = ask(kRead);
-    if (!isAnswer(answer) && !isTimeout(answer))
-        answer = ask(kOlderRead);
+    const QDBusMessage answer =
+        bus_.call(appearanceQuestion(), QDBus::Block, static_cast<int>(patience.remainingTime()));
     // The answer to a call that was given up is lost; the next one is waited for by nobody.
     if (isTimeout(answer))
-        askPortal(kRead);
+        askPortal();
     takeAnswer(answer);
 }
 
-void PortalSystemSettings::askPortal(const QString &method) {
+void PortalSystemSettings::askPortal() {
     auto *call = new QDBusPendingCallWatcher(
-        bus_.asyncCall(schemeQuestion(method), kLongestPortalCallMilliseconds), this);
-    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, method] {
+        bus_.asyncCall(appearanceQuestion(), kLongestPortalCallMilliseconds), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
         call->deleteLater();
-        const QDBusMessage answer = call->reply();
-        if (!isAnswer(answer) && method == kRead)
-            askPortal(kOlderRead);
-        else
-            takeAnswer(answer);
+        takeAnswer(call->reply());
     });
 }
 
 void PortalSystemSettings::takeAnswer(const QDBusMessage &answer) {
-    if (isAnswer(answer))
-        fromPortal_ = schemeIn(answer.arguments().value(0));
+    if (isAnswer(answer)) {
+        const auto all =
+            qdbus_cast<QMap<QString, QVariantMap>>(answer.arguments().value(0)).value(kNamespace);
+        fromPortal_ = schemeIn(all.value(kColorSchemeKey));
+        accent_ = accentIn(all.value(kAccentKey));
+        isContrastHigh_ = isContrastHighIn(all.value(kContrastKey));
+    }
     if (!fromPortal_)
         askDesktop();
     update();
@@ -219,12 +235,15 @@ void PortalSystemSettings::takeAnswer(const QDBusMessage &answer) {
 
 void PortalSystemSettings::takeChange(const QString &space, const QString &key,
                                       const QDBusVariant &value) {
-    if (space != kNamespace || key != kColorSchemeKey)
+    if (space != kNamespace)
         return;
-    if (const auto scheme = schemeIn(value.variant())) {
+    if (key == kAccentKey)
+        accent_ = accentIn(value.variant());
+    else if (key == kContrastKey)
+        isContrastHigh_ = isContrastHighIn(value.variant());
+    else if (const auto scheme = schemeIn(value.variant()); key == kColorSchemeKey && scheme)
         fromPortal_ = scheme;
-        update();
-    }
+    update();
 }
 
 void PortalSystemSettings::portalVanished() {
@@ -251,10 +270,14 @@ void PortalSystemSettings::askDesktop() {
 
 void PortalSystemSettings::update() {
     const ColorScheme scheme = fromPortal_.value_or(fromDesktop_.value_or(ColorScheme::Light));
-    if (std::exchange(scheme_, scheme) == scheme)
+    const Appearance appearance{scheme, accent_, isContrastHigh_};
+    const Appearance before = std::exchange(told_, appearance);
+    if (appearance == before)
         return;
-    Q_EMIT colorSchemeChanged();
-    if (const auto handler = handler_)
+    const auto handler = handler_;
+    if (scheme != before.scheme)
+        Q_EMIT colorSchemeChanged();
+    if (handler)
         handler();
 }
 

@@ -16,7 +16,8 @@
 namespace kestrelbay {
 
 /// The colour scheme as the settings portal tells it, whenever that comes; until then,
-/// or without one, as GNOME's settings have it, and otherwise Light.
+/// or without one, as GNOME's settings have it, and otherwise Light. Accent and contrast as
+/// the portal tells them.
 ///
 /// A portal that goes leaves its last word behind: it is usually back in a moment.
 class PortalSystemSettings final : public QObject, public SystemSettings {
@@ -30,8 +31,10 @@ public:
     explicit PortalSystemSettings(QDBusConnection bus);
     ~PortalSystemSettings() override;
 
-    [[nodiscard]] std::optional<ColorScheme> colorScheme() const override { return scheme_; }
-    void setColorSchemeHandler(std::function<void()> handler) override;
+    [[nodiscard]] std::optional<ColorScheme> colorScheme() const override { return told_.scheme; }
+    [[nodiscard]] std::optional<QColor> accentColor() const override { return told_.accent; }
+    [[nodiscard]] bool isContrastHigh() const override { return told_.isContrastHigh; }
+    void setAppearanceHandler(std::function<void()> handler) override;
     /// There is no such place: every program of an X11 session sees keys.
     bool openAccessibilityPane() override { return false; }
 
@@ -47,9 +50,16 @@ private Q_SLOTS:
 
 private:
     class Desktop;
+    struct Appearance {
+        ColorScheme scheme = ColorScheme::Light;
+        std::optional<QColor> accent;
+        bool isContrastHigh = false;
+
+        bool operator==(const Appearance &) const = default;
+    };
 
     void waitForPortal(const QDeadlineTimer &patience);
-    void askPortal(const QString &method);
+    void askPortal();
     void takeAnswer(const QDBusMessage &answer);
     void portalVanished();
     void askDesktop();
@@ -62,7 +72,10 @@ private:
 
     std::optional<ColorScheme> fromPortal_;
     std::optional<ColorScheme> fromDesktop_;
-    ColorScheme scheme_ = ColorScheme::Light;
+    std::optional<QColor> accent_;
+    bool isContrastHigh_ = false;
+    /// What the handler knows.
+    Appearance told_;
     bool isPortalPresent_ = false;
     bool wasStarted_ = false;
 };

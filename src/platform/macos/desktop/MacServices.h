@@ -37,12 +37,14 @@ public:
     [[nodiscard]] HotkeyHolder holderOf(const RefusedHotkey & /*refused*/) override { return {}; }
 };
 
-/// Light and dark are Qt's business here: it follows the system by itself.
+/// Light, dark, accent and contrast are Qt's business here: it follows the system by itself.
 class MacSystemSettings final : public SystemSettings {
 public:
     [[nodiscard]] std::optional<ColorScheme> colorScheme() const override { return std::nullopt; }
+    [[nodiscard]] std::optional<QColor> accentColor() const override { return std::nullopt; }
+    [[nodiscard]] bool isContrastHigh() const override { return false; }
     /// Never called: there is nothing to tell.
-    void setColorSchemeHandler(std::function<void()> /*handler*/) override {}
+    void setAppearanceHandler(std::function<void()> /*handler*/) override {}
     /// Privacy & Security › Accessibility.
     bool openAccessibilityPane() override;
 };

@@ -48,7 +48,7 @@ public:
     void start() {
         sessionBus_ = std::make_unique<SessionBus>();
         settings_ = std::make_unique<PortalSystemSettings>(sessionBus_->connection());
-        settings_->setColorSchemeHandler([this] { ++changes_; });
+        settings_->setAppearanceHandler([this] { ++changes_; });
     }
     bool becomes(ColorScheme scheme) {
         return waitUntil([&] { return settings_->colorScheme() == scheme; });
@@ -85,6 +85,8 @@ public:
         choice_.portal_->setColorScheme(scheme == ColorScheme::Dark ? Portal::kPreferDark
                                                                     : Portal::kPreferLight);
     }
+    void chooseAccent(const QColor &color) { choice_.portal_->setAccentColor(color); }
+    void chooseContrast(bool isHigh) { choice_.portal_->setContrastHigh(isHigh); }
     void settle() { choice_.settle(); }
 
 private:
@@ -95,10 +97,23 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Portal, SystemSettingsContract, PortalChoice);
 
 class PortalSystemSettingsTest : public ::testing::Test, protected Choice {};
 
-TEST_F(PortalSystemSettingsTest, TakesTheFirstAnswerOfAnOldPortal) {
-    startPortal(Portal::kPreferDark, Portal::Manner::Old);
+TEST_F(PortalSystemSettingsTest, KnowsAllWishesAtOnce) {
+    startPortal(Portal::kPreferDark);
+    portal_->setAccentColor(Qt::magenta);
+    portal_->setContrastHigh(true);
     start();
-    EXPECT_TRUE(becomes(ColorScheme::Dark));
+    EXPECT_EQ(settings_->colorScheme(), ColorScheme::Dark);
+    EXPECT_EQ(settings_->accentColor(), QColor(Qt::magenta));
+    EXPECT_TRUE(settings_->isContrastHigh());
+}
+
+TEST_F(PortalSystemSettingsTest, TakesAColourThatIsNoneForNoWish) {
+    startPortal(Portal::kPreferLight);
+    portal_->setAccentColor(Qt::magenta);
+    start();
+    portal_->takeAccentColorBack();
+    settle();
+    EXPECT_EQ(settings_->accentColor(), std::nullopt);
 }
 
 TEST_F(PortalSystemSettingsTest, TakesNoPreferenceForLightWhateverElseIsSet) {
@@ -169,7 +184,9 @@ TEST_F(PortalSystemSettingsTest, IgnoresSignalsOfOtherSettingsAndOtherTypes) {
     startPortal(Portal::kPreferLight);
     start();
     const QString appearance = QStringLiteral("org.freedesktop.appearance");
-    portal_->tellOther(appearance, QStringLiteral("contrast"), 1U);
+    portal_->tellOther(appearance, QStringLiteral("reduced-motion"), 1U);
+    portal_->tellOther(appearance, QStringLiteral("contrast"), QStringLiteral("1"));
+    portal_->tellOther(appearance, QStringLiteral("accent-color"), QStringLiteral("red"));
     portal_->tellOther(QStringLiteral("org.example"), QStringLiteral("color-scheme"), 1U);
     portal_->tellOther(appearance, QStringLiteral("color-scheme"), QStringLiteral("1"));
     settle();
@@ -233,7 +250,7 @@ TEST_F(PortalSystemSettingsTest, HasNoPlaceWhereKeysAreAllowed) {
 TEST_F(PortalSystemSettingsTest, MayEndInItsOwnHandler) {
     startPortal(Portal::kPreferLight);
     start();
-    settings_->setColorSchemeHandler([this] { settings_.reset(); });
+    settings_->setAppearanceHandler([this] { settings_.reset(); });
     portal_->setColorScheme(Portal::kPreferDark);
     EXPECT_TRUE(waitUntil([&] { return settings_ == nullptr; }));
 }
