@@ -21,6 +21,7 @@ class SystemLog;
 class SystemSettings;
 class SystemSounds;
 class SystemSymbols;
+class SystemTints;
 class UserDefaults;
 class Workspace;
 
@@ -42,10 +43,11 @@ public:
     [[nodiscard]] virtual SystemTray &systemTray() = 0;
     [[nodiscard]] virtual ScreenLock &screenLock() = 0;
     [[nodiscard]] virtual HotkeyHolders &hotkeyHolders() = 0;
-
     [[nodiscard]] virtual KeyboardLayout &keyboardLayout() = 0;
+
     /// Null where the system has none, so that the program's own are used.
     [[nodiscard]] virtual const SystemSymbols *systemSymbols() = 0;
+    [[nodiscard]] virtual const SystemTints *systemTints() = 0;
 
     /// The folder that holds one folder of files for each of the user's programs. Empty when
     /// the system names none.

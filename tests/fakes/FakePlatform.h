@@ -15,6 +15,7 @@
 #include "fakes/FakeSystemSettings.h"
 #include "fakes/FakeSystemSounds.h"
 #include "fakes/FakeSystemSymbols.h"
+#include "fakes/FakeSystemTints.h"
 #include "fakes/FakeSystemTray.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWorkspace.h"
@@ -37,8 +38,9 @@ public:
     [[nodiscard]] FakeSystemTray &systemTray() override { return systemTray_; }
     [[nodiscard]] FakeScreenLock &screenLock() override { return screenLock_; }
     [[nodiscard]] FakeHotkeyHolders &hotkeyHolders() override { return hotkeyHolders_; }
-    [[nodiscard]] FakeSystemSymbols *systemSymbols() override { return &systemSymbols_; }
     [[nodiscard]] FakeKeyboardLayout &keyboardLayout() override { return keyboardLayout_; }
+    [[nodiscard]] FakeSystemSymbols *systemSymbols() override { return &systemSymbols_; }
+    [[nodiscard]] FakeSystemTints *systemTints() override { return &systemTints_; }
     [[nodiscard]] QString applicationSupportDirectory() const override { return supportDirectory_; }
     void becomeAccessory() override { isAccessory_ = true; }
     [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override {
@@ -71,14 +73,15 @@ private:
     FakeLoginItem loginItem_;
     FakeSystemSettings systemSettings_;
     FakeSystemSymbols systemSymbols_;
+    FakeSystemTints systemTints_;
     FakeNativeWindow nativeWindow_;
     FakeSystemTray systemTray_;
     FakeScreenLock screenLock_;
     FakeHotkeyHolders hotkeyHolders_;
+    FakeKeyboardLayout keyboardLayout_;
     bool isAccessory_ = false;
     std::vector<std::pair<QString, QString>> diagnostics_;
     std::function<void()> sessionEnded_;
-    FakeKeyboardLayout keyboardLayout_;
     QString supportDirectory_;
     QString startupProblem_;
 };

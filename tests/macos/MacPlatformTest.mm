@@ -52,6 +52,7 @@ TEST_F(MacPlatformTest, HandsOutTheServicesOfMacOS) {
     EXPECT_TRUE(is<MacHotkeyHolders>(platform_->hotkeyHolders()));
     EXPECT_TRUE(is<MacKeyboardLayout>(platform_->keyboardLayout()));
     EXPECT_NE(dynamic_cast<const MacSystemSymbols *>(platform_->systemSymbols()), nullptr);
+    EXPECT_NE(dynamic_cast<const MacSystemTints *>(platform_->systemTints()), nullptr);
 }
 
 TEST_F(MacPlatformTest, WhoeverAsksNextRemovesTheTapThatWasInstalled) {

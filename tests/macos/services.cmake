@@ -6,12 +6,14 @@ target_sources(macos_tests PRIVATE
     MacPlatformTest.mm
     MacServicesTest.mm
     MacSystemSettingsTest.mm
+    MacSystemTintsTest.mm
     MacUserDefaultsTest.mm
     NSImagesTest.mm
+    fakes/Colors.mm
     fakes/Images.mm
+    fakes/InputSources.mm
     fakes/Services.mm
     fakes/Windows.mm
-    fakes/InputSources.mm
 )
 
 find_package(Python3 REQUIRED COMPONENTS Interpreter)

@@ -122,6 +122,9 @@ public:
     /// None: icon themes have other names and shapes.
     [[nodiscard]] const SystemSymbols *systemSymbols() override { return nullptr; }
 
+    /// None: no desktop tells of others than the accent, which the palette has.
+    [[nodiscard]] const SystemTints *systemTints() override { return nullptr; }
+
     /// $XDG_CONFIG_HOME. Qt takes "/" for the home folder of a user who has none.
     [[nodiscard]] QString applicationSupportDirectory() const override {
         const auto isFolder = [](const char *name) {
@@ -180,10 +183,10 @@ private:
     LinuxApplicationCatalog catalog_;
     std::optional<x11::LinuxWorkspace> workspace_;
     std::optional<x11::XEventTap> tap_;
+    std::optional<x11::X11KeyboardLayout> keyboardLayout_;
     std::optional<AutostartLoginItem> loginItem_;
     std::optional<x11::X11NativeWindow> nativeWindow_;
     SessionBus bus_;
-    std::optional<x11::X11KeyboardLayout> keyboardLayout_;
     std::optional<PortalSystemSettings> systemSettings_;
     std::optional<LinuxSystemTray> systemTray_;
     DesktopScreenLock screenLock_{bus_, qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS")};

@@ -50,6 +50,7 @@ public:
     [[nodiscard]] HotkeyHolders &hotkeyHolders() override { return hotkeyHolders_; }
     [[nodiscard]] KeyboardLayout &keyboardLayout() override { return keyboardLayout_; }
     [[nodiscard]] const SystemSymbols *systemSymbols() override { return &systemSymbols_; }
+    [[nodiscard]] const SystemTints *systemTints() override { return &systemTints_; }
     /// The user's Library/Application Support.
     [[nodiscard]] QString applicationSupportDirectory() const override {
         @autoreleasepool {
@@ -93,8 +94,9 @@ private:
     MacSystemTray systemTray_;
     MacScreenLock screenLock_;
     MacHotkeyHolders hotkeyHolders_;
-    MacSystemSymbols systemSymbols_;
     MacKeyboardLayout keyboardLayout_;
+    MacSystemSymbols systemSymbols_;
+    MacSystemTints systemTints_;
 };
 
 }  // namespace

@@ -1,6 +1,5 @@
 #import <AppKit/NSApplication.h>
 #import <AppKit/NSBezierPath.h>
-#import <AppKit/NSColor.h>
 #import <AppKit/NSScreen.h>
 #import <QuartzCore/CALayer.h>
 
@@ -214,16 +213,6 @@ QString words(NSRect rect) {
     if ((self = [super init]))
         frame_ = frame;
     return self;
-}
-@end
-
-@implementation NSColor
-+ (NSColor *)blackColor {
-    return [[[NSColor alloc] init] autorelease];
-}
-
-- (void)set {
-    record(QStringLiteral("paint in black"));
 }
 @end
 

@@ -6,6 +6,7 @@
 #include "platform/SystemSettings.h"
 #include "platform/SystemSounds.h"
 #include "platform/SystemSymbols.h"
+#include "platform/SystemTints.h"
 #include "platform/SystemTray.h"
 
 namespace kestrelbay {
@@ -61,6 +62,16 @@ public:
 class MacSystemSymbols final : public SystemSymbols {
 public:
     [[nodiscard]] QImage image(const QString &name, QSize size) const override;
+};
+
+/// NSColor's, which follow the user's accent and contrast; Qt has everything drawn again when
+/// they change.
+class MacSystemTints final : public SystemTints {
+public:
+    [[nodiscard]] QColor accent() const override;
+    [[nodiscard]] QColor green() const override;
+    [[nodiscard]] QColor orange() const override;
+    [[nodiscard]] QColor red() const override;
 };
 
 /// The unified log, under the bundle's identifier as subsystem. Warnings are written

@@ -1,5 +1,11 @@
 #include "platform/macos/desktop/MacServices.h"
 
+#include <array>
+
+#import <AppKit/NSAppearance.h>
+#import <AppKit/NSApplication.h>
+#import <AppKit/NSColor.h>
+#import <AppKit/NSColorSpace.h>
 #import <AppKit/NSImage.h>
 #import <AppKit/NSSound.h>
 #import <AppKit/NSWorkspace.h>
@@ -38,6 +44,47 @@ QImage MacSystemSymbols::image(const QString &name, QSize size) const {
         return toQImage([NSImage imageWithSystemSymbolName:toNSString(name)
                                   accessibilityDescription:nil],
                         size);
+    }
+}
+
+namespace {
+
+/// Its parts are another ones in each appearance, and asking outside of one gives those of any.
+QColor inForce(NSColor *color) {
+    std::array<CGFloat, 4> parts{};
+    CGFloat *const red = parts.data();
+    [[[NSApplication sharedApplication] effectiveAppearance] performAsCurrentDrawingAppearance:^{
+      [[color colorUsingColorSpace:[NSColorSpace sRGBColorSpace]] getRed:red
+                                                                   green:red + 1
+                                                                    blue:red + 2
+                                                                   alpha:red + 3];
+    }];
+    return QColor::fromRgbF(float(parts[0]), float(parts[1]), float(parts[2]), float(parts[3]));
+}
+
+}  // namespace
+
+QColor MacSystemTints::accent() const {
+    @autoreleasepool {
+        return inForce([NSColor controlAccentColor]);
+    }
+}
+
+QColor MacSystemTints::green() const {
+    @autoreleasepool {
+        return inForce([NSColor systemGreenColor]);
+    }
+}
+
+QColor MacSystemTints::orange() const {
+    @autoreleasepool {
+        return inForce([NSColor systemOrangeColor]);
+    }
+}
+
+QColor MacSystemTints::red() const {
+    @autoreleasepool {
+        return inForce([NSColor systemRedColor]);
     }
 }
 

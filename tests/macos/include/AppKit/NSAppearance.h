@@ -1,0 +1,15 @@
+#pragma once
+
+// Stands for <AppKit/NSAppearance.h>.
+
+#import <AppKit/NSApplication.h>
+#import <Foundation/Foundation.h>
+
+@interface NSAppearance : NSObject
+- (void)performAsCurrentDrawingAppearance:(void (^)(void))block;
+@end
+
+/// A protocol in the framework's own.
+@interface NSApplication (NSAppearanceCustomization)
+- (NSAppearance *)effectiveAppearance;
+@end
