@@ -18,7 +18,7 @@
 #include "settings/Notifications.h"
 #include "tasks/DispatchQueue.h"
 #include "tasks/Timers.h"
-#include "ui/look/SystemStyle.h"
+#include "ui/look/Appearance.h"
 
 namespace kestrelbay {
 

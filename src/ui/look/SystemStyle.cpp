@@ -1,7 +1,6 @@
 #include "ui/look/SystemStyle.h"
 
 #include <QAbstractItemView>
-#include <QApplication>
 #include <QFrame>
 #include <QPalette>
 #include <QStyleFactory>
@@ -10,7 +9,6 @@
 
 #include <algorithm>
 
-#include "platform/SystemSettings.h"
 #include "ui/look/Drawing.h"
 #include "ui/look/Symbols.h"
 #include "ui/look/SystemColors.h"
@@ -337,23 +335,6 @@ int SystemStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWi
         default:
             return QProxyStyle::styleHint(hint, option, widget, returned);
     }
-}
-
-Appearance::Appearance(SystemSettings &settings) : settings_(settings) {
-    if (!settings_.colorScheme())
-        return;
-    QApplication::setStyle(new SystemStyle);  // the application owns it
-    apply();
-    settings_.setAppearanceHandler([this] { apply(); });
-}
-
-Appearance::~Appearance() {
-    settings_.setAppearanceHandler({});
-}
-
-void Appearance::apply() const {
-    if (const std::optional<ColorScheme> scheme = settings_.colorScheme())
-        QApplication::setPalette(systemPalette(*scheme));
 }
 
 }  // namespace kestrelbay

@@ -4,8 +4,6 @@
 
 namespace kestrelbay {
 
-class SystemSettings;
-
 /// How controls look where the desktop has no look of its own for Qt programs:
 /// flat and rounded, in the colours of `colors`. What it does not draw is
 /// Fusion's.
@@ -32,22 +30,6 @@ public:
                                   const QWidget *widget) const override;
     [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                                 QStyleHintReturn *returned) const override;
-};
-
-/// Gives the user interface the look of the desktop and follows it between light and
-/// dark. Where Qt does both by itself, it leaves everything as it is.
-class Appearance {
-public:
-    /// Takes effect at once. The settings have to outlive it, and it the widgets.
-    explicit Appearance(SystemSettings &settings);
-    ~Appearance();
-    Appearance(const Appearance &) = delete;
-    Appearance &operator=(const Appearance &) = delete;
-
-private:
-    void apply() const;
-
-    SystemSettings &settings_;
 };
 
 }  // namespace kestrelbay

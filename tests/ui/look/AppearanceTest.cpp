@@ -1,4 +1,4 @@
-#include "ui/look/SystemStyle.h"
+#include "ui/look/Appearance.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -12,6 +12,7 @@
 
 #include "fakes/FakeSystemSettings.h"
 #include "ui/look/SystemColors.h"
+#include "ui/look/SystemStyle.h"
 #include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
