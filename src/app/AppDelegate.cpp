@@ -22,6 +22,7 @@
 #include "settings/Language.h"
 #include "settings/SettingsKeys.h"
 #include "ui/look/Symbols.h"
+#include "ui/look/SystemColors.h"
 
 namespace kestrelbay {
 
@@ -48,10 +49,10 @@ void quit() {
 
 }  // namespace
 
-AppDelegate::AppDelegate(Platform &platform, Timers &timers)
+AppDelegate::AppDelegate(Platform &platform, Timers &timers, bool isStyleNamed)
     : platform_(platform),
       timers_(timers),
-      appearance_(platform.systemSettings()),
+      appearance_(platform.systemSettings(), isStyleNamed),
       toastServices_{platform.nativeWindow(), timers, mainQueue_},
       launcher_(platform.workspace(), platform.systemLog()),
       ruleRunner_(ruleRunnerServices()),
@@ -71,16 +72,18 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers)
     Language::setDefaults(&platform.userDefaults());
     ToastPanel::setServices(&toastServices_);
     setSystemSymbols(platform.systemSymbols());
-    // Not before the language is known.
+    colors::setSystemTints(platform.systemTints());
     platform.keyboardLayout().setChangeHandler(
         [this] { Q_EMIT notifications_.keyboardLayoutDidChange(); });
+    // Not before the language is known.
     qtTexts_.emplace(notifications_);
 }
 
 AppDelegate::~AppDelegate() {
+    platform_.keyboardLayout().setChangeHandler({});
+    colors::setSystemTints(nullptr);
     setSystemSymbols(nullptr);
     ToastPanel::setServices(nullptr);
-    platform_.keyboardLayout().setChangeHandler({});
     Language::setDefaults(nullptr);
 }
 
@@ -106,10 +109,10 @@ PreferencesServices AppDelegate::preferencesServices() {
             .nativeWindow = platform_.nativeWindow(),
             .screenLock = platform_.screenLock(),
             .hotkeyHolders = platform_.hotkeyHolders(),
+            .keyboardLayout = platform_.keyboardLayout(),
             .launchAtLogin = launchAtLogin_,
             .notifications = notifications_,
             .timers = timers_,
-            .keyboardLayout = platform_.keyboardLayout(),
             .mainQueue = mainQueue_,
             .backgroundQueue = backgroundQueue_,
             .showToast = &ToastWindow::show};

@@ -35,7 +35,8 @@ class AppDelegate final : public QObject {
 
 public:
     /// The platform and the timers have to outlive it.
-    AppDelegate(Platform &platform, Timers &timers);
+    /// `isStyleNamed`: the user has named a style of Qt.
+    AppDelegate(Platform &platform, Timers &timers, bool isStyleNamed);
     ~AppDelegate() override;
 
     /// Makes the program reachable for others of this session. False when another

@@ -43,6 +43,9 @@ struct Options {
     QCommandLineOption diagnose{
         QStringLiteral("diagnose"),
         QStringLiteral("Print what a report of a problem should say, and end.")};
+    QCommandLineOption style{QStringLiteral("style"),
+                             QStringLiteral("Use this style of Qt instead of the desktop's look."),
+                             QStringLiteral("name")};
     /// What a session manager starts programs with that were running at log-out.
     QCommandLineOption session{QStringLiteral("session"), {}, QStringLiteral("id")};
 };
@@ -77,13 +80,14 @@ Request readCommandLine(int argc, char **argv) {
     options.session.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.addOptions({options.action, options.rule, options.listRules, options.json,
-                       options.diagnose, options.session});
+                       options.diagnose, options.style, options.session});
     parser.process(application);
     if (const QString problem = problemWith(parser, options); !problem.isEmpty())
         std::exit(fail(problem));
     Request request{.action = parser.value(options.action),
                     .ruleId = parser.value(options.rule),
                     .diagnose = parser.isSet(options.diagnose),
+                    .isStyleNamed = parser.isSet(options.style),
                     .listRules = std::nullopt};
     if (parser.isSet(options.listRules))
         request.listRules =

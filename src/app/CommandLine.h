@@ -15,6 +15,8 @@ struct Request {
     /// With actions::kRunRule: an id as ruleIdFromText() takes it.
     QString ruleId;
     bool diagnose = false;
+    /// A style of Qt is named, which Qt reads for itself.
+    bool isStyleNamed = false;
     /// Print the rules, and how.
     std::optional<RuleListFormat> listRules;
 };

@@ -84,6 +84,11 @@ std::optional<int> handOver(const kestrelbay::Request &request) {
                                                         : std::nullopt;
 }
 
+/// Qt takes it from either place.
+bool isStyleNamed(const kestrelbay::Request &request) {
+    return request.isStyleNamed || !qEnvironmentVariableIsEmpty("QT_STYLE_OVERRIDE");
+}
+
 /// Where Qt's own messages go. Its handler is a plain function without user data.
 kestrelbay::SystemLog *messageLog = nullptr;
 
@@ -147,7 +152,7 @@ int main(int argc, char **argv) {
     });
 
     kestrelbay::QtTimers timers;
-    kestrelbay::AppDelegate delegate(*platform, timers);
+    kestrelbay::AppDelegate delegate(*platform, timers, isStyleNamed(request));
     if (!delegate.registerOnSessionBus()) {
         if (const std::optional<int> code = handOver(request))
             return *code;

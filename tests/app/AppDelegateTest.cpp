@@ -41,7 +41,7 @@ protected:
         write(platform_.userDefaults(), settings::kOnboardingCompleted, true);
     }
     AppDelegate &launch() {
-        delegate_.emplace(platform_, timers_);
+        delegate_.emplace(platform_, timers_, false);
         QObject::connect(&delegate_->notifications(), &Notifications::accessibilityGranted,
                          &context_, [this] { ++grantedPosts_; });
         delegate_->applicationDidFinishLaunching();

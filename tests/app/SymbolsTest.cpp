@@ -69,7 +69,7 @@ TEST(Symbols, TheProgramUsesThoseOfItsPlatform) {
     platform.systemSymbols()->setNames({u"plus"_s});
     FakeTimers timers;
     {
-        const AppDelegate delegate(platform, timers);
+        const AppDelegate delegate(platform, timers, false);
         static_cast<void>(symbolPixmap(u"plus"_s, {9, 9}, Qt::red, 1));
         EXPECT_EQ(platform.systemSymbols()->takeRequests(), QStringList{u"plus 9x9"_s});
     }

@@ -84,7 +84,7 @@ public:
             option.direction, Qt::AlignRight | Qt::AlignVCenter,
             QSize(inner.width() - kIcon.width() - kIconGap, inner.height()), inner);
         painter->setFont(option.font);
-        painter->setPen(selected ? QColor(Qt::white) : colors::label());
+        painter->setPen(selected ? colors::onAccent() : colors::label());
         // A line break would push the name out of its row.
         const QString name = index.data(Qt::DisplayRole).toString().simplified();
         painter->drawText(text, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine,

@@ -38,6 +38,8 @@ QColor fieldTextColor() {
 }
 
 QColor fieldPlaceholderColor() {
+    if (colors::isContrastHigh())
+        return colors::tertiaryLabel();
     return colors::isDark() ? QColor::fromRgbF(0.5F, 0.5F, 0.5F)
                             : QColor::fromRgbF(0.6F, 0.6F, 0.6F);
 }
@@ -72,10 +74,10 @@ HotkeyRecorderField::HotkeyRecorderField(const PreferencesServices &services, QW
     clearButton_->setFocusPolicy(Qt::NoFocus);
     connect(clearButton_, &QAbstractButton::clicked, this, &HotkeyRecorderField::clearHotkey);
     connect(this, &QAbstractButton::clicked, this, &HotkeyRecorderField::pressedWithoutMouse);
-    updateDisplay();
-}
     connect(&services_.notifications, &Notifications::keyboardLayoutDidChange, this,
             &HotkeyRecorderField::updateNames);
+    updateDisplay();
+}
 
 HotkeyRecorder::Hooks HotkeyRecorderField::hooks() {
     return {
@@ -235,9 +237,9 @@ void HotkeyRecorderField::updateNames() {
     } else {
         state = hotkeyInWords(currentKeyCode(), currentModifierFlags(), services_.keyboardLayout);
     }
+    setToolTip(isRecording() || recorder_.hotkeyString().isEmpty() ? QString() : state);
     // What the label shows are signs that nobody can speak.
     label_->setAccessibleName(state);
-    setToolTip(isRecording() || recorder_.hotkeyString().isEmpty() ? QString() : state);
     setAccessibleName(L::hotkeyOf(subject_) + L::keySeparator() + state);
 }
 

@@ -91,7 +91,7 @@ void TabItemView::paintEvent(QPaintEvent * /*event*/) {
     const QRectF bounds = frame_.translated(-pos());
     if (isSelected_)
         drawRounded(painter, bounds, kTabRadius, colors::controlAccent());
-    painter.setPen(isSelected_ ? QColor(Qt::white) : colors::label());
+    painter.setPen(isSelected_ ? colors::onAccent() : colors::label());
     painter.drawText(bounds, Qt::AlignCenter | Qt::TextSingleLine, title_);
 
     QStyleOption option;

@@ -1,6 +1,8 @@
 #include "ui/look/Appearance.h"
 
 #include <QApplication>
+#include <QPalette>
+#include <QStyle>
 
 #include "platform/SystemSettings.h"
 #include "ui/look/SystemColors.h"
@@ -8,8 +10,9 @@
 
 namespace kestrelbay {
 
-Appearance::Appearance(SystemSettings &settings) : settings_(settings) {
-    if (!settings_.colorScheme())
+Appearance::Appearance(SystemSettings &settings, bool isStyleNamed) : settings_(settings) {
+    if (!settings_.colorScheme() || isStyleNamed ||
+        QApplication::style()->name() != QLatin1StringView("fusion"))
         return;
     QApplication::setStyle(new SystemStyle);  // the application owns it
     apply();
@@ -18,11 +21,16 @@ Appearance::Appearance(SystemSettings &settings) : settings_(settings) {
 
 Appearance::~Appearance() {
     settings_.setAppearanceHandler({});
+    colors::setContrastHigh(false);
 }
 
 void Appearance::apply() const {
-    if (const std::optional<ColorScheme> scheme = settings_.colorScheme())
-        QApplication::setPalette(systemPalette(*scheme));
+    const std::optional<ColorScheme> scheme = settings_.colorScheme();
+    if (!scheme)
+        return;
+    colors::setContrastHigh(settings_.isContrastHigh());
+    QApplication::setPalette(
+        systemPalette(*scheme, settings_.accentColor(), settings_.isContrastHigh()));
 }
 
 }  // namespace kestrelbay

@@ -1,53 +1,59 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
+#include <optional>
 
 #include <QColor>
+
+#include "platform/SystemSettings.h"
 
 class QPalette;
 
 namespace kestrelbay {
 
-enum class ColorScheme : std::uint8_t;
+class SystemTints;
 
+/// Colours by what they mean, in the appearance in force. They come from the palette, whoever
+/// has set it, so whoever keeps one has to ask again at QEvent::PaletteChange. Main thread.
 namespace colors {
-
-/// A colour by what it means. Called, it gives that of the appearance in force, so whoever
-/// keeps the result has to ask again at QEvent::PaletteChange.
-struct Dynamic {
-    QRgb light;
-    QRgb dark;
-
-    [[nodiscard]] QColor operator()() const;
-};
 
 /// One of the colours below, or what is made of one; to be asked again whenever it is drawn.
 using Function = std::function<QColor()>;
 
 /// Is the user interface light on dark just now?
 [[nodiscard]] bool isDark();
+/// Has the user asked for more contrast?
+[[nodiscard]] bool isContrastHigh();
 
-inline constexpr Dynamic label{0xDF000000, 0xE6FFFFFF};
-inline constexpr Dynamic secondaryLabel{0x9E000000, 0xA6FFFFFF};
-inline constexpr Dynamic tertiaryLabel{0x80000000, 0x80FFFFFF};
-inline constexpr Dynamic separator{0x1F000000, 0x26FFFFFF};
-/// Behind what is selected or is the default; white text stands on it.
-inline constexpr Dynamic controlAccent{0xFF0A6CDB, 0xFF1C70DC};
+[[nodiscard]] QColor label();
+[[nodiscard]] QColor secondaryLabel();
+[[nodiscard]] QColor tertiaryLabel();
+[[nodiscard]] QColor separator();
+/// Behind what is selected or is the default, and the text on it.
+[[nodiscard]] QColor controlAccent();
+[[nodiscard]] QColor onAccent();
 /// The accent as a text on the window's ground.
-inline constexpr Dynamic link{0xFF0A62C9, 0xFF5AA9FF};
-inline constexpr Dynamic systemGreen{0xFF1E7B34, 0xFF30D158};
-inline constexpr Dynamic systemRed{0xFFC9001A, 0xFFFF6961};
-inline constexpr Dynamic systemOrange{0xFFB25000, 0xFFFFB340};
+[[nodiscard]] QColor link();
+[[nodiscard]] QColor systemGreen();
+[[nodiscard]] QColor systemRed();
+[[nodiscard]] QColor systemOrange();
 /// The ground of windows, and that of fields and lists.
-inline constexpr Dynamic window{0xFFF4F4F5, 0xFF262628};
-inline constexpr Dynamic field{0xFFFFFFFF, 0xFF1C1C1E};
+[[nodiscard]] QColor window();
+[[nodiscard]] QColor field();
 /// The ground of a panel that floats over other windows.
 [[nodiscard]] QColor toast(bool translucent);
 
+/// Takes effect on what is drawn next; a change of the palette has everything drawn.
+void setContrastHigh(bool isHigh);
+/// Where accent, green, orange and red are taken from; null for the palette and numbers of our
+/// own. They have to be taken back before they go.
+void setSystemTints(const SystemTints *tints);
+
 }  // namespace colors
 
-/// The colours of the whole user interface for one appearance.
-[[nodiscard]] QPalette systemPalette(ColorScheme scheme);
+/// The colours of the whole user interface for one appearance. The accent is darkened as far as
+/// white text on it needs.
+[[nodiscard]] QPalette systemPalette(ColorScheme scheme, const std::optional<QColor> &accent = {},
+                                     bool isContrastHigh = false);
 
 }  // namespace kestrelbay

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 
+#include "ui/look/Contrast.h"
 #include "ui/look/Drawing.h"
 #include "ui/look/Symbols.h"
 #include "ui/look/SystemColors.h"
@@ -42,12 +43,10 @@ bool has(const QStyleOption &option, QStyle::StateFlag flag) {
     return option.state.testFlag(flag);
 }
 
-QColor overlaid(const QColor &ground, const QColor &ink, qreal alpha) {
-    const auto mix = [alpha](float below, float above) {
-        return static_cast<float>(below * (1 - alpha) + above * alpha);
-    };
-    return QColor::fromRgbF(mix(ground.redF(), ink.redF()), mix(ground.greenF(), ink.greenF()),
-                            mix(ground.blueF(), ink.blueF()), ground.alphaF());
+/// The line around a control, as thick as `alpha` says on its ground.
+QColor outline(const QColor &ground, qreal alpha) {
+    constexpr qreal kInHighContrast = 0.65;
+    return overlaid(ground, colors::label(), colors::isContrastHigh() ? kInHighContrast : alpha);
 }
 
 QColor faceOf(const QStyleOption &option, const QColor &face) {
@@ -62,7 +61,7 @@ QColor faceOf(const QStyleOption &option, const QColor &face) {
 
 void drawFace(const QStyleOption &option, const QColor &face, bool framed, QPainter *painter) {
     drawRounded(*painter, hairlineRect(option.rect), kRadius, face,
-                framed ? overlaid(face, colors::label(), 0.18) : face);
+                framed ? outline(face, 0.18) : face);
     if (has(option, QStyle::State_HasFocus) && has(option, QStyle::State_KeyboardFocusChange)) {
         const QColor ring = framed ? withAlpha(colors::controlAccent(), 0.7F) : colors::label();
         drawRounded(*painter, option.rect.adjusted(1, 1, -1, -1), kRadius - 1, Qt::NoBrush,
@@ -92,10 +91,10 @@ void drawPushButton(const QStyleOption &option, QPainter *painter) {
 void drawLineEdit(const QStyleOption &option, QPainter *painter) {
     const bool focused = has(option, QStyle::State_HasFocus);
     const qreal inset = focused ? 1 : 0.5;
-    drawRounded(*painter, QRectF(option.rect).adjusted(inset, inset, -inset, -inset), kRadius,
-                option.palette.color(QPalette::Base),
-                focused ? QPen(colors::controlAccent(), kFocusRingWidth)
-                        : overlaid(colors::field(), colors::label(), 0.22));
+    drawRounded(
+        *painter, QRectF(option.rect).adjusted(inset, inset, -inset, -inset), kRadius,
+        option.palette.color(QPalette::Base),
+        focused ? QPen(colors::controlAccent(), kFocusRingWidth) : outline(colors::field(), 0.22));
 }
 
 /// A radio button's disc or a check box, filled with the accent while it is on.
@@ -104,11 +103,11 @@ void drawIndicator(const QStyleOption &option, qreal radius, QPainter *painter) 
     const QColor face =
         on ? colors::controlAccent() : option.palette.color(QPalette::Active, QPalette::Button);
     drawRounded(*painter, hairlineRect(option.rect), radius, faceOf(option, face),
-                on ? face : overlaid(face, colors::label(), 0.3));
+                on ? face : outline(face, 0.3));
 }
 
 QColor markInk(const QStyleOption &option) {
-    return has(option, QStyle::State_Enabled) ? QColor(Qt::white) : colors::tertiaryLabel();
+    return has(option, QStyle::State_Enabled) ? colors::onAccent() : colors::tertiaryLabel();
 }
 
 void drawRadioButton(const QStyleOption &option, QPainter *painter) {
@@ -196,7 +195,7 @@ bool isPopupList(const QWidget *widget) {
 void drawPopupFrame(const QStyleOption &option, QPainter *painter) {
     const QColor ground = option.palette.color(QPalette::Base);
     painter->save();
-    painter->setPen(overlaid(ground, colors::label(), 0.18));
+    painter->setPen(outline(ground, 0.18));
     painter->setBrush(ground);
     painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
     painter->restore();
@@ -255,7 +254,7 @@ void SystemStyle::drawControl(ControlElement element, const QStyleOption *option
                               const QWidget *widget) const {
     if (element == CE_PushButtonLabel && isDefault(*option) && has(*option, State_Enabled)) {
         QStyleOptionButton onAccent = *qstyleoption_cast<const QStyleOptionButton *>(option);
-        onAccent.palette.setColor(QPalette::ButtonText, Qt::white);
+        onAccent.palette.setColor(QPalette::ButtonText, colors::onAccent());
         return QProxyStyle::drawControl(element, &onAccent, painter, widget);
     }
     if (element == CE_MenuItem && isMenuSeparator(*option))

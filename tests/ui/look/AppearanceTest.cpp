@@ -5,12 +5,14 @@
 #include <QStyle>
 #include <QStyleFactory>
 
-#include <algorithm>
-#include <cmath>
+#include <optional>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
 #include "fakes/FakeSystemSettings.h"
+#include "fakes/FakeSystemTints.h"
+#include "ui/look/Contrast.h"
 #include "ui/look/SystemColors.h"
 #include "ui/look/SystemStyle.h"
 #include "ui/widgets/TextLabel.h"
@@ -20,7 +22,10 @@ namespace {
 
 class AppearanceTest : public testing::Test {
 protected:
-    ~AppearanceTest() override {
+    AppearanceTest() { wearBareFusion(); }
+    ~AppearanceTest() override { wearBareFusion(); }
+
+    static void wearBareFusion() {
         QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
         QApplication::setPalette(QPalette());
     }
@@ -30,14 +35,14 @@ protected:
 
 TEST_F(AppearanceTest, TakesTheUsersChoiceAtOnce) {
     settings_.setColorScheme(ColorScheme::Dark);
-    const Appearance appearance(settings_);
+    const Appearance appearance(settings_, false);
     EXPECT_TRUE(colors::isDark());
     EXPECT_NE(qobject_cast<SystemStyle *>(QApplication::style()), nullptr);
 }
 
 TEST_F(AppearanceTest, FollowsItLive) {
     settings_.setColorScheme(ColorScheme::Light);
-    const Appearance appearance(settings_);
+    const Appearance appearance(settings_, false);
     EXPECT_FALSE(colors::isDark());
     const QColor lightLabel = colors::label();
     TextLabel label(QStringLiteral("text"), QFont(), colors::label);
@@ -53,59 +58,110 @@ TEST_F(AppearanceTest, FollowsItLive) {
 TEST_F(AppearanceTest, LeavesEverythingWhereQtFollowsTheSystem) {
     settings_.setColorScheme(std::nullopt);
     const QPalette before = QApplication::palette();
-    const Appearance appearance(settings_);
+    const Appearance appearance(settings_, false);
     EXPECT_EQ(QApplication::palette(), before);
     EXPECT_EQ(qobject_cast<SystemStyle *>(QApplication::style()), nullptr);
 }
 
 TEST_F(AppearanceTest, StopsFollowingWhenItGoes) {
-    { const Appearance appearance(settings_); }
+    { const Appearance appearance(settings_, false); }
     settings_.setColorScheme(ColorScheme::Dark);
     EXPECT_FALSE(colors::isDark());
 }
 
-double contrast(const QColor &one, const QColor &other) {
-    const auto luminance = [](const QColor &color) {
-        const auto linear = [](float part) {
-            return part <= 0.04045F ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-               0.0722 * linear(color.blueF());
+TEST_F(AppearanceTest, IsPutOverBareFusionOnly) {
+    const auto isOurs = [] {
+        return qobject_cast<SystemStyle *>(QApplication::style()) != nullptr;
     };
-    const double a = luminance(one);
-    const double b = luminance(other);
-    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+    {
+        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Windows")));
+        const QPalette theirs(Qt::darkGray);
+        QApplication::setPalette(theirs);
+        const Appearance appearance(settings_, false);
+        settings_.setColorScheme(ColorScheme::Dark);
+        EXPECT_FALSE(isOurs());
+        EXPECT_EQ(QApplication::palette().color(QPalette::Window), theirs.color(QPalette::Window));
+    }
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    const Appearance named(settings_, true);
+    EXPECT_FALSE(isOurs());
 }
 
-QColor over(const QColor &ink, const QColor &ground) {
-    const auto mix = [&](float above, float below) {
-        return above * ink.alphaF() + below * (1 - ink.alphaF());
-    };
-    return QColor::fromRgbF(mix(ink.redF(), ground.redF()), mix(ink.greenF(), ground.greenF()),
-                            mix(ink.blueF(), ground.blueF()));
+TEST_F(AppearanceTest, FollowsTheAccentLive) {
+    const Appearance appearance(settings_, false);
+    const QColor usual = colors::controlAccent();
+    settings_.setAccentColor(QColor(0x80, 0x20, 0xA0));
+    EXPECT_EQ(colors::controlAccent(), QColor(0x80, 0x20, 0xA0));
+    settings_.setAccentColor(std::nullopt);
+    EXPECT_EQ(colors::controlAccent(), usual);
 }
 
-class TextContrast : public AppearanceTest, public testing::WithParamInterface<ColorScheme> {};
+TEST_F(AppearanceTest, FollowsTheWishForContrastLive) {
+    const Appearance appearance(settings_, false);
+    const QColor usual = colors::secondaryLabel();
+    TextLabel label(QStringLiteral("text"), QFont(), colors::secondaryLabel);
+    settings_.setContrastHigh(true);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_GT(colors::secondaryLabel().alpha(), usual.alpha());
+    EXPECT_EQ(label.palette().color(label.foregroundRole()), colors::secondaryLabel());
+    settings_.setContrastHigh(false);
+    EXPECT_EQ(colors::secondaryLabel(), usual);
+}
 
-// 4.5 is what WCAG 2.1 asks of texts (success criterion 1.4.3).
+TEST_F(AppearanceTest, TakesTheSystemsTintsAsTheyAre) {
+    FakeSystemTints tints;
+    colors::setSystemTints(&tints);
+    EXPECT_EQ(colors::controlAccent(), tints.accent_);
+    EXPECT_EQ(colors::systemGreen(), tints.green_);
+    EXPECT_EQ(colors::systemOrange(), tints.orange_);
+    EXPECT_EQ(colors::systemRed(), tints.red_);
+    EXPECT_EQ(colors::onAccent(), QColor(Qt::white));
+    colors::setSystemTints(nullptr);
+    EXPECT_NE(colors::systemRed(), tints.red_);
+}
+
+TEST(Contrast, IsCountedFromOneToTwentyOne) {
+    EXPECT_NEAR(contrastRatio(Qt::white, Qt::black), 21, 0.01);
+    EXPECT_NEAR(contrastRatio(Qt::red, Qt::red), 1, 0.01);
+    EXPECT_NEAR(contrastRatio(QColor(0, 0, 0, 128), Qt::white), 3.97, 0.05) << "as mid-grey";
+}
+
+TEST(Contrast, IsRaisedNoFurtherThanAskedFor) {
+    EXPECT_EQ(legible(Qt::blue, Qt::white, 4.5), QColor(Qt::blue));
+    const QColor yellow = legible(Qt::yellow, Qt::white, 4.5);
+    EXPECT_GE(contrastRatio(yellow, Qt::white), 4.5);
+    EXPECT_LT(contrastRatio(yellow, Qt::white), 6);
+    EXPECT_EQ(yellow.hue(), QColor(Qt::yellow).hue());
+}
+
+using Wishes = std::tuple<ColorScheme, QRgb, bool>;
+
+class TextContrast : public AppearanceTest, public testing::WithParamInterface<Wishes> {};
+
+// 4.5 and 7 are what WCAG 2.1 asks of texts (success criteria 1.4.3 and 1.4.6).
 TEST_P(TextContrast, SufficesOnEveryGround) {
-    settings_.setColorScheme(GetParam());
-    const Appearance appearance(settings_);
+    const auto [scheme, accent, isHigh] = GetParam();
+    settings_.setColorScheme(scheme);
+    settings_.setContrastHigh(isHigh);
+    if (accent != 0)
+        settings_.setAccentColor(QColor::fromRgb(accent));
+    const Appearance appearance(settings_, false);
+    const double least = isHigh ? 7 : 4.5;
     for (const QColor &ground : {colors::window(), colors::field(), colors::toast(false)}) {
         for (const QColor &text :
              {colors::label(), colors::secondaryLabel(), colors::link(), colors::systemGreen(),
               colors::systemRed(), colors::systemOrange()})
-            EXPECT_GE(contrast(over(text, ground), ground), 4.5)
+            EXPECT_GE(contrastRatio(text, ground), least)
                 << text.name().toStdString() << " on " << ground.name().toStdString();
     }
-    EXPECT_GE(contrast(Qt::white, colors::controlAccent()), 4.5);
+    EXPECT_GE(contrastRatio(colors::onAccent(), colors::controlAccent()), least);
 }
 
-INSTANTIATE_TEST_SUITE_P(BothSchemes, TextContrast,
-                         testing::Values(ColorScheme::Light, ColorScheme::Dark),
-                         [](const auto &scheme) {
-                             return scheme.param == ColorScheme::Light ? "Light" : "Dark";
-                         });
+INSTANTIATE_TEST_SUITE_P(AllWishes, TextContrast,
+                         testing::Combine(testing::Values(ColorScheme::Light, ColorScheme::Dark),
+                                          // None, and GNOME's yellow and purple.
+                                          testing::Values(0U, 0xFFC88800U, 0xFF9141ACU),
+                                          testing::Bool()));
 
 }  // namespace
 }  // namespace kestrelbay
