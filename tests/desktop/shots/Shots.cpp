@@ -15,12 +15,17 @@ constexpr int kAround = 24;
 
 QString Look::name() const {
     QString name = language + (isDark ? QStringLiteral("-dark") : QStringLiteral("-light"));
-    return scale.isEmpty() ? name : name + u'-' + scale + u'x';
+    if (!scale.isEmpty())
+        name += u'-' + scale + u'x';
+    if (!style.isEmpty())
+        name += u'-' + style.toLower();
+    return isContrastHigh ? name + QStringLiteral("-contrast") : name;
 }
 
 void ShotStage::wear(const Look &look) {
     look_ = look;
     setProgramVariable(QStringLiteral("QT_SCALE_FACTOR"), look.scale);
+    setProgramVariable(QStringLiteral("QT_STYLE_OVERRIDE"), look.style);
     toasts().setScale(look.factor());
 }
 

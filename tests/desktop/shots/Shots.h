@@ -17,8 +17,11 @@ struct Look {
     bool isDark = false;
     /// Device pixels to a point, as text; empty for one.
     QString scale = {};
+    /// Of Qt, as the user names one; empty for none.
+    QString style = {};
+    bool isContrastHigh = false;
 
-    /// As "zh-dark" or "en-light-1.5x".
+    /// As "zh-dark", "en-light-1.5x" or "en-light-windows".
     [[nodiscard]] QString name() const;
     [[nodiscard]] double factor() const { return scale.isEmpty() ? 1 : scale.toDouble(); }
 };

@@ -21,6 +21,13 @@ const std::array kLooks{
     Look{.language = QStringLiteral("zh"), .isDark = true},
     Look{.language = QStringLiteral("en"), .scale = QStringLiteral("1.5")},
     Look{.language = QStringLiteral("en"), .scale = QStringLiteral("2")},
+    Look{.language = QStringLiteral("en"), .isContrastHigh = true},
+    Look{.language = QStringLiteral("zh"), .isDark = true, .isContrastHigh = true},
+    // One that Qt brings, and one of a package of its own.
+    Look{.language = QStringLiteral("en"), .style = QStringLiteral("Windows")},
+    Look{.language = QStringLiteral("zh"), .style = QStringLiteral("Windows")},
+    Look{.language = QStringLiteral("en"), .style = QStringLiteral("Adwaita")},
+    Look{.language = QStringLiteral("zh"), .style = QStringLiteral("Adwaita-Dark")},
 };
 
 }  // namespace
@@ -43,13 +50,14 @@ int main(int argc, char *argv[]) {
         for (const Look &look : kLooks) {
             portal.setColorScheme(look.isDark ? FakeSettingsPortal::kPreferDark
                                               : FakeSettingsPortal::kPreferLight);
+            portal.setContrastHigh(look.isContrastHigh);
             for (const Shot &shot : shots) {
-                const QString name = QString::fromUtf8(shot.name);
+                const QString name =
+                    look.name() + QStringLiteral(": ") + QString::fromUtf8(shot.name);
                 if (!name.contains(options->only))
                     continue;
                 stage.wear(look);
-                stage.story().scene(look.name() + QStringLiteral(": ") + name,
-                                    [&] { shot.take(stage); });
+                stage.story().scene(name, [&] { shot.take(stage); });
             }
         }
         return stage.story().hasFailures() ? 1 : 0;
