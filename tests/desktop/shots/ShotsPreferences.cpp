@@ -246,11 +246,31 @@ void showAdvancedTab(ShotStage &stage) {
     stage.pointer().moveTo({1, 1});
 }
 
+/// That of the sounds, with the pointer on an entry.
+void shootPopupList(ShotStage &stage) {
+    XClient &client = stage.view().client();
+    QRect list;
+    stage.prepare(
+        QStringLiteral("a popup list"), [&] { click(stage, places::controlOf(Setting::Sound)); },
+        [&] {
+            const auto popups = client.popups();
+            list = popups.empty() ? QRect() : client.area(popups.back());
+            return !list.isEmpty();
+        });
+    stage.pointer().moveTo(list.topLeft() + stage.scaled(QPoint(40, 110)));
+    stage.shoot(QStringLiteral("preferences-popup-list"),
+                stage.withFrame(preferences(stage)).united(list));
+    stage.pressKey(kEscape);
+    stage.prepare(
+        QStringLiteral("no popup list"), [] {}, [&] { return client.popups().empty(); });
+}
+
 void shootAdvancedTab(ShotStage &stage) {
     stage.beginWith(fewRules());
     open(stage);
     showAdvancedTab(stage);
     shootPreferences(stage, "advanced");
+    shootPopupList(stage);
     // A file where the folder should be, so that the entry cannot be written.
     const QString folder = stage.desktop().home().config(QStringLiteral("autostart"));
     HomeFolder::write(folder, "not a folder");

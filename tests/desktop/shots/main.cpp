@@ -27,7 +27,7 @@ const std::array kLooks{
     Look{.language = QStringLiteral("en"), .style = QStringLiteral("Windows")},
     Look{.language = QStringLiteral("zh"), .style = QStringLiteral("Windows")},
     Look{.language = QStringLiteral("en"), .style = QStringLiteral("Adwaita")},
-    Look{.language = QStringLiteral("zh"), .style = QStringLiteral("Adwaita-Dark")},
+    Look{.language = QStringLiteral("zh"), .isDark = true, .style = QStringLiteral("Adwaita-Dark")},
 };
 
 }  // namespace
