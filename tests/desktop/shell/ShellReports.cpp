@@ -82,39 +82,68 @@ QString copyWithoutPlugins(const QString &program, const QString &folder) {
     return copy;
 }
 
-}  // namespace
-
-void sceneColorScheme(ShellStage &stage) {
-    FakeSettingsPortal portal(stage.busAddress(), FakeSettingsPortal::kPreferLight);
+void openAbout(ShellStage &stage) {
     stage.restartProgram({});
     stage.askFor(QStringLiteral("about"));
     stage.prepare(
         QStringLiteral("About"), [] {}, [&] { return stage.isInFront(ShellStage::kAboutSize); });
+}
+
+void seeAbout(ShellStage &stage, const QString &done, bool light,
+              const std::function<void()> &act) {
     const auto color = [&] {
         const auto window = stage.programWindow(ShellStage::kAboutSize);
         XClient &client = stage.view().client();
         return window ? colorAt(client, client.area(*window).topLeft() + kCorner) : QColor();
     };
-    const auto sees = [&](const QString &done, bool light, const std::function<void()> &act) {
-        stage.story().step({
-            .done = done,
-            .expected = light ? QStringLiteral("About is light") : QStringLiteral("About is dark"),
-            .act = act,
-            .seen =
-                [&, light] {
-                    return color().isValid() &&
-                           (light ? color().lightness() > 200 : color().lightness() < 80);
-                },
-            .saw = [&] { return color().name(); },
-        });
-    };
-    sees(QStringLiteral("opened About"), true, [] {});
-    sees(QStringLiteral("turned the desktop dark"), false,
-         [&] { portal.setColorScheme(FakeSettingsPortal::kPreferDark); });
+    stage.story().step({
+        .done = done,
+        .expected = light ? QStringLiteral("About is light") : QStringLiteral("About is dark"),
+        .act = act,
+        .seen =
+            [&, light] {
+                return color().isValid() &&
+                       (light ? color().lightness() > 200 : color().lightness() < 80);
+            },
+        .saw = [&] { return color().name(); },
+    });
+}
+
+}  // namespace
+
+void sceneColorScheme(ShellStage &stage) {
+    FakeSettingsPortal portal(stage.busAddress(), FakeSettingsPortal::kPreferLight);
+    openAbout(stage);
+    seeAbout(stage, QStringLiteral("opened About"), true, [] {});
+    seeAbout(stage, QStringLiteral("turned the desktop dark"), false,
+             [&] { portal.setColorScheme(FakeSettingsPortal::kPreferDark); });
     stage.screenshot(QStringLiteral("about-turned-dark"));
-    sees(QStringLiteral("turned it light again"), true,
-         [&] { portal.setColorScheme(FakeSettingsPortal::kPreferLight); });
+    seeAbout(stage, QStringLiteral("turned it light again"), true,
+             [&] { portal.setColorScheme(FakeSettingsPortal::kPreferLight); });
     stage.closeWindow(ShellStage::kAboutSize);
+}
+
+void sceneNamedStyle(ShellStage &stage) {
+    const QString variable = QStringLiteral("QT_STYLE_OVERRIDE");
+    const FakeSettingsPortal portal(stage.busAddress(), FakeSettingsPortal::kPreferDark);
+    stage.setProgramVariable(variable, QStringLiteral("Windows"));
+    openAbout(stage);
+    seeAbout(stage, QStringLiteral("named a light style on a dark desktop"), true, [] {});
+    stage.screenshot(QStringLiteral("about-in-a-named-style"));
+    stage.closeWindow(ShellStage::kAboutSize);
+    stage.setProgramVariable(variable, {});
+    ShellStage::Ending ending;
+    stage.story().step({
+        .done = QStringLiteral("named a style on the command line"),
+        .expected = QStringLiteral("it is taken for an option"),
+        .act =
+            [&] {
+                ending = stage.startAgain(
+                    {QStringLiteral("-style=Windows"), QStringLiteral("--version")});
+            },
+        .seen = [&] { return ending.code == 0; },
+        .saw = [&] { return ending.output; },
+    });
 }
 
 void sceneDiagnose(ShellStage &stage) {

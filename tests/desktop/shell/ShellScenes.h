@@ -35,6 +35,7 @@ void sceneListRules(ShellStage &stage);
 
 // ShellReports.cpp
 void sceneColorScheme(ShellStage &stage);
+void sceneNamedStyle(ShellStage &stage);
 void sceneDiagnose(ShellStage &stage);
 void sceneNoSvgPlugin(ShellStage &stage);
 void sceneUnknownSound(ShellStage &stage);

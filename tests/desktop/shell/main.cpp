@@ -31,6 +31,7 @@ constexpr std::array kScenes{
     ShellScene{"Rules run where nobody waits", sceneRunRuleAlone, ShellScene::Program::Starts},
     ShellScene{"The list of rules", sceneListRules, ShellScene::Program::Starts},
     ShellScene{"Light and dark", sceneColorScheme, ShellScene::Program::Starts},
+    ShellScene{"A style of the user's", sceneNamedStyle, ShellScene::Program::Starts},
     ShellScene{"Reports", sceneDiagnose, ShellScene::Program::Starts},
     ShellScene{"No plugin for SVG", sceneNoSvgPlugin, ShellScene::Program::Starts},
     ShellScene{"A sound that nobody knows", sceneUnknownSound, ShellScene::Program::Starts},
