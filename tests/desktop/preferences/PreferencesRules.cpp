@@ -78,6 +78,47 @@ void sceneAdvancedPanel(PreferencesStage &stage) {
     stage.closeAll(scenario::kEditorClass);
 }
 
+void scenePopupInSheet(PreferencesStage &stage) {
+    const QString title = QStringLiteral("Advanced · Editor");
+    const QString text = QStringLiteral("typed before the list was opened");
+    XClient &client = stage.view().client();
+    stage.begin({editorRule()});
+    const QStringList before = stage.rules();
+    const auto openList = [&] {
+        stage.prepare(
+            QStringLiteral("the list of kinds"), [&] { stage.pressKey(testing::xkey::kSpace); },
+            [&] { return !client.popups().empty(); });
+    };
+    const auto onlyListCloses = [&](const QString &done, std::uint8_t key) {
+        stage.sees(
+            done, QStringLiteral("the list closes, the sheet has the keyboard"),
+            [&] { stage.pressKey(key); },
+            [&] {
+                const auto sheet = stage.windowTitled(title);
+                return client.popups().empty() && sheet && stage.view().hasFocus(*sheet);
+            },
+            [&] { return stage.rules() == before ? QString() : QStringLiteral("it was saved"); });
+    };
+    stage.click(0, RowPart::Advanced);
+    (void)stage.waitForWindow(title);
+    stage.pressKey(kTab);
+    openList();
+    stage.pressKey(kDown);
+    stage.pressKey(kDown);
+    onlyListCloses(QStringLiteral("chose a kind from its list with Return"), kReturn);
+    stage.pressKey(kTab);
+    stage.type(text);
+    stage.press({QStringLiteral("Backtab"), {testing::xkey::kLeftShift, kTab}});
+    openList();
+    onlyListCloses(QStringLiteral("typed a text, opened the list again, Escape"), kEscape);
+    stage.screenshot(QStringLiteral("popup-in-sheet"));
+    stage.seesRules(QStringLiteral("pressed Return in the sheet"),
+                    {kEditor + QStringLiteral(" urlScheme “%1”").arg(text)}, [&] {
+                        stage.pressKey(kTab);
+                        stage.pressKey(kReturn);
+                    });
+}
+
 void sceneConflict(PreferencesStage &stage) {
     beginWithThree(stage);
     XClient &client = stage.view().client();

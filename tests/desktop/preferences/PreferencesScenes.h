@@ -16,6 +16,7 @@ void sceneEditedByHand(PreferencesStage &stage);
 
 // PreferencesRules.cpp
 void sceneAdvancedPanel(PreferencesStage &stage);
+void scenePopupInSheet(PreferencesStage &stage);
 void sceneConflict(PreferencesStage &stage);
 void sceneSwitch(PreferencesStage &stage);
 void sceneOrder(PreferencesStage &stage);

@@ -18,6 +18,7 @@ constexpr std::array kScenes{
     PreferencesScene{"From nothing to a first hotkey", sceneFirstHotkey, kStarts},
     PreferencesScene{"A hotkey that another program has", sceneHotkeyOfAnother, kStarts},
     PreferencesScene{"The options of a rule", sceneAdvancedPanel, kStarts},
+    PreferencesScene{"A list in a sheet", scenePopupInSheet, kStarts},
     PreferencesScene{"A conflict", sceneConflict, kStarts},
     PreferencesScene{"Rules edited by hand", sceneEditedByHand, kStarts},
     PreferencesScene{"Off and on", sceneSwitch, kStarts},

@@ -4,11 +4,14 @@
 
 namespace kestrelbay::x11 {
 
-/// While somebody grabs the keyboard, the X server tells the focused window that it has
-/// lost the focus, and afterwards that it has it again. Nothing has moved, but Qt would
-/// take it for a change of window: a field that records a hotkey, for which the tap grabs
-/// the keyboard, would end at once. This keeps such news from Qt as long as it exists.
-/// To be made with a QCoreApplication.
+/// At a grab of the keyboard the X server tells the focused window that it has lost the
+/// focus. Nothing has moved, but Qt would take it for a change of window: a field that
+/// records a hotkey, for which the tap grabs the keyboard, would end at once. As long as
+/// this exists, Qt does not hear of grabs. It has to when it grabs the keyboard itself, for
+/// a list that pops up: the keys would be those of the window behind as well.
+///
+/// That a grab has ended always comes through: to a window that has lost nothing it means
+/// nothing. To be made with a QCoreApplication.
 class GrabFocusFilter final : public QAbstractNativeEventFilter {
 public:
     GrabFocusFilter();

@@ -116,7 +116,7 @@ void XEventTap::remove() {
     down_.reset();
     connection_.reset();
     handlers_ = {};
-    recording_ = false;
+    recording_.reset();
 }
 
 /// Gives a key that was pressed but not looked at yet to the program in front.
@@ -164,7 +164,8 @@ bool XEventTap::setRecording(bool recording) {
     xcb_connection_t *c = connection_->get();
     drainLater();
     if (!recording) {
-        if (std::exchange(recording_, false)) {
+        if (recording_) {
+            recording_.reset();
             xcb_ungrab_keyboard(c, XCB_CURRENT_TIME);
             xcb_flush(c);
         }
@@ -175,9 +176,12 @@ bool XEventTap::setRecording(bool recording) {
                                 xcb_grab_keyboard(c, 0, recordingWindow_, XCB_CURRENT_TIME,
                                                   XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
                                 nullptr));
-    recording_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    // Qt reads of it only after this.
+    recording_.reset();
+    if (reply && reply->status == XCB_GRAB_STATUS_SUCCESS)
+        recording_.emplace();
     reconcileWithKeyboard();
-    return recording_;
+    return recording_.has_value();
 }
 
 void XEventTap::drain() {
@@ -290,7 +294,7 @@ void XEventTap::handleRawKey(XKeycode keycode, bool pressed) {
 
 void XEventTap::handleKeyPress(const KeyPress &press) {
     const std::shared_ptr<XConnection> connection = connection_;
-    const bool wasRecording = recording_;
+    const bool wasRecording = recording_.has_value();
     if (unheard_.noteKeyPress(press.key.keycode))
         tellRefusalsLater();
     const std::optional<EventVerdict> earlier = down_->verdictOn(press.key.keycode);

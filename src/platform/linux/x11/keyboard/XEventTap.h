@@ -86,7 +86,6 @@ private:
     void tellRefusalsLater();
 
     Settings settings_;
-    const GrabFocusFilter grabFocusFilter_;
     HotkeyGrabs grabs_;
     UnheardHotkeys unheard_;
     Handlers handlers_;
@@ -106,7 +105,8 @@ private:
     std::uint8_t xinputOpcode_ = 0;
     std::uint8_t keymapChangeEvent_ = 0;
     xcb_atom_t managerAtom_ = XCB_NONE;
-    bool recording_ = false;
+    /// While the whole keyboard is grabbed.
+    std::optional<GrabFocusFilter> recording_;
     bool draining_ = false;
 };
 
