@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include <QCoreApplication>
 #include <QPointer>
 #include <QScreen>
 #include <QShortcut>
@@ -38,10 +37,10 @@ std::unique_ptr<QWidget> makeWindow() {
     auto *const layout = new QVBoxLayout(window.get());
     layout->setContentsMargins({});
     // Not those of QKeySequence, which are none on a desktop that Qt does not know.
-    QObject::connect(new QShortcut(Qt::CTRL | Qt::Key_W, window.get()), &QShortcut::activated,
-                     window.get(), &QWidget::close);
-    QObject::connect(new QShortcut(Qt::CTRL | Qt::Key_Q, window.get()), &QShortcut::activated,
-                     window.get(), &QCoreApplication::quit);
+    // Ctrl+Q ends other programs, but here all hotkeys would go with the window.
+    for (const Qt::Key key : {Qt::Key_W, Qt::Key_Q})
+        QObject::connect(new QShortcut(Qt::CTRL | key, window.get()), &QShortcut::activated,
+                         window.get(), &QWidget::close);
     return window;
 }
 
