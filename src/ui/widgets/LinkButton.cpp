@@ -29,7 +29,7 @@ constexpr Measures measuresOf(LinkButton::Kind kind) {
 }  // namespace
 
 LinkButton::LinkButton(const QString &text, Kind kind, QWidget *parent)
-    : QAbstractButton(parent), kind_(kind) {
+    : PaintedButton(parent), kind_(kind) {
     setText(text);
     setFont(systemFont(measuresOf(kind).fontSize));
     setCursor(Qt::PointingHandCursor);

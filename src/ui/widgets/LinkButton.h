@@ -2,13 +2,12 @@
 
 #include <cstdint>
 
-#include <QAbstractButton>
+#include "ui/widgets/PaintedButton.h"
 
 namespace kestrelbay {
 
-/// A text without a border that is pressed like a button, in the colour of links. The
-/// space bar presses it; Return is left to the window's primary button.
-class LinkButton final : public QAbstractButton {
+/// A text without a border that is pressed like a button, in the colour of links.
+class LinkButton final : public PaintedButton {
     Q_OBJECT
 
 public:

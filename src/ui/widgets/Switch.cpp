@@ -22,7 +22,7 @@ constexpr qreal kDisabledOpacity = 0.45;
 
 }  // namespace
 
-Switch::Switch(Size size, QWidget *parent) : QAbstractButton(parent), size_(size) {
+Switch::Switch(Size size, QWidget *parent) : PaintedButton(parent), size_(size) {
     setCheckable(true);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -98,7 +98,7 @@ void Switch::paintEvent(QPaintEvent * /*event*/) {
 }
 
 void Switch::changeEvent(QEvent *event) {
-    QAbstractButton::changeEvent(event);
+    PaintedButton::changeEvent(event);
     if (event->type() == QEvent::LayoutDirectionChange)
         update();
 }

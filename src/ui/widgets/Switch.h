@@ -2,14 +2,15 @@
 
 #include <cstdint>
 
-#include <QAbstractButton>
 #include <QVariantAnimation>
+
+#include "ui/widgets/PaintedButton.h"
 
 namespace kestrelbay {
 
 /// A checkable button with a knob that slides to the trailing side when it is on.
-/// Space and clicks toggle it.
-class Switch final : public QAbstractButton {
+/// Keys and clicks toggle it.
+class Switch final : public PaintedButton {
     Q_OBJECT
 
 public:

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include <QKeyEvent>
-
 #include "ui/look/Drawing.h"
 #include "ui/look/Symbols.h"
 #include "ui/widgets/AccessibleFactory.h"
@@ -51,7 +49,7 @@ void SymbolView::paintEvent(QPaintEvent * /*event*/) {
 
 SymbolButton::SymbolButton(QString symbol, QSize symbolSize, colors::Function color,
                            QWidget *parent)
-    : QAbstractButton(parent),
+    : PaintedButton(parent),
       symbol_(std::move(symbol)),
       symbolSize_(symbolSize),
       color_(std::move(color)) {
@@ -75,13 +73,6 @@ void SymbolButton::paintEvent(QPaintEvent * /*event*/) {
     painter.drawPixmap(place, symbolPixmap(symbol_, symbolSize_, color_(), devicePixelRatioF()));
     painter.setOpacity(1);
     drawFocusRing(painter, *this);
-}
-
-void SymbolButton::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click();
-    else
-        QAbstractButton::keyPressEvent(event);
 }
 
 }  // namespace kestrelbay

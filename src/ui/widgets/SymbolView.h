@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QAbstractButton>
 #include <QImage>
 #include <QWidget>
 
 #include "ui/look/SystemColors.h"
+#include "ui/widgets/PaintedButton.h"
 
 namespace kestrelbay {
 
@@ -30,8 +30,8 @@ private:
 };
 
 /// A button that is a symbol without a border, over a faint ground while it is
-/// pointed at or has the focus. Space and Return press it.
-class SymbolButton : public QAbstractButton {
+/// pointed at or has the focus.
+class SymbolButton : public PaintedButton {
     Q_OBJECT
 
 public:
@@ -42,7 +42,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     QString symbol_;

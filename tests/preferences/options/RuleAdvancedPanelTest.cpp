@@ -257,9 +257,11 @@ TEST_F(RuleAdvancedPanelTest, HelpOpensItsPage) {
     ASSERT_NE(help, nullptr);
     EXPECT_EQ(help->cursor().shape(), Qt::PointingHandCursor);
     help->setFocus();
+    const QString request = QStringLiteral("openUrl ") + addresses::deepLaunchHelpPage();
     QTest::keyClick(help, Qt::Key_Space);
-    EXPECT_EQ(workspace_.requests().lines(),
-              QStringList(QStringLiteral("openUrl ") + addresses::deepLaunchHelpPage()));
+    EXPECT_EQ(workspace_.requests().lines(), QStringList(request));
+    QTest::keyClick(help, Qt::Key_Return);
+    EXPECT_EQ(workspace_.requests().lines(), QStringList({request, request}));
     EXPECT_TRUE(panel_->isVisible());
 }
 

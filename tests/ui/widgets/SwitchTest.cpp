@@ -27,16 +27,29 @@ TEST(Switch, ComesInTwoSizes) {
     EXPECT_EQ(Switch().sizeHint(), QSize(44, 26));
 }
 
-TEST(Switch, SpaceAndClicksToggleIt) {
+TEST(Switch, KeysAndClicksToggleIt) {
     Switch button;
     button.resize(button.sizeHint());
     const QSignalSpy toggles(&button, &Switch::toggled);
     QTest::mouseClick(&button, Qt::LeftButton);
     EXPECT_TRUE(button.isChecked());
-    QTest::keyClick(&button, Qt::Key_Space);
-    EXPECT_FALSE(button.isChecked());
-    EXPECT_EQ(toggles.count(), 2);
+    bool isOn = true;
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        isOn = !isOn;
+        QTest::keyClick(&button, key);
+        EXPECT_EQ(button.isChecked(), isOn) << key;
+    }
+    EXPECT_EQ(toggles.count(), 4);
     EXPECT_EQ(button.focusPolicy(), Qt::StrongFocus);
+}
+
+TEST(Switch, AKeyHeldDownTogglesItOnce) {
+    Switch button;
+    QTest::keyPress(&button, Qt::Key_Return);
+    QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+    QApplication::sendEvent(&button, &repeat);
+    EXPECT_TRUE(button.isChecked());
+    EXPECT_TRUE(repeat.isAccepted());
 }
 
 TEST(Switch, TheKnobIsAtTheTrailingSideWhenOn) {
