@@ -84,7 +84,7 @@ void drawPushButton(const QStyleOption &option, QPainter *painter) {
         return;
     const bool filled = isDefault(option) && has(option, QStyle::State_Enabled);
     const QColor face =
-        filled ? colors::controlAccent() : option.palette.color(QPalette::Active, QPalette::Button);
+        option.palette.color(QPalette::Active, filled ? QPalette::Highlight : QPalette::Button);
     drawFace(option, faceOf(option, face), !filled, painter);
 }
 
@@ -254,7 +254,8 @@ void SystemStyle::drawControl(ControlElement element, const QStyleOption *option
                               const QWidget *widget) const {
     if (element == CE_PushButtonLabel && isDefault(*option) && has(*option, State_Enabled)) {
         QStyleOptionButton onAccent = *qstyleoption_cast<const QStyleOptionButton *>(option);
-        onAccent.palette.setColor(QPalette::ButtonText, colors::onAccent());
+        onAccent.palette.setColor(QPalette::ButtonText,
+                                  onAccent.palette.color(QPalette::HighlightedText));
         return QProxyStyle::drawControl(element, &onAccent, painter, widget);
     }
     if (element == CE_MenuItem && isMenuSeparator(*option))

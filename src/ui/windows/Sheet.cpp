@@ -132,6 +132,9 @@ void AlertSheet::colorDestructiveButton() {
         return;
     QPalette red = destructiveButton_->palette();
     red.setColor(QPalette::ButtonText, colors::systemRed());
+    // While it is the button for Return.
+    red.setColor(QPalette::Highlight, colors::systemRed());
+    red.setColor(QPalette::HighlightedText, colors::window());
     destructiveButton_->setPalette(red);
 }
 

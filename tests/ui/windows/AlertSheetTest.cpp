@@ -14,6 +14,7 @@
 #include "fixtures/QtPrinters.h"
 #include "platform/SystemSettings.h"
 #include "ui/look/SystemColors.h"
+#include "ui/look/SystemStyle.h"
 #include "ui/widgets/TextLabel.h"
 
 using namespace Qt::StringLiterals;
@@ -123,6 +124,27 @@ TEST_F(AlertSheetTest, RedFollowsTheAppearance) {
     EXPECT_NE(colors::systemRed(), light);
     EXPECT_EQ(ink(), colors::systemRed());
     EXPECT_EQ(buttons()[0]->palette().color(QPalette::ButtonText), colors::label());
+}
+
+TEST_F(AlertSheetTest, TheFocusedDestructiveButtonIsRed) {
+    QApplication::setStyle(new SystemStyle);
+    open(true);
+    press(Qt::Key_Tab);
+    QPushButton &destructive = *buttons()[1];
+    ASSERT_TRUE(destructive.hasFocus());
+    const auto ground = [&] {
+        // Between its frame and its text.
+        return destructive.grab().toImage().pixelColor(8, destructive.height() / 2);
+    };
+    EXPECT_EQ(ground(), colors::systemRed());
+    QApplication::setPalette(systemPalette(ColorScheme::Dark));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(ground(), colors::systemRed());
+    QPushButton &harmless = *buttons()[0];
+    harmless.setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(harmless.grab().toImage().pixelColor(8, harmless.height() / 2),
+              colors::controlAccent());
+    EXPECT_NE(ground(), colors::systemRed());
 }
 
 }  // namespace
