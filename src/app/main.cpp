@@ -21,6 +21,7 @@
 #include "platform/Platform.h"
 #include "platform/SystemLog.h"
 #include "tasks/Timers.h"
+#include "ui/look/KeyboardUse.h"
 
 namespace {
 
@@ -139,6 +140,7 @@ int main(int argc, char **argv) {
     QObject::connect(
         &application, &QGuiApplication::saveStateRequest, &application,
         [](QSessionManager &manager) { manager.setRestartHint(QSessionManager::RestartNever); });
+    const kestrelbay::KeyboardUse keyboardUse;
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/org.kestrelbay.KestrelBay.svg")));
     messageLog = &platform->systemLog();

@@ -63,10 +63,11 @@ QRect RowDelegate::rowRect(const QRect &rect) const {
             rows_.height};
 }
 
-/// A ring tells that keys go to this row; all else is the widget's.
+/// A ring tells those who use keys that they go to this row; all else is the widget's.
 void RowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                         const QModelIndex &) const {
-    if (!option.state.testFlag(QStyle::State_HasFocus))
+    if (!option.state.testFlag(QStyle::State_HasFocus) ||
+        !option.state.testFlag(QStyle::State_KeyboardFocusChange))
         return;
     const qreal inset = kFocusRingWidth / 2;
     drawRounded(*painter, QRectF(rowRect(option.rect)).adjusted(inset, inset, -inset, -inset),

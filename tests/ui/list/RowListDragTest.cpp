@@ -48,7 +48,8 @@ TEST_F(RowListDragTest, dragsAPictureThroughWhichTheListIsSeen) {
     EXPECT_EQ(picture.size(), row(1)->size() * picture.devicePixelRatio());
     for (const QPoint place : {QPoint(0, 26), QPoint(20, 10), QPoint(200, 26)})
         EXPECT_NEAR(picture.pixelColor(place).alphaF(), 0.6, 0.01);
-    list_->setFocus();
+    before_->setFocus();
+    press(Qt::Key_Tab);
     ASSERT_TRUE(hasFocusRing(1));
     EXPECT_EQ(row(1)->dragPicture(true).toImage(), picture);
 }

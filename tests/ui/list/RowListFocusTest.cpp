@@ -54,6 +54,28 @@ TEST_F(RowListFocusTest, selectsARowWhenTabComesIn) {
     EXPECT_FALSE(hasFocusRing(10));
 }
 
+TEST_F(RowListFocusTest, showsItsRingToThoseWhoUseTheKeyboard) {
+    show(10);
+    const auto click = [this](int index) {
+        QTest::mouseClick(list_->viewport(), Qt::LeftButton, {}, row(index)->geometry().center());
+        ASSERT_TRUE(list_->hasFocus());
+        ASSERT_EQ(list_->selectedRow(), index);
+    };
+    click(3);
+    EXPECT_FALSE(hasFocusRing(3));
+    press(Qt::Key_Super_L);
+    EXPECT_FALSE(hasFocusRing(3));
+    press(Qt::Key_Down);
+    EXPECT_TRUE(hasFocusRing(4));
+    click(4);
+    EXPECT_FALSE(hasFocusRing(4));
+    before_->setFocus();
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(hasFocusRing(4));
+    click(1);
+    EXPECT_FALSE(hasFocusRing(1));
+}
+
 TEST_F(RowListFocusTest, bringsTheSelectedRowIntoViewForTab) {
     show(100);
     list_->selectRow(0);
