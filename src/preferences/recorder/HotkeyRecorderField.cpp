@@ -118,7 +118,7 @@ void HotkeyRecorderField::configure(KeyCode keyCode, ModifierFlags modifierFlags
 }
 
 void HotkeyRecorderField::startRecordingByUser() {
-    startedWithMouse_ = true;
+    startedWithMouse_ = !window()->testAttribute(Qt::WA_KeyboardFocusChange);
     wantsToRecord_ = isEnabled();
     takeFocusAndStart();
     // The window may only be about to get the keyboard, or lose it to a closing sheet.

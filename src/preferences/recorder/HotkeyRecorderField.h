@@ -29,9 +29,9 @@ public:
 /// ends it. With Tab the field only gets the focus, since recording takes all keys,
 /// Tab included; Space or Return then starts it, and Delete or Backspace takes the
 /// hotkey away, for which no tap is needed. Losing the focus in whatever way ends
-/// recording. A recording that was started with the mouse gives the focus away at its
-/// end, so that no key pressed next starts another one. The second half of a
-/// double-click does nothing.
+/// recording. A recording that was started while the window was used with the mouse gives
+/// the focus away at its end, so that no key pressed next starts another one. The second
+/// half of a double-click does nothing.
 ///
 /// Without a tap it never records: a toast says what is missing. While another
 /// program holds the keyboard it tries again for a second as long as it keeps the

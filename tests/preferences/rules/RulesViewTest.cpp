@@ -175,6 +175,45 @@ TEST_F(RulesViewTest, appendsARuleThatWaitsForItsHotkey) {
     EXPECT_TRUE(row(30)->hotkeyRecorder()->isRecording());
 }
 
+TEST_F(RulesViewTest, aRuleAddedByKeyboardKeepsTheFocusAtTheEndOfItsRecording) {
+    addRules(1);
+    list().addButton()->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(list().addButton(), Qt::Key_Return);
+    pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
+    mainQueue_.runAll();
+    ASSERT_TRUE(row(1)->hotkeyRecorder()->isRecording());
+    tap_.press(key::kLeftCommand);
+    tap_.press(KeyCode{17});
+    tap_.release(key::kLeftCommand);
+    expectKeyboardGivenBack();
+    EXPECT_EQ(stored(1).keyCode, KeyCode{17});
+    EXPECT_TRUE(row(1)->hotkeyRecorder()->hasFocus());
+
+    // Another one, that has the same hotkey.
+    list().addButton()->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(list().addButton(), Qt::Key_Return);
+    pick_(u"Mail"_s, u"/Applications/Mail.app"_s);
+    mainQueue_.runAll();
+    ASSERT_TRUE(row(2)->hotkeyRecorder()->isRecording());
+    tap_.press(key::kLeftCommand);
+    tap_.press(KeyCode{17});
+    tap_.release(key::kLeftCommand);
+    expectKeyboardGivenBack();
+    EXPECT_EQ(toasts_.size(), 1);
+    EXPECT_TRUE(row(2)->hotkeyRecorder()->hasFocus());
+}
+
+TEST_F(RulesViewTest, aRuleAddedWithTheMouseGivesTheFocusAway) {
+    addRules(1);
+    QTest::mouseClick(list().addButton(), Qt::LeftButton);
+    pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
+    mainQueue_.runAll();
+    ASSERT_TRUE(row(1)->hotkeyRecorder()->isRecording());
+    tap_.press(key::kEscape);
+    expectKeyboardGivenBack();
+    EXPECT_FALSE(row(1)->hotkeyRecorder()->hasFocus());
+}
+
 TEST_F(RulesViewTest, savesWhatIsAdded) {
     list().addRule();
     pick_(u"Safari"_s, u"/Applications/Safari.app"_s);
