@@ -19,8 +19,6 @@ const QString kPicker = QStringLiteral("Select App");
 const QString kEditorPath = QStringLiteral("/usr/share/applications/org.xfce.mousepad.desktop");
 /// Longer than the guide shows that the keys are its own.
 constexpr auto kGrantedShown = 2s;
-/// Of the picker, below its title and search field.
-constexpr QRect kPickerList{20, 90, 300, 100};
 
 /// Presses Return and waits for another step of the guide, or what follows it.
 void confirmGuideStep(PreferencesStage &stage) {
@@ -42,17 +40,10 @@ void confirmGuideStep(PreferencesStage &stage) {
 
 /// Finds the editor in the open picker and chooses it, by keys alone.
 void pickEditor(PreferencesStage &stage) {
-    XClient &client = stage.view().client();
-    const QRect list = kPickerList.translated(client.area(stage.waitForWindow(kPicker)).topLeft());
-    const auto isFilled = [&] {
-        const QImage picture = pictureOf(client, list);
-        return !picture.isNull() &&
-               !contentsOf(picture, picture.pixelColor(list.width() - 1, 0)).isEmpty();
-    };
-    stage.prepare(
-        QStringLiteral("a list of programs"), [] {}, isFilled);
+    const Stage::Window picker = stage.waitForWindow(kPicker);
+    stage.waitForContents(picker, places::kPickerIcons);
     stage.type(QStringLiteral("mousepad"));
-    (void)settledPictureOf(client, list);
+    (void)settledPictureOf(stage.view().client(), stage.view().client().area(picker));
     stage.screenshot(QStringLiteral("picker-filtered"));
     stage.pressKey(kDown);
     stage.pressKey(kReturn);
@@ -94,6 +85,12 @@ void sceneFirstHotkey(PreferencesStage &stage) {
     stage.sees(
         QStringLiteral("looked on"), QStringLiteral("the keyboard is free again"), [] {},
         [&] { return !stage.isRecording(); });
+    stage.sees(
+        QStringLiteral("pressed Space"), QStringLiteral("the new row has the focus, and records"),
+        [&] { stage.pressKey(testing::xkey::kSpace); }, [&] { return stage.isRecording(); });
+    stage.sees(
+        QStringLiteral("pressed Escape"), QStringLiteral("the keyboard is free again"),
+        [&] { stage.pressKey(testing::xkey::kEscape); }, [&] { return !stage.isRecording(); });
     stage.bringFrontProgram();
     stage.sees(
         QStringLiteral("pressed L⌘T"), QStringLiteral("the editor comes forward"),

@@ -10,6 +10,8 @@ namespace kestrelbay::desktop::places {
 
 inline constexpr QSize kPreferences{704, 598};
 inline constexpr QSize kAppPicker{380, 460};
+/// In the picker: where the icons of its first rows are, and some ground at their right.
+inline constexpr QRect kPickerIcons{22, 100, 28, 100};
 inline constexpr QSize kAdvancedPanel{475, 280};
 
 inline constexpr QPoint kRulesTab{272, 28}, kAdvancedTab{432, 28};

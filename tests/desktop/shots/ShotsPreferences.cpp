@@ -86,8 +86,10 @@ void shootPreferences(ShotStage &stage, const char *name) {
     stage.shootWindow(QStringLiteral("preferences-") + QLatin1String(name), places::kPreferences);
 }
 
-/// The sheet over the preferences that is opened by a click.
-void shootSheet(ShotStage &stage, const char *name, const QPoint &place) {
+/// The sheet over the preferences that is opened by a click, when something is painted in this
+/// part of it.
+void shootSheet(ShotStage &stage, const char *name, const QPoint &place,
+                const QRect &contents = {}) {
     const Window below = preferences(stage);
     Window sheet = XCB_NONE;
     stage.prepare(
@@ -97,6 +99,9 @@ void shootSheet(ShotStage &stage, const char *name, const QPoint &place) {
             return sheet != below && stage.view().hasFocus(sheet) &&
                    stage.view().processId(sheet) == stage.program().processId();
         });
+    if (!contents.isEmpty())
+        stage.waitForContents(sheet,
+                              {stage.scaled(contents.topLeft()), stage.scaled(contents.size())});
     stage.pointer().moveTo({1, 1});
     stage.shoot(QLatin1String(name), stage.withFrame(below).united(stage.withFrame(sheet)));
 }
@@ -124,6 +129,11 @@ void shootList(ShotStage &stage) {
     stage.beginWith(fewRules());
     open(stage);
     shootPreferences(stage, "rules");
+    click(stage, 0, RowPart::Name);
+    stage.pointer().moveTo({1, 1});
+    shootPreferences(stage, "rule-clicked");
+    stage.pressKey(shellkeys::kDown);
+    shootPreferences(stage, "rule-by-key");
     startRecording(stage);
     stage.hold({QString(), {testing::xkey::kLeftSuper, testing::xkey::kLeftShift}});
     stage.pointer().moveTo({1, 1});
@@ -229,12 +239,14 @@ void shootAdvancedPanels(ShotStage &stage) {
 void shootOtherSheets(ShotStage &stage) {
     stage.beginWith(fewRules());
     open(stage);
-    shootSheet(stage, "app-picker", places::kAddButton);
+    shootSheet(stage, "app-picker", places::kAddButton, places::kPickerIcons);
     stage.type(QStringLiteral("te"));
     stage.pressKey(shellkeys::kDown);
     stage.shoot(QStringLiteral("app-picker-filtered"), stage.withFrame(stage.view().active()));
     closeSheet(stage);
     shootSheet(stage, "delete", places::inRow(0, RowPart::Delete));
+    stage.pressKey(shellkeys::kTab);
+    stage.shoot(QStringLiteral("delete-focused"), stage.withFrame(stage.view().active()));
     closeSheet(stage);
 }
 

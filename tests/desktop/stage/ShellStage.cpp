@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QJsonDocument>
 
+#include "desktop/display/Picture.h"
 #include "support/ChildProcess.h"
 
 namespace kestrelbay::desktop {
@@ -100,6 +101,21 @@ Stage::Window ShellStage::waitForWindow(const QString &title) {
             return window && view().isInFront(*window) && view().hasFocus(*window);
         });
     return *window;
+}
+
+void ShellStage::waitForContents(Window window, const QRect &part) {
+    const QRect area = part.translated(view().client().area(window).topLeft());
+    prepare(
+        QStringLiteral("something in a window"), [] {},
+        [&] {
+            // Before a window is painted it shows what was there before.
+            const auto picture = settledPictureOf(view().client(), area);
+            if (!picture)
+                return false;
+            const int edge = area.width() - 1;
+            const QRect contents = contentsOf(*picture, picture->pixelColor(edge, 0));
+            return !contents.isEmpty() && contents.right() < edge;
+        });
 }
 
 bool ShellStage::isInFront(const QSize &size) {

@@ -4,6 +4,7 @@
 
 #include <QJsonObject>
 #include <QJsonValue>
+#include <QRect>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -53,6 +54,10 @@ public:
     [[nodiscard]] std::optional<Window> windowTitled(const QString &title);
     /// Waits until it is there and has the keyboard; throws NotPrepared.
     Window waitForWindow(const QString &title);
+    /// Waits until something is shown in this part of the window, at rest and with nothing but
+    /// ground at the part's right edge; throws NotPrepared. In device pixels from the window's
+    /// upper left corner.
+    void waitForContents(Window window, const QRect &part);
     /// Is it there and does it have the keyboard?
     [[nodiscard]] bool isInFront(const QSize &size);
     using Stage::isInFront;
