@@ -40,9 +40,10 @@ public:
     [[nodiscard]] virtual std::vector<QImage> listIcons(const QStringList &applicationPaths,
                                                         const ListIcons &icons) const = 0;
 
-    /// Its name in the user's language; empty when there is no application at
-    /// this path.
-    [[nodiscard]] virtual QString displayName(const QString &applicationPath) const = 0;
+    /// What to call the application whose file the user has chosen: its name in the user's
+    /// language or, where people know applications by their files, that of the file without
+    /// its extension. Empty when there is no application at this path.
+    [[nodiscard]] virtual QString nameOfFile(const QString &applicationPath) const = 0;
 
     /// The folders in which applications are installed, those that win first.
     [[nodiscard]] virtual QStringList applicationDirectories() const = 0;

@@ -31,7 +31,7 @@ public:
         }
         return images;
     }
-    [[nodiscard]] QString displayName(const QString &applicationPath) const override {
+    [[nodiscard]] QString nameOfFile(const QString &applicationPath) const override {
         const auto found = applications_.find(applicationPath);
         return found == applications_.end() ? QString() : found->second.name;
     }

@@ -116,10 +116,12 @@ TEST_F(MacApplicationCatalogTest, WhatDeclaresNoIconIsLeftOut) {
     EXPECT_TRUE(isListed(kIconFile));
 }
 
-TEST_F(MacApplicationCatalogTest, TheDisplayNameIsTheFileManagers) {
-    const QString path = install(QStringLiteral("one"), QStringLiteral("A.app"), kIconFile);
-    EXPECT_EQ(catalog().displayName(path), QStringLiteral("Shown A.app"));
-    EXPECT_EQ(catalog().displayName(folder_.filePath(QStringLiteral("one/B.app"))), QString());
+TEST_F(MacApplicationCatalogTest, AChosenApplicationHasTheNameOfItsFile) {
+    const QString path = install(QStringLiteral("one"), QStringLiteral("Tool 2.5.app"), kIconFile);
+    EXPECT_EQ(catalog().nameOfFile(path), QStringLiteral("Tool 2.5"));
+    const QString hidden = install(QStringLiteral("one"), QStringLiteral(".app"), kIconFile);
+    EXPECT_EQ(catalog().nameOfFile(hidden), QStringLiteral(".app"));
+    EXPECT_EQ(catalog().nameOfFile(folder_.filePath(QStringLiteral("one/B.app"))), QString());
 }
 
 TEST_F(MacApplicationCatalogTest, AListIconIsASquareOfThePixelsAskedFor) {

@@ -7,7 +7,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -45,12 +44,6 @@ constexpr int kRowMargin = 4;
 constexpr int kIconGap = 8;
 constexpr qreal kSelectionRadius = 5;
 constexpr int kFocusRingWidth = 2;
-
-QString nameWithoutExtension(const QString &path) {
-    const QFileInfo info(path);
-    const QString name = info.completeBaseName();
-    return name.isEmpty() ? info.fileName() : name;
-}
 
 QString firstExistingFolder(const QStringList &folders) {
     const auto found =
@@ -231,8 +224,8 @@ void AppPickerPanel::browseFile() {
     dialog->setDirectory(firstExistingFolder(catalog_.applicationDirectories()));
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) {
         // A name that was typed need not fit the pattern, nor a file its name.
-        if (!catalog_.displayName(path).isEmpty())
-            finish(nameWithoutExtension(path), path);
+        if (const QString name = catalog_.nameOfFile(path); !name.isEmpty())
+            finish(name, path);
     });
     dialog->open();
 }

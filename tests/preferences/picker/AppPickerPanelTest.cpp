@@ -265,7 +265,7 @@ TEST_F(AppPickerPanelTest, BrowsingTakesApplicationsOnly) {
 
     Q_EMIT dialog->fileSelected(tool);
     ASSERT_TRUE(choice_);
-    EXPECT_EQ(choice_->name, QStringLiteral("my.tool"));
+    EXPECT_EQ(choice_->name, QStringLiteral("Shown Name"));
     EXPECT_EQ(choice_->path, tool);
     EXPECT_TRUE(goes());
 }

@@ -13,7 +13,7 @@ public:
 
     [[nodiscard]] std::vector<QImage> listIcons(const QStringList &applicationPaths,
                                                 const ListIcons &icons) const override;
-    [[nodiscard]] QString displayName(const QString &applicationPath) const override;
+    [[nodiscard]] QString nameOfFile(const QString &applicationPath) const override;
     [[nodiscard]] QStringList applicationDirectories() const override { return directories_; }
     [[nodiscard]] QString applicationFilePattern() const override;
     /// The folders' own entries only, not those of folders within.

@@ -20,6 +20,12 @@ QImage listIcon(const QString &path, const ListIcons &icons) {
     }
 }
 
+QString displayName(const QString &path) {
+    @autoreleasepool {
+        return toQString([[NSFileManager defaultManager] displayNameAtPath:toNSString(path)]);
+    }
+}
+
 /// Null for a file that is no bundle.
 CFOwner<CFDictionaryRef> readInformation(const QString &path) {
     const CFOwner<CFURLRef> url(CFURLCreateWithFileSystemPath(
@@ -69,14 +75,12 @@ std::vector<QImage> MacApplicationCatalog::listIcons(const QStringList &applicat
     return images;
 }
 
-QString MacApplicationCatalog::displayName(const QString &applicationPath) const {
-    // The system gives a file that is not there a name as well.
-    if (!QFileInfo::exists(applicationPath))
+QString MacApplicationCatalog::nameOfFile(const QString &applicationPath) const {
+    const QFileInfo info(applicationPath);
+    if (!info.exists())
         return {};
-    @autoreleasepool {
-        return toQString(
-            [[NSFileManager defaultManager] displayNameAtPath:toNSString(applicationPath)]);
-    }
+    const QString name = info.completeBaseName();
+    return name.isEmpty() ? info.fileName() : name;
 }
 
 QString MacApplicationCatalog::applicationFilePattern() const {

@@ -160,11 +160,13 @@ std::vector<QImage> LinuxApplicationCatalog::listIcons(const QStringList &applic
     return images;
 }
 
-QString LinuxApplicationCatalog::displayName(const QString &applicationPath) const {
+QString LinuxApplicationCatalog::nameOfFile(const QString &applicationPath) const {
     const std::optional<KeyFile> entry = KeyFile::read(applicationPath);
     // A link or a folder has a name too.
-    return entry && entry->isApplication() ? entry->localized(G_KEY_FILE_DESKTOP_KEY_NAME)
-                                           : QString();
+    if (!entry || !entry->isApplication())
+        return {};
+    const QString name = entry->localized(G_KEY_FILE_DESKTOP_KEY_NAME);
+    return name.isEmpty() ? QFileInfo(applicationPath).completeBaseName() : name;
 }
 
 QStringList LinuxApplicationCatalog::applicationDirectories() const {

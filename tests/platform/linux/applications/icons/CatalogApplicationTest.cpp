@@ -28,9 +28,9 @@ protected:
 };
 
 TEST_F(CatalogApplication, NamesAreInTheUsersLanguage) {
-    EXPECT_EQ(catalog_.displayName(entryWithIcon("x")), QStringLiteral("Ding"));
-    EXPECT_EQ(catalog_.displayName(QStringLiteral("/gone.desktop")), QString());
-    EXPECT_EQ(catalog_.displayName(QStringLiteral("/")), QString());
+    EXPECT_EQ(catalog_.nameOfFile(entryWithIcon("x")), QStringLiteral("Ding"));
+    EXPECT_EQ(catalog_.nameOfFile(QStringLiteral("/gone.desktop")), QString());
+    EXPECT_EQ(catalog_.nameOfFile(QStringLiteral("/")), QString());
 }
 
 TEST_F(CatalogApplication, WhatIsNoApplicationHasNoName) {
@@ -40,10 +40,19 @@ TEST_F(CatalogApplication, WhatIsNoApplicationHasNoName) {
         home.write(QStringLiteral("home/applications/other.desktop"),
                    "[Desktop Entry]\nName=Other\nURL=file:///\n" + type);
         EXPECT_EQ(
-            catalog_.displayName(home.path(QStringLiteral("home/applications/other.desktop"))),
+            catalog_.nameOfFile(home.path(QStringLiteral("home/applications/other.desktop"))),
             QString())
             << type.constData();
     }
+}
+
+TEST_F(CatalogApplication, AnApplicationWithoutANameIsCalledAfterItsFile) {
+    const PrivateHome &home = PrivateHome::instance();
+    home.write(QStringLiteral("home/applications/org.x.tool.desktop"),
+               "[Desktop Entry]\nType=Application\nExec=true\n");
+    EXPECT_EQ(
+        catalog_.nameOfFile(home.path(QStringLiteral("home/applications/org.x.tool.desktop"))),
+        QStringLiteral("org.x.tool"));
 }
 
 TEST_F(CatalogApplication, FoldersInOrderOfPrecedence) {
