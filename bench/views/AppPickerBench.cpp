@@ -22,17 +22,13 @@ constexpr std::array<const char16_t *, 7> kTyped{u"a",      u"ap",      u"app", 
                                                  u"app 19", u"app 19x", u""};
 
 std::vector<InstalledApplication> manyApplications() {
-    QImage icon(AppPickerPanel::kIconSize, AppPickerPanel::kIconSize,
-                QImage::Format_ARGB32_Premultiplied);
-    icon.fill(Qt::darkCyan);
     std::vector<InstalledApplication> applications;
     for (int i = 0; i < kApplications; ++i) {
         const QString number = QString::number(i);
         applications.push_back(
             {.name = QStringLiteral("App ") + number,
              .fileName = QStringLiteral("org.example.Application") + number,
-             .path = QStringLiteral("/usr/share/applications/%1.desktop").arg(number),
-             .icon = icon});
+             .path = QStringLiteral("/usr/share/applications/%1.desktop").arg(number)});
     }
     return applications;
 }

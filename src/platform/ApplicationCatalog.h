@@ -15,9 +15,6 @@ struct InstalledApplication {
     /// Last component of the path without its extension.
     QString fileName;
     QString path;
-    /// Read already, so that showing it touches no file. The system's generic
-    /// application icon when its own can't be read.
-    QImage icon;
 };
 
 /// How the icons of a list are to be read.
@@ -53,10 +50,9 @@ public:
 
     /// The applications that have a place in a menu, in the order in which they are
     /// found: the folders' order, names in each. Programs that work in the
-    /// background and those that declare no icon are left out. Reads every file
-    /// afresh, so it takes its time; what cannot be read is skipped.
-    [[nodiscard]] virtual std::vector<InstalledApplication> installedApplications(
-        const ListIcons &icons) const = 0;
+    /// background and those that declare no icon are left out. May have to read
+    /// every file first, and take its time; what cannot be read is skipped.
+    [[nodiscard]] virtual std::vector<InstalledApplication> installedApplications() const = 0;
 };
 
 }  // namespace kestrelbay

@@ -39,9 +39,7 @@ public:
     [[nodiscard]] QString applicationFilePattern() const override {
         return QStringLiteral("*.application");
     }
-    [[nodiscard]] std::vector<InstalledApplication> installedApplications(
-        const ListIcons &icons) const override {
-        listRequests_.add(QStringLiteral("%1 px").arg(icons.pixels));
+    [[nodiscard]] std::vector<InstalledApplication> installedApplications() const override {
         return installed_;
     }
 
@@ -55,7 +53,6 @@ public:
     void setInstalledApplications(std::vector<InstalledApplication> applications) {
         installed_ = std::move(applications);
     }
-    [[nodiscard]] QStringList listRequests() const { return listRequests_.lines(); }
     /// A line for each list: its paths.
     [[nodiscard]] QStringList listIconRequests() const { return listIconRequests_.lines(); }
 
@@ -69,7 +66,6 @@ private:
     QIcon genericIcon_;
     QStringList directories_;
     std::vector<InstalledApplication> installed_;
-    mutable Journal listRequests_;
     mutable Journal listIconRequests_;
 };
 

@@ -33,7 +33,7 @@ protected:
     }
     [[nodiscard]] bool isListed(const QString &entries) {
         install(QStringLiteral("one"), QStringLiteral("Tried.app"), entries);
-        return catalog().installedApplications({.pixels = 24, .themes = {}}).size() == 1;
+        return catalog().installedApplications().size() == 1;
     }
     [[nodiscard]] MacApplicationCatalog catalog() const {
         return MacApplicationCatalog({folder_.filePath(QStringLiteral("one")),
@@ -67,32 +67,28 @@ TEST_F(MacApplicationCatalogTest, ListsTheFoldersInTheirOrderOneLevelDeep) {
     install(QStringLiteral("one"), QStringLiteral("Some.bundle"), kIconFile);
     static_cast<void>(takeCalls());
 
-    const auto found = catalog().installedApplications({.pixels = 48, .themes = {}});
+    const auto found = catalog().installedApplications();
     ASSERT_EQ(found.size(), 3U);
     EXPECT_EQ(found[0].path, b);
     EXPECT_EQ(found[0].fileName, QStringLiteral("B"));
     EXPECT_EQ(found[0].name, QStringLiteral("Shown B.app"));
-    EXPECT_TRUE(isRed(found[0].icon, 48));
     EXPECT_EQ(found[1].path, a);
     EXPECT_EQ(found[2].path, again);
     const QStringList calls = takeCalls();
     EXPECT_EQ(calls.filter(QStringLiteral("displayNameAtPath")).size(), 3);
-    EXPECT_EQ(calls.filter(QStringLiteral("iconForFile")),
-              (QStringList{QStringLiteral("iconForFile ") + b, QStringLiteral("iconForFile ") + a,
-                           QStringLiteral("iconForFile ") + again}));
+    EXPECT_EQ(calls.filter(QStringLiteral("iconForFile")), QStringList());
 }
 
 TEST_F(MacApplicationCatalogTest, TheNameIsThatOfTheBundlesFolder) {
     install(QStringLiteral("one"), QStringLiteral("Tool 2.5.app"), kIconFile);
-    EXPECT_EQ(catalog().installedApplications({.pixels = 24, .themes = {}}).at(0).fileName,
-              QStringLiteral("Tool 2.5"));
+    EXPECT_EQ(catalog().installedApplications().at(0).fileName, QStringLiteral("Tool 2.5"));
 }
 
 TEST_F(MacApplicationCatalogTest, WhatIsNoBundleIsLeftOut) {
     EXPECT_TRUE(QDir(folder_.path()).mkpath(QStringLiteral("one/Empty.app")));
     QFile file(folder_.filePath(QStringLiteral("one/File.app")));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    EXPECT_TRUE(catalog().installedApplications({.pixels = 24, .themes = {}}).empty());
+    EXPECT_TRUE(catalog().installedApplications().empty());
 }
 
 TEST_F(MacApplicationCatalogTest, AgentsAndBackgroundProgramsAreLeftOut) {

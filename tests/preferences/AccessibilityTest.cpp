@@ -54,7 +54,7 @@ protected:
     QWidget &picker() {
         std::vector<InstalledApplication> applications;
         for (const QString &name : {u"Maps"_s, u"Notes"_s})
-            applications.push_back({.name = name, .fileName = name, .path = name, .icon = {}});
+            applications.push_back({.name = name, .fileName = name, .path = name});
         catalog_.setInstalledApplications(std::move(applications));
         auto *const sheet = new AppPickerPanel(services(), {}, &window());
         sheet->open();

@@ -59,7 +59,11 @@ public:
         return *workspace_;
     }
 
-    [[nodiscard]] ApplicationCatalog &applicationCatalog() override { return catalog_; }
+    [[nodiscard]] ApplicationCatalog &applicationCatalog() override {
+        if (!catalog_)
+            catalog_.emplace([&workspace = workspace()] { return workspace.applicationIndex(); });
+        return *catalog_;
+    }
 
     [[nodiscard]] UserDefaults &userDefaults() override {
         if (!defaults_) {
@@ -180,7 +184,7 @@ private:
     SyslogLog log_;
     std::optional<JsonUserDefaults> defaults_;
     std::optional<CanberraSounds> sounds_;
-    LinuxApplicationCatalog catalog_;
+    std::optional<LinuxApplicationCatalog> catalog_;
     std::optional<x11::LinuxWorkspace> workspace_;
     std::optional<x11::XEventTap> tap_;
     std::optional<x11::X11KeyboardLayout> keyboardLayout_;

@@ -52,6 +52,11 @@ public:
     void setActivationToken(const QString &token) override { launcher_.setActivationToken(token); }
     void prepare(const QStringList &applicationPaths) override;
 
+    /// All applications, as ApplicationIndexKeeper::current(). Any thread.
+    [[nodiscard]] std::shared_ptr<const ApplicationIndex> applicationIndex() const {
+        return index_.current();
+    }
+
     /// What a report of a problem has to say of the windows, as describeWindows() does.
     [[nodiscard]] std::vector<std::pair<QString, QString>> windowReport();
 

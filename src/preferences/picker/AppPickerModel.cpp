@@ -1,6 +1,7 @@
 #include "preferences/picker/AppPickerModel.h"
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 #include <utility>
 
@@ -62,8 +63,15 @@ std::vector<int> AppPickerList::matching(const QString &searchText) const {
 void AppPickerModel::setList(std::shared_ptr<const AppPickerList> list) {
     beginResetModel();
     list_ = std::move(list);
+    icons_.clear();
     filtered_ = list_->matching(searchText_);
     endResetModel();
+}
+
+void AppPickerModel::addIcons(std::vector<QImage> icons) {
+    std::ranges::move(icons, std::back_inserter(icons_));
+    if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1), {Qt::DecorationRole});
 }
 
 void AppPickerModel::setSearchText(const QString &text) {
@@ -78,10 +86,14 @@ void AppPickerModel::setSearchText(const QString &text) {
 }
 
 const InstalledApplication *AppPickerModel::application(const QModelIndex &index) const {
+    const std::optional<std::size_t> at = placeInList(index);
+    return at ? &list_->applications()[*at] : nullptr;
+}
+
+std::optional<std::size_t> AppPickerModel::placeInList(const QModelIndex &index) const {
     if (!index.isValid() || index.row() >= rowCount())
-        return nullptr;
-    const int at = filtered_[static_cast<std::size_t>(index.row())];
-    return &list_->applications()[static_cast<std::size_t>(at)];
+        return std::nullopt;
+    return static_cast<std::size_t>(filtered_[static_cast<std::size_t>(index.row())]);
 }
 
 int AppPickerModel::rowCount(const QModelIndex &parent) const {
@@ -89,11 +101,11 @@ int AppPickerModel::rowCount(const QModelIndex &parent) const {
 }
 
 QVariant AppPickerModel::data(const QModelIndex &index, int role) const {
-    const InstalledApplication *shown = application(index);
-    if (shown && role == Qt::DisplayRole)
-        return shown->name;
-    if (shown && role == Qt::DecorationRole)
-        return shown->icon;
+    const std::optional<std::size_t> at = placeInList(index);
+    if (at && role == Qt::DisplayRole)
+        return list_->applications()[*at].name;
+    if (at && role == Qt::DecorationRole && *at < icons_.size())
+        return icons_[*at];
     return {};
 }
 

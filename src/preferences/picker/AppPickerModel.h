@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <QAbstractListModel>
+#include <QImage>
 #include <QLocale>
 #include <QString>
 
@@ -48,17 +51,26 @@ public:
     using QAbstractListModel::QAbstractListModel;
 
     void setList(std::shared_ptr<const AppPickerList> list);
+    /// Of the applications of the list next to those that have icons already.
+    void addIcons(std::vector<QImage> icons);
+    /// How many of them, from the first on, have icons.
+    [[nodiscard]] std::size_t iconCount() const { return icons_.size(); }
+    [[nodiscard]] const AppPickerList &list() const { return *list_; }
     void setSearchText(const QString &text);
 
     /// Null when there is no such row.
     [[nodiscard]] const InstalledApplication *application(const QModelIndex &index) const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
-    /// The name, and the icon as a QImage.
+    /// The name, and the icon as a QImage, which is null until there is one.
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
 
 private:
+    [[nodiscard]] std::optional<std::size_t> placeInList(const QModelIndex &index) const;
+
     std::shared_ptr<const AppPickerList> list_ = std::make_shared<AppPickerList>();
+    /// In the order of the list, as far as they have come.
+    std::vector<QImage> icons_;
     QString searchText_;
     std::vector<int> filtered_;
 };

@@ -45,6 +45,9 @@ constexpr int kIconGap = 8;
 constexpr qreal kSelectionRadius = 5;
 constexpr int kFocusRingWidth = 2;
 
+/// A few screenfuls. Each time the themes are searched anew, for a few milliseconds.
+constexpr std::size_t kIconsAtATime = 200;
+
 QString firstExistingFolder(const QStringList &folders) {
     const auto found =
         std::ranges::find_if(folders, [](const QString &folder) { return QDir(folder).exists(); });
@@ -96,6 +99,8 @@ AppPickerPanel::AppPickerPanel(const PreferencesServices &services, Completion c
                                QWidget *parent)
     : Sheet(L::appPickerTitle(), parent),
       catalog_(services.catalog),
+      mainQueue_(services.mainQueue),
+      backgroundQueue_(services.backgroundQueue),
       completion_(std::move(completion)),
       model_(new AppPickerModel(this)) {
     setFixedSize(kSize);
@@ -107,7 +112,7 @@ AppPickerPanel::AppPickerPanel(const PreferencesServices &services, Completion c
     addSearchField(*column);
     addList(*column);
     addButtons(*column);
-    loadApps(services);
+    loadApps();
 }
 
 void AppPickerPanel::addSearchField(QVBoxLayout &column) {
@@ -192,18 +197,36 @@ void AppPickerPanel::updateEmptyLabel() {
     listView_->setAccessibleDescription(model_->rowCount() == 0 ? emptyLabel_->text() : QString());
 }
 
-void AppPickerPanel::loadApps(const PreferencesServices &services) {
+void AppPickerPanel::loadApps() {
     // The services outlive the work, this sheet may not: the main thread has the last word.
-    services.backgroundQueue.async([panel = QPointer(this), icons = listIconsForScreens(kIconSize),
-                                    locale = QLocale::system(), &catalog = services.catalog,
-                                    &mainQueue = services.mainQueue] {
-        auto list =
-            std::make_shared<const AppPickerList>(catalog.installedApplications(icons), locale);
+    backgroundQueue_.async([panel = QPointer(this), locale = QLocale::system(), &catalog = catalog_,
+                            &mainQueue = mainQueue_] {
+        auto list = std::make_shared<const AppPickerList>(catalog.installedApplications(), locale);
         mainQueue.async([panel, list = std::move(list)] {
             if (!panel)
                 return;
             panel->isLoading_ = false;
             panel->model_->setList(list);
+            panel->loadIcons();
+        });
+    });
+}
+
+void AppPickerPanel::loadIcons() {
+    const std::vector<InstalledApplication> &all = model_->list().applications();
+    const std::size_t first = model_->iconCount();
+    if (first == all.size())
+        return;
+    QStringList paths;
+    for (std::size_t i = first; i < std::min(first + kIconsAtATime, all.size()); ++i)
+        paths.append(all[i].path);
+    backgroundQueue_.async([panel = QPointer(this), icons = listIconsForScreens(kIconSize), paths,
+                            &catalog = catalog_, &mainQueue = mainQueue_] {
+        mainQueue.async([panel, images = catalog.listIcons(paths, icons)] {
+            if (!panel)
+                return;
+            panel->model_->addIcons(images);
+            panel->loadIcons();
         });
     });
 }

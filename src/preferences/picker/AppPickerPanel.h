@@ -12,6 +12,7 @@ namespace kestrelbay {
 
 class AppPickerModel;
 class ApplicationCatalog;
+class DispatchQueue;
 class TextLabel;
 struct PreferencesServices;
 
@@ -37,13 +38,18 @@ private:
     void addSearchField(QVBoxLayout &column);
     void addList(QVBoxLayout &column);
     void addButtons(QVBoxLayout &column);
-    void loadApps(const PreferencesServices &services);
+    void loadApps();
+    /// Those that are still missing, some at a time and in the order of the list, so that its
+    /// first page is soon complete.
+    void loadIcons();
     void updateEmptyLabel();
     void selectApp();
     void browseFile();
     void finish(const QString &name, const QString &path);
 
     ApplicationCatalog &catalog_;
+    DispatchQueue &mainQueue_;
+    DispatchQueue &backgroundQueue_;
     Completion completion_;
     AppPickerModel *model_;
     QLineEdit *searchField_ = nullptr;

@@ -12,7 +12,7 @@ namespace {
 InstalledApplication application(const QString &name, const QString &fileName = {},
                                  const QString &folder = QStringLiteral("/a/")) {
     const QString file = fileName.isEmpty() ? name : fileName;
-    return {.name = name, .fileName = file, .path = folder + file, .icon = {}};
+    return {.name = name, .fileName = file, .path = folder + file};
 }
 
 AppPickerList listOf(const QStringList &names, const QLocale &locale = QLocale::English) {

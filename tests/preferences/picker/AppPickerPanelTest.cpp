@@ -9,6 +9,7 @@
 #include <QListView>
 #include <QPointer>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 
 #include "fixtures/DoubleClick.h"
@@ -34,12 +35,9 @@ protected:
     ~AppPickerPanelTest() override { delete panel_.data(); }
 
     static InstalledApplication entry(const char *name, const char *fileName) {
-        QImage icon(24, 24, QImage::Format_ARGB32_Premultiplied);
-        icon.fill(Qt::red);
         return {.name = QString::fromUtf8(name),
                 .fileName = QString::fromUtf8(fileName),
-                .path = QStringLiteral("/a/%1.application").arg(QLatin1String(fileName)),
-                .icon = icon};
+                .path = QStringLiteral("/a/%1.application").arg(QLatin1String(fileName))};
     }
 
     void open() {
@@ -107,8 +105,39 @@ TEST_F(AppPickerPanelTest, ListsApplicationsByNameOnceTheyAreRead) {
     mainQueue_.runAll();
     EXPECT_EQ(rows(), QStringList({QStringLiteral("apple"), QStringLiteral("Files"),
                                    QStringLiteral("Zebra"), QStringLiteral("Zebra")}));
-    EXPECT_EQ(catalog_.listRequests(), QStringList(QStringLiteral("24 px")));
     EXPECT_EQ(list().visualRect(list().model()->index(1, 0)).height(), 36);
+}
+
+TEST_F(AppPickerPanelTest, IconsFollowTheNames) {
+    constexpr int kMany = 450;
+    std::vector<InstalledApplication> many;
+    for (int i = 0; i < kMany; ++i)
+        many.push_back(entry(QByteArray::number(1000 + i).constData(), "many"));
+    many.push_back(entry("Last", "last"));
+    catalog_.setInstalledApplications(many);
+    QPixmap red(24, 24);
+    red.fill(Qt::red);
+    catalog_.add(many.back().path, many.back().name, QIcon(red));
+    const auto icon = [this](int row) {
+        return list().model()->index(row, 0).data(Qt::DecorationRole).value<QImage>();
+    };
+    openLoaded();
+    ASSERT_EQ(rows().size(), kMany + 1);
+    EXPECT_EQ(rows().last(), QStringLiteral("Last"));
+    EXPECT_TRUE(icon(0).isNull());
+
+    load();
+    EXPECT_EQ(icon(0).size(), QSize(24, 24));
+    EXPECT_TRUE(icon(kMany).isNull());
+    field().setText(QStringLiteral("last"));
+    ASSERT_EQ(rows().size(), 1);
+    EXPECT_TRUE(icon(0).isNull());
+    const QSignalSpy changes(list().model(), &QAbstractItemModel::dataChanged);
+    while (backgroundQueue_.pendingCount() > 0)
+        load();
+    EXPECT_EQ(icon(0).pixelColor(12, 12), QColor(Qt::red));
+    EXPECT_EQ(changes.count(), 2);
+    EXPECT_EQ(catalog_.listIconRequests().size(), 3);
 }
 
 TEST_F(AppPickerPanelTest, DropsWhatIsReadTooLate) {
@@ -123,6 +152,12 @@ TEST_F(AppPickerPanelTest, DropsWhatIsReadTooLate) {
     delete panel_.data();
     mainQueue_.runAll();
     EXPECT_FALSE(choice_);
+
+    openLoaded();
+    backgroundQueue_.runAll();
+    delete panel_.data();
+    mainQueue_.runAll();
+    EXPECT_EQ(backgroundQueue_.pendingCount(), 0U);
 }
 
 TEST_F(AppPickerPanelTest, SearchesAtEachKey) {

@@ -17,8 +17,7 @@ public:
     [[nodiscard]] QStringList applicationDirectories() const override { return directories_; }
     [[nodiscard]] QString applicationFilePattern() const override;
     /// The folders' own entries only, not those of folders within.
-    [[nodiscard]] std::vector<InstalledApplication> installedApplications(
-        const ListIcons &icons) const override;
+    [[nodiscard]] std::vector<InstalledApplication> installedApplications() const override;
 
 private:
     QStringList directories_;

@@ -87,8 +87,7 @@ QString MacApplicationCatalog::applicationFilePattern() const {
     return QStringLiteral("*.app");
 }
 
-std::vector<InstalledApplication> MacApplicationCatalog::installedApplications(
-    const ListIcons &icons) const {
+std::vector<InstalledApplication> MacApplicationCatalog::installedApplications() const {
     std::vector<InstalledApplication> applications;
     for (const QString &directory : directories_) {
         const QDir folder(directory);
@@ -103,8 +102,7 @@ std::vector<InstalledApplication> MacApplicationCatalog::installedApplications(
                 continue;
             applications.push_back({.name = displayName(path),
                                     .fileName = QFileInfo(name).completeBaseName(),
-                                    .path = path,
-                                    .icon = listIcon(path, icons)});
+                                    .path = path});
         }
     }
     return applications;

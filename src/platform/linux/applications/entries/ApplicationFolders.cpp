@@ -72,6 +72,7 @@ std::vector<DesktopEntry> readDesktopEntries(const QStringList &folders,
             return;
         read.insert(path);
         entry->named = named.contains(path);
+        entry->installed = inFolder;
         // Two files of one folder can have one id: a-b.desktop and a/b.desktop.
         entry->shadowed = inFolder && ids.contains(id);
         if (inFolder)

@@ -39,6 +39,8 @@ struct DesktopEntry {
     bool noDisplay = false;
     /// Deleted by its owner, in the words of the desktop entry format.
     bool hidden = false;
+    /// It lies in one of the folders of applications.
+    bool installed = false;
     /// An entry of the same id in a folder that wins over this one's.
     bool shadowed = false;
     /// A rule names this very file.

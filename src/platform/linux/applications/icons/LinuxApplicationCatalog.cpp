@@ -8,6 +8,7 @@
 #include <QPainter>
 
 #include "platform/linux/applications/entries/ApplicationFolders.h"
+#include "platform/linux/applications/entries/ApplicationIndex.h"
 #include "platform/linux/applications/icons/IconThemeFiles.h"
 #include "platform/linux/glib/KeyFile.h"
 
@@ -177,20 +178,19 @@ QString LinuxApplicationCatalog::applicationFilePattern() const {
     return QStringLiteral("*.desktop");
 }
 
-std::vector<InstalledApplication> LinuxApplicationCatalog::installedApplications(
-    const ListIcons &icons) const {
+std::vector<InstalledApplication> LinuxApplicationCatalog::installedApplications() const {
     const QStringList desktops =
         qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
-    ListIconReader reader(icons);
+    const std::shared_ptr<const ApplicationIndex> index = index_();
     std::vector<InstalledApplication> applications;
-    for (const DesktopEntry &entry : readDesktopEntries(applicationFolders(), {})) {
-        if (entry.shadowed || entry.icon.isEmpty() || !belongsInMenus(entry, desktops))
+    for (const DesktopEntry &entry : index->entries()) {
+        if (!entry.installed || entry.shadowed || entry.icon.isEmpty() ||
+            !belongsInMenus(entry, desktops))
             continue;
         const QString fileName = QFileInfo(entry.path).completeBaseName();
         applications.push_back({.name = entry.name.isEmpty() ? fileName : entry.name,
                                 .fileName = fileName,
-                                .path = entry.path,
-                                .icon = reader.read(entry)});
+                                .path = entry.path});
     }
     return applications;
 }

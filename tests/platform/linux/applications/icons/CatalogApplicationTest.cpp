@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QThread>
 
+#include "platform/linux/applications/entries/ApplicationIndex.h"
 #include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
 #include "platform/linux/appsDesktop.h"
 
@@ -24,7 +25,8 @@ protected:
         return image.pixelColor(image.width() / 2, image.height() / 2);
     }
 
-    LinuxApplicationCatalog catalog_;
+    LinuxApplicationCatalog catalog_{
+        [] { return std::make_shared<const ApplicationIndex>(std::vector<DesktopEntry>()); }};
 };
 
 TEST_F(CatalogApplication, NamesAreInTheUsersLanguage) {
@@ -39,9 +41,8 @@ TEST_F(CatalogApplication, WhatIsNoApplicationHasNoName) {
          {QByteArray("Type=Link\n"), QByteArray("Type=Directory\n"), QByteArray()}) {
         home.write(QStringLiteral("home/applications/other.desktop"),
                    "[Desktop Entry]\nName=Other\nURL=file:///\n" + type);
-        EXPECT_EQ(
-            catalog_.nameOfFile(home.path(QStringLiteral("home/applications/other.desktop"))),
-            QString())
+        EXPECT_EQ(catalog_.nameOfFile(home.path(QStringLiteral("home/applications/other.desktop"))),
+                  QString())
             << type.constData();
     }
 }

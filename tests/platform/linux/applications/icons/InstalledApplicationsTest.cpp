@@ -6,6 +6,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include "platform/linux/applications/entries/ApplicationFolders.h"
+#include "platform/linux/applications/entries/ApplicationIndex.h"
 #include "platform/linux/applications/entries/DesktopEntry.h"
 #include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
 
@@ -57,9 +59,8 @@ protected:
         image.fill(color);
         EXPECT_TRUE(image.save(path));
     }
-    [[nodiscard]] std::vector<InstalledApplication> list(int pixels = 24) const {
-        return catalog_.installedApplications(
-            {.pixels = pixels, .themes = {QStringLiteral("chosen")}});
+    [[nodiscard]] std::vector<InstalledApplication> list() const {
+        return catalog_.installedApplications();
     }
     [[nodiscard]] QStringList names() const {
         QStringList result;
@@ -68,10 +69,9 @@ protected:
         return result;
     }
     [[nodiscard]] QImage onlyIcon(const QByteArray &icon, int pixels = 24) const {
-        writeEntry(QStringLiteral("user/a.desktop"), "Name=A\nIcon=" + icon);
-        const std::vector<InstalledApplication> all = list(pixels);
-        EXPECT_EQ(all.size(), 1U);
-        return all.empty() ? QImage() : all.front().icon;
+        const QString path = writeEntry(QStringLiteral("user/a.desktop"), "Name=A\nIcon=" + icon);
+        return catalog_.listIcons({path},
+                                  {.pixels = pixels, .themes = {QStringLiteral("chosen")}})[0];
     }
 
     QTemporaryDir root_;
@@ -79,7 +79,12 @@ protected:
     ScopedVariable dataHome_{"XDG_DATA_HOME", root_.filePath(QStringLiteral("user"))};
     ScopedVariable dataDirs_{"XDG_DATA_DIRS", root_.filePath(QStringLiteral("system"))};
     ScopedVariable desktop_{"XDG_CURRENT_DESKTOP", QStringLiteral("Special:Plain")};
-    LinuxApplicationCatalog catalog_;
+    /// Entries that are known wherever they are.
+    QStringList namedPaths_;
+    LinuxApplicationCatalog catalog_{[this] {
+        return std::make_shared<const ApplicationIndex>(
+            readDesktopEntries(applicationFolders(), namedPaths_));
+    }};
 };
 
 TEST_F(InstalledApplications, OnlyAbsoluteFoldersCount) {
@@ -101,6 +106,23 @@ TEST_F(InstalledApplications, InTheOrderOfTheFolders) {
     EXPECT_EQ(all[0].path, path);
     EXPECT_EQ(all[1].name, QStringLiteral("A"));
     EXPECT_EQ(all[2].name, QStringLiteral("B"));
+}
+
+TEST_F(InstalledApplications, WhatOnlyARuleNamesIsNotInstalled) {
+    writeEntry(QStringLiteral("user/a.desktop"), "Name=A\nIcon=x");
+    namedPaths_ = {write(QStringLiteral("elsewhere/b.desktop"),
+                         "[Desktop Entry]\nType=Application\nExec=true\nName=B\nIcon=x\n")};
+    EXPECT_EQ(names(), QStringList(QStringLiteral("A")));
+}
+
+TEST_F(InstalledApplications, ListingThemReadsNoFile) {
+    const QString path = writeEntry(QStringLiteral("user/a.desktop"), "Name=A\nIcon=x");
+    const auto index =
+        std::make_shared<const ApplicationIndex>(readDesktopEntries(applicationFolders(), {}));
+    QFile::remove(path);
+    const auto found = LinuxApplicationCatalog([index] { return index; }).installedApplications();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].name, QStringLiteral("A"));
 }
 
 TEST_F(InstalledApplications, BackgroundProgramsAndDeletedOnesAreLeftOut) {
