@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include <QFontMetrics>
-#include <QPainter>
+#include <QStringList>
 #include <QTextLayout>
 #include <QTextOption>
 
@@ -28,6 +28,19 @@ qreal breakIntoLines(QTextLayout &layout, int width) {
     return height;
 }
 
+/// Into no more lines than that width makes it take, each as short as they can all be.
+void breakEvenly(QTextLayout &layout, int width) {
+    breakIntoLines(layout, width);
+    const int count = layout.lineCount();
+    int tooNarrow = 0;
+    while (width - tooNarrow > 1) {
+        const int middle = (tooNarrow + width) / 2;
+        breakIntoLines(layout, middle);
+        (layout.lineCount() > count ? tooNarrow : width) = middle;
+    }
+    breakIntoLines(layout, width);
+}
+
 QString withSeparators(QString text) {
     return text.replace(u'\n', QChar::LineSeparator);
 }
@@ -43,10 +56,17 @@ int wrappedTextHeight(const QString &text, const QFont &font, int width) {
     return static_cast<int>(std::ceil(breakIntoLines(layout, width)));
 }
 
-void drawWrappedText(QPainter &painter, const QString &text, const QFont &font, int width) {
-    QTextLayout layout(withSeparators(text), font, painter.device());
-    breakIntoLines(layout, width);
-    layout.draw(&painter, {});
+QString balancedLines(const QString &text, const QFont &font, int width) {
+    QStringList lines;
+    for (const QString &paragraph : text.split(u'\n')) {
+        QTextLayout layout(paragraph, font);
+        breakEvenly(layout, width);
+        for (int line = 0; line < layout.lineCount(); ++line) {
+            const QTextLine place = layout.lineAt(line);
+            lines.append(paragraph.mid(place.textStart(), place.textLength()).trimmed());
+        }
+    }
+    return lines.join(u'\n');
 }
 
 QString inTwoLines(const QString &text, const QFont &font, int width) {
@@ -55,6 +75,8 @@ QString inTwoLines(const QString &text, const QFont &font, int width) {
     breakIntoLines(layout, width);
     if (layout.lineCount() < 2)
         return separated;
+    if (layout.lineCount() == 2)
+        breakEvenly(layout, width);
     const QTextLine first = layout.lineAt(0);
     const QTextLine second = layout.lineAt(1);
     QString lower = upToSeparator(separated.mid(second.textStart()));

@@ -64,9 +64,8 @@ void ElidedLabel::elide() {
 WrappingLabel::WrappingLabel(const QString &text, const QFont &font, colors::Function color,
                              QWidget *parent)
     : TextLabel(text, font, std::move(color), parent) {
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
-    policy.setHeightForWidth(true);
-    setSizePolicy(policy);
+    setWordWrap(true);
+    setAlignment(Qt::AlignLeft | Qt::AlignTop);
 }
 
 int WrappingLabel::heightForWidth(int width) const {
@@ -86,7 +85,9 @@ QSize WrappingLabel::minimumSizeHint() const {
 void WrappingLabel::paintEvent(QPaintEvent * /*event*/) {
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
-    drawWrappedText(painter, text(), font(), width());
+    painter.setFont(font());
+    painter.drawText(rect(), int(alignment()) | Qt::TextDontClip,
+                     balancedLines(text(), font(), width()));
 }
 
 }  // namespace kestrelbay

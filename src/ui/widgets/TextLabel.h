@@ -49,8 +49,8 @@ private:
     QString fullText_;
 };
 
-/// A text over as many lines as its width makes it take. A word that is wider than
-/// the line, such as a path, is broken too.
+/// A text over as many lines as its width makes it take, of about the same length. A word
+/// that is wider than the line, such as a path, is broken too.
 class WrappingLabel final : public TextLabel {
     Q_OBJECT
 

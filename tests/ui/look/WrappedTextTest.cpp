@@ -1,5 +1,7 @@
 #include "ui/look/WrappedText.h"
 
+#include <cstdlib>
+
 #include <gtest/gtest.h>
 
 #include <QFontMetrics>
@@ -21,6 +23,9 @@ QFont font() {
 }
 int heightOf(const QString &text) {
     return wrappedTextHeight(text, font(), kWidth);
+}
+int widthOf(const QString &line) {
+    return QFontMetrics(font()).horizontalAdvance(line);
 }
 QStringList linesOf(const QString &text) {
     return inTwoLines(text, font(), kWidth).split(u'\n');
@@ -51,7 +56,37 @@ TEST(WrappedTextTest, BreaksChineseBetweenCharacters) {
     const QStringList lines = linesOf(text);
     ASSERT_EQ(lines.size(), 2);
     EXPECT_EQ(lines.join(QString()), text);
-    EXPECT_GT(QFontMetrics(font()).horizontalAdvance(lines.first()), kWidth - 20);
+    EXPECT_LE(widthOf(lines.first()), kWidth);
+}
+
+TEST(WrappedTextTest, NoLastWordStandsAlone) {
+    const QString english =
+        u"(Tip: Advanced settings say why hotkeys do not work and what to do about it)"_s;
+    for (const QString &text : {english, QString(25, u'字') + u"。"_s}) {
+        for (int width = widthOf(text) - 1; width > widthOf(text) * 2 / 3; width -= 7) {
+            const QStringList lines = balancedLines(text, font(), width).split(u'\n');
+            ASSERT_EQ(lines.size(), 2);
+            EXPECT_EQ(lines.join(text == english ? u" "_s : QString()), text);
+            EXPECT_LE(std::abs(widthOf(lines[0]) - widthOf(lines[1])), widthOf(u"settings  "_s));
+            EXPECT_EQ(inTwoLines(text, font(), width).split(u'\n'), lines);
+        }
+    }
+}
+
+TEST(WrappedTextTest, BalancedLinesAreNoMoreThanNeeded) {
+    const QString words = u"lorem ipsum dolor sit amet "_s.repeated(6).trimmed();
+    const QStringList lines = balancedLines(words, font(), kWidth).split(u'\n');
+    EXPECT_NEAR(heightOf(words) / double(heightOf(u"1"_s)), double(lines.size()), 0.2);
+    for (const QString &line : lines)
+        EXPECT_LE(widthOf(line), kWidth);
+    EXPECT_EQ(balancedLines(u"One\n\ntwo"_s, font(), kWidth), u"One\n\ntwo"_s);
+    EXPECT_EQ(balancedLines(QString(), font(), kWidth), QString());
+}
+
+TEST(WrappedTextTest, EachOwnLineIsBalancedByItself) {
+    const QString broken = u"Hotkey conflict: already used by another rule, please re-enter"_s;
+    const QString balanced = balancedLines(broken, font(), kWidth);
+    EXPECT_EQ(balancedLines(broken + u"\nShort"_s, font(), kWidth), balanced + u"\nShort"_s);
 }
 
 TEST(WrappedTextTest, BreaksAWordThatIsTooLong) {
