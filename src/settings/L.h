@@ -242,9 +242,12 @@ public:
     static constexpr LSystemText argumentFilePathHint{
         .onMacos = {u"/Users/me/project", u"/Users/me/project"},
         .onLinux = {u"/home/me/project", u"/home/me/project"}};
-    static constexpr LText argumentPasteHint{
-        u"To paste text into the field, right-click instead of using keyboard shortcuts.",
-        u"如需粘贴文本到输入框，使用鼠标右键而非快捷键。"};
+    /// Empty where the keyboard pastes too.
+    static constexpr LSystemText argumentPasteHint{
+        .onMacos = {u"To paste text into the field, right-click instead of using keyboard "
+                    u"shortcuts.",
+                    u"如需粘贴文本到输入框，使用鼠标右键而非快捷键。"},
+        .onLinux = {u"", u""}};
     static constexpr LText deepLaunchHelp{u"Learn more about Deep Launch", u"进一步了解深度启动"};
     static constexpr LText helpName{u"Help", u"帮助"};
     static constexpr LText save{u"Save", u"保存"};

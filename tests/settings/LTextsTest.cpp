@@ -114,9 +114,6 @@ std::vector<Member> members() {
          u"--remote-debugging-port=9222 --user-data-dir=/tmp/foo"_s},
         {L::argumentUrlSchemeHint, u"notebook://open?vault=notes"_s,
          u"notebook://open?vault=notes"_s},
-        {L::argumentPasteHint,
-         u"To paste text into the field, right-click instead of using keyboard shortcuts."_s,
-         u"如需粘贴文本到输入框，使用鼠标右键而非快捷键。"_s},
         {L::deepLaunchHelp, u"Learn more about Deep Launch"_s, u"进一步了解深度启动"_s},
         {L::helpName, u"Help"_s, u"帮助"_s},
         {L::save, u"Save"_s, u"保存"_s},
@@ -280,6 +277,15 @@ TEST_F(LTextsTest, TextsOfLinuxAreTheGivenOnes) {
 TEST_F(LTextsTest, TextsOfLinuxNameNothingThatIsNotThere) {
     for (const SystemMember &member : systemMembers())
         expectNothingOfMacos(member.text.onLinux);
+}
+
+TEST_F(LTextsTest, NothingIsSaidOfPastingWhereTheKeyboardCan) {
+    EXPECT_EQ(L::argumentPasteHint.onMacos.in(Language::en),
+              u"To paste text into the field, right-click instead of using keyboard shortcuts."_s);
+    EXPECT_EQ(L::argumentPasteHint.onMacos.in(Language::zh),
+              u"如需粘贴文本到输入框，使用鼠标右键而非快捷键。"_s);
+    for (const Language language : {Language::en, Language::zh})
+        EXPECT_EQ(L::argumentPasteHint.onLinux.in(language), QString());
 }
 
 TEST_F(LTextsTest, TextsOfTheSystemAreThoseOfThisOne) {

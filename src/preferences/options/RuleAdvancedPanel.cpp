@@ -195,8 +195,10 @@ void RuleAdvancedPanel::buildArgsSection(QVBoxLayout &column) {
     line->addWidget(kindPopup_);
     line->addWidget(argsField_, 1);
     column.addLayout(line);
-    column.addSpacing(kLineGap);
-    column.addWidget(makeSmallText(L::argumentPasteHint(), this));
+    if (const QString hint = L::argumentPasteHint(); !hint.isEmpty()) {
+        column.addSpacing(kLineGap);
+        column.addWidget(makeSmallText(hint, this));
+    }
 }
 
 void RuleAdvancedPanel::buildButtons(QVBoxLayout &column) {
