@@ -220,6 +220,7 @@ void AppDelegate::showOnboarding() {
         .manager = *manager_,
         .defaults = platform_.userDefaults(),
         .systemSettings = platform_.systemSettings(),
+        .systemTray = platform_.systemTray(),
         .nativeWindow = platform_.nativeWindow(),
         .timers = timers_,
         .showToast = [](const QString &message) { ToastWindow::show(message); }});

@@ -30,8 +30,11 @@ public:
     /// Called whenever one of these has become another one.
     virtual void setAppearanceHandler(std::function<void()> handler) = 0;
 
-    /// Opens the place where the user lets programs see keys. False where there is
-    /// no such place.
+    /// Is there a place where the user lets programs see keys? Where there is none, a tap
+    /// is installed or not for reasons that nobody has to permit.
+    [[nodiscard]] virtual bool hasAccessibilityPane() const = 0;
+
+    /// Opens that place. False where there is none.
     virtual bool openAccessibilityPane() = 0;
 };
 

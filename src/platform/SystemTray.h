@@ -17,6 +17,9 @@ public:
     /// finding until the program ends.
     virtual void whenAvailable(std::function<void()> handler) = 0;
 
+    /// Would such an icon be in view now?
+    [[nodiscard]] virtual bool isAvailable() const = 0;
+
     /// Is the area dark, so that a light icon is needed? None where the system
     /// tints icons by itself.
     [[nodiscard]] virtual std::optional<bool> isDark() const = 0;

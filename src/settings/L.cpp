@@ -104,6 +104,10 @@ QString LSystemText::operator()() const {
 #endif
 }
 
+QString LTrayText::operator()(bool hasTray) const {
+    return hasTray ? withTray() : withoutTray();
+}
+
 QString L::spokenKey(const QString &printed) {
     const auto *const known =
         std::ranges::find(kSystemKeys, QStringView(printed), &SystemKey::printed);

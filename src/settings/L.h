@@ -39,6 +39,15 @@ struct LSystemText {
     [[nodiscard]] QString operator()() const;
 };
 
+/// A text that leads the user to the program's icon, and what it says where the desktop
+/// shows none.
+struct LTrayText {
+    LSystemText withTray;
+    LText withoutTray;
+
+    [[nodiscard]] QString operator()(bool hasTray) const;
+};
+
 /// The texts of the user interface, each at its one place. What is on screen already
 /// stays as it is until its owner builds it again.
 class L {
@@ -98,9 +107,11 @@ public:
 
     // The first-run guide, step by step.
     static constexpr LText welcomeTitle{u"KestrelBay is running", u"KestrelBay 正在运行"};
-    static constexpr LText welcomeBody{
-        u"You can locate it in the status bar and access its menu for settings.",
-        u"你可以在状态栏找到它，并通过菜单进行设置。"};
+    static constexpr LSystemText welcomeBody{
+        .onMacos = {u"You can locate it in the status bar and access its menu for settings.",
+                    u"你可以在状态栏找到它，并通过菜单进行设置。"},
+        .onLinux = {u"You can locate it in the tray and access its menu for settings.",
+                    u"你可以在系统托盘找到它，并通过菜单进行设置。"}};
     static constexpr LSystemText welcomeTip{
         .onMacos = {u"TIP: If you cannot find the app's icon, you may use Command + mouse drag to "
                     u"rearrange the order, because there are too many icons that may be hidden.",
@@ -134,42 +145,70 @@ public:
     static constexpr LSystemText permissionWaiting{
         .onMacos = {u"Waiting for permission...", u"等待授权..."},
         .onLinux = {u"Waiting for keyboard access...", u"等待键盘访问权限..."}};
-    static constexpr LText permissionNotInSession{u"⚠ Not available in this session",
-                                                  u"⚠ 当前会话中不可用"};
     static constexpr LText permissionGranted{u"✓ Granted", u"✓ 已授权"};
+    // Of the same step, where keys can be seen already.
+    static constexpr LText permissionThereTitle{u"Keyboard Access Available",
+                                                u"键盘访问权限已可用"};
+    static constexpr LText permissionThereBody{
+        u"KestrelBay can listen for global hotkeys here.\n"
+        u"We only respond to hotkeys you configure — no other keystrokes are recorded.",
+        u"KestrelBay 已可监听全局快捷键。\n"
+        u"我们只响应你配置的快捷键，不记录任何其他键盘输入。"};
+    static constexpr LText permissionThereContinue{u"Continue", u"继续"};
     static constexpr LText skipForNow{u"Skip for now", u"稍后再说"};
 
     static constexpr LText doneTitle{u"All set!", u"一切就绪！"};
-    static constexpr LSystemText doneBody{
-        .onMacos = {u"KestrelBay is ready in the menu bar\nAdd your first shortcut now",
-                    u"KestrelBay 已在菜单栏就绪\n现在来添加你的第一个快捷键配置吧"},
-        .onLinux = {u"KestrelBay is ready in the tray\nAdd your first shortcut now",
-                    u"KestrelBay 已在系统托盘就绪\n现在来添加你的第一个快捷键配置吧"}};
+    static constexpr LTrayText doneBody{
+        .withTray =
+            {.onMacos = {u"KestrelBay is ready in the menu bar\nAdd your first shortcut now",
+                         u"KestrelBay 已在菜单栏就绪\n现在来添加你的第一个快捷键配置吧"},
+             .onLinux = {u"KestrelBay is ready in the tray\nAdd your first shortcut now",
+                         u"KestrelBay 已在系统托盘就绪\n现在来添加你的第一个快捷键配置吧"}},
+        .withoutTray = {u"KestrelBay is ready\nAdd your first shortcut now",
+                        u"KestrelBay 已就绪\n现在来添加你的第一个快捷键配置吧"}};
     static constexpr LText doneAddShortcut{u"Add First Shortcut", u"立即添加快捷键"};
     static constexpr LText doneWithoutPermissionTitle{u"Setup complete", u"设置完成"};
-    static constexpr LSystemText doneWithoutPermissionBody{
-        .onMacos = {u"KestrelBay is ready in the menu bar\n"
-                    u"Click ⚡ in the menu bar to open settings\n"
-                    u"(Tip: remember to grant Accessibility permission in Advanced settings)",
-                    u"KestrelBay 已在菜单栏就绪\n"
-                    u"点击 ⚡ 图标可随时打开设置\n"
-                    u"（提示：记得前往高级设置完成辅助功能授权）"},
-        .onLinux = {u"KestrelBay is ready in the tray\n"
-                    u"Click ⚡ in the tray to open settings\n"
-                    u"(Tip: Advanced settings say why hotkeys do not work yet)",
-                    u"KestrelBay 已在系统托盘就绪\n"
-                    u"点击 ⚡ 图标可随时打开设置\n"
-                    u"（提示：高级设置中说明了快捷键尚不可用的原因）"}};
+    static constexpr LTrayText doneWithoutPermissionBody{
+        .withTray =
+            {.onMacos = {u"KestrelBay is ready in the menu bar\n"
+                         u"Click ⚡ in the menu bar to open settings\n"
+                         u"(Tip: remember to grant Accessibility permission in Advanced settings)",
+                         u"KestrelBay 已在菜单栏就绪\n"
+                         u"点击 ⚡ 图标可随时打开设置\n"
+                         u"（提示：记得前往高级设置完成辅助功能授权）"},
+             .onLinux = {u"KestrelBay is ready in the tray\n"
+                         u"Click ⚡ in the tray to open settings\n"
+                         u"(Tip: Advanced settings say why hotkeys do not work yet)",
+                         u"KestrelBay 已在系统托盘就绪\n"
+                         u"点击 ⚡ 图标可随时打开设置\n"
+                         u"（提示：高级设置中说明了快捷键尚不可用的原因）"}},
+        .withoutTray = {u"KestrelBay is ready\n"
+                        u"Start it again to open settings\n"
+                        u"(Tip: Advanced settings say why hotkeys do not work yet)",
+                        u"KestrelBay 已就绪\n"
+                        u"再次启动 KestrelBay 即可打开设置\n"
+                        u"（提示：高级设置中说明了快捷键尚不可用的原因）"}};
     static constexpr LText doneOpenPreferences{u"Open Preferences", u"打开偏好设置"};
 
     // What the guide says when it goes.
-    static constexpr LText guideFinishedToast{
-        u"Click ⚡ → Preferences to configure shortcuts",
-        u"点击状态栏的⚡️图标 → 偏好设置 进行快捷键配置"};
-    static constexpr LText guideSkippedToast{
-        u"Onboarding skipped. Click ⚡ → Welcome Guide to reopen.",
-        u"已跳过引导。可随时点击状态栏的⚡️图标 → 欢迎向导 "
-        u"重新打开"};
+    static constexpr LTrayText guideFinishedToast{
+        .withTray =
+            {.onMacos = {u"Click ⚡ → Preferences to configure shortcuts",
+                         u"点击状态栏的⚡️图标 → 偏好设置 进行快捷键配置"},
+             .onLinux =
+                 {u"Click ⚡ → Preferences to configure shortcuts",
+                  u"点击系统托盘的⚡️图标 → 偏好设置 进行快捷键配置"}},
+        .withoutTray = {u"Start KestrelBay again to configure shortcuts",
+                        u"再次启动 KestrelBay 即可进行快捷键配置"}};
+    static constexpr LTrayText guideSkippedToast{
+        .withTray = {.onMacos = {u"Onboarding skipped. Click ⚡ → Welcome Guide to reopen.",
+                                 u"已跳过引导。可随时点击状态栏的⚡️图标 → 欢迎向导 "
+                                 u"重新打开"},
+                     .onLinux = {u"Onboarding skipped. Click ⚡ → Welcome Guide to reopen.",
+                                 u"已跳过引导。可随时点击系统托盘的⚡️图标 → 欢迎向导 "
+                                 u"重新打开"}},
+        .withoutTray = {u"Onboarding skipped. Run kestrelbay --action=welcome-guide to reopen.",
+                        u"已跳过引导。可随时运行 kestrelbay --action=welcome-guide 重新打开"}};
 
     // The preferences window.
     static constexpr LText rulesTab{u"Shortcut Rules", u"快捷键规则"};

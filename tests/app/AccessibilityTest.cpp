@@ -58,7 +58,7 @@ TEST_P(GuideAccessibility, Waiting) {
 
 TEST_P(GuideAccessibility, DoneWithoutPermission) {
     expectTree(stepInView(2), {u"Client: KestrelBay"_s, text(L::doneWithoutPermissionTitle()),
-                               text(L::doneWithoutPermissionBody()),
+                               text(L::doneWithoutPermissionBody(true)),
                                button(L::doneOpenPreferences()), button(L::skipForNow())});
 }
 

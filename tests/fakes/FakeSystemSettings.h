@@ -16,6 +16,7 @@ public:
     void setAppearanceHandler(std::function<void()> handler) override {
         handler_ = std::move(handler);
     }
+    [[nodiscard]] bool hasAccessibilityPane() const override { return hasAccessibilityPane_; }
     bool openAccessibilityPane() override {
         ++accessibilityPaneCalls_;
         return hasAccessibilityPane_;

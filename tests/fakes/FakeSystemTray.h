@@ -15,6 +15,7 @@ public:
         availableHandler_ = std::move(handler);
         tellAvailable();
     }
+    [[nodiscard]] bool isAvailable() const override { return isAvailable_; }
     [[nodiscard]] std::optional<bool> isDark() const override { return isDark_; }
     void setDarkHandler(std::function<void()> handler) override {
         darkHandler_ = std::move(handler);

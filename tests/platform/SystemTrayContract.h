@@ -28,8 +28,10 @@ TYPED_TEST_P(SystemTrayContract, CallsOnceWhenItComesUp) {
     this->stage_.area().whenAvailable([&] { ++calls; });
     this->stage_.settle();
     EXPECT_EQ(calls, 0);
+    EXPECT_FALSE(this->stage_.area().isAvailable());
     this->stage_.bring();
     EXPECT_TRUE(this->stage_.eventually([&] { return calls > 0; }));
+    EXPECT_TRUE(this->stage_.area().isAvailable());
     this->stage_.setDark(true);
     this->stage_.settle();
     EXPECT_EQ(calls, 1);

@@ -56,24 +56,31 @@ std::vector<Member> members() {
         {L::checkForUpdates, u"Check for Updates"_s, u"检查更新"_s},
         {L::contactFeedback, u"Contact & Feedback"_s, u"联系作者与反馈"_s},
         {L::welcomeTitle, u"KestrelBay is running"_s, u"KestrelBay 正在运行"_s},
-        {L::welcomeBody, u"You can locate it in the status bar and access its menu for settings."_s,
-         u"你可以在状态栏找到它，并通过菜单进行设置。"_s},
         {L::welcomeStart, u"Get Started"_s, u"开始设置"_s},
         {L::welcomeDismiss, u"Dismiss"_s, u"关闭"_s},
         {L::permissionWaitingButton, u"Waiting..."_s, u"正在等待..."_s},
-        {L::permissionNotInSession, u"\u26A0 Not available in this session"_s,
-         u"\u26A0 当前会话中不可用"_s},
+        {L::permissionThereTitle, u"Keyboard Access Available"_s, u"键盘访问权限已可用"_s},
+        {L::permissionThereBody,
+         u"KestrelBay can listen for global hotkeys here.\nWe only respond to hotkeys you configure \u2014 no other keystrokes are recorded."_s,
+         u"KestrelBay 已可监听全局快捷键。\n我们只响应你配置的快捷键，不记录任何其他键盘输入。"_s},
+        {L::permissionThereContinue, u"Continue"_s, u"继续"_s},
         {L::permissionGranted, u"\u2713 Granted"_s, u"\u2713 已授权"_s},
         {L::skipForNow, u"Skip for now"_s, u"稍后再说"_s},
         {L::doneTitle, u"All set!"_s, u"一切就绪！"_s},
         {L::doneAddShortcut, u"Add First Shortcut"_s, u"立即添加快捷键"_s},
         {L::doneWithoutPermissionTitle, u"Setup complete"_s, u"设置完成"_s},
         {L::doneOpenPreferences, u"Open Preferences"_s, u"打开偏好设置"_s},
-        {L::guideFinishedToast, u"Click \u26A1 \u2192 Preferences to configure shortcuts"_s,
-         u"点击状态栏的\u26A1\uFE0F图标 \u2192 偏好设置 进行快捷键配置"_s},
-        {L::guideSkippedToast,
-         u"Onboarding skipped. Click \u26A1 \u2192 Welcome Guide to reopen."_s,
-         u"已跳过引导。可随时点击状态栏的\u26A1\uFE0F图标 \u2192 欢迎向导 重新打开"_s},
+        {[] { return L::doneBody(false); }, u"KestrelBay is ready\nAdd your first shortcut now"_s,
+         u"KestrelBay 已就绪\n现在来添加你的第一个快捷键配置吧"_s},
+        {[] { return L::doneWithoutPermissionBody(false); },
+         u"KestrelBay is ready\nStart it again to open settings\n(Tip: Advanced settings say why hotkeys do not work yet)"_s,
+         u"KestrelBay 已就绪\n再次启动 KestrelBay 即可打开设置\n（提示：高级设置中说明了快捷键尚不可用的原因）"_s},
+        {[] { return L::guideFinishedToast(false); },
+         u"Start KestrelBay again to configure shortcuts"_s,
+         u"再次启动 KestrelBay 即可进行快捷键配置"_s},
+        {[] { return L::guideSkippedToast(false); },
+         u"Onboarding skipped. Run kestrelbay --action=welcome-guide to reopen."_s,
+         u"已跳过引导。可随时运行 kestrelbay --action=welcome-guide 重新打开"_s},
         {L::rulesTab, u"Shortcut Rules"_s, u"快捷键规则"_s},
         {L::advancedTab, u"Advanced"_s, u"高级设置"_s},
         {L::rulesEmpty, u"Click the ＋ button to add your first shortcut"_s,
@@ -178,6 +185,20 @@ std::vector<SystemMember> systemMembers() {
          u"No access to the keyboard: hotkeys cannot be recorded now"_s,
          u"目前无法访问键盘，不能录入快捷键"_s},
         {L::recorderGrantAccess, u"Grant Access"_s, u"前往授权"_s, u"See Why"_s, u"查看原因"_s},
+        {L::welcomeBody, u"You can locate it in the status bar and access its menu for settings."_s,
+         u"你可以在状态栏找到它，并通过菜单进行设置。"_s,
+         u"You can locate it in the tray and access its menu for settings."_s,
+         u"你可以在系统托盘找到它，并通过菜单进行设置。"_s},
+        {L::guideFinishedToast.withTray,
+         u"Click \u26A1 \u2192 Preferences to configure shortcuts"_s,
+         u"点击状态栏的\u26A1\uFE0F图标 \u2192 偏好设置 进行快捷键配置"_s,
+         u"Click \u26A1 \u2192 Preferences to configure shortcuts"_s,
+         u"点击系统托盘的\u26A1\uFE0F图标 \u2192 偏好设置 进行快捷键配置"_s},
+        {L::guideSkippedToast.withTray,
+         u"Onboarding skipped. Click \u26A1 \u2192 Welcome Guide to reopen."_s,
+         u"已跳过引导。可随时点击状态栏的\u26A1\uFE0F图标 \u2192 欢迎向导 重新打开"_s,
+         u"Onboarding skipped. Click \u26A1 \u2192 Welcome Guide to reopen."_s,
+         u"已跳过引导。可随时点击系统托盘的\u26A1\uFE0F图标 \u2192 欢迎向导 重新打开"_s},
         {L::welcomeTip,
          u"TIP: If you cannot find the app's icon, you may use Command + mouse drag to rearrange the order, because there are too many icons that may be hidden."_s,
          u"提示：如果找不到应用图标，可以按住 Command 键拖拽图标来调整顺序，因为可能有过多图标被隐藏。"_s,
@@ -194,11 +215,12 @@ std::vector<SystemMember> systemMembers() {
          u"检查权限"_s},
         {L::permissionWaiting, u"Waiting for permission..."_s, u"等待授权..."_s,
          u"Waiting for keyboard access..."_s, u"等待键盘访问权限..."_s},
-        {L::doneBody, u"KestrelBay is ready in the menu bar\nAdd your first shortcut now"_s,
+        {L::doneBody.withTray,
+         u"KestrelBay is ready in the menu bar\nAdd your first shortcut now"_s,
          u"KestrelBay 已在菜单栏就绪\n现在来添加你的第一个快捷键配置吧"_s,
          u"KestrelBay is ready in the tray\nAdd your first shortcut now"_s,
          u"KestrelBay 已在系统托盘就绪\n现在来添加你的第一个快捷键配置吧"_s},
-        {L::doneWithoutPermissionBody,
+        {L::doneWithoutPermissionBody.withTray,
          u"KestrelBay is ready in the menu bar\nClick \u26A1 in the menu bar to open settings\n(Tip: remember to grant Accessibility permission in Advanced settings)"_s,
          u"KestrelBay 已在菜单栏就绪\n点击 \u26A1 图标可随时打开设置\n（提示：记得前往高级设置完成辅助功能授权）"_s,
          u"KestrelBay is ready in the tray\nClick \u26A1 in the tray to open settings\n(Tip: Advanced settings say why hotkeys do not work yet)"_s,
@@ -279,6 +301,15 @@ TEST_F(LTextsTest, TextsOfLinuxNameNothingThatIsNotThere) {
         expectNothingOfMacos(member.text.onLinux);
 }
 
+TEST_F(LTextsTest, OnLinuxThePlaceOfTheIconHasOneName) {
+    for (const SystemMember &member : systemMembers()) {
+        for (const auto *other : {u"status bar", u"menu bar", u"panel"})
+            EXPECT_FALSE(member.text.onLinux.english.toString().contains(QStringView(other)));
+        for (const auto *other : {u"状态栏", u"菜单栏", u"面板"})
+            EXPECT_FALSE(member.text.onLinux.chinese.toString().contains(QStringView(other)));
+    }
+}
+
 TEST_F(LTextsTest, NothingIsSaidOfPastingWhereTheKeyboardCan) {
     EXPECT_EQ(L::argumentPasteHint.onMacos.in(Language::en),
               u"To paste text into the field, right-click instead of using keyboard shortcuts."_s);
@@ -286,6 +317,18 @@ TEST_F(LTextsTest, NothingIsSaidOfPastingWhereTheKeyboardCan) {
               u"如需粘贴文本到输入框，使用鼠标右键而非快捷键。"_s);
     for (const Language language : {Language::en, Language::zh})
         EXPECT_EQ(L::argumentPasteHint.onLinux.in(language), QString());
+}
+
+TEST_F(LTextsTest, TextsForDesktopsWithoutATrayNameNone) {
+    for (const LTrayText &text :
+         {L::doneBody, L::doneWithoutPermissionBody, L::guideFinishedToast, L::guideSkippedToast}) {
+        EXPECT_EQ(text(true), text.withTray());
+        for (const Language language : {Language::en, Language::zh}) {
+            choose(language);
+            for (const auto *place : {u"⚡", u"tray", u"bar", u"托盘", u"栏"})
+                EXPECT_FALSE(text(false).contains(QStringView(place))) << text(false).toStdString();
+        }
+    }
 }
 
 TEST_F(LTextsTest, TextsOfTheSystemAreThoseOfThisOne) {

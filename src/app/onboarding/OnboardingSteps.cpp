@@ -10,6 +10,7 @@
 #include "settings/L.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
+#include "ui/look/WrappedText.h"
 #include "ui/widgets/LinkButton.h"
 #include "ui/widgets/TextLabel.h"
 
@@ -39,11 +40,18 @@ TextLabel *centeredText(const QString &text, const QFont &font, colors::Function
     return label;
 }
 
-TextLabel *wrappedText(const QString &text) {
-    auto *label = centeredText(text, systemFont(kBodyFont), colors::secondaryLabel);
-    label->setWordWrap(true);
+WrappingLabel *wrappedText(const QString &text, int fontSize, Qt::Alignment vertically) {
+    auto *label = new WrappingLabel(text, systemFont(fontSize), colors::secondaryLabel);
+    label->setAlignment(Qt::AlignHCenter | vertically);
     label->setFixedSize(kTextWidth, label->heightForWidth(kTextWidth));
     return label;
+}
+
+/// Nothing moves when it comes into view.
+void keepRoom(QWidget &widget) {
+    QSizePolicy policy = widget.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(policy);
 }
 
 bool isReturn(const QKeyEvent &event) {
@@ -83,11 +91,19 @@ OnboardingStep *OnboardingStep::permission(QWidget *parent) {
                               parent);
 }
 
-OnboardingStep *OnboardingStep::done(bool permissionGranted, QWidget *parent) {
+OnboardingStep *OnboardingStep::permissionThere(QWidget *parent) {
+    return new OnboardingStep({.hero = QStringLiteral("welcome_hero_p2"),
+                               .title = L::permissionThereTitle(),
+                               .body = L::permissionThereBody(),
+                               .primary = L::permissionThereContinue()},
+                              parent);
+}
+
+OnboardingStep *OnboardingStep::done(bool permissionGranted, bool hasTray, QWidget *parent) {
     return new OnboardingStep(
         {.hero = QStringLiteral("welcome_hero_p3"),
          .title = permissionGranted ? L::doneTitle() : L::doneWithoutPermissionTitle(),
-         .body = permissionGranted ? L::doneBody() : L::doneWithoutPermissionBody(),
+         .body = permissionGranted ? L::doneBody(hasTray) : L::doneWithoutPermissionBody(hasTray),
          .primary = permissionGranted ? L::doneAddShortcut() : L::doneOpenPreferences(),
          .link = L::skipForNow()},
         parent);
@@ -114,26 +130,26 @@ OnboardingStep::OnboardingStep(const Contents &contents, QWidget *parent)
         fittingFont(contents.title, systemFont(kTitleFont, QFont::Bold), kTitleWidth);
     layout->addWidget(centeredText(contents.title, titleFont, colors::label));
     layout->addSpacing(kTitleToBody);
-    layout->addWidget(wrappedText(contents.body), 0, Qt::AlignHCenter);
+    layout->addWidget(wrappedText(contents.body, kBodyFont, Qt::AlignTop), 0, Qt::AlignHCenter);
     if (!contents.tip.isEmpty()) {
         layout->addSpacing(kBodyToTip);
-        layout->addWidget(wrappedText(contents.tip), 0, Qt::AlignHCenter);
+        layout->addWidget(wrappedText(contents.tip, kBodyFont, Qt::AlignTop), 0, Qt::AlignHCenter);
     }
     layout->addStretch(3);
     layout->addSpacing(kTextToButtons);
     if (!contents.status.isEmpty()) {
-        statusLabel_ =
-            centeredText(contents.status, systemFont(kStatusFont), colors::secondaryLabel);
-        // Nothing moves when it comes into view.
-        QSizePolicy policy = statusLabel_->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        statusLabel_->setSizePolicy(policy);
-        layout->addWidget(statusLabel_);
+        statusLabel_ = wrappedText(contents.status, kStatusFont, Qt::AlignBottom);
+        statusLabel_->setFixedHeight(
+            wrappedTextHeight(QStringLiteral("\n"), statusLabel_->font(), kTextWidth));
+        keepRoom(*statusLabel_);
+        layout->addWidget(statusLabel_, 0, Qt::AlignHCenter);
         statusLabel_->hide();
         layout->addSpacing(kStatusToPrimary);
     }
     layout->addWidget(primaryButton_, 0, Qt::AlignHCenter);
     layout->addSpacing(kPrimaryToLink);
+    keepRoom(*link_);
+    link_->setHidden(contents.link.isEmpty());
     layout->addWidget(link_, 0, Qt::AlignHCenter);
 }
 

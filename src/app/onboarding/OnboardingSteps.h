@@ -35,14 +35,17 @@ public:
     /// Of every step, in device-independent pixels.
     static constexpr QSize kSize{468, 468};
 
-    /// The program lives in the status bar.
+    /// The program lives in the menu bar or tray.
     static OnboardingStep *welcome(QWidget *parent);
     /// The program needs to see keys. The only step with a status label.
     static OnboardingStep *permission(QWidget *parent);
-    static OnboardingStep *done(bool permissionGranted, QWidget *parent);
+    /// It sees them already. Without a link.
+    static OnboardingStep *permissionThere(QWidget *parent);
+    static OnboardingStep *done(bool permissionGranted, bool hasTray, QWidget *parent);
 
     /// Return presses it wherever the focus is in the step.
     [[nodiscard]] QPushButton &primaryButton() const { return *primaryButton_; }
+    /// Hidden where the step has none.
     [[nodiscard]] LinkButton &link() const { return *link_; }
     /// Hidden until somebody shows it; null where the step has none.
     [[nodiscard]] TextLabel *statusLabel() const { return statusLabel_; }
@@ -60,7 +63,7 @@ private:
         QString tip{};
         QString status{};
         QString primary;
-        QString link;
+        QString link{};
     };
     OnboardingStep(const Contents &contents, QWidget *parent);
 

@@ -13,6 +13,7 @@
 #include "hotkeys/TapProblems.h"
 #include "platform/NativeWindow.h"
 #include "platform/SystemSettings.h"
+#include "platform/SystemTray.h"
 #include "settings/L.h"
 #include "settings/SettingsKeys.h"
 #include "ui/look/Screens.h"
@@ -77,6 +78,11 @@ void OnboardingViewController::showStep(int index, bool animated) {
     step_->show();
     // Before the previous step goes, so that the focus does not go astray.
     step_->primaryButton().setFocus();
+    if (waitingLabel() && isObstructed()) {
+        showObstruction();
+        if (canChange(services_.manager.tapProblem()))
+            startPolling();
+    }
     if (animated && previous)
         fade(previous, step_);
     else if (previous)
@@ -85,6 +91,8 @@ void OnboardingViewController::showStep(int index, bool animated) {
 
 OnboardingStep *OnboardingViewController::makeStep(int index) {
     OnboardingStep *step = nullptr;
+    const bool needsPermission = services_.systemSettings.hasAccessibilityPane();
+    const bool seesKeys = services_.manager.isAccessibilityGranted();
     const auto connectButtons = [&](auto primary, auto link) {
         connect(&step->primaryButton(), &QPushButton::clicked, this, primary);
         connect(&step->link(), &LinkButton::clicked, this, link);
@@ -93,12 +101,16 @@ OnboardingStep *OnboardingViewController::makeStep(int index) {
         step = OnboardingStep::welcome(contentContainer_);
         connectButtons(&OnboardingViewController::goToPermission,
                        &OnboardingViewController::skipOnboarding);
+    } else if (index == kPermissionStep && !needsPermission && seesKeys) {
+        step = OnboardingStep::permissionThere(contentContainer_);
+        connectButtons(&OnboardingViewController::goToDone, &OnboardingViewController::goToDone);
     } else if (index == kPermissionStep) {
         step = OnboardingStep::permission(contentContainer_);
         connectButtons(&OnboardingViewController::openAccessibilitySettings,
                        &OnboardingViewController::skipPermission);
     } else {
-        step = OnboardingStep::done(permissionGranted_, contentContainer_);
+        step = OnboardingStep::done(needsPermission ? permissionGranted_ : seesKeys,
+                                    services_.systemTray.isAvailable(), contentContainer_);
         connectButtons(&OnboardingViewController::finishAndOpenPrefs,
                        &OnboardingViewController::finishWithoutPrefs);
     }
@@ -138,33 +150,56 @@ void OnboardingViewController::goToPermission() {
 void OnboardingViewController::openAccessibilitySettings() {
     if (!waitingLabel())
         return;
-    if (!services_.manager.isAccessibilityGranted() && !canChange(services_.manager.tapProblem())) {
-        waitingLabel()->setText(L::permissionNotInSession());
-        waitingLabel()->setColor(colors::systemOrange);
-        waitingLabel()->show();
+    if (isObstructed()) {
+        if (canChange(services_.manager.tapProblem()))
+            checkPermission();
         return;
     }
-    // Otherwise the focus would go to the link, and whoever presses the key once
-    // more would skip the step unawares.
-    step_->setFocus();
-    goSettingsBtn()->setEnabled(false);
+    disablePrimaryButton();
     goSettingsBtn()->setText(L::permissionWaitingButton());
     waitingLabel()->show();
     services_.systemSettings.openAccessibilityPane();
+    startPolling();
+}
+
+bool OnboardingViewController::isObstructed() const {
+    const TapProblem problem = services_.manager.tapProblem();
+    return !services_.manager.isAccessibilityGranted() && problem != TapProblem::None &&
+           problem != TapProblem::NotPermitted;
+}
+
+void OnboardingViewController::showObstruction() {
+    waitingLabel()->setText(L::accessMissing(services_.manager.tapProblem()));
+    waitingLabel()->setColor(colors::systemOrange);
+    waitingLabel()->show();
+}
+
+void OnboardingViewController::disablePrimaryButton() {
+    // Otherwise the focus would go to the link, and whoever presses the key once
+    // more would skip the step unawares.
+    step_->setFocus();
+    step_->primaryButton().setEnabled(false);
+}
+
+void OnboardingViewController::startPolling() {
     permissionTimer_ = services_.timers.every(kPollInterval, [this] { checkPermission(); });
 }
 
 void OnboardingViewController::checkPermission() {
     services_.manager.reinstallEventTap();
-    if (!services_.manager.isAccessibilityGranted())
+    if (!services_.manager.isAccessibilityGranted()) {
+        if (waitingLabel() && isObstructed())
+            showObstruction();
         return;
+    }
     permissionTimer_.reset();
     permissionGranted_ = true;
     if (TextLabel *const label = waitingLabel()) {
+        disablePrimaryButton();
         label->setText(L::permissionGranted());
         label->setColor(colors::systemGreen);
     }
-    nextStepTimer_ = services_.timers.once(kGrantedDelay, [this] { showStep(kDoneStep, true); });
+    nextStepTimer_ = services_.timers.once(kGrantedDelay, [this] { goToDone(); });
 }
 
 void OnboardingViewController::stopWaiting() {
@@ -175,6 +210,10 @@ void OnboardingViewController::stopWaiting() {
 void OnboardingViewController::skipPermission() {
     stopWaiting();
     permissionGranted_ = false;
+    goToDone();
+}
+
+void OnboardingViewController::goToDone() {
     showStep(kDoneStep, true);
 }
 
@@ -184,17 +223,17 @@ void OnboardingViewController::finishAndOpenPrefs() {
 }
 
 void OnboardingViewController::finishWithoutPrefs() {
-    closeWith(L::guideFinishedToast());
+    closeWith(L::guideFinishedToast);
 }
 
 void OnboardingViewController::skipOnboarding() {
-    closeWith(L::guideSkippedToast());
+    closeWith(L::guideSkippedToast);
 }
 
-void OnboardingViewController::closeWith(const QString &toast) {
+void OnboardingViewController::closeWith(const LTrayText &toast) {
     write(services_.defaults, settings::kOnboardingCompleted, true);
     contentContainer_->window()->hide();
-    services_.showToast(toast);
+    services_.showToast(toast(services_.systemTray.isAvailable()));
 }
 
 OnboardingWindowController::OnboardingWindowController(Services services)

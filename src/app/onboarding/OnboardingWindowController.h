@@ -16,10 +16,12 @@ class QWidget;
 namespace kestrelbay {
 
 class FixedWindow;
+struct LTrayText;
 class NativeWindow;
 class OnboardingStep;
 class ShortcutManager;
 class SystemSettings;
+class SystemTray;
 class TextLabel;
 class UserDefaults;
 
@@ -33,6 +35,7 @@ public:
         ShortcutManager &manager;
         UserDefaults &defaults;
         SystemSettings &systemSettings;
+        SystemTray &systemTray;
         NativeWindow &nativeWindow;
         Timers &timers;
         /// A notice that outlives the guide.
@@ -50,7 +53,8 @@ public:
     }
 
     /// 0 welcome, 1 permission, 2 done. With animation the steps fade into each
-    /// other within 0.15 seconds.
+    /// other within 0.15 seconds. Where the user has nothing to permit, the last two say
+    /// what the tap is at that moment.
     void showStep(int index, bool animated);
 
     /// Waits no longer for the permission.
@@ -60,6 +64,7 @@ public:
     void skipOnboarding();
     void openAccessibilitySettings();
     void skipPermission();
+    void goToDone();
     void finishAndOpenPrefs();
     void finishWithoutPrefs();
 
@@ -75,8 +80,14 @@ private:
     [[nodiscard]] OnboardingStep *makeStep(int index);
     void fade(QWidget *from, QWidget *to);
     void endFade();
+    /// Is there a known reason for which keys cannot be seen, other than that the user has
+    /// not permitted it?
+    [[nodiscard]] bool isObstructed() const;
+    void showObstruction();
+    void disablePrimaryButton();
+    void startPolling();
     void checkPermission();
-    void closeWith(const QString &toast);
+    void closeWith(const LTrayText &toast);
 
     Services services_;
     std::function<void(bool)> onFinished_;

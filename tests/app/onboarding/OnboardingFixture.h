@@ -17,6 +17,7 @@
 #include "fakes/FakeNativeWindow.h"
 #include "fakes/FakeSystemLog.h"
 #include "fakes/FakeSystemSettings.h"
+#include "fakes/FakeSystemTray.h"
 #include "fakes/FakeTimers.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fixtures/QtPrinters.h"
@@ -52,6 +53,7 @@ protected:
             .manager = *manager_,
             .defaults = defaults_,
             .systemSettings = systemSettings_,
+            .systemTray = systemTray_,
             .nativeWindow = nativeWindow_,
             .timers = timers_,
             .showToast =
@@ -131,6 +133,7 @@ protected:
     FakeSystemLog log_;
     FakeUserDefaults defaults_;
     FakeSystemSettings systemSettings_;
+    FakeSystemTray systemTray_;
     FakeNativeWindow nativeWindow_;
     FakeTimers timers_;
     std::unique_ptr<ShortcutManager> manager_;

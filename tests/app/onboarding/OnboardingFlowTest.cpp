@@ -134,14 +134,44 @@ TEST_F(OnboardingFlowTest, WithoutAnimationTheStepIsReplacedAtOnce) {
 
 TEST_F(OnboardingFlowTest, DismissLeaves) {
     link().click();
-    expectLeftByLink(L::guideSkippedToast());
+    expectLeftByLink(L::guideSkippedToast(true));
 }
 
 TEST_F(OnboardingFlowTest, SkippingTheLastStepLeaves) {
     goTo(2);
     EXPECT_EQ(link().text(), L::skipForNow());
     link().click();
-    expectLeftByLink(L::guideFinishedToast());
+    expectLeftByLink(L::guideFinishedToast(true));
+}
+
+TEST_F(OnboardingFlowTest, WithoutATrayTheToastsLeadToNone) {
+    systemTray_.setAvailable(false);
+    link().click();
+    expectLeftByLink(L::guideSkippedToast(false));
+    toasts_.clear();
+    open();
+    goTo(2);
+    link().click();
+    expectLeftByLink(L::guideFinishedToast(false));
+}
+
+TEST_F(OnboardingFlowTest, WithoutATrayTheLastStepLeadsToNone) {
+    systemTray_.setAvailable(false);
+    goTo(2);
+    EXPECT_EQ(texts().at(1), L::doneWithoutPermissionBody(false));
+    wait();
+    tap_.setPermission(true);
+    timers_.advance(1600ms);
+    finishFade();
+    EXPECT_EQ(texts().at(1), L::doneBody(false));
+}
+
+TEST_F(OnboardingFlowTest, TheLastStepKnowsATrayThatCameLate) {
+    systemTray_.setAvailable(false);
+    goTo(1);
+    systemTray_.setAvailable(true);
+    goTo(2);
+    EXPECT_EQ(texts().at(1), L::doneWithoutPermissionBody(true));
 }
 
 TEST_F(OnboardingFlowTest, TheLastStepOpensThePreferences) {
@@ -217,7 +247,7 @@ TEST_F(OnboardingFlowTest, ReturnDoesSoAlsoFromTheLink) {
 TEST_F(OnboardingFlowTest, TheSpaceBarPressesTheLink) {
     press(Qt::Key_Tab);
     press(Qt::Key_Space);
-    expectLeftByLink(L::guideSkippedToast());
+    expectLeftByLink(L::guideSkippedToast(true));
 }
 
 TEST_F(OnboardingFlowTest, TheGuideMayGoWhileItTells) {

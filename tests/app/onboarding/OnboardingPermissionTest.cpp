@@ -12,12 +12,24 @@ protected:
     OnboardingPermissionTest() { goTo(1); }
 
     [[nodiscard]] TextLabel &status() const { return *steps().waitingLabel(); }
+    void obstruct(TapProblem problem) {
+        tap_.setRefusal(problem);
+        manager_->reinstallEventTap();
+        tap_.takeCalls();
+    }
+    void expectReason(TapProblem problem) const {
+        EXPECT_TRUE(status().isVisible());
+        EXPECT_EQ(status().text(), L::accessMissing(problem));
+        EXPECT_EQ(status().palette().color(status().foregroundRole()), colors::systemOrange());
+        EXPECT_TRUE(primary().isEnabled());
+        EXPECT_EQ(primary().text(), L::permissionOpenSettings());
+    }
     void expectDone(bool granted) const {
         EXPECT_EQ(visibleSteps().size(), 1);
-        EXPECT_EQ(texts(), granted ? (QStringList{L::doneTitle(), L::doneBody(),
+        EXPECT_EQ(texts(), granted ? (QStringList{L::doneTitle(), L::doneBody(true),
                                                   L::doneAddShortcut(), L::skipForNow()})
                                    : (QStringList{L::doneWithoutPermissionTitle(),
-                                                  L::doneWithoutPermissionBody(),
+                                                  L::doneWithoutPermissionBody(true),
                                                   L::doneOpenPreferences(), L::skipForNow()}));
     }
 };
@@ -48,17 +60,95 @@ TEST_F(OnboardingPermissionTest, WaitsAlsoWhereThereAreNoSettings) {
     EXPECT_EQ(tap_.takeCalls(), QStringList{QStringLiteral("install")});
 }
 
-TEST_F(OnboardingPermissionTest, DoesNotWaitForWhatCannotCome) {
-    tap_.setRefusal(TapProblem::WaylandSession);
+TEST_F(OnboardingPermissionTest, SaysAtOnceWhyItCannotCome) {
+    for (const TapProblem problem : {TapProblem::WaylandSession, TapProblem::NoInputExtension}) {
+        obstruct(problem);
+        goTo(1);
+        expectReason(problem);
+        EXPECT_EQ(timers_.waitingCount(), 0U);
+        primary().click();
+        expectReason(problem);
+        EXPECT_EQ(timers_.waitingCount(), 0U);
+        EXPECT_TRUE(tap_.takeCalls().isEmpty());
+    }
+}
+
+TEST_F(OnboardingPermissionTest, SaysWhatIsInTheWayAndLooksForItsEnd) {
+    for (const TapProblem problem : {TapProblem::OtherInstance, TapProblem::NoDisplay}) {
+        tap_.setPermission(false);
+        obstruct(problem);
+        goTo(1);
+        expectReason(problem);
+        primary().click();
+        EXPECT_EQ(tap_.takeCalls(), QStringList{QStringLiteral("install")});
+        expectReason(problem);
+        timers_.advance(800ms);
+        EXPECT_EQ(tap_.takeCalls(), QStringList{QStringLiteral("install")});
+        expectReason(problem);
+        tap_.setPermission(true);
+        timers_.advance(800ms);
+        EXPECT_EQ(status().text(), L::permissionGranted());
+        EXPECT_FALSE(primary().isEnabled());
+        timers_.advance(800ms);
+        finishFade();
+        expectDone(true);
+        EXPECT_EQ(timers_.waitingCount(), 0U);
+        tap_.takeCalls();
+    }
+}
+
+TEST_F(OnboardingPermissionTest, APressFindsThatTheObstructionIsGone) {
+    obstruct(TapProblem::OtherInstance);
+    goTo(1);
+    tap_.setPermission(true);
+    primary().click();
+    EXPECT_EQ(status().text(), L::permissionGranted());
+    timers_.advance(800ms);
+    finishFade();
+    expectDone(true);
+}
+
+TEST_F(OnboardingPermissionTest, AnotherReasonIsToldWhenItComes) {
+    obstruct(TapProblem::OtherInstance);
+    goTo(1);
+    tap_.setRefusal(TapProblem::NoDisplay);
+    timers_.advance(800ms);
+    expectReason(TapProblem::NoDisplay);
+}
+
+TEST_F(OnboardingPermissionTest, WhereNobodyHasToPermitItAccessThatIsThereIsNotAskedFor) {
+    systemSettings_.setHasAccessibilityPane(false);
+    tap_.setPermission(true);
     manager_->setupEventTap();
     tap_.takeCalls();
-    primary().click();
+    goTo(1);
+    EXPECT_EQ(texts().first(3), (QStringList{L::permissionThereTitle(), L::permissionThereBody(),
+                                             L::permissionThereContinue()}));
+    EXPECT_FALSE(link().isVisible());
+    EXPECT_FALSE(steps().waitingLabel());
+    press(Qt::Key_Tab);
+    EXPECT_EQ(guide_->window()->focusWidget(), &primary());
+    press(Qt::Key_Return);
+    finishFade();
+    expectDone(true);
     EXPECT_EQ(timers_.waitingCount(), 0U);
     EXPECT_TRUE(tap_.takeCalls().isEmpty());
-    EXPECT_TRUE(status().isVisible());
-    EXPECT_EQ(status().text(), L::permissionNotInSession());
-    EXPECT_EQ(status().palette().color(status().foregroundRole()), colors::systemOrange());
-    EXPECT_TRUE(primary().isEnabled());
+}
+
+TEST_F(OnboardingPermissionTest, WhereNobodyHasToPermitItTheLastStepFollowsTheTap) {
+    systemSettings_.setHasAccessibilityPane(false);
+    link().click();
+    finishFade();
+    expectDone(false);
+    goTo(1);
+    tap_.setPermission(true);
+    manager_->setupEventTap();
+    link().click();
+    finishFade();
+    expectDone(true);
+    tap_.takeAway();
+    goTo(2);
+    expectDone(false);
 }
 
 TEST_F(OnboardingPermissionTest, TriesTheTapEvery800Milliseconds) {

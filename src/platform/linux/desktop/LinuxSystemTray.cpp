@@ -110,6 +110,10 @@ bool LinuxSystemTray::isEmbedding() const {
     return embedTray_.isPresent() && !settledForHost_.value_or(hasHost());
 }
 
+bool LinuxSystemTray::isAvailable() const {
+    return settledForHost_.value_or(hasHost()) ? hasHost() : embedTray_.isPresent();
+}
+
 std::optional<bool> LinuxSystemTray::isDark() const {
     if (isEmbedding() && embedTray_.isDark())
         return embedTray_.isDark();

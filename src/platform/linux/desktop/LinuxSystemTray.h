@@ -37,6 +37,8 @@ public:
     LinuxSystemTray(QDBusConnection bus, const SystemSettings &systemSettings, Settings settings);
 
     void whenAvailable(std::function<void()> handler) override;
+    /// Of the kind that Qt was let choose, once it was.
+    [[nodiscard]] bool isAvailable() const override;
     /// What an embedding tray says of its colours. Otherwise the panels of KDE follow
     /// the colour scheme, and most others are dark.
     [[nodiscard]] std::optional<bool> isDark() const override;

@@ -36,6 +36,7 @@ public:
     [[nodiscard]] bool isContrastHigh() const override { return told_.isContrastHigh; }
     void setAppearanceHandler(std::function<void()> handler) override;
     /// There is no such place: every program of an X11 session sees keys.
+    [[nodiscard]] bool hasAccessibilityPane() const override { return false; }
     bool openAccessibilityPane() override { return false; }
 
     [[nodiscard]] bool isPortalPresent() const { return isPortalPresent_ && bus_.isConnected(); }

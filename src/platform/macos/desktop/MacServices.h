@@ -18,6 +18,7 @@ class MacSystemTray final : public SystemTray {
 public:
     /// Calls the handler at once.
     void whenAvailable(std::function<void()> handler) override { handler(); }
+    [[nodiscard]] bool isAvailable() const override { return true; }
     [[nodiscard]] std::optional<bool> isDark() const override { return std::nullopt; }
     /// Never called: there is nothing to tell.
     void setDarkHandler(std::function<void()> /*handler*/) override {}
@@ -46,6 +47,7 @@ public:
     [[nodiscard]] bool isContrastHigh() const override { return false; }
     /// Never called: there is nothing to tell.
     void setAppearanceHandler(std::function<void()> /*handler*/) override {}
+    [[nodiscard]] bool hasAccessibilityPane() const override { return true; }
     /// Privacy & Security › Accessibility.
     bool openAccessibilityPane() override;
 };

@@ -129,6 +129,8 @@ TEST_F(LinuxSystemTrayTest, MakesDoWithEmbeddingAfterwards) {
     watcher_.emplace(bus_.address(), true);
     area_->waitForAnswer();
     EXPECT_EQ(area_->description(), QStringLiteral("XEmbed tray"));
+    tray_.reset();
+    EXPECT_TRUE(waitUntil([&] { return !area_->isAvailable(); }));
 }
 
 TEST_F(LinuxSystemTrayTest, EmbedsWithoutABus) {
