@@ -38,25 +38,33 @@ void shootGuideStep(ShotStage &stage, const char *name) {
 }
 
 void shootGuide(ShotStage &stage) {
+    const TrayHost tray(stage.desktop(), TrayHost::Kind::Notifiers);
     TapHolder other(stage.desktop().displayName());
     stage.begin({{QStringLiteral("onboardingCompleted"), false}}, ShellStage::Keys::AreTaken);
     shootGuideStep(stage, "guide-1-welcome");
     nextGuideStep(stage, [&] { stage.pressKey(kReturn); });
-    shootGuideStep(stage, "guide-2-permission");
-    nextGuideStep(stage, [&] { stage.pressKey(kReturn); });
-    shootGuideStep(stage, "guide-3-waiting");
+    shootGuideStep(stage, "guide-2-obstructed");
     nextGuideStep(stage, [&] { other.letGo(); });
-    shootGuideStep(stage, "guide-4-granted");
+    shootGuideStep(stage, "guide-3-granted");
     nextGuideStep(stage, [] {});
-    shootGuideStep(stage, "guide-5-all-set");
+    shootGuideStep(stage, "guide-4-all-set");
     const auto window = stage.programWindow(stage.scaled(ShellStage::kGuideSize));
     stage.toasts().forget();
     stage.clickIn(*window, stage.scaled(kGuideLink));
     stage.shootToast(QStringLiteral("toast-guide-finished"), stage.toasts().messageToasts());
 }
 
-void shootGuideWithoutKeys(ShotStage &stage) {
+void shootGuideWithKeys(ShotStage &stage) {
     stage.begin({{QStringLiteral("onboardingCompleted"), false}});
+    waitForGuide(stage);
+    nextGuideStep(stage, [&] { stage.pressKey(kReturn); });
+    shootGuideStep(stage, "guide-5-keys-are-there");
+}
+
+/// Without a tray too.
+void shootGuideWithoutKeys(ShotStage &stage) {
+    const TapHolder other(stage.desktop().displayName());
+    stage.begin({{QStringLiteral("onboardingCompleted"), false}}, ShellStage::Keys::AreTaken);
     waitForGuide(stage);
     nextGuideStep(stage, [&] { stage.pressKey(kReturn); });
     const auto window = stage.programWindow(stage.scaled(ShellStage::kGuideSize));
@@ -66,6 +74,10 @@ void shootGuideWithoutKeys(ShotStage &stage) {
     nextGuideStep(stage, [&] { stage.clickIn(*window, stage.scaled(kGuideLink)); });
     stage.pointer().moveTo({1, 1});
     shootGuideStep(stage, "guide-6-complete-without-keys");
+    stage.toasts().forget();
+    stage.clickIn(*window, stage.scaled(kGuideLink));
+    stage.shootToast(QStringLiteral("toast-guide-finished-without-tray"),
+                     stage.toasts().messageToasts());
 }
 
 void shootAbout(ShotStage &stage) {
@@ -145,6 +157,7 @@ void shootTray(ShotStage &stage) {
 const std::vector<Shot> &shellShots() {
     static const std::vector<Shot> kShots{
         {"guide", shootGuide},
+        {"guide with keys", shootGuideWithKeys},
         {"guide without keys", shootGuideWithoutKeys},
         {"about", shootAbout},
         {"toasts", shootOpaqueToasts},
