@@ -26,6 +26,7 @@ constexpr int kChevronMargin = 8;
 constexpr int kLineEditMargin = 6;
 constexpr int kMenuItemPadding = 6;
 constexpr int kPushButtonPadding = 12;
+constexpr int kSmallPushButtonMargin = 10;
 /// Around the list of a popup and around each of its titles.
 constexpr int kListFrame = 5;
 constexpr QSize kListItemPadding{7, 4};
@@ -139,7 +140,6 @@ void drawCheckBox(const QStyleOption &option, QPainter *painter) {
 }
 
 void drawMenuSeparator(const QStyleOption &option, QPainter *painter) {
-    painter->fillRect(option.rect, option.palette.color(QPalette::Base));
     painter->fillRect(QRect(option.rect.left() + kMenuItemPadding, option.rect.center().y(),
                             option.rect.width() - 2 * kMenuItemPadding, 1),
                       colors::separator());
@@ -201,10 +201,12 @@ void drawPopupFrame(const QStyleOption &option, QPainter *painter) {
     painter->restore();
 }
 
+bool isSmall(const QWidget *widget) {
+    return widget && widget->font().pixelSize() > 0 && widget->font().pixelSize() <= kSmallFont;
+}
+
 int controlHeight(const QWidget *widget) {
-    const bool isSmall =
-        widget && widget->font().pixelSize() > 0 && widget->font().pixelSize() <= kSmallFont;
-    return isSmall ? kSmallHeight : kRegularHeight;
+    return isSmall(widget) ? kSmallHeight : kRegularHeight;
 }
 
 }  // namespace
@@ -286,8 +288,10 @@ QSize SystemStyle::sizeFromContents(ContentsType type, const QStyleOption *optio
     QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     if (type == CT_PushButton || type == CT_ComboBox || type == CT_LineEdit)
         size.setHeight(controlHeight(widget));
+    // Fusion makes even the shortest button 80 wide.
     if (type == CT_PushButton)
-        size.rwidth() += kPushButtonPadding;
+        size.setWidth(isSmall(widget) ? contents.width() + 2 * kSmallPushButtonMargin
+                                      : size.width() + kPushButtonPadding);
     if (type == CT_MenuItem && !isMenuSeparator(*option))
         size.rheight() += kMenuItemPadding;
     if (type == CT_ItemViewItem && isPopupList(widget))

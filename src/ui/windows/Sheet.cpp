@@ -66,6 +66,7 @@ Sheet::Sheet(const QString &title, QWidget *parent)
 QPushButton *Sheet::makeButton(const QString &text, bool primary) {
     auto *button = new QPushButton(text, this);
     button->setFont(systemFont(kButtonFont));
+    button->setMinimumWidth(std::max(kAnswerWidth, button->sizeHint().width()));
     button->setAutoDefault(true);
     button->setDefault(primary);
     return button;

@@ -1,7 +1,9 @@
 #include "ui/look/Appearance.h"
 
 #include <QApplication>
+#include <QMenu>
 #include <QPalette>
+#include <QPushButton>
 #include <QStyle>
 #include <QStyleFactory>
 
@@ -13,6 +15,7 @@
 #include "fakes/FakeSystemSettings.h"
 #include "fakes/FakeSystemTints.h"
 #include "ui/look/Contrast.h"
+#include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
 #include "ui/look/SystemStyle.h"
 #include "ui/widgets/TextLabel.h"
@@ -53,6 +56,36 @@ TEST_F(AppearanceTest, FollowsItLive) {
     EXPECT_TRUE(colors::isDark());
     EXPECT_NE(colors::label(), lightLabel);
     EXPECT_EQ(label.palette().color(label.foregroundRole()), colors::label());
+}
+
+TEST_F(AppearanceTest, ASmallButtonIsAsWideAsItsText) {
+    const Appearance appearance(settings_, false);
+    QPushButton button(QStringLiteral("See Why"));
+    button.setFont(systemFont(12, QFont::Medium));
+    const int text = button.fontMetrics().horizontalAdvance(button.text());
+    EXPECT_GE(button.sizeHint().width(), text + 12);
+    EXPECT_LE(button.sizeHint().width(), text + 24);
+}
+
+TEST_F(AppearanceTest, SeparatorsLeaveTheFrameOfAMenuWhole) {
+    for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {
+        settings_.setColorScheme(scheme);
+        const Appearance appearance(settings_, false);
+        QMenu menu;
+        menu.addAction(QStringLiteral("One"));
+        QAction *const separator = menu.addSeparator();
+        menu.addAction(QStringLiteral("Two"));
+        menu.ensurePolished();
+        menu.resize(menu.sizeHint());
+        const QImage picture = menu.grab().toImage();
+        const QRect line = menu.actionGeometry(separator);
+        for (const int x : {0, picture.width() - 1}) {
+            for (int y = line.top(); y <= line.bottom(); ++y)
+                EXPECT_EQ(picture.pixelColor(x, y), picture.pixelColor(x, line.top() - 4));
+        }
+        EXPECT_NE(picture.pixelColor(picture.width() / 2, line.center().y()),
+                  picture.pixelColor(picture.width() / 2, line.top() - 1));
+    }
 }
 
 TEST_F(AppearanceTest, LeavesEverythingWhereQtFollowsTheSystem) {
