@@ -108,6 +108,7 @@ PreferencesServices servicesWith(const PreferencesServices &fakes, ApplicationCa
             .timers = fakes.timers,
             .mainQueue = mainQueue,
             .backgroundQueue = backgroundQueue,
+            .addresses = fakes.addresses,
             .showToast = fakes.showToast};
 }
 

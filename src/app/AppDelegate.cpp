@@ -115,6 +115,7 @@ PreferencesServices AppDelegate::preferencesServices() {
             .timers = timers_,
             .mainQueue = mainQueue_,
             .backgroundQueue = backgroundQueue_,
+            .addresses = Addresses::ofThisBuild(),
             .showToast = &ToastWindow::show};
 }
 
@@ -242,7 +243,11 @@ void AppDelegate::openOnboarding() {
 void AppDelegate::showAbout() {
     if (!about_) {
         about_ = std::make_unique<AboutWindowController>(AboutWindowController::Services{
-            .workspace = platform_.workspace(), .nativeWindow = platform_.nativeWindow()});
+            .workspace = platform_.workspace(),
+            .nativeWindow = platform_.nativeWindow(),
+            .notifications = notifications_,
+            .addresses = Addresses::ofThisBuild(),
+            .showToast = [](const QString &message) { ToastWindow::show(message); }});
     }
     about_->show();
 }

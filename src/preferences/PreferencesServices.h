@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include "settings/Addresses.h"
+
 namespace kestrelbay {
 
 class ApplicationCatalog;
@@ -39,6 +41,7 @@ struct PreferencesServices {
     DispatchQueue &mainQueue;
     /// For what takes long and must not keep the main thread.
     DispatchQueue &backgroundQueue;
+    Addresses addresses;
     /// A message toast: its text, and a button where title and action are given.
     std::function<void(const QString &, const QString &, std::function<void()>)> showToast;
 };

@@ -2,29 +2,47 @@
 
 #include <QUrl>
 
-namespace kestrelbay::addresses {
+#include "platform/Workspace.h"
+#include "settings/L.h"
+
+namespace kestrelbay {
 
 namespace {
 
-QString encoded(const QUrl &url) {
+QString pageUrl(const QString &page) {
+    return QUrl(page, QUrl::TolerantMode).toString(QUrl::FullyEncoded);
+}
+
+QString mailUrl(const QString &mailbox) {
+    if (mailbox.isEmpty())
+        return {};
+    QUrl url;
+    url.setScheme(QStringLiteral("mailto"));
+    url.setPath(mailbox);
     return url.toString(QUrl::FullyEncoded);
 }
 
 }  // namespace
 
-QString downloadPage() {
-    return encoded({QStringLiteral(KESTRELBAY_DOWNLOAD_PAGE), QUrl::TolerantMode});
+Addresses Addresses::of(const QString &downloadPage, const QString &deepLaunchHelpPage,
+                        const QString &supportMail) {
+    return {.downloadPage = pageUrl(downloadPage),
+            .supportMail = mailUrl(supportMail),
+            .deepLaunchHelpPage = pageUrl(deepLaunchHelpPage)};
 }
 
-QString supportMail() {
-    QUrl url;
-    url.setScheme(QStringLiteral("mailto"));
-    url.setPath(QStringLiteral(KESTRELBAY_SUPPORT_MAIL));
-    return encoded(url);
+Addresses Addresses::ofThisBuild() {
+    return of(QStringLiteral(KESTRELBAY_DOWNLOAD_PAGE),
+              QStringLiteral(KESTRELBAY_DEEP_LAUNCH_HELP_PAGE),
+              QStringLiteral(KESTRELBAY_SUPPORT_MAIL));
 }
 
-QString deepLaunchHelpPage() {
-    return encoded({QStringLiteral(KESTRELBAY_DEEP_LAUNCH_HELP_PAGE), QUrl::TolerantMode});
+void openAddress(const QString &address, Workspace &workspace,
+                 const std::function<void(const QString &)> &showToast) {
+    if (address.isEmpty())
+        showToast(L::noAddress());
+    else
+        workspace.openUrl(address);
 }
 
-}  // namespace kestrelbay::addresses
+}  // namespace kestrelbay

@@ -93,6 +93,10 @@ public:
     /// Between the keys of a hotkey.
     static constexpr LText keySeparator{u", ", u"，"};
 
+    /// Where a button leads to an address that the program was built without.
+    static constexpr LText noAddress{u"This build of KestrelBay has no address for that",
+                                     u"此构建的 KestrelBay 未设置相应的地址"};
+
     // The menu of the status item.
     static constexpr LText disableAllShortcuts{u"Disable All Shortcuts", u"禁用全部快捷键"};
     static constexpr LText enableAllShortcuts{u"Enable All Shortcuts", u"启用全部快捷键"};
@@ -201,12 +205,15 @@ public:
         .withoutTray = {u"Start KestrelBay again to configure shortcuts",
                         u"再次启动 KestrelBay 即可进行快捷键配置"}};
     static constexpr LTrayText guideSkippedToast{
-        .withTray = {.onMacos = {u"Onboarding skipped. Click ⚡ → Welcome Guide to reopen.",
-                                 u"已跳过引导。可随时点击状态栏的⚡️图标 → 欢迎向导 "
-                                 u"重新打开"},
-                     .onLinux = {u"Onboarding skipped. Click ⚡ → Welcome Guide to reopen.",
-                                 u"已跳过引导。可随时点击系统托盘的⚡️图标 → 欢迎向导 "
-                                 u"重新打开"}},
+        .withTray =
+            {.onMacos =
+                 {u"Onboarding skipped. Click ⚡ → Welcome Guide to reopen.",
+                  u"已跳过引导。可随时点击状态栏的⚡️图标 → 欢迎向导 "
+                  u"重新打开"},
+             .onLinux =
+                 {u"Onboarding skipped. Click ⚡ → Welcome Guide to reopen.",
+                  u"已跳过引导。可随时点击系统托盘的⚡️图标 → 欢迎向导 "
+                  u"重新打开"}},
         .withoutTray = {u"Onboarding skipped. Run kestrelbay --action=welcome-guide to reopen.",
                         u"已跳过引导。可随时运行 kestrelbay --action=welcome-guide 重新打开"}};
 

@@ -3,6 +3,7 @@
 #include "app/toasts/ToastFixture.h"
 #include "fakes/FakeWorkspace.h"
 #include "fixtures/AccessibleTree.h"
+#include "settings/Notifications.h"
 
 using namespace Qt::StringLiterals;
 
@@ -77,7 +78,12 @@ protected:
     FakeUserDefaults defaults_;
     FakeWorkspace workspace_;
     FakeNativeWindow nativeWindow_;
-    AboutWindowController about_{{.workspace = workspace_, .nativeWindow = nativeWindow_}};
+    Notifications notifications_;
+    AboutWindowController about_{{.workspace = workspace_,
+                                  .nativeWindow = nativeWindow_,
+                                  .notifications = notifications_,
+                                  .addresses = {},
+                                  .showToast = {}}};
 };
 
 TEST_F(AboutAccessibility, InEnglish) {

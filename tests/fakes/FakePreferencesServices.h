@@ -44,6 +44,7 @@ protected:
                 .timers = timers,
                 .mainQueue = mainQueue,
                 .backgroundQueue = backgroundQueue_,
+                .addresses = addresses_,
                 .showToast = [this](const QString &message, const QString &actionTitle,
                                     const std::function<void()> &action) {
                     toasts_.append(message);
@@ -78,6 +79,7 @@ protected:
     FakeTimers timers_;
     ManualDispatchQueue mainQueue_;
     ManualDispatchQueue backgroundQueue_;
+    Addresses addresses_;
     QStringList toasts_;
     ToastAction lastToastAction_;
 };

@@ -191,7 +191,6 @@ TEST_F(Accessibility, AdvancedSheet) {
          u"StaticText: Pick a type, then enter the value on the right"_s,
          u"ComboBox: Launch arguments (focusable, of Launch Args / URL Scheme / File Path)"_s,
          u"EditableText: Value (focusable)"_s,
-         u"StaticText: To paste text into the field, right-click instead of using keyboard shortcuts."_s,
          u"Button: Learn more about Deep Launch (focusable)"_s, u"Button: Cancel (focusable)"_s,
          u"Button: Save (focusable)"_s});
 }
@@ -328,7 +327,6 @@ TEST_F(Accessibility, AdvancedSheetInChinese) {
                 u"StaticText: 先选择类型，再在右侧输入对应内容"_s,
                 u"ComboBox: 启动参数 (focusable, of 启动参数 / URL Scheme / 文件路径)"_s,
                 u"EditableText: 内容 (focusable)"_s,
-                u"StaticText: 如需粘贴文本到输入框，使用鼠标右键而非快捷键。"_s,
                 u"Button: 进一步了解深度启动 (focusable)"_s, u"Button: 取消 (focusable)"_s,
                 u"Button: 保存 (focusable)"_s});
 }

@@ -4,7 +4,9 @@
 
 #include <QUrl>
 
+#include "fakes/FakeWorkspace.h"
 #include "fixtures/QtPrinters.h"
+#include "settings/L.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,24 +14,42 @@ namespace kestrelbay {
 
 namespace {
 
-// Whoever builds the program may choose others, so no more is promised than their form.
-
-TEST(Addresses, PagesAreWebPages) {
-    for (const QString &text : {addresses::downloadPage(), addresses::deepLaunchHelpPage()}) {
-        const QUrl page(text, QUrl::StrictMode);
-        EXPECT_TRUE(page.isValid()) << page.errorString().toStdString();
-        EXPECT_EQ(page.scheme(), u"https"_s);
-        EXPECT_FALSE(page.host().isEmpty());
-    }
-    EXPECT_NE(addresses::downloadPage(), addresses::deepLaunchHelpPage());
+TEST(Addresses, AreUrls) {
+    const Addresses addresses = Addresses::of(u"https://example.org/get it"_s,
+                                              u"https://example.org/help"_s, u"help@example.org"_s);
+    EXPECT_EQ(addresses.downloadPage, u"https://example.org/get%20it"_s);
+    EXPECT_EQ(addresses.deepLaunchHelpPage, u"https://example.org/help"_s);
+    EXPECT_EQ(addresses.supportMail, u"mailto:help@example.org"_s);
 }
 
-TEST(Addresses, SupportIsAMailbox) {
-    const QUrl mail(addresses::supportMail(), QUrl::StrictMode);
-    EXPECT_TRUE(mail.isValid());
-    EXPECT_EQ(mail.scheme(), u"mailto"_s);
-    EXPECT_TRUE(mail.path().contains(u'@'));
-    EXPECT_EQ(mail.toString(), u"mailto:"_s + mail.path());
+TEST(Addresses, WhatIsNotSetIsEmpty) {
+    const Addresses addresses = Addresses::of({}, {}, {});
+    EXPECT_EQ(addresses.downloadPage, QString());
+    EXPECT_EQ(addresses.supportMail, QString());
+    EXPECT_EQ(addresses.deepLaunchHelpPage, QString());
+}
+
+// Whoever builds the program may choose them, so no more is promised than their form.
+TEST(Addresses, ThoseOfThisBuildCanBeOpened) {
+    const Addresses addresses = Addresses::ofThisBuild();
+    for (const QString &address :
+         {addresses.downloadPage, addresses.supportMail, addresses.deepLaunchHelpPage}) {
+        const QUrl url(address, QUrl::StrictMode);
+        EXPECT_TRUE(address.isEmpty() || (url.isValid() && !url.isRelative()))
+            << address.toStdString();
+    }
+}
+
+TEST(Addresses, OneThatIsMissingIsSaidToBe) {
+    FakeWorkspace workspace;
+    QStringList notices;
+    const auto showToast = [&notices](const QString &message) { notices.append(message); };
+    openAddress(u"https://example.org/"_s, workspace, showToast);
+    EXPECT_EQ(workspace.requests().take(), QStringList{u"openUrl https://example.org/"_s});
+    EXPECT_EQ(notices, QStringList());
+    openAddress({}, workspace, showToast);
+    EXPECT_EQ(workspace.requests().take(), QStringList());
+    EXPECT_EQ(notices, QStringList{L::noAddress()});
 }
 
 }  // namespace

@@ -48,6 +48,8 @@ std::vector<Member> members() {
         {L::recorderRecording, u"recording"_s, u"正在录入"_s},
         {L::noHotkey, u"none"_s, u"无"_s},
         {L::keySeparator, u", "_s, u"\uFF0C"_s},
+        {L::noAddress, u"This build of KestrelBay has no address for that"_s,
+         u"此构建的 KestrelBay 未设置相应的地址"_s},
         {L::disableAllShortcuts, u"Disable All Shortcuts"_s, u"禁用全部快捷键"_s},
         {L::enableAllShortcuts, u"Enable All Shortcuts"_s, u"启用全部快捷键"_s},
         {L::preferencesEntry, u"Preferences..."_s, u"偏好设置..."_s},

@@ -11,6 +11,7 @@
 #include "platform/Workspace.h"
 #include "settings/Addresses.h"
 #include "settings/L.h"
+#include "settings/Notifications.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/Screens.h"
 #include "ui/look/SystemColors.h"
@@ -93,20 +94,24 @@ QPushButton *makeButton(QWidget &view, const QString &title) {
 /// What the window shows: icon, name and version, and two links.
 class AboutViewController final : public QObject {
 public:
-    /// Fills the view and belongs to it. The workspace has to outlive it.
-    AboutViewController(QWidget &view, Workspace &workspace);
+    /// Fills the view and belongs to it.
+    AboutViewController(QWidget &view, AboutWindowController::Services services);
 
     /// Opens the page from which updates are downloaded.
-    void checkForUpdates() { workspace_.openUrl(addresses::downloadPage()); }
+    void checkForUpdates() const { open(services_.addresses.downloadPage); }
     /// Opens a message to the author.
-    void contactFeedback() { workspace_.openUrl(addresses::supportMail()); }
+    void contactFeedback() const { open(services_.addresses.supportMail); }
 
 private:
-    Workspace &workspace_;
+    void open(const QString &address) const {
+        openAddress(address, services_.workspace, services_.showToast);
+    }
+
+    const AboutWindowController::Services services_;
 };
 
-AboutViewController::AboutViewController(QWidget &view, Workspace &workspace)
-    : QObject(&view), workspace_(workspace) {
+AboutViewController::AboutViewController(QWidget &view, AboutWindowController::Services services)
+    : QObject(&view), services_(std::move(services)) {
     auto *icon = new ApplicationIcon(&view);
     icon->setGeometry((kSize.width() - kIconSize) / 2, kIconTop, kIconSize, kIconSize);
     const int nameBottom = placeText(view, kIconTop + kIconSize + kIconToName, L::programName(),
@@ -118,11 +123,13 @@ AboutViewController::AboutViewController(QWidget &view, Workspace &workspace)
     auto *contact = makeButton(view, L::contactFeedback());
     connect(updates, &QPushButton::clicked, this, &AboutViewController::checkForUpdates);
     connect(contact, &QPushButton::clicked, this, &AboutViewController::contactFeedback);
+    // That of the given size, however small the titles have to be to fit.
+    updates->setFont(systemFont(kButtonFont));
+    const int height = updates->sizeHint().height();
     const QFont font = buttonFont(L::checkForUpdates(), L::contactFeedback());
     updates->setFont(font);
     contact->setFont(font);
 
-    const int height = updates->sizeHint().height();
     const int top = kSize.height() - kBottom - height;
     updates->setGeometry(kSide, top, kButtonWidth, height);
     contact->setGeometry(kSize.width() - kSide - kButtonWidth, top, kButtonWidth, height);
@@ -134,14 +141,28 @@ AboutViewController::AboutViewController(QWidget &view, Workspace &workspace)
     view.setFocus();
 }
 
-AboutWindowController::AboutWindowController(Services services) : services_(services) {}
+AboutWindowController::AboutWindowController(Services services) : services_(std::move(services)) {
+    connect(&services_.notifications, &Notifications::languageDidChange, this, [this] {
+        if (window_)
+            build();
+    });
+}
 
 AboutWindowController::~AboutWindowController() = default;
 
+void AboutWindowController::build() {
+    qDeleteAll(QObjectList(window_->children()));
+    window_->setWindowTitle(L::aboutKestrelBay());
+    new AboutViewController(*window_, services_);
+    // What comes into a window in view is hidden otherwise.
+    for (auto *child : window_->findChildren<QWidget *>())
+        child->show();
+}
+
 void AboutWindowController::show() {
     if (!window_) {
-        window_ = std::make_unique<FixedWindow>(kSize, L::aboutKestrelBay());
-        new AboutViewController(*window_, services_.workspace);
+        window_ = std::make_unique<FixedWindow>(kSize, QString());
+        build();
     }
     window_->centerOn(activeScreen(services_.nativeWindow));
     window_->show();

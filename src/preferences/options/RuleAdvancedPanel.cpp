@@ -111,7 +111,11 @@ ShortcutRule ruleWith(ShortcutRule rule, const RuleAdvancedInput &input) {
 RuleAdvancedPanel::RuleAdvancedPanel(const PreferencesServices &services, const ShortcutRule &rule,
                                      Completion completion, QWidget *parent)
     : Sheet(L::advancedPanelTitle(shownAppName(rule)), parent),
-      workspace_(services.workspace),
+      openHelp_([&workspace = services.workspace, page = services.addresses.deepLaunchHelpPage,
+                 showToast = services.showToast] {
+          openAddress(page, workspace,
+                      [&showToast](const QString &message) { showToast(message, {}, {}); });
+      }),
       rule_(rule),
       completion_(std::move(completion)),
       radioButtons_(new QButtonGroup(this)) {
@@ -204,7 +208,7 @@ void RuleAdvancedPanel::buildArgsSection(QVBoxLayout &column) {
 void RuleAdvancedPanel::buildButtons(QVBoxLayout &column) {
     auto *help = new LinkButton(L::deepLaunchHelp(), LinkButton::Kind::Help, this);
     help->setAccessibleDescription(L::helpName());
-    connect(help, &LinkButton::clicked, this, &RuleAdvancedPanel::openDeepLaunchHelp);
+    connect(help, &LinkButton::clicked, this, openHelp_);
     QPushButton *cancel = makeButton(L::cancel());
     QPushButton *saving = makeButton(L::save(), true);
     connect(cancel, &QPushButton::clicked, this, &RuleAdvancedPanel::reject);
@@ -223,10 +227,6 @@ void RuleAdvancedPanel::applyKindSelection() {
     const KindChoice &choice = choiceAt(kKindChoices, kindPopup_->currentIndex());
     argsField_->setEnabled(choice.kind != ArgumentKind::None);
     argsField_->setPlaceholderText(choice.hint());
-}
-
-void RuleAdvancedPanel::openDeepLaunchHelp() {
-    workspace_.openUrl(addresses::deepLaunchHelpPage());
 }
 
 void RuleAdvancedPanel::save() {

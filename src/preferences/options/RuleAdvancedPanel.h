@@ -14,7 +14,6 @@ class QVBoxLayout;
 
 namespace kestrelbay {
 
-class Workspace;
 struct PreferencesServices;
 
 /// The kind of argument at this place in the order in which the user is offered them; none
@@ -57,10 +56,9 @@ private:
     void buildArgsSection(QVBoxLayout &column);
     void buildButtons(QVBoxLayout &column);
     void applyKindSelection();
-    void openDeepLaunchHelp();
     void save();
 
-    Workspace &workspace_;
+    const std::function<void()> openHelp_;
     const ShortcutRule rule_;
     Completion completion_;
     QButtonGroup *radioButtons_;

@@ -1,6 +1,8 @@
 #include "app/about/AboutWindowController.h"
 
 #include <memory>
+#include <set>
+#include <utility>
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -14,7 +16,9 @@
 #include "fakes/FakeWorkspace.h"
 #include "fixtures/QtPrinters.h"
 #include "settings/Addresses.h"
+#include "settings/L.h"
 #include "settings/Language.h"
+#include "settings/Notifications.h"
 #include "settings/SettingsKeys.h"
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
@@ -65,7 +69,16 @@ protected:
     FakeUserDefaults defaults_;
     FakeWorkspace workspace_;
     FakeNativeWindow nativeWindow_;
-    AboutWindowController about_{{.workspace = workspace_, .nativeWindow = nativeWindow_}};
+    Notifications notifications_;
+    QStringList toasts_;
+    AboutWindowController::Services services_{
+        .workspace = workspace_,
+        .nativeWindow = nativeWindow_,
+        .notifications = notifications_,
+        .addresses = Addresses::of(QStringLiteral("https://example.org/download"), QString(),
+                                   QStringLiteral("help@example.org")),
+        .showToast = [this](const QString &message) { toasts_.append(message); }};
+    AboutWindowController about_{services_};
 };
 
 TEST_F(AboutWindowTest, IsNotThereBeforeItIsShown) {
@@ -139,14 +152,16 @@ TEST_F(AboutWindowTest, TheIconIsOnTopInTheMiddle) {
 }
 
 TEST_F(AboutWindowTest, TheButtonsAreAtTheBottomUnderALine) {
+    std::set<int> heights;
     for (const bool chinese : {false, true}) {
         if (chinese)
             speakChinese();
-        AboutWindowController about({.workspace = workspace_, .nativeWindow = nativeWindow_});
+        AboutWindowController about(services_);
         about.show();
         const QList<QPushButton *> both = buttons(*about.window());
         ASSERT_EQ(both.size(), 2);
         const int height = both[0]->height();
+        heights.insert(height);
         EXPECT_EQ(both[0]->geometry(), QRect(20, 200 - 16 - height, 140, height));
         EXPECT_EQ(both[1]->geometry(), QRect(180, 200 - 16 - height, 140, height));
         for (const QPushButton *button : both) {
@@ -160,6 +175,7 @@ TEST_F(AboutWindowTest, TheButtonsAreAtTheBottomUnderALine) {
         EXPECT_THAT(places(*about.window()), Contains(QRect(0, lineBottom - 1, 340, 1)));
         EXPECT_GT(lineBottom - 1, labels(*about.window())[1]->geometry().bottom());
     }
+    EXPECT_EQ(heights.size(), 1U);
 }
 
 TEST_F(AboutWindowTest, TheButtonsOpenThePageAndTheMail) {
@@ -169,25 +185,51 @@ TEST_F(AboutWindowTest, TheButtonsOpenThePageAndTheMail) {
     EXPECT_EQ(both[1]->text(), QStringLiteral("Contact && Feedback"));
     both[0]->click();
     EXPECT_EQ(workspace_.requests().take(),
-              QStringList{QStringLiteral("openUrl ") + addresses::downloadPage()});
+              QStringList{QStringLiteral("openUrl https://example.org/download")});
     both[1]->click();
     EXPECT_EQ(workspace_.requests().take(),
-              QStringList{QStringLiteral("openUrl ") + addresses::supportMail()});
+              QStringList{QStringLiteral("openUrl mailto:help@example.org")});
     EXPECT_TRUE(about_.window()->isVisible());
 }
 
-TEST_F(AboutWindowTest, AnOpenWindowKeepsItsTexts) {
-    shown();
-    speakChinese();
-    about_.show();
-    EXPECT_EQ(about_.window()->windowTitle(), QStringLiteral("About KestrelBay"));
+TEST_F(AboutWindowTest, WithoutAddressesTheButtonsSaySo) {
+    services_.addresses = {};
+    AboutWindowController about(services_);
+    about.show();
+    for (QPushButton *button : buttons(*about.window())) {
+        button->click();
+        EXPECT_EQ(std::exchange(toasts_, {}), QStringList{L::noAddress()});
+    }
+    EXPECT_EQ(workspace_.requests().take(), QStringList{});
+}
 
-    AboutWindowController later({.workspace = workspace_, .nativeWindow = nativeWindow_});
-    later.show();
-    EXPECT_EQ(later.window()->windowTitle(), QStringLiteral("关于 KestrelBay"));
-    EXPECT_EQ(buttons(*later.window())[0]->text(), QStringLiteral("检查更新"));
-    EXPECT_EQ(buttons(*later.window())[1]->text(), QStringLiteral("联系作者与反馈"));
-    EXPECT_EQ(labels(*later.window())[1]->text(), QStringLiteral("Version 1.2.3"));
+TEST_F(AboutWindowTest, FollowsTheLanguage) {
+    QWidget &window = shown();
+    speakChinese();
+    Q_EMIT notifications_.languageDidChange();
+    EXPECT_EQ(about_.window(), &window);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("关于 KestrelBay"));
+    ASSERT_EQ(buttons(window).size(), 2);
+    EXPECT_TRUE(buttons(window)[0]->isVisible());
+    EXPECT_EQ(buttons(window)[0]->text(), QStringLiteral("检查更新"));
+    EXPECT_EQ(buttons(window)[1]->text(), QStringLiteral("联系作者与反馈"));
+    ASSERT_EQ(labels(window).size(), 2);
+    EXPECT_EQ(labels(window)[1]->text(), QStringLiteral("Version 1.2.3"));
+}
+
+TEST_F(AboutWindowTest, FollowsTheLanguageAlsoWhileItIsClosed) {
+    shown().close();
+    speakChinese();
+    Q_EMIT notifications_.languageDidChange();
+    EXPECT_FALSE(about_.window()->isVisible());
+    about_.show();
+    EXPECT_EQ(about_.window()->windowTitle(), QStringLiteral("关于 KestrelBay"));
+}
+
+TEST_F(AboutWindowTest, AChangeOfLanguageBuildsNoWindow) {
+    Q_EMIT notifications_.languageDidChange();
+    EXPECT_FALSE(about_.window());
 }
 
 TEST_F(AboutWindowTest, ReturnPressesTheButtonThatWasGivenTheFocus) {

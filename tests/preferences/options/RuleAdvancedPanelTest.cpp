@@ -12,10 +12,10 @@
 
 #include "fixtures/ServicesFixture.h"
 #include "preferences/options/RuleAdvancedPanel.h"
-#include "settings/Addresses.h"
 #include "settings/L.h"
 #include "ui/widgets/AccessibleFactory.h"
 #include "ui/widgets/LinkButton.h"
+#include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
 namespace {
@@ -76,7 +76,7 @@ protected:
     void open(const ShortcutRule &rule) {
         saved_.reset();
         panel_ = new RuleAdvancedPanel(
-            services_, rule,
+            services(), rule,
             [this](const ShortcutRule &edited) {
                 EXPECT_FALSE(saved_);
                 EXPECT_FALSE(panel_ && panel_->isVisible());
@@ -107,7 +107,6 @@ protected:
     [[nodiscard]] QLineEdit &field() const { return *panel_->findChild<QLineEdit *>(); }
     void press(Qt::Key key) const { QTest::keyClick(panel_.data(), key); }
 
-    const PreferencesServices services_ = services();
     QWidget window_;
     QPointer<RuleAdvancedPanel> panel_;
     std::optional<ShortcutRule> saved_;
@@ -251,13 +250,27 @@ TEST_F(RuleAdvancedPanelTest, TheTabKeyGoesFromTopToBottom) {
                            QStringLiteral("QPushButton")}));
 }
 
+TEST_F(RuleAdvancedPanelTest, HelpThatThisBuildLacksSaysSo) {
+    open(ruleOf(ArgumentKind::None, {}));
+    panel_->findChild<LinkButton *>()->click();
+    EXPECT_EQ(toasts_, QStringList{L::noAddress()});
+    EXPECT_TRUE(workspace_.requests().lines().isEmpty());
+}
+
+TEST_F(RuleAdvancedPanelTest, NothingIsSaidInEmptyLines) {
+    open(ruleOf(ArgumentKind::None, {}));
+    for (const TextLabel *label : panel_->findChildren<TextLabel *>())
+        EXPECT_FALSE(label->text().isEmpty());
+}
+
 TEST_F(RuleAdvancedPanelTest, HelpOpensItsPage) {
+    addresses_.deepLaunchHelpPage = QStringLiteral("https://example.org/help");
     open(ruleOf(ArgumentKind::None, {}));
     auto *help = panel_->findChild<LinkButton *>();
     ASSERT_NE(help, nullptr);
     EXPECT_EQ(help->cursor().shape(), Qt::PointingHandCursor);
     help->setFocus();
-    const QString request = QStringLiteral("openUrl ") + addresses::deepLaunchHelpPage();
+    const auto request = QStringLiteral("openUrl https://example.org/help");
     QTest::keyClick(help, Qt::Key_Space);
     EXPECT_EQ(workspace_.requests().lines(), QStringList(request));
     QTest::keyClick(help, Qt::Key_Return);
