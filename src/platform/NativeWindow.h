@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include <QMargins>
 #include <QPoint>
 #include <QRect>
 
@@ -30,6 +31,15 @@ public:
     /// Has what is behind the window show through blurred within a rounded rectangle
     /// (in device-independent pixels of the window), where the desktop blurs.
     virtual void setBehindWindowMaterial(Id window, const QRect &rectangle, int cornerRadius) = 0;
+
+    /// Cuts a window to a rounded rectangle (in device-independent pixels of the window)
+    /// along the pixels of the screen, for desktops that show no translucency.
+    virtual void cutToRoundedRectangle(Id window, const QRect &rectangle, int cornerRadius) = 0;
+
+    /// How far the frame that the desktop puts around a window reaches beyond it, in device
+    /// pixels. The window may still have to be shown. None where the desktop does not tell
+    /// within a quarter of a second, for which this waits.
+    [[nodiscard]] virtual QMargins frameMargins(Id window) const = 0;
 
     /// Gives a shown window of this program the focus and brings it before all others,
     /// whoever has the focus now; and into view, if it is on another workspace.

@@ -326,9 +326,8 @@ TEST_F(Accessibility, AdvancedSheetInChinese) {
                 u"StaticText: 启动参数 / URL Scheme / 文件路径"_s,
                 u"StaticText: 先选择类型，再在右侧输入对应内容"_s,
                 u"ComboBox: 启动参数 (focusable, of 启动参数 / URL Scheme / 文件路径)"_s,
-                u"EditableText: 内容 (focusable)"_s,
-                u"Button: 进一步了解深度启动 (focusable)"_s, u"Button: 取消 (focusable)"_s,
-                u"Button: 保存 (focusable)"_s});
+                u"EditableText: 内容 (focusable)"_s, u"Button: 进一步了解深度启动 (focusable)"_s,
+                u"Button: 取消 (focusable)"_s, u"Button: 保存 (focusable)"_s});
 }
 
 TEST_F(Accessibility, DeleteConfirmationInChinese) {

@@ -13,9 +13,9 @@
 #include "settings/L.h"
 #include "settings/Notifications.h"
 #include "ui/look/Fonts.h"
-#include "ui/look/Screens.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/TextLabel.h"
+#include "ui/windows/CenteredWindow.h"
 #include "ui/windows/FixedWindow.h"
 
 namespace kestrelbay {
@@ -164,7 +164,7 @@ void AboutWindowController::show() {
         window_ = std::make_unique<FixedWindow>(kSize, QString());
         build();
     }
-    window_->centerOn(activeScreen(services_.nativeWindow));
+    centerOnActiveScreen(*window_, services_.nativeWindow);
     window_->show();
     window_->raise();
     services_.nativeWindow.bringProgramForward(window_->winId());

@@ -16,10 +16,10 @@
 #include "platform/SystemTray.h"
 #include "settings/L.h"
 #include "settings/SettingsKeys.h"
-#include "ui/look/Screens.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/LinkButton.h"
 #include "ui/widgets/TextLabel.h"
+#include "ui/windows/CenteredWindow.h"
 #include "ui/windows/FixedWindow.h"
 
 using namespace std::chrono_literals;
@@ -261,7 +261,7 @@ OnboardingWindowController::~OnboardingWindowController() {
 
 void OnboardingWindowController::showWindow() {
     if (!window_->isVisible())
-        window_->centerOn(activeScreen(services_.nativeWindow));
+        centerOnActiveScreen(*window_, services_.nativeWindow);
     window_->show();
     window_->raise();
     services_.nativeWindow.bringProgramForward(window_->winId());

@@ -1,11 +1,9 @@
 #include "app/toasts/ToastPanel.h"
 
 #include <atomic>
-#include <cmath>
 #include <utility>
 
 #include <QPropertyAnimation>
-#include <QRegion>
 #include <QSet>
 #include <QWindow>
 
@@ -23,20 +21,6 @@ std::atomic<const ToastPanel::Services *> sharedServices;
 QSet<ToastPanel *> &panels() {
     static QSet<ToastPanel *> all;
     return all;
-}
-
-/// The pixels whose centres lie within the rounded rectangle.
-QRegion roundedRegion(const QSize &size, int radius) {
-    QRegion region(0, radius, size.width(), size.height() - 2 * radius);
-    for (int y = 0; y < radius; ++y) {
-        const double rise = radius - y - 0.5;
-        const int inset = static_cast<int>(
-            std::lround(radius - std::sqrt(double(radius) * radius - rise * rise)));
-        const int width = size.width() - 2 * inset;
-        region += QRect(inset, y, width, 1);
-        region += QRect(inset, size.height() - 1 - y, width, 1);
-    }
-    return region;
 }
 
 }  // namespace
@@ -80,8 +64,6 @@ ToastPanel::~ToastPanel() {
 
 void ToastPanel::setPanelSize(const QSize &size) {
     setFixedSize(size);
-    if (!isTranslucent_)
-        setMask(roundedRegion(size, cornerRadius_));
 }
 
 void ToastPanel::showOnTop(QScreen *screen, const QPoint &topLeft) {
@@ -93,6 +75,8 @@ void ToastPanel::showOnTop(QScreen *screen, const QPoint &topLeft) {
     services_.nativeWindow.makeFloatingPanel(id);
     if (isTranslucent_)
         services_.nativeWindow.setBehindWindowMaterial(id, rect(), cornerRadius_);
+    else
+        services_.nativeWindow.cutToRoundedRectangle(id, rect(), cornerRadius_);
     show();
 }
 
@@ -132,8 +116,8 @@ void ToastPanel::paintEvent(QPaintEvent *) {
         drawRounded(painter, rect(), cornerRadius_, colors::toast(true));
         return;
     }
-    // The mask gives the outline, which is as rough as its pixels; so the border
-    // reaches beyond it and only its inner side is smooth.
+    // The window ends where it was cut, which is as rough as the pixels of the screen; so
+    // the border reaches beyond it and only its inner side is smooth.
     painter.fillRect(rect(), colors::toast(false));
     painter.fillRect(rect(), colors::separator());
     drawRounded(painter, rect().adjusted(1, 1, -1, -1), cornerRadius_ - 1, colors::toast(false));

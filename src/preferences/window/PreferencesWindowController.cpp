@@ -3,7 +3,6 @@
 #include <utility>
 
 #include <QPointer>
-#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -14,7 +13,7 @@
 #include "settings/L.h"
 #include "settings/Notifications.h"
 #include "tasks/DispatchQueue.h"
-#include "ui/look/Screens.h"
+#include "ui/windows/CenteredWindow.h"
 #include "ui/windows/Sheet.h"
 
 namespace kestrelbay {
@@ -42,16 +41,6 @@ std::unique_ptr<QWidget> makeWindow() {
         QObject::connect(new QShortcut(Qt::CTRL | key, window.get()), &QShortcut::activated,
                          window.get(), &QWidget::close);
     return window;
-}
-
-void centerOn(const QScreen *screen, QWidget &window) {
-    if (!screen)
-        return;
-    const QRect available = screen->availableGeometry();
-    window.resize(window.size().boundedTo(available.size()));
-    QRect frame({}, window.frameGeometry().size());
-    frame.moveCenter(available.center());
-    window.move(frame.topLeft());
 }
 
 }  // namespace
@@ -87,7 +76,7 @@ PreferencesWindowController::PreferencesWindowController(PreferencesServices ser
 
 void PreferencesWindowController::showWindow() {
     if (!wasShown_)
-        centerOn(activeScreen(services_.nativeWindow), *window_);
+        centerOnActiveScreen(*window_, services_.nativeWindow);
     wasShown_ = true;
     if (window_->isMinimized())
         window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);

@@ -4,7 +4,6 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QScreen>
 #include <QWindow>
 
 namespace kestrelbay {
@@ -15,16 +14,6 @@ FixedWindow::FixedWindow(QSize size, const QString &title)
                            Qt::MSWindowsFixedSizeDialogHint) {
     setFixedSize(size);
     setWindowTitle(title);
-}
-
-void FixedWindow::centerOn(QScreen *screen) {
-    if (!screen)
-        return;
-    // Its pixels may be of another size than those of the screen before.
-    setScreen(screen);
-    QRect frame({}, frameGeometry().size());
-    frame.moveCenter(screen->availableGeometry().center());
-    move(frame.topLeft());
 }
 
 void FixedWindow::closeEvent(QCloseEvent *event) {

@@ -5,8 +5,6 @@
 
 #include <QWidget>
 
-class QScreen;
-
 namespace kestrelbay {
 
 /// A window of one size, with a title bar and a close button only. Escape and the
@@ -24,10 +22,6 @@ public:
 
     /// Lets the user drag the window by what is not a control.
     void setMovableByBackground(bool movable) { isMovableByBackground_ = movable; }
-
-    /// In the middle of the part of the screen that no panel of the desktop takes.
-    /// Without a screen it stays where it is.
-    void centerOn(QScreen *screen);
 
 protected:
     void closeEvent(QCloseEvent *event) override;

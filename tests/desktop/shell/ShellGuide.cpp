@@ -1,5 +1,7 @@
 #include "desktop/shell/ShellScenes.h"
 
+#include <cstdlib>
+
 #include <QFile>
 
 #include "desktop/display/Picture.h"
@@ -41,6 +43,16 @@ bool holdsOrange(const QImage &picture) {
     });
 }
 
+/// To the pixel that an odd size leaves over.
+QString unlessCentred(ShellStage &stage, const QSize &size) {
+    const QPoint off = stage.offMiddle(size);
+    return std::abs(off.x()) <= 1 && std::abs(off.y()) <= 1
+               ? QString()
+               : QStringLiteral("it is %1 right of and %2 below the middle of the screen")
+                     .arg(off.x())
+                     .arg(off.y());
+}
+
 QRect guideArea(ShellStage &stage) {
     const auto window = stage.programWindow(kGuide);
     if (!window)
@@ -65,6 +77,7 @@ void seesGuide(ShellStage &stage, const QString &done, const std::function<void(
             [&] {
                 return QStringLiteral("%1; %2").arg(stage.windowsInWords(), stage.frontInWords());
             },
+        .objection = [&] { return unlessCentred(stage, kGuide); },
     });
 }
 
@@ -199,7 +212,7 @@ void sceneGuideAgain(ShellStage &stage) {
         .objection =
             [&] {
                 return stage.programWindow(kGuide) ? QStringLiteral("there is the guide")
-                                                   : QString();
+                                                   : unlessCentred(stage, ShellStage::kAboutSize);
             },
     });
     stage.closeWindow(ShellStage::kAboutSize);
@@ -232,6 +245,7 @@ void sceneGuideAgain(ShellStage &stage) {
         .act = [] {},
         .seen = [&] { return stage.isInFront(ShellStage::kPreferencesSize); },
         .saw = [&] { return stage.windowsInWords(); },
+        .objection = [&] { return unlessCentred(stage, ShellStage::kPreferencesSize); },
     });
     stage.screenshot(QStringLiteral("preferences-after-guide"));
 }

@@ -26,6 +26,7 @@ void sceneTrayComesBack(ShellStage &stage);
 // ShellToasts.cpp
 void sceneToastTimes(ShellStage &stage);
 void sceneToastInTheWay(ShellStage &stage);
+void sceneToastCorners(ShellStage &stage);
 void sceneToastsInARow(ShellStage &stage);
 
 // ShellFromOutside.cpp

@@ -41,6 +41,18 @@ const Chord &hotkey() {
     return chord;
 }
 
+/// How far each line of pixels is of the colour of the first one.
+std::vector<int> insetsOf(const QImage &corner) {
+    std::vector<int> insets;
+    for (int y = 0; y < corner.height(); ++y) {
+        int x = 0;
+        while (x < corner.width() && corner.pixel(x, y) == corner.pixel(0, 0))
+            ++x;
+        insets.push_back(x);
+    }
+    return insets;
+}
+
 struct Deviation {
     double opaque = 0, fading = 0, gone = 0;
     int steps = 0;
@@ -237,6 +249,37 @@ void sceneToastInTheWay(ShellStage &stage) {
     });
     stage.screenshot(QStringLiteral("launch-toast-composited"));
     stage.desktop().stopCompositor();
+}
+
+void sceneToastCorners(ShellStage &stage) {
+    constexpr int kScale = 2;
+    stage.setProgramVariable(QStringLiteral("QT_SCALE_FACTOR"), QString::number(kScale));
+    stage.toasts().setScale(kScale);
+    stage.restartProgram({{duration(), QStringLiteral("long")}});
+    stage.toasts().forget();
+    XClient &client = stage.view().client();
+    int uneven = 0;
+    stage.story().step({
+        .done = QStringLiteral("pressed a hotkey at twice the size, without a compositor"),
+        .expected = QStringLiteral("the toast's corners are as smooth as single pixels are"),
+        .act = [&] { stage.press(hotkey()); },
+        .seen =
+            [&] {
+                if (stage.toasts().launchToasts().empty())
+                    return false;
+                const QRect area = stage.toasts().launchToasts().back().area;
+                const std::vector<int> insets =
+                    insetsOf(pictureOf(client, QRect(area.topLeft(), area.size() / 4)));
+                uneven = 0;
+                for (std::size_t row = 0; row + 1 < insets.size(); row += kScale)
+                    uneven += insets[row] != insets[row + 1] ? 1 : 0;
+                return uneven > kScale;
+            },
+        .saw = [&] { return QStringLiteral("%1 pairs of lines of two lengths").arg(uneven); },
+    });
+    stage.screenshot(QStringLiteral("toast-corners"));
+    stage.setProgramVariable(QStringLiteral("QT_SCALE_FACTOR"), QString());
+    stage.toasts().setScale(1);
 }
 
 void sceneToastsInARow(ShellStage &stage) {

@@ -26,6 +26,7 @@ constexpr std::array kScenes{
     ShellScene{"An embedding tray", sceneEmbeddedIcon, ShellScene::Program::Starts},
     ShellScene{"How long toasts stay", sceneToastTimes, ShellScene::Program::Starts},
     ShellScene{"A toast is in nobody's way", sceneToastInTheWay, ShellScene::Program::Starts},
+    ShellScene{"The corners of toasts", sceneToastCorners, ShellScene::Program::Starts},
     ShellScene{"One toast at a time", sceneToastsInARow, ShellScene::Program::Starts},
     ShellScene{"Rules run from outside", sceneRunRule, ShellScene::Program::Starts},
     ShellScene{"Rules run where nobody waits", sceneRunRuleAlone, ShellScene::Program::Starts},

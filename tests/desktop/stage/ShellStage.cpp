@@ -123,6 +123,17 @@ bool ShellStage::isInFront(const QSize &size) {
     return window && view().isInFront(*window) && view().hasFocus(*window);
 }
 
+QPoint ShellStage::offMiddle(const QSize &size) {
+    const auto window = programWindow(size);
+    if (!window)
+        throw NotPrepared(QStringLiteral("there is no such window"));
+    XClient &client = view().client();
+    QRect frame = client.area(*window);
+    if (const auto extents = client.numbers(*window, "_NET_FRAME_EXTENTS"); extents.size() == 4)
+        frame.adjust(-int(extents[0]), -int(extents[2]), int(extents[1]), int(extents[3]));
+    return frame.center() - client.area(client.root()).center();
+}
+
 QString ShellStage::windowsInWords() {
     QStringList sizes;
     for (const Window window : view().stacking()) {

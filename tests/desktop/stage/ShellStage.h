@@ -63,6 +63,9 @@ public:
     using Stage::isInFront;
     /// Does the plain program have its place and the keyboard?
     [[nodiscard]] bool isFrontProgramInFront();
+    /// How far the middle of its shown window of that size, frame included, is from that of
+    /// the screen.
+    [[nodiscard]] QPoint offMiddle(const QSize &size);
     /// KestrelBay's windows, as "468×468, 340×200".
     [[nodiscard]] QString windowsInWords();
     /// Closes it as its close button does, and waits until it is gone.

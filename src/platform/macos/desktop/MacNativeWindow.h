@@ -12,6 +12,11 @@ public:
     /// Puts the system's material for heads-up displays behind the content. A second
     /// call changes the first one's.
     void setBehindWindowMaterial(Id window, const QRect &rectangle, int cornerRadius) override;
+    /// Never called, since translucency is always shown.
+    void cutToRoundedRectangle(Id /*window*/, const QRect & /*rectangle*/,
+                               int /*cornerRadius*/) override {}
+    /// The title bar is left out of account.
+    [[nodiscard]] QMargins frameMargins(Id /*window*/) const override { return {}; }
     void bringProgramForward(Id window) override;
     /// The middle of the screen with that window: where the windows of other programs
     /// are is told only to those with permission.

@@ -17,6 +17,8 @@ class WindowAtoms {
         "_NET_CLIENT_LIST",
         "_NET_CLIENT_LIST_STACKING",
         "_NET_CURRENT_DESKTOP",
+        "_NET_FRAME_EXTENTS",
+        "_NET_REQUEST_FRAME_EXTENTS",
         "_NET_RESTACK_WINDOW",
         "_NET_SUPPORTED",
         "_NET_SUPPORTING_WM_CHECK",

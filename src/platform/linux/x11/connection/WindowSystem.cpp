@@ -12,6 +12,8 @@ constexpr std::uint32_t kSourceUser = 2;
 constexpr std::uint32_t kWithdrawnState = 0;
 constexpr std::uint32_t kIconicState = 3;
 constexpr std::uint32_t kLongestStateList = 64;
+/// What a window manager supports is some hundred words at most.
+constexpr std::uint32_t kMostAbilities = 1024;
 /// On every workspace, in the words of EWMH.
 constexpr std::uint32_t kAllWorkspaces = 0xFFFFFFFF;
 
@@ -127,6 +129,13 @@ bool WindowSystem::restore(std::span<const WindowAddress> windows, xcb_timestamp
             // The window manager gets it as a request, since it redirects its windows.
             xcb_map_window(c, windows[i].window);
     return flush();
+}
+
+bool WindowSystem::askFrameExtents(xcb_window_t window) const {
+    const PropertyReply supported = connection_.readProperty(
+        connection_.root(), atoms_["_NET_SUPPORTED"], XCB_ATOM_ATOM, kMostAbilities);
+    return contains(propertyWords(supported), atoms_["_NET_REQUEST_FRAME_EXTENTS"]) &&
+           tellWindowManager(connection_.root(), window, "_NET_REQUEST_FRAME_EXTENTS", {});
 }
 
 bool WindowSystem::raise(const WindowAddress &window) const {

@@ -63,6 +63,9 @@ public:
     /// Back from being minimised, one after the other. Takes a round trip.
     bool restore(std::span<const WindowAddress> windows, xcb_timestamp_t time) const;
     bool raise(const WindowAddress &window) const;
+    /// Has the window manager say in _NET_FRAME_EXTENTS what frame a window will get. False
+    /// also when it does not support that.
+    bool askFrameExtents(xcb_window_t window) const;
 
     /// Sends what the requests above have written.
     bool flush() const;

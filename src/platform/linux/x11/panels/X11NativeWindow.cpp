@@ -2,19 +2,26 @@
 
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include <QGuiApplication>
-#include <QPainterPath>
-#include <QPolygon>
 #include <QRegion>
 #include <QWindow>
+
+#include <xcb/shape.h>
 
 namespace kestrelbay::x11 {
 
 namespace {
+
+/// One that is drawing, as mutter does, may take more than 50 ms to answer.
+constexpr std::chrono::milliseconds kLongestWaitForFrame{250};
+/// Left, right, top and bottom.
+constexpr std::size_t kExtents = 4;
 
 /// Has the server work off what Qt has asked of it: the window may be one that Qt
 /// has only just asked for, over another connection.
@@ -35,12 +42,20 @@ qreal devicePixelRatioOf(NativeWindow::Id id) {
     return 1;
 }
 
+/// The device pixels whose centres lie within the rounded rectangle.
 QRegion roundedRegion(const QRect &rectangle, int cornerRadius, qreal ratio) {
-    QPainterPath path;
-    path.addRoundedRect(
-        QRectF(QPointF(rectangle.topLeft()) * ratio, QSizeF(rectangle.size()) * ratio),
-        cornerRadius * ratio, cornerRadius * ratio);
-    return {path.toFillPolygon().toPolygon()};
+    const QRect area(rectangle.topLeft() * ratio, rectangle.size() * ratio);
+    const int radius = qRound(cornerRadius * ratio);
+    QRegion region(area.adjusted(0, radius, 0, -radius));
+    for (int y = 0; y < radius; ++y) {
+        const double rise = radius - y - 0.5;
+        const int inset = static_cast<int>(
+            std::lround(radius - std::sqrt(double(radius) * radius - rise * rise)));
+        const int width = area.width() - 2 * inset;
+        region += QRect(area.left() + inset, area.top() + y, width, 1);
+        region += QRect(area.left() + inset, area.bottom() - y, width, 1);
+    }
+    return region;
 }
 
 xcb_window_t xWindow(NativeWindow::Id window) {
@@ -169,6 +184,46 @@ void X11NativeWindow::setBehindWindowMaterial(Id window, const QRect &rectangle,
                         system_.atoms()["_KDE_NET_WM_BLUR_BEHIND_REGION"], XCB_ATOM_CARDINAL, 32,
                         static_cast<std::uint32_t>(words.size()), words.data());
     system_.flush();
+}
+
+void X11NativeWindow::cutToRoundedRectangle(Id window, const QRect &rectangle, int cornerRadius) {
+    if (!system_.connection().isUsable())
+        return;
+    std::vector<xcb_rectangle_t> parts;
+    for (const QRect &part : roundedRegion(rectangle, cornerRadius, devicePixelRatioOf(window)))
+        parts.push_back({static_cast<std::int16_t>(part.x()), static_cast<std::int16_t>(part.y()),
+                         static_cast<std::uint16_t>(part.width()),
+                         static_cast<std::uint16_t>(part.height())});
+    finishRequestsOfQt();
+    xcb_shape_rectangles(system_.connection().get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
+                         XCB_CLIP_ORDERING_UNSORTED, xWindow(window), 0, 0,
+                         static_cast<std::uint32_t>(parts.size()), parts.data());
+    system_.flush();
+}
+
+QMargins X11NativeWindow::frameMargins(Id window) const {
+    if (!system_.connection().isUsable())
+        return {};
+    finishRequestsOfQt();
+    if (!system_.askFrameExtents(xWindow(window)))
+        return {};
+    const XConnection &x = system_.connection();
+    const auto end = std::chrono::steady_clock::now() + kLongestWaitForFrame;
+    QMargins margins;
+    do {
+        const PropertyReply extents = x.readProperty(
+            xWindow(window), system_.atoms()["_NET_FRAME_EXTENTS"], XCB_ATOM_CARDINAL, kExtents);
+        if (const auto words = propertyWords(extents); words.size() == kExtents) {
+            const auto side = [&words](std::size_t index) {
+                return static_cast<int>(words[index]);
+            };
+            margins = {side(0), side(2), side(1), side(3)};
+            break;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    } while (x.isUsable() && std::chrono::steady_clock::now() < end);
+    drainLater();
+    return margins;
 }
 
 void X11NativeWindow::bringProgramForward(Id window) {

@@ -128,6 +128,23 @@ TEST_P(X11NativeWindowManaged, GoesToTheWorkspaceOfTheWindow) {
               std::vector<std::uint32_t>{0});
 }
 
+TEST_P(X11NativeWindowManaged, KnowsTheFrameBeforeTheWindowIsShown) {
+    xcb_connection_t *const c = own_.connection().get();
+    const xcb_window_t window = xcb_generate_id(c);
+    xcb_create_window(c, XCB_COPY_FROM_PARENT, window, own_.connection().root(), 0, 0, 200, 100, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    own_.sync();
+    const QMargins told = native_->frameMargins(window);
+    map(own_, window);
+    ASSERT_TRUE(waitUntil([&] {
+        return own_.managed({window}) && own_.words(window, "_NET_FRAME_EXTENTS").size() == 4;
+    }));
+    const auto words = own_.words(window, "_NET_FRAME_EXTENTS");
+    const auto side = [&words](std::size_t index) { return static_cast<int>(words[index]); };
+    EXPECT_EQ(told, QMargins(side(0), side(2), side(1), side(3)));
+    EXPECT_GT(told.top(), 0);
+}
+
 TEST_P(X11NativeWindowManaged, KnowsTheMiddleOfTheKeyWindow) {
     const xcb_window_t window = makeManaged(other_);
     use(window);

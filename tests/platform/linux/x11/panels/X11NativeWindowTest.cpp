@@ -6,6 +6,8 @@
 
 #include <QRegion>
 
+#include <xcb/shape.h>
+
 #include <gtest/gtest.h>
 
 #include "platform/linux/x11/panels/X11NativeWindowFixture.h"
@@ -147,7 +149,35 @@ TEST_F(X11NativeWindowTest, BlursWithinARoundedRectangle) {
         EXPECT_FALSE(region.contains(corner));
 }
 
+TEST_F(X11NativeWindowTest, CutsAWindowToARoundedRectangle) {
+    const xcb_window_t window = makeUnmanaged(own_, kPanel);
+    native_->cutToRoundedRectangle(window, QRect(0, 0, 200, 100), 12);
+    xcb_connection_t *const c = own_.connection().get();
+    QRegion region;
+    ASSERT_TRUE(waitUntil([&] {
+        const x11::Reply<xcb_shape_get_rectangles_reply_t> reply(xcb_shape_get_rectangles_reply(
+            c, xcb_shape_get_rectangles(c, window, XCB_SHAPE_SK_BOUNDING), nullptr));
+        region = {};
+        for (int i = 0; reply && i < xcb_shape_get_rectangles_rectangles_length(reply.get()); ++i) {
+            const xcb_rectangle_t &part = xcb_shape_get_rectangles_rectangles(reply.get())[i];
+            region += QRect(part.x, part.y, part.width, part.height);
+        }
+        return region.rectCount() > 1;
+    }));
+    EXPECT_EQ(region.boundingRect(), QRect(0, 0, 200, 100));
+    for (const QPoint inside : {QPoint(0, 12), QPoint(12, 0), QPoint(4, 4), QPoint(199, 87)})
+        EXPECT_TRUE(region.contains(inside));
+    for (const QPoint corner :
+         {QPoint(0, 0), QPoint(199, 0), QPoint(0, 99), QPoint(199, 99), QPoint(2, 2)})
+        EXPECT_FALSE(region.contains(corner));
+}
+
+TEST_F(X11NativeWindowTest, HasNoFrameWithoutAWindowManager) {
+    EXPECT_EQ(native_->frameMargins(makeUnmanaged(own_, kPanel)), QMargins());
+}
+
 TEST_F(X11NativeWindowTest, BearsWindowsThatAreNotThere) {
+    native_->cutToRoundedRectangle(0x7777777, QRect(0, 0, 9, 9), 3);
     native_->makeFloatingPanel(0x7777777);
     native_->setBehindWindowMaterial(0x7777777, QRect(0, 0, 9, 9), 3);
     native_->bringProgramForward(0x7777777);
@@ -166,6 +196,8 @@ TEST_F(X11NativeWindowTest, BearsTheEndOfTheServer) {
     EXPECT_EQ(native_->activeWindowCenter(), std::nullopt);
     native_->bringProgramForward(1);
     native_->makeFloatingPanel(1);
+    native_->cutToRoundedRectangle(1, QRect(0, 0, 1, 1), 0);
+    EXPECT_EQ(native_->frameMargins(1), QMargins());
 }
 
 TEST(X11NativeWindowWithoutServer, DoesNothing) {
