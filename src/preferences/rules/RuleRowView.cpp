@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "hotkeys/ShortcutManager.h"
+#include "model/HotkeyConflict.h"
 #include "preferences/RuleRowTexts.h"
 #include "preferences/rules/ApplicationIconCache.h"
 #include "preferences/rules/HotkeyHolderCache.h"
@@ -267,20 +268,6 @@ void RuleRowView::deleteRule() {
                                if (const auto delegate = row->delegate_.lock())
                                    delegate->ruleRowViewDidDelete(row, rule);
                            });
-}
-
-const ShortcutRule *conflictingRule(const std::vector<ShortcutRule> &rules, const QUuid &id,
-                                    const Hotkey &recorded) {
-    const auto found = std::ranges::find_if(rules, [&](const ShortcutRule &rule) {
-        if (rule.id == id || rule.keyCode != recorded.keyCode)
-            return false;
-        const ModifierFlags different = rule.modifierFlags ^ recorded.modifierFlags;
-        if (!(different & modifier::kGenericMask).isEmpty())
-            return false;
-        return (rule.modifierFlags & modifier::kSideMask).isEmpty() ||
-               (different & modifier::kSideMask).isEmpty();
-    });
-    return found == rules.end() ? nullptr : &*found;
 }
 
 AlertSheet *openDeleteConfirmation(QWidget *window, const QString &appName,

@@ -3,9 +3,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <vector>
 
-#include "keys/Hotkey.h"
 #include "model/ShortcutRule.h"
 #include "preferences/PreferencesServices.h"
 #include "preferences/recorder/HotkeyRecorderField.h"
@@ -126,13 +124,6 @@ private:
     SymbolButton *deleteButton_;
     SymbolView *dragHandle_;
 };
-
-/// The first rule, other than the one with this id, that already has the hotkey;
-/// null when none has. A rule for either side of a modifier has those of both sides
-/// too; but a recorded hotkey for either side leaves those of one side alone, which
-/// a press then finds by the order of the list.
-[[nodiscard]] const ShortcutRule *conflictingRule(const std::vector<ShortcutRule> &rules,
-                                                  const QUuid &id, const Hotkey &recorded);
 
 /// Asks whether the rule of an application shall go, as a sheet of the window. Destroys itself
 /// when it closes. `confirmed` is called for Delete only.

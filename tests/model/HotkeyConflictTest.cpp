@@ -1,4 +1,4 @@
-#include "preferences/rules/RuleRowView.h"
+#include "model/HotkeyConflict.h"
 
 #include <gtest/gtest.h>
 
