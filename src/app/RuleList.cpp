@@ -1,11 +1,11 @@
 #include "app/RuleList.h"
 
-#include <algorithm>
-
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QStringList>
+
+#include "model/TrimmedText.h"
 
 namespace kestrelbay {
 
@@ -18,10 +18,8 @@ QString idText(const RuleFile::LoadResult &loaded, const ShortcutRule &rule) {
 }
 
 /// Names may hold what would look like the end of a column or a line.
-QString column(QString text) {
-    std::ranges::replace_if(
-        text, [](QChar c) { return c.category() == QChar::Other_Control; }, QChar(u' '));
-    return text.isEmpty() ? QStringLiteral("-") : text;
+QString column(const QString &text) {
+    return text.isEmpty() ? QStringLiteral("-") : onOneLine(text);
 }
 
 QByteArray textList(const RuleFile::LoadResult &loaded) {

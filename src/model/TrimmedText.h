@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 #include <QString>
 #include <QStringView>
 
@@ -25,6 +27,22 @@ template <typename IsBlank>
 [[nodiscard]] inline QString trimmedHorizontalSpace(QStringView text) {
     return trimmed(text,
                    [](QChar c) { return c == u'\t' || c.category() == QChar::Separator_Space; });
+}
+
+/// With a space for each character that would begin a line, speak to a terminal or turn the
+/// direction of what follows, so that a text of others cannot pass for anything else.
+[[nodiscard]] inline QString onOneLine(QString text) {
+    std::ranges::replace_if(
+        text,
+        [](QChar c) {
+            const bool turnsDirection =
+                (c >= u'\u202a' && c <= u'\u202e') || (c >= u'\u2066' && c <= u'\u2069');
+            return turnsDirection || c.category() == QChar::Other_Control ||
+                   c.category() == QChar::Separator_Line ||
+                   c.category() == QChar::Separator_Paragraph;
+        },
+        QChar(u' '));
+    return text;
 }
 
 }  // namespace kestrelbay
