@@ -105,9 +105,9 @@ ShortcutManager::RuleFileNews ShortcutManager::followRuleFile() {
     return news;
 }
 
-void ShortcutManager::saveRules() {
+bool ShortcutManager::saveRules() {
     tap_.deliverWaiting();
-    file_.save(rules_);
+    return file_.save(rules_);
 }
 
 void ShortcutManager::addRule(const ShortcutRule &rule) {
@@ -115,6 +115,32 @@ void ShortcutManager::addRule(const ShortcutRule &rule) {
     rules_.push_back(rule);
     rulesWereChanged();
     saveRules();
+}
+
+void ShortcutManager::insertRule(const ShortcutRule &rule, std::size_t place) {
+    followRuleFile();
+    if (std::ranges::find(rules_, rule.id, &ShortcutRule::id) != rules_.end())
+        return;
+    const std::size_t index = std::min(place, rules_.size());
+    rules_.insert(rules_.begin() + static_cast<std::ptrdiff_t>(index), rule);
+    rulesWereChanged();
+    saveRules();
+}
+
+std::optional<RuleImport> ShortcutManager::importRules(const Rules &rules) {
+    followRuleFile();
+    RuleImport import = planImport(rules_, rules);
+    if (import.additions.empty())
+        return import;
+    const Rules before = rules_;
+    for (const RuleImport::Addition &addition : import.additions)
+        rules_.push_back(addition.rule);
+    rulesWereChanged();
+    if (saveRules())
+        return import;
+    rules_ = before;
+    rulesWereChanged();
+    return std::nullopt;
 }
 
 void ShortcutManager::updateRule(const ShortcutRule &rule) {
@@ -132,17 +158,19 @@ void ShortcutManager::updateRule(const ShortcutRule &rule) {
     saveRules();
 }
 
-void ShortcutManager::removeRule(std::ptrdiff_t index) {
+std::optional<ShortcutRule> ShortcutManager::removeRule(std::ptrdiff_t index) {
     if (index < 0 || index >= std::ssize(rules_))
-        return;
+        return std::nullopt;
     const QUuid id = rules_[static_cast<std::size_t>(index)].id;
     if (followRuleFile() == RuleFileNews::TakenIn)
         index = std::ranges::find(rules_, id, &ShortcutRule::id) - rules_.begin();
     if (index == std::ssize(rules_))
-        return;
+        return std::nullopt;
+    const ShortcutRule removed = rules_[static_cast<std::size_t>(index)];
     rules_.erase(rules_.begin() + index);
     rulesWereChanged();
     saveRules();
+    return removed;
 }
 
 void ShortcutManager::moveRule(std::ptrdiff_t source, std::ptrdiff_t destination) {

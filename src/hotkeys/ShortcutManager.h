@@ -11,6 +11,7 @@
 
 #include "hotkeys/HotkeyMatcher.h"
 #include "model/RuleFile.h"
+#include "model/RuleImport.h"
 #include "model/ShortcutRule.h"
 #include "platform/EventTap.h"
 
@@ -75,11 +76,19 @@ public:
     /// list that comes of it; a file that is Unusable then is kept beside the new one. It is in
     /// force before it is saved, as that waits for the disk; a failure keeps the list in
     /// memory and the old file on disk, without a word.
-    void saveRules();
+    /// False for a failure.
+    bool saveRules();
     void addRule(const ShortcutRule &rule);
+    /// Puts it at this place, or at the end of a shorter list. Nothing happens when a rule has its
+    /// id.
+    void insertRule(const ShortcutRule &rule, std::size_t place);
+    /// Adds what planImport() makes of the rules, and tells it. None when it could not be saved;
+    /// then nothing is added.
+    std::optional<RuleImport> importRules(const Rules &rules);
     /// Replaces the first rule that has the same id; nothing happens if none has.
     void updateRule(const ShortcutRule &rule);
-    void removeRule(std::ptrdiff_t index);
+    /// The rule that was removed, if one was.
+    std::optional<ShortcutRule> removeRule(std::ptrdiff_t index);
     /// `destination` is the final index of the moved rule. Indices outside the list
     /// change nothing, nor do those of a list that the file has just replaced.
     void moveRule(std::ptrdiff_t source, std::ptrdiff_t destination);
