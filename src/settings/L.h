@@ -255,6 +255,60 @@ public:
     static constexpr LText deleteConfirmTitle{u"Delete Shortcut", u"删除快捷键"};
     static constexpr LText deleteConfirmButton{u"Delete", u"删除"};
 
+    // What is done with a rule by the menu of the list.
+    static constexpr LText recordHotkey{u"Record Hotkey", u"录入快捷键"};
+    static constexpr LText showInFolder{u"Show in Folder", u"在文件夹中显示"};
+    static constexpr LText duplicateRule{u"Duplicate", u"创建副本"};
+    static constexpr LText undo{u"Undo", u"撤销"};
+    static constexpr LText undoDeletion{u"Undo Delete", u"撤销删除"};
+    static constexpr LSentence ruleDeleted{u"The shortcut for \"%1\" was deleted",
+                                           u"已删除「%1」的快捷键配置"};
+    static constexpr LSentence ruleRestored{u"The shortcut for \"%1\" is back",
+                                            u"已恢复「%1」的快捷键配置"};
+    static constexpr LSentence ruleRestoredWithoutHotkey{
+        u"The shortcut for \"%1\" is back, but another rule has its hotkey now",
+        u"已恢复「%1」的快捷键配置，但其快捷键已被其他规则使用"};
+    static constexpr LSentence appNotInstalled{u"Not installed here: %1", u"此电脑上未安装：%1"};
+
+    // Rules that are carried to other machines.
+    static constexpr LText importEntry{u"Import...", u"导入..."};
+    static constexpr LText exportEntry{u"Export...", u"导出..."};
+    static constexpr LText importTitle{u"Import Shortcuts", u"导入快捷键"};
+    static constexpr LText exportTitle{u"Export Shortcuts", u"导出快捷键"};
+    /// What files to choose from, by the pattern of their names.
+    static constexpr LSentence ruleFileFilter{u"Shortcuts (%1)", u"快捷键 (%1)"};
+    [[nodiscard]] static QString importCounts(qsizetype added, qsizetype leftOut) {
+        const QString counts = LSentence{u"To be added: %1", u"将添加：%1"}(QString::number(added));
+        return leftOut == 0 ? counts
+                            : counts + LSentence{u" · Left out: %1",
+                                                 u" · 不导入：%1"}(QString::number(leftOut));
+    }
+    static constexpr LText importNotInstalled{u"not installed here", u"此电脑上未安装"};
+    static constexpr LText importHotkeyTaken{u"without hotkey: it is in use",
+                                             u"不含快捷键：已被使用"};
+    static constexpr LText importIsDisabled{u"switched off", u"已停用"};
+    static constexpr LText importAlreadyThere{u"left out: already in the list",
+                                              u"不导入：列表中已存在"};
+    static constexpr LText importNoApplication{u"left out: it has no application",
+                                               u"不导入：未指定应用"};
+    static constexpr LSentence importUnreadable{
+        u"\"%1\" cannot be read as a file of shortcuts. Nothing was added.",
+        u"无法将「%1」作为快捷键文件读取，未添加任何内容。"};
+    static constexpr LText importNotSaved{u"The shortcuts could not be saved. Nothing was added.",
+                                          u"快捷键无法保存，未添加任何内容。"};
+    [[nodiscard]] static QString imported(qsizetype count) {
+        return LSentence{u"Shortcuts added: %1", u"已添加 %1 个快捷键"}(QString::number(count));
+    }
+    static constexpr LSentence exported{u"Shortcuts saved in %1", u"快捷键已保存到 %1"};
+    static constexpr LText exportNoRules{u"There are no shortcuts to export.",
+                                         u"没有可导出的快捷键。"};
+    static constexpr LSentence exportOtherFile{
+        u"\"%1\" holds something other than exported shortcuts. It was left as it is.",
+        u"「%1」中不是导出的快捷键，未作更改。"};
+    static constexpr LSentence exportNotWritten{u"\"%1\" could not be written.",
+                                                u"无法写入「%1」。"};
+    static constexpr LText close{u"Close", u"关闭"};
+
     // The panel of a rule's advanced options.
     static constexpr LText repeatHeader{u"When shortcut is pressed repeatedly",
                                         u"连续重复按下快捷键时"};
