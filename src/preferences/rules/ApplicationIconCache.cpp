@@ -55,21 +55,27 @@ void ApplicationIconCache::readWanted() {
     backgroundQueue_.async([cache = QPointer(this), paths = std::exchange(wanted_, {}),
                             icons = listIconsForScreens(kIconSide), &catalog = catalog_,
                             &mainQueue = mainQueue_] {
-        mainQueue.async([cache, paths, images = catalog.listIcons(paths, icons)] {
-            if (cache)
-                cache->take(paths, images);
-        });
+        std::vector<bool> missing;
+        for (const QString &path : paths)
+            missing.push_back(catalog.nameOfFile(path).isEmpty());
+        mainQueue.async(
+            [cache, paths, images = catalog.listIcons(paths, icons), missing = std::move(missing)] {
+                if (cache)
+                    cache->take(paths, images, missing);
+            });
     });
 }
 
-void ApplicationIconCache::take(const QStringList &paths, const std::vector<QImage> &images) {
+void ApplicationIconCache::take(const QStringList &paths, const std::vector<QImage> &images,
+                                const std::vector<bool> &missing) {
     bool isAnyNew = false;
     for (qsizetype i = 0; i < paths.size(); ++i) {
         Entry &entry = entries_[paths[i]];
-        const QImage &image = images.at(static_cast<std::size_t>(i));
+        const auto at = static_cast<std::size_t>(i);
         entry.state = State::Read;
-        if (entry.image != image) {
-            entry.image = image;
+        if (entry.image != images.at(at) || entry.isMissing != missing.at(at)) {
+            entry.image = images.at(at);
+            entry.isMissing = missing.at(at);
             isAnyNew = true;
         }
     }

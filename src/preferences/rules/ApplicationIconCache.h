@@ -13,9 +13,9 @@ class ApplicationCatalog;
 class DispatchQueue;
 struct PreferencesServices;
 
-/// The icons of the applications in the rules list, read on the background queue, all
-/// that are asked for in one turn together. Kept from one visit of the list to the
-/// next, so that it opens with its icons. Main thread.
+/// The icons of the applications in the rules list, and whether these are there, read on the
+/// background queue, all that are asked for in one turn together. Kept from one visit of the
+/// list to the next, so that it opens with its icons. Main thread.
 class ApplicationIconCache final : public QObject {
     Q_OBJECT
 
@@ -30,23 +30,30 @@ public:
     /// is read, which this call sets going.
     [[nodiscard]] QImage icon(const QString &applicationPath);
 
+    /// Is there no application at this path? False until icon() has read it.
+    [[nodiscard]] bool isMissing(const QString &applicationPath) const {
+        return entries_.value(applicationPath).isMissing;
+    }
+
     /// Has every icon read again where it is next asked for, and those of now shown
     /// until then: the theme and the applications may have changed.
     void refresh();
 
 Q_SIGNALS:
-    /// Icons asked for are there, or are others than before.
+    /// What was asked for is there, or is not what it was before.
     void iconsArrived();
 
 private:
     enum class State { Wanted, Read, Outdated };
     struct Entry {
         QImage image;
+        bool isMissing = false;
         State state = State::Wanted;
     };
 
     void readWanted();
-    void take(const QStringList &paths, const std::vector<QImage> &images);
+    void take(const QStringList &paths, const std::vector<QImage> &images,
+              const std::vector<bool> &missing);
 
     ApplicationCatalog &catalog_;
     DispatchQueue &mainQueue_;

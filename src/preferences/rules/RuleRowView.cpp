@@ -99,7 +99,7 @@ RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCac
     connect(enableToggle_, &QAbstractButton::toggled, this, &RuleRowView::toggleChanged);
     connect(advancedButton_, &QAbstractButton::clicked, this, &RuleRowView::openAdvanced);
     connect(deleteButton_, &QAbstractButton::clicked, this, &RuleRowView::deleteRule);
-    connect(&icons_, &ApplicationIconCache::iconsArrived, this, &RuleRowView::showIcon);
+    connect(&icons_, &ApplicationIconCache::iconsArrived, this, &RuleRowView::showApplication);
     connect(&services_.notifications, &Notifications::refusedHotkeysDidChange, this,
             &RuleRowView::refreshRefusal);
     connect(&holders_, &HotkeyHolderCache::holdersArrived, this, &RuleRowView::refreshRefusal);
@@ -112,10 +112,9 @@ void RuleRowView::configure(const ShortcutRule &rule, RuleRowViewDelegate *deleg
     rule_ = rule;
     delegate_ = delegate ? delegate->weakly() : std::weak_ptr<RuleRowViewDelegate>();
 
-    showIcon();
+    showApplication();
     const QString name = shownAppName(rule);
     nameLabel_->setFullText(name);
-    pathLabel_->setFullText(abbreviatedPath(rule.appPath, QDir::homePath()));
     argsBadge_->setText(argsBadgeText(rule));
     // It is the argument that the text stands for, for those who hear it.
     argsBadge_->setAccessibleName(rule.launchArguments);
@@ -131,8 +130,13 @@ void RuleRowView::configure(const ShortcutRule &rule, RuleRowViewDelegate *deleg
     layout();
 }
 
-void RuleRowView::showIcon() {
-    const QImage icon = rule_ ? icons_.icon(rule_->appPath) : QImage();
+void RuleRowView::showApplication() {
+    const QString path = rule_ ? rule_->appPath : QString();
+    const QImage icon = icons_.icon(path);
+    const bool isMissing = icons_.isMissing(path);
+    const QString shownPath = abbreviatedPath(path, QDir::homePath());
+    pathLabel_->setFullText(isMissing ? L::appNotInstalled(shownPath) : shownPath);
+    pathLabel_->setColor(isMissing ? colors::secondaryLabel : colors::tertiaryLabel);
     if (icon.isNull())
         iconView_->setSymbol(QStringLiteral("app.dashed"), colors::secondaryLabel);
     else

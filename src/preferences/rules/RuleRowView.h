@@ -100,7 +100,8 @@ private:
     /// The rule as it is in the store, since this row's copy may be older.
     [[nodiscard]] std::optional<ShortcutRule> storedRule() const;
     void storeHotkey(KeyCode keyCode, ModifierFlags modifierFlags);
-    void showIcon();
+    /// Its icon, its path, and whether it is there.
+    void showApplication();
     /// Looks whether another program holds the hotkey, and says which.
     void refreshRefusal();
     void layout();
