@@ -263,6 +263,23 @@ void RowListView::updateTabStops() {
                          row->index() == currentIndex());
 }
 
+void RowListView::requestMenu() {
+    scrollToRow(selectedRow());
+    const QRect row = currentIndex().isValid() ? visualRect(currentIndex()) : viewport()->rect();
+    Q_EMIT menuRequested(viewport()->mapToGlobal(row.center()), selectedRow());
+}
+
+void RowListView::contextMenuEvent(QContextMenuEvent *event) {
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        requestMenu();
+        return;
+    }
+    const QModelIndex index = indexAt(viewport()->mapFromGlobal(event->globalPos()));
+    if (index.isValid())
+        setCurrentIndex(index);
+    Q_EMIT menuRequested(event->globalPos(), index.row());
+}
+
 void RowListView::mousePressEvent(QMouseEvent *event) {
     pressed_.reset();
     if (event->button() != Qt::LeftButton)

@@ -42,17 +42,26 @@ public:
     [[nodiscard]] RowWidget *rowWidget(int row) const;
 
     [[nodiscard]] int pitch() const { return rows_->pitch(); }
+    /// menuRequested() for the selected row, as with the menu key.
+    void requestMenu();
+
     /// How far the list is scrolled.
     [[nodiscard]] int offset() const { return verticalOffset(); }
 
     /// The row under way; null when none is.
     [[nodiscard]] QDrag *drag() const { return drag_.data(); }
 
+Q_SIGNALS:
+    /// The user wants the menu of this row, which is selected by now, or of the list where there
+    /// is none (kNoRow); at a place on the screen.
+    void menuRequested(const QPoint &place, int row);
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     bool focusNextPrevChild(bool next) override;
     void focusInEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *) override { pressed_.reset(); }
