@@ -8,6 +8,7 @@
 
 #include "core/RulesBench.h"
 #include "preferences/rules/ApplicationIconCache.h"
+#include "preferences/rules/RuleDeletion.h"
 #include "preferences/rules/RulesModel.h"
 #include "preferences/rules/RulesViewController.h"
 #include "ui/list/RowListView.h"
@@ -50,7 +51,8 @@ private:
     const std::vector<ShortcutRule> rules_ = manyRules(kRules);
     Services services_{rules_};
     ApplicationIconCache icons_{services_.all()};
-    RulesViewController view_{services_.all(), icons_};
+    RuleDeletion deletion_{services_.all()};
+    RulesViewController view_{services_.all(), icons_, deletion_};
 };
 
 void scrollRules(benchmark::State &state) {
@@ -81,8 +83,9 @@ void reloadRules(benchmark::State &state) {
 void openRules(benchmark::State &state) {
     Services services(manyRules(kRules));
     ApplicationIconCache icons(services.all());
+    RuleDeletion deletion(services.all());
     for ([[maybe_unused]] auto _ : state) {
-        RulesViewController view(services.all(), icons);
+        RulesViewController view(services.all(), icons, deletion);
         view.resize(kSize);
         view.show();
         paintFrame(view);

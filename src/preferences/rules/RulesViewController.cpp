@@ -1,5 +1,6 @@
 #include "preferences/rules/RulesViewController.h"
 
+#include <QFileInfo>
 #include <QPointer>
 #include <QShowEvent>
 
@@ -8,10 +9,14 @@
 
 #include "hotkeys/ShortcutManager.h"
 #include "platform/NativeWindow.h"
+#include "platform/Workspace.h"
+#include "preferences/RuleRowTexts.h"
 #include "preferences/options/RuleAdvancedPanel.h"
 #include "preferences/picker/AppPickerPanel.h"
 #include "preferences/rules/ApplicationIconCache.h"
+#include "preferences/rules/RuleDeletion.h"
 #include "preferences/rules/RulesModel.h"
+#include "preferences/transfer/RuleTransfer.h"
 #include "settings/L.h"
 #include "settings/Notifications.h"
 #include "ui/list/RowListView.h"
@@ -46,19 +51,26 @@ RuleSheets ruleSheets(const PreferencesServices &services) {
             [services](QWidget *parent, const ShortcutRule &rule, RuleSheets::Edited completion) {
                 (new RuleAdvancedPanel(services, rule, std::move(completion), parent))->open();
             },
+        .importRules =
+            [services](QWidget *parent, const std::function<void()> &added) {
+                importRulesByUser(services, parent, added);
+            },
+        .exportRules = [services](QWidget *parent) { exportRulesByUser(services, parent); },
     };
 }
 
 }  // namespace
 
 RulesViewController::RulesViewController(const PreferencesServices &services,
-                                         ApplicationIconCache &icons)
-    : RulesViewController(services, icons, ruleSheets(services)) {}
+                                         ApplicationIconCache &icons, RuleDeletion &deletion)
+    : RulesViewController(services, icons, deletion, ruleSheets(services)) {}
 
 RulesViewController::RulesViewController(const PreferencesServices &services,
-                                         ApplicationIconCache &icons, RuleSheets sheets)
+                                         ApplicationIconCache &icons, RuleDeletion &deletion,
+                                         RuleSheets sheets)
     : services_(services),
       icons_(icons),
+      deletion_(deletion),
       sheets_(std::move(sheets)),
       model_(new RulesModel(services.manager, services.keyboardLayout, this)),
       listView_(new RowListView(
@@ -86,6 +98,8 @@ RulesViewController::RulesViewController(const PreferencesServices &services,
     connect(addButton_, &QAbstractButton::clicked, this, &RulesViewController::addRule);
     connect(&services_.notifications, &Notifications::rulesWereTakenIn, this,
             [this] { changeRules([] {}); });
+    connect(&deletion_, &RuleDeletion::restored, this, &RulesViewController::showRule);
+    new RulesMenu(*listView_, *model_, menuCommands());
 
     model_->reload();
     updateCountLabel();
@@ -105,20 +119,84 @@ void RulesViewController::addRule() {
 }
 
 void RulesViewController::appendRule(const QString &appName, const QString &appPath) {
-    changeRules([&] { services_.manager.addRule({.appName = appName, .appPath = appPath}); });
-    const int last = model_->rowCount() - 1;
-    listView_->scrollToRow(last);
-    listView_->selectRow(last);
-    if (auto *const row = qobject_cast<RuleRowView *>(listView_->rowWidget(last)))
+    const ShortcutRule rule{.appName = appName, .appPath = appPath};
+    changeRules([&] { services_.manager.addRule(rule); });
+    recordHotkey(rule.id);
+}
+
+RulesMenu::Commands RulesViewController::menuCommands() {
+    return {.record = [this](const QUuid &id) { recordHotkey(id); },
+            .showOptions = [this](const QUuid &id) { showAdvancedPanel(id); },
+            .showInFolder = [this](const QUuid &id) { showInFolder(id); },
+            .duplicate = [this](const QUuid &id) { duplicateRule(id); },
+            .remove = [this](const QUuid &id) { askToDelete(id); },
+            .undoDeletion = [this] { deletion_.undo(); },
+            .canUndoDeletion = [this] { return deletion_.canUndo(); },
+            .importRules =
+                [this] {
+                    sheets_.importRules(this, [self = QPointer(this)] {
+                        if (self)
+                            self->changeRules([] {});
+                    });
+                },
+            .exportRules = [this] { sheets_.exportRules(this); }};
+}
+
+void RulesViewController::recordHotkey(const QUuid &id) {
+    showRule(id);
+    if (auto *const row =
+            qobject_cast<RuleRowView *>(listView_->rowWidget(listView_->selectedRow())))
         row->hotkeyRecorder()->startRecordingByUser();
 }
 
-void RulesViewController::editRule() {
-    showAdvancedPanel(listView_->selectedRow());
+/// Selects it, in view.
+void RulesViewController::showRule(const QUuid &id) {
+    changeRules([] {});
+    if (const auto row = rowOfRule(id)) {
+        listView_->scrollToRow(*row);
+        listView_->selectRow(*row);
+    }
 }
 
-void RulesViewController::showAdvancedPanel(int row) {
-    if (const ShortcutRule *const shown = ruleAt(row))
+void RulesViewController::showInFolder(const QUuid &id) {
+    const ShortcutRule *const rule = ruleOf(id);
+    if (rule && !rule->appPath.isEmpty())
+        services_.workspace.showFolder(QFileInfo(rule->appPath).path());
+}
+
+void RulesViewController::duplicateRule(const QUuid &id) {
+    const ShortcutRule *const rule = ruleOf(id);
+    if (!rule)
+        return;
+    ShortcutRule copy = *rule;
+    copy.id = QUuid::createUuid();
+    // One hotkey cannot start both.
+    copy.keyCode = {};
+    copy.modifierFlags = {};
+    const auto below = static_cast<std::size_t>(*rowOfRule(id)) + 1;
+    changeRules([&] { services_.manager.insertRule(copy, below); });
+    recordHotkey(copy.id);
+}
+
+void RulesViewController::askToDelete(const QUuid &id) {
+    if (const ShortcutRule *const rule = ruleOf(id))
+        openDeleteConfirmation(this, shownAppName(*rule), [self = QPointer(this), id] {
+            if (self)
+                self->deleteRule(id);
+        });
+}
+
+void RulesViewController::deleteRule(const QUuid &id) {
+    changeRules([&] { deletion_.remove(id); });
+}
+
+void RulesViewController::editRule() {
+    if (const auto id = model_->idAt(listView_->selectedRow()))
+        showAdvancedPanel(*id);
+}
+
+void RulesViewController::showAdvancedPanel(const QUuid &id) {
+    if (const ShortcutRule *const shown = ruleOf(id))
         sheets_.editRule(this, *shown, [self = QPointer(this)](const ShortcutRule &rule) {
             if (self)
                 self->changeRules([&] { self->services_.manager.updateRule(rule); });
@@ -126,13 +204,11 @@ void RulesViewController::showAdvancedPanel(int row) {
 }
 
 void RulesViewController::ruleRowViewDidDelete(RuleRowView *, const ShortcutRule &rule) {
-    if (const auto row = rowOfRule(rule.id))
-        changeRules([&] { services_.manager.removeRule(*row); });
+    deleteRule(rule.id);
 }
 
 void RulesViewController::ruleRowViewDidOpenAdvanced(RuleRowView *, const ShortcutRule &rule) {
-    if (const auto row = rowOfRule(rule.id))
-        showAdvancedPanel(*row);
+    showAdvancedPanel(rule.id);
 }
 
 /// The selection stays with its rule; when that goes, with its place in the list.
@@ -154,6 +230,11 @@ void RulesViewController::updateCountLabel() {
     const QWidget *const focus = window()->focusWidget();
     if (rules.empty() && focus && (focus == listView_ || listView_->isAncestorOf(focus)))
         addButton_->setFocus(Qt::OtherFocusReason);
+}
+
+/// From beside the list, as from the button when that has the focus.
+void RulesViewController::contextMenuEvent(QContextMenuEvent *) {
+    listView_->requestMenu();
 }
 
 void RulesViewController::resizeEvent(QResizeEvent *) {
@@ -189,6 +270,11 @@ void RulesViewController::fillRow(RowWidget *row, int index) {
 const ShortcutRule *RulesViewController::ruleAt(int row) const {
     const ShortcutManager::Rules &rules = services_.manager.rules();
     return row >= 0 && row < std::ssize(rules) ? &rules[static_cast<std::size_t>(row)] : nullptr;
+}
+
+const ShortcutRule *RulesViewController::ruleOf(const QUuid &id) const {
+    const auto row = rowOfRule(id);
+    return row ? ruleAt(*row) : nullptr;
 }
 
 std::optional<int> RulesViewController::rowOfRule(const QUuid &id) const {

@@ -9,10 +9,12 @@
 #include "preferences/PreferencesServices.h"
 #include "preferences/rules/HotkeyHolderCache.h"
 #include "preferences/rules/RuleRowView.h"
+#include "preferences/rules/RulesMenu.h"
 
 namespace kestrelbay {
 
 class ApplicationIconCache;
+class RuleDeletion;
 class RowListView;
 class RowWidget;
 class RulesModel;
@@ -27,6 +29,9 @@ struct RuleSheets {
 
     std::function<void(QWidget *parent, Picked completion)> pickApplication;
     std::function<void(QWidget *parent, const ShortcutRule &rule, Edited completion)> editRule;
+    /// The completion adds what there is to add.
+    std::function<void(QWidget *parent, const std::function<void()> &added)> importRules;
+    std::function<void(QWidget *parent)> exportRules;
 };
 
 /// The rules in their order, to be moved, added, edited and deleted. Keeps no copy of
@@ -36,10 +41,11 @@ class RulesViewController final : public QWidget, public RuleRowViewDelegate {
     Q_OBJECT
 
 public:
-    /// The icons have to outlive the view.
-    RulesViewController(const PreferencesServices &services, ApplicationIconCache &icons);
+    /// The icons and the deletion have to outlive the view.
     RulesViewController(const PreferencesServices &services, ApplicationIconCache &icons,
-                        RuleSheets sheets);
+                        RuleDeletion &deletion);
+    RulesViewController(const PreferencesServices &services, ApplicationIconCache &icons,
+                        RuleDeletion &deletion, RuleSheets sheets);
     ~RulesViewController() override;
 
     /// Asks for an application and appends a rule for it, which then waits for its hotkey.
@@ -57,22 +63,33 @@ public:
     [[nodiscard]] TextLabel *emptyLabel() const { return emptyLabel_; }
 
 protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:
     void fillRow(RowWidget *row, int index);
+    [[nodiscard]] RulesMenu::Commands menuCommands();
     void appendRule(const QString &appName, const QString &appPath);
-    void showAdvancedPanel(int row);
+    void recordHotkey(const QUuid &id);
+    void showInFolder(const QUuid &id);
+    void duplicateRule(const QUuid &id);
+    void askToDelete(const QUuid &id);
+    void deleteRule(const QUuid &id);
+    void showRule(const QUuid &id);
+    void showAdvancedPanel(const QUuid &id);
     void changeRules(const std::function<void()> &change);
     void updateCountLabel();
     void layout();
     /// Null for a row that the store does not have.
     [[nodiscard]] const ShortcutRule *ruleAt(int row) const;
+    /// Null for an id that the store does not have.
+    [[nodiscard]] const ShortcutRule *ruleOf(const QUuid &id) const;
     [[nodiscard]] std::optional<int> rowOfRule(const QUuid &id) const;
 
     PreferencesServices services_;
     ApplicationIconCache &icons_;
+    RuleDeletion &deletion_;
     HotkeyHolderCache holders_{services_};
     RuleSheets sheets_;
     RulesModel *model_;

@@ -78,6 +78,8 @@ void PreferencesWindowController::showWindow() {
     if (!wasShown_)
         centerOnActiveScreen(*window_, services_.nativeWindow);
     wasShown_ = true;
+    if (!window_->isVisible())
+        deletion_.forget();
     if (window_->isMinimized())
         window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
     window_->show();
@@ -163,7 +165,7 @@ void PreferencesWindowController::showTab(int index) {
     if (index == kAdvancedTab)
         currentChild_ = new AdvancedSettingsViewController(services_);
     else
-        currentChild_ = new RulesViewController(services_, icons_);
+        currentChild_ = new RulesViewController(services_, icons_, deletion_);
     container_->contentArea()->addWidget(currentChild_);
     currentChild_->show();
 }

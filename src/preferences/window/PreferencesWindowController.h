@@ -6,6 +6,7 @@
 
 #include "preferences/PreferencesServices.h"
 #include "preferences/rules/ApplicationIconCache.h"
+#include "preferences/rules/RuleDeletion.h"
 
 namespace kestrelbay {
 
@@ -48,6 +49,7 @@ private:
 
     const PreferencesServices services_;
     ApplicationIconCache icons_{services_};
+    RuleDeletion deletion_{services_};
     const std::unique_ptr<QWidget> window_;
     // All belong to the window.
     ContainerViewController *container_ = nullptr;

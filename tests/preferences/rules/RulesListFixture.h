@@ -1,11 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <utility>
 #include <vector>
 
 #include "fixtures/ServicesFixture.h"
 #include "model/RuleFile.h"
 #include "preferences/rules/ApplicationIconCache.h"
+#include "preferences/rules/RuleDeletion.h"
 #include "preferences/rules/RulesViewController.h"
 
 namespace kestrelbay {
@@ -35,14 +37,20 @@ protected:
                 [this](QWidget *, const ShortcutRule &rule, RuleSheets::Edited completion) {
                     editedRules_.append(rule.appName);
                     edit_ = std::move(completion);
-                }};
+                },
+            .importRules = [this](QWidget *,
+                                  const std::function<void()> &added) { import_ = added; },
+            .exportRules = [this](QWidget *) { ++exports_; }};
     }
 
     ApplicationIconCache icons_{services()};
+    RuleDeletion deletion_{services()};
 
     /// The completions of the sheets opened last.
     RuleSheets::Picked pick_;
     RuleSheets::Edited edit_;
+    std::function<void()> import_;
+    int exports_ = 0;
     /// The names of the rules whose options were opened.
     QStringList editedRules_;
 };

@@ -32,7 +32,7 @@ class RulesViewTest : public RulesListFixture {
 protected:
     RulesViewController &list() {
         if (!list_) {
-            list_ = std::make_unique<RulesViewController>(services(), icons_, sheets());
+            list_ = std::make_unique<RulesViewController>(services(), icons_, deletion_, sheets());
             list_->show();
             EXPECT_TRUE(activate(*list_));
         }

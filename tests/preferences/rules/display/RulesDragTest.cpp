@@ -66,8 +66,8 @@ class RulesDragTest : public RulesListFixture {
 protected:
     void show(int rules) {
         addRules(rules);
-        list_ =
-            std::make_unique<RulesViewController>(services(timers_, mainQueue_), icons_, sheets());
+        list_ = std::make_unique<RulesViewController>(services(timers_, mainQueue_), icons_,
+                                                      deletion_, sheets());
         list_->move(0, 0);
         list_->show();
         list_->activateWindow();
