@@ -123,6 +123,39 @@ TEST_F(PreferencesWindow, IconsAreKeptFromTabToTabAndReadAgainAtEveryVisit) {
     EXPECT_EQ(catalog_.listIconRequests().size(), 3);
 }
 
+TEST_F(PreferencesWindow, ADeletionCanBeUndoneAsLongAsItIsOpen) {
+    manager().addRule({.appName = u"Mail"_s});
+    manager().addRule({.appName = u"Notes"_s});
+    const auto deleteFirst = [this] {
+        const ShortcutRule first = manager().rules().front();
+        view<RulesViewController>()->ruleRowViewDidDelete(nullptr, first);
+    };
+    const auto undo = [this] {
+        QTest::keyClick(view<RulesViewController>(), Qt::Key_Z, Qt::ControlModifier);
+    };
+    controller().showWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
+    deleteFirst();
+    clickTab(1);
+    clickTab(0);
+    controller().showWindow();
+    undo();
+    EXPECT_EQ(names(), (QStringList{u"Mail"_s, u"Notes"_s}));
+
+    deleteFirst();
+    const auto undoByToast = lastToastAction_.run;
+    deleteFirst();
+    window().close();
+    // The toast of before is still there.
+    lastToastAction_.run();
+    EXPECT_EQ(names(), QStringList{u"Notes"_s});
+    controller().showWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
+    undo();
+    undoByToast();
+    EXPECT_EQ(names(), QStringList{u"Notes"_s});
+}
+
 TEST_F(PreferencesWindow, ClosedItComesBackWithItsTab) {
     controller().showWindow();
     clickTab(1);
