@@ -68,7 +68,8 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers, bool isStyleNamed)
       service_(
           this, [this] { openPreferences(); }, serviceActions(),
           [this](const QString &id, const QString &token) { return runRule(id, token); }),
-      diagnostics_(this, [this] { return diagnosticReport(platform_, manager_.get()); }) {
+      diagnostics_(this, [this] { return diagnosticReport(platform_, manager_.get()); }),
+      rulesService_(this, [this](const QString &rules) { return importRules(rules); }) {
     Language::setDefaults(&platform.userDefaults());
     ToastPanel::setServices(&toastServices_);
     setSystemSymbols(platform.systemSymbols());
@@ -139,6 +140,14 @@ bool AppDelegate::runRule(const QString &id, const QString &activationToken) {
     const std::optional<QUuid> rule = ruleIdFromText(id);
     platform_.workspace().setActivationToken(activationToken);
     return rule && manager_->runRule(*rule);
+}
+
+bool AppDelegate::importRules(const QString &rules) {
+    const auto decoded = decodeRules(rules.toUtf8());
+    if (!decoded || !manager_->importRules(*decoded))
+        return false;
+    Q_EMIT notifications_.rulesWereTakenIn();
+    return true;
 }
 
 void AppDelegate::applicationDidFinishLaunching() {

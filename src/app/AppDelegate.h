@@ -51,6 +51,10 @@ public:
     /// False also for a text that is no id.
     bool runRule(const QString &id, const QString &activationToken);
 
+    /// ShortcutManager::importRules() for a text of the form of the rule file. False when it is
+    /// none, or could not be saved.
+    bool importRules(const QString &rules);
+
     // What the status menu and the session bus offer:
     void toggleAllShortcuts();
     void openPreferences();
@@ -100,6 +104,7 @@ private:
     std::unique_ptr<AboutWindowController> about_;
     ApplicationService service_;
     DiagnosticsService diagnostics_;
+    RulesService rulesService_;
 };
 
 }  // namespace kestrelbay

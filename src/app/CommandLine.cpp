@@ -40,6 +40,17 @@ struct Options {
         QStringLiteral("list-rules"),
         QStringLiteral("Print the id, application and hotkey of each rule, and end.")};
     QCommandLineOption json{QStringLiteral("json"), QStringLiteral("Print the rules as JSON.")};
+    QCommandLineOption exportFile{
+        QStringLiteral("export"),
+        QStringLiteral("Write all rules to <file>, for another machine, and end."),
+        QStringLiteral("file")};
+    QCommandLineOption importFile{
+        QStringLiteral("import"),
+        QStringLiteral("Show what the rules of <file> would add to those here, add them if you "
+                       "say so, and end."),
+        QStringLiteral("file")};
+    QCommandLineOption yes{QStringLiteral("yes"),
+                           QStringLiteral("Add what --import shows without asking.")};
     QCommandLineOption diagnose{
         QStringLiteral("diagnose"),
         QStringLiteral("Print what a report of a problem should say, and end.")};
@@ -64,6 +75,14 @@ QString problemWith(const QCommandLineParser &parser, const Options &options) {
         return QStringLiteral("%1 is no id of a rule, as --list-rules prints them").arg(quoted(id));
     if (parser.isSet(options.json) && !parser.isSet(options.listRules))
         return QStringLiteral("--json goes with --list-rules only");
+    if (parser.isSet(options.yes) && !parser.isSet(options.importFile))
+        return QStringLiteral("--yes goes with --import only");
+    if (parser.isSet(options.importFile) && parser.isSet(options.exportFile))
+        return QStringLiteral("--import and --export do not go together");
+    for (const QCommandLineOption &option : {options.importFile, options.exportFile}) {
+        if (parser.isSet(option) && parser.value(option).isEmpty())
+            return QStringLiteral("--%1 needs the name of a file").arg(option.names().first());
+    }
     return {};
 }
 
@@ -80,15 +99,19 @@ Request readCommandLine(int argc, char **argv) {
     options.session.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.addOptions({options.action, options.rule, options.listRules, options.json,
-                       options.diagnose, options.style, options.session});
+                       options.exportFile, options.importFile, options.yes, options.diagnose,
+                       options.style, options.session});
     parser.process(application);
     if (const QString problem = problemWith(parser, options); !problem.isEmpty())
         std::exit(fail(problem));
     Request request{.action = parser.value(options.action),
                     .ruleId = parser.value(options.rule),
                     .diagnose = parser.isSet(options.diagnose),
-                    .isStyleNamed = parser.isSet(options.style),
-                    .listRules = std::nullopt};
+                     .isStyleNamed = parser.isSet(options.style),
+                    .listRules = std::nullopt,
+                    .exportFile = parser.value(options.exportFile),
+                    .importFile = parser.value(options.importFile),
+                    .isImportConfirmed = parser.isSet(options.yes)};
     if (parser.isSet(options.listRules))
         request.listRules =
             parser.isSet(options.json) ? RuleListFormat::Json : RuleListFormat::Text;

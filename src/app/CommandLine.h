@@ -19,6 +19,11 @@ struct Request {
     bool isStyleNamed = false;
     /// Print the rules, and how.
     std::optional<RuleListFormat> listRules;
+    /// Files to write the rules to or to add rules from; empty where that is not asked for.
+    QString exportFile;
+    QString importFile;
+    /// Add them without asking.
+    bool isImportConfirmed = false;
 };
 
 /// Answers --help and --version and refuses what it does not know or what does not go together,

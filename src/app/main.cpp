@@ -5,6 +5,8 @@
 #include <QSessionManager>
 #include <QTimer>
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
@@ -15,6 +17,7 @@
 #include "app/CommandLine.h"
 #include "app/DiagnosticReport.h"
 #include "app/RuleList.h"
+#include "app/RuleTransferCommands.h"
 #include "app/TerminationSignals.h"
 #include "app/instance/RunningInstance.h"
 #include "model/RuleFile.h"
@@ -90,6 +93,19 @@ bool isStyleNamed(const kestrelbay::Request &request) {
     return request.isStyleNamed || !qEnvironmentVariableIsEmpty("QT_STYLE_OVERRIDE");
 }
 
+int importRules(int argc, char **argv, kestrelbay::Platform &platform,
+                const kestrelbay::Request &request) {
+    const QCoreApplication application(argc, argv);
+    return kestrelbay::ImportCommand{.storageDirectory = kestrelbay::storageDirectory(platform),
+                                     .catalog = platform.applicationCatalog(),
+                                     .handOver = kestrelbay::RunningInstance::importRules,
+                                     .in = std::cin,
+                                     .out = std::cout,
+                                     .canAsk = ::isatty(STDIN_FILENO) == 1,
+                                     .isConfirmed = request.isImportConfirmed}
+        .run(request.importFile);
+}
+
 /// Where Qt's own messages go. Its handler is a plain function without user data.
 kestrelbay::SystemLog *messageLog = nullptr;
 
@@ -118,6 +134,11 @@ int main(int argc, char **argv) {
             QStringLiteral("there is no folder for application data (set HOME)"));
     if (request.listRules)
         return listRules(*platform, *request.listRules);
+    if (!request.exportFile.isEmpty())
+        return kestrelbay::exportRulesCommand(kestrelbay::storageDirectory(*platform),
+                                              request.exportFile);
+    if (!request.importFile.isEmpty())
+        return importRules(argc, argv, *platform, request);
     if (!request.action.isEmpty()) {
         // Before a display is needed, which whoever asks may not have.
         const QCoreApplication application(argc, argv);

@@ -16,7 +16,8 @@ Q_SIGNALS:
     void openPreferencesToAccessibility();
     /// Texts now come out in the chosen language, which may be the one from before.
     void languageDidChange();
-    /// The rules are now those of a file that somebody else has changed.
+    /// The rules are now those of a file that somebody else has changed, or some were added from
+    /// outside.
     void rulesWereTakenIn();
     /// Other programs hold other hotkeys of the rules than before.
     void refusedHotkeysDidChange();

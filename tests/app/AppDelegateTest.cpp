@@ -26,6 +26,7 @@
 #include "preferences/window/PreferencesWindowController.h"
 #include "settings/Notifications.h"
 #include "settings/SettingsKeys.h"
+#include "ui/widgets/TextLabel.h"
 #include "ui/windows/Sheet.h"
 
 namespace kestrelbay {
@@ -333,6 +334,19 @@ TEST_F(AppDelegateTest, RunsARuleByItsIdOnly) {
     EXPECT_TRUE(QTest::qWaitFor([&] {
         return platform_.workspace().requests().lines().join(u' ').contains(rule.appPath);
     }));
+}
+
+TEST_F(AppDelegateTest, AddsTheRulesOfAnImportAndShowsThem) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    delegate.openPreferences();
+    const auto *const list = delegate.preferences()->window()->findChild<RulesViewController *>();
+    const std::vector<ShortcutRule> rules{{.appPath = QStringLiteral("/Applications/Files")}};
+    EXPECT_TRUE(delegate.importRules(QString::fromUtf8(encodeRules(rules))));
+    EXPECT_EQ(delegate.shortcutManager().rules(), rules);
+    EXPECT_TRUE(list->emptyLabel()->isHidden());
+    EXPECT_FALSE(delegate.importRules(QStringLiteral("{}")));
+    EXPECT_EQ(delegate.shortcutManager().rules(), rules);
 }
 
 TEST_F(AppDelegateTest, TakesInARuleFileThatIsEditedWhenNothingIsRecordedOrAsked) {

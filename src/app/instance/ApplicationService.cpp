@@ -6,6 +6,15 @@
 
 namespace kestrelbay {
 
+namespace {
+
+void refuse(const QDBusMessage &call, QLatin1StringView error, const QString &text) {
+    call.setDelayedReply(true);
+    QDBusConnection::sessionBus().send(call.createErrorReply(error, text));
+}
+
+}  // namespace
+
 ApplicationService::ApplicationService(QObject *parent, std::function<void()> activate,
                                        Actions actions, RunRule runRule)
     : QDBusAbstractAdaptor(parent),
@@ -39,11 +48,8 @@ void ApplicationService::ActivateAction(const QString &name, const QVariantList 
         return;
     }
     const QString token = platformData.value(QStringLiteral("activation-token")).toString();
-    if (runRule_(parameter.value(0).toString(), token))
-        return;
-    call.setDelayedReply(true);
-    QDBusConnection::sessionBus().send(
-        call.createErrorReply(kNoSuchRule, QStringLiteral("There is no rule with this id")));
+    if (!runRule_(parameter.value(0).toString(), token))
+        refuse(call, kNoSuchRule, QStringLiteral("There is no rule with this id"));
 }
 
 DiagnosticsService::DiagnosticsService(QObject *parent, std::function<QString()> report)
@@ -51,6 +57,14 @@ DiagnosticsService::DiagnosticsService(QObject *parent, std::function<QString()>
 
 QString DiagnosticsService::Report() {
     return report_();
+}
+
+RulesService::RulesService(QObject *parent, ImportRules importRules)
+    : QDBusAbstractAdaptor(parent), importRules_(std::move(importRules)) {}
+
+void RulesService::Import(const QString &rules, const QDBusMessage &call) {
+    if (!importRules_(rules))
+        refuse(call, kNotAdded, QStringLiteral("The rules could not be read or saved"));
 }
 
 }  // namespace kestrelbay

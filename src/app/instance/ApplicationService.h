@@ -93,4 +93,27 @@ private:
     std::function<QString()> report_;
 };
 
+/// Adds rules for `kestrelbay --import`. Lies at the same name and path.
+class RulesService final : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kestrelbay.KestrelBay.Rules")
+
+public:
+    static constexpr QLatin1StringView kInterface{"org.kestrelbay.KestrelBay.Rules"};
+
+    /// What a caller gets whose rules are no list of rules, or could not be saved.
+    static constexpr QLatin1StringView kNotAdded{"org.kestrelbay.KestrelBay.Error.NotAdded"};
+
+    /// False when nothing was added for one of these reasons. The text is the caller's.
+    using ImportRules = std::function<bool(const QString &rules)>;
+
+    RulesService(QObject *parent, ImportRules importRules);
+
+public Q_SLOTS:
+    void Import(const QString &rules, const QDBusMessage &call);
+
+private:
+    ImportRules importRules_;
+};
+
 }  // namespace kestrelbay

@@ -75,6 +75,19 @@ RunningInstance::Answer RunningInstance::request(const QString &action, const QS
     return isTimeout(message) ? Answer::NoAnswer : Answer::Nobody;
 }
 
+RunningInstance::ImportAnswer RunningInstance::importRules(const QString &rules) {
+    const BusForRequest bus;
+    if (!bus.isConnected())
+        return ImportAnswer::Nobody;
+    const QDBusMessage message =
+        bus.call(RulesService::kInterface, QStringLiteral("Import"), {rules});
+    if (isAnswer(message))
+        return ImportAnswer::Added;
+    if (message.errorName() == RulesService::kNotAdded)
+        return ImportAnswer::NotAdded;
+    return isTimeout(message) ? ImportAnswer::NoAnswer : ImportAnswer::Nobody;
+}
+
 std::optional<QString> RunningInstance::diagnosticReport() {
     const BusForRequest bus;
     const QDBusMessage answer =

@@ -25,6 +25,15 @@ public:
     /// this process was given it, goes with it.
     [[nodiscard]] static Answer request(const QString &action, const QString &ruleId = {});
 
+    enum class ImportAnswer : std::uint8_t {
+        Added,
+        NotAdded,  ///< it could not read or save them
+        NoAnswer,  ///< there is one, but it hangs
+        Nobody,    ///< there is none, or none that can be reached or knows of imports
+    };
+    /// Has it add rules, in the form of the rule file, as ShortcutManager::importRules() does.
+    [[nodiscard]] static ImportAnswer importRules(const QString &rules);
+
     /// What it has to say for a report of a problem. None when there is no such
     /// instance or it does not answer.
     [[nodiscard]] static std::optional<QString> diagnosticReport();
