@@ -35,6 +35,18 @@ void ToastWatch::forget() {
     messageToasts_.clear();
 }
 
+bool ToastWatch::isToast(const QSize &size) const {
+    return isLaunchToast(size) || isMessageToast(size);
+}
+
+bool ToastWatch::isLaunchToast(const QSize &size) const {
+    return size == QSize(kLaunchToastSide, kLaunchToastSide) * scale_;
+}
+
+bool ToastWatch::isMessageToast(const QSize &size) const {
+    return size.width() == qRound(kMessageToastWidth * scale_);
+}
+
 void ToastWatch::readEvents() {
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(client_.get())}) {
         const auto type = event->response_type & 0x7fU;
@@ -62,9 +74,9 @@ void ToastWatch::readEvents() {
 void ToastWatch::sawMap(xcb_window_t window) {
     const Time now = std::chrono::steady_clock::now();
     const QRect area = client_.area(window);
-    if (area.size() == QSize(kLaunchToastSide, kLaunchToastSide) * scale_)
+    if (isLaunchToast(area.size()))
         launchToasts_.push_back({.window = window, .area = area, .mapped = now});
-    else if (area.width() == qRound(kMessageToastWidth * scale_))
+    else if (isMessageToast(area.size()))
         messageToasts_.push_back({.window = window, .area = area, .mapped = now});
 }
 

@@ -36,8 +36,12 @@ public:
     [[nodiscard]] const std::vector<Toast> &launchToasts();
     [[nodiscard]] const std::vector<Toast> &messageToasts();
     void forget();
+    /// Does a window of that size show a message or an icon?
+    [[nodiscard]] bool isToast(const QSize &size) const;
 
 private:
+    [[nodiscard]] bool isLaunchToast(const QSize &size) const;
+    [[nodiscard]] bool isMessageToast(const QSize &size) const;
     void readEvents();
     void sawMap(xcb_window_t window);
     void sawOpacity(xcb_window_t window);

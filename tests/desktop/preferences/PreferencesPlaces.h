@@ -13,6 +13,9 @@ inline constexpr QSize kAppPicker{380, 460};
 /// In the picker: where the icons of its first rows are, and some ground at their right.
 inline constexpr QRect kPickerIcons{22, 100, 28, 100};
 inline constexpr QSize kAdvancedPanel{475, 280};
+inline constexpr QSize kImportSheet{620, 400};
+/// In that sheet, beside the word of the button.
+inline constexpr QPoint kImportAdd{525, 372};
 
 inline constexpr QPoint kRulesTab{272, 28}, kAdvancedTab{432, 28};
 /// Of a tab, but beside its words.
@@ -20,6 +23,9 @@ inline constexpr QPoint kAdvancedTabGround{365, 28};
 inline constexpr QPoint kAddButton{32, 576};
 
 inline constexpr int kRowsTop = 60, kRowPitch = 56, kRowsBottom = 554;
+
+/// The middle of the first row's icon, which is empty as long as there is none.
+inline constexpr QPoint kFirstIcon{50, kRowsTop + kRowPitch / 2};
 
 /// With their distance from the row's right end.
 enum class RowPart {

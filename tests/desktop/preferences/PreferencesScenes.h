@@ -11,6 +11,14 @@ namespace kestrelbay::desktop {
 void sceneFirstHotkey(PreferencesStage &stage);
 void sceneHotkeyOfAnother(PreferencesStage &stage);
 
+// PreferencesCarried.cpp
+void sceneCarriedByCommand(PreferencesStage &stage);
+void sceneCarriedByMenu(PreferencesStage &stage);
+
+// PreferencesMenu.cpp
+void sceneRuleMenu(PreferencesStage &stage);
+void sceneUndoByToast(PreferencesStage &stage);
+
 // PreferencesFile.cpp
 void sceneEditedByHand(PreferencesStage &stage);
 

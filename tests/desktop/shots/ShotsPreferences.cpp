@@ -250,6 +250,60 @@ void shootOtherSheets(ShotStage &stage) {
     closeSheet(stage);
 }
 
+/// The menu that the right button opens there.
+QRect openMenu(ShotStage &stage, const QPoint &place) {
+    return stage.waitForMenu(
+        [&] { stage.pointer().click(onScreen(stage, place), Pointer::Button::Right); });
+}
+
+void shootMenuAndImport(ShotStage &stage) {
+    std::vector<RuleSpec> rules = fewRules();
+    stage.beginWith(rules);
+    open(stage);
+    const Window below = preferences(stage);
+    const QRect menu = openMenu(stage, places::inRow(1, RowPart::Name));
+    stage.pressKey(shellkeys::kDown);
+    stage.shoot(QStringLiteral("rule-menu"), stage.withFrame(below).united(menu));
+    stage.closeMenu();
+
+    rules[1].launchArguments = QStringLiteral("/srv");
+    rules[1].argumentKind = QStringLiteral("filePath");
+    rules[3].key = keys::kU;
+    rules.push_back(longRules()[1]);
+    const QString file = stage.desktop().home().path(QStringLiteral("shortcuts.json"));
+    HomeFolder::write(file, rulesJson(rules));
+    (void)openMenu(stage, places::inRow(7, RowPart::Name));
+    stage.pressKey(shellkeys::kDown);
+    stage.pressKey(shellkeys::kReturn);
+    stage.prepare(
+        QStringLiteral("a file dialog"), [] {},
+        [&] {
+            return stage.view().active() != below && stage.view().hasFocus(stage.view().active());
+        });
+    stage.type(file);
+    stage.prepare(
+        QStringLiteral("the sheet of an import"), [&] { stage.pressKey(shellkeys::kReturn); },
+        [&] {
+            // Nobody sees it before its blue button is painted.
+            const QSize size = stage.scaled(places::kImportSheet);
+            const QPoint button = stage.scaled(places::kImportAdd);
+            XClient &client = stage.view().client();
+            const QRect sheet = client.area(stage.view().active());
+            const QColor color = colorAt(client, sheet.topLeft() + button);
+            return stage.isInFront(size) && color.blue() > color.red() + 80;
+        });
+    stage.shoot(QStringLiteral("import"), stage.withFrame(below));
+    stage.pressKey(shellkeys::kReturn);
+    stage.shootToast(QStringLiteral("toast-imported"), stage.toasts().messageToasts());
+    stage.prepare(
+        QStringLiteral("an icon"), [] {},
+        [&] {
+            return colorAtPlace(stage, places::kFirstIcon + QPoint(0, 6 * places::kRowPitch)) !=
+                   colorAtPlace(stage, {10, 300});
+        });
+    shootPreferences(stage, "imported");
+}
+
 void showAdvancedTab(ShotStage &stage) {
     const QColor before = colorAtPlace(stage, places::kAdvancedTabGround);
     stage.prepare(
@@ -327,6 +381,7 @@ const std::vector<Shot> &preferencesShots() {
         {"preferences: conflict", shootConflict},
         {"preferences: advanced panels", shootAdvancedPanels},
         {"preferences: other sheets", shootOtherSheets},
+        {"preferences: menu and import", shootMenuAndImport},
         {"preferences: advanced tab", shootAdvancedTab},
         {"preferences: missing keys", shootMissingKeys},
     };

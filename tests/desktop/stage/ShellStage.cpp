@@ -144,6 +144,29 @@ QString ShellStage::windowsInWords() {
     return sizes.isEmpty() ? QStringLiteral("no window") : sizes.join(QStringLiteral(", "));
 }
 
+std::optional<QRect> ShellStage::openMenu() {
+    XClient &client = view().client();
+    for (const Window popup : client.popups()) {
+        const QRect area = client.area(popup);
+        if (!area.isEmpty() && !toasts_.isToast(area.size()))
+            return area;
+    }
+    return std::nullopt;
+}
+
+QRect ShellStage::waitForMenu(const std::function<void()> &act) {
+    prepare(QStringLiteral("a menu"), act, [&] { return openMenu().has_value(); });
+    const QRect area = openMenu().value_or(QRect());
+    (void)settledPictureOf(view().client(), area);
+    return area;
+}
+
+void ShellStage::closeMenu() {
+    constexpr std::uint8_t kEscape = testing::xkey::kEscape;
+    prepare(
+        QStringLiteral("no menu"), [&] { pressKey(kEscape); }, [&] { return !openMenu(); });
+}
+
 void ShellStage::closeWindow(const QSize &size) {
     prepare(
         QStringLiteral("the window closed"),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include <QJsonObject>
@@ -68,6 +69,11 @@ public:
     [[nodiscard]] QPoint offMiddle(const QSize &size);
     /// KestrelBay's windows, as "468×468, 340×200".
     [[nodiscard]] QString windowsInWords();
+    /// The menu that is open, which no toast is; none when there is none.
+    [[nodiscard]] std::optional<QRect> openMenu();
+    /// Does what opens a menu, and waits until it is painted; throws NotPrepared.
+    QRect waitForMenu(const std::function<void()> &act);
+    void closeMenu();
     /// Closes it as its close button does, and waits until it is gone.
     void closeWindow(const QSize &size);
     /// A click into it, measured from its upper left corner.
