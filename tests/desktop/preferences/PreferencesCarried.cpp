@@ -118,7 +118,7 @@ void sceneCarriedByMenu(PreferencesStage &stage) {
         });
     stage.screenshot(QStringLiteral("imported-by-menu"));
 
-    const QString copy = stage.desktop().home().path(QStringLiteral("copy.json"));
+    const QString copy = stage.desktop().home().path(QStringLiteral("by-menu.json"));
     chooseFromListMenu(stage, 2);
     (void)stage.waitForWindow(QStringLiteral("Export Shortcuts"));
     // The suggested name is selected.
