@@ -107,7 +107,7 @@ Request readCommandLine(int argc, char **argv) {
     Request request{.action = parser.value(options.action),
                     .ruleId = parser.value(options.rule),
                     .diagnose = parser.isSet(options.diagnose),
-                     .isStyleNamed = parser.isSet(options.style),
+                    .isStyleNamed = parser.isSet(options.style),
                     .listRules = std::nullopt,
                     .exportFile = parser.value(options.exportFile),
                     .importFile = parser.value(options.importFile),
