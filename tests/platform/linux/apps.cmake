@@ -31,6 +31,7 @@ kestrelbay_test(linux_apps_tests LABEL display
         linux/PressesUnderManagersTest.cpp
         linux/SlowStartTest.cpp
         linux/TerminalProgramsTest.cpp
+        linux/UnheardFocusTest.cpp
         linux/WindowRoundTripsTest.cpp
         linux/WorkspaceContractLinuxTest.cpp
         linux/WorkspaceLaunchTest.cpp

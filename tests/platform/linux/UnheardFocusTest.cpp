@@ -1,0 +1,73 @@
+#include <bit>
+
+#include "appsWindows.h"
+
+namespace kestrelbay::testing {
+namespace {
+
+/// NormalState of ICCCM 4.1.3.1.
+constexpr std::uint32_t kNormal = 1;
+
+QByteArray bytesOf(std::initializer_list<std::uint32_t> words) {
+    QByteArray bytes;
+    for (const std::uint32_t word : words)
+        bytes.append(std::bit_cast<std::array<char, 4>>(word).data(), sizeof word);
+    return bytes;
+}
+
+/// The test is the window manager itself, one that leaves requests unheard.
+class UnheardFocus : public LinuxWorkspaceWindows {
+protected:
+    void manage(xcb_window_t target, xcb_window_t other) {
+        const xcb_window_t root = maker_->connection().root();
+        const xcb_window_t check = maker_->make({.unmapped = true});
+        for (const xcb_window_t announced : {check, root})
+            setWindows(announced, "_NET_SUPPORTING_WM_CHECK", bytesOf({check}));
+        for (const xcb_window_t window : {target, other})
+            maker_->setRaw(window, "WM_STATE", "WM_STATE", 32, bytesOf({kNormal, XCB_NONE}));
+        setWindows(root, "_NET_CLIENT_LIST_STACKING", bytesOf({target, other}));
+        setWindows(root, "_NET_ACTIVE_WINDOW", bytesOf({other}));
+        maker_->listen();
+    }
+
+    /// So many more requests for the focus have come, all for the target.
+    [[nodiscard]] bool isAskedFor(xcb_window_t target, int requests) {
+        return waitUntil(
+            [&] {
+                for (const WindowMaker::Message &message : maker_->heard()) {
+                    if (message.type != maker_->atom("_NET_ACTIVE_WINDOW"))
+                        continue;
+                    EXPECT_EQ(message.window, target);
+                    --requests;
+                }
+                return requests <= 0;
+            },
+            std::chrono::seconds(1));
+    }
+
+    void makeActive(xcb_window_t window) {
+        setWindows(maker_->connection().root(), "_NET_ACTIVE_WINDOW", bytesOf({window}));
+    }
+
+private:
+    void setWindows(xcb_window_t window, const char *property, const QByteArray &words) {
+        maker_->setRaw(window, property, "WINDOW", 32, words);
+    }
+};
+
+TEST_F(UnheardFocus, IsAskedForAgain) {
+    const QString a = entry("Aaa");
+    const xcb_window_t target = maker_->make({.className = "Aaa"});
+    const xcb_window_t other = maker_->make({.className = "Bbb"});
+    manage(target, other);
+    startWorkspace();
+    const Application application = waitForRunning(a);
+    ASSERT_TRUE(application);
+    // A request is soon too old to be repeated, which a busy machine may be too late for.
+    EXPECT_TRUE(waitUntil([&] { return application->activate() && isAskedFor(target, 2); }));
+    makeActive(target);
+    EXPECT_TRUE(becomesActive(a));
+}
+
+}  // namespace
+}  // namespace kestrelbay::testing
