@@ -20,7 +20,7 @@ public:
 
     // For the test:
     /// None at first.
-    void print(std::map<KeyCode, QString> caps) {
+    void print(const std::map<KeyCode, QString> &caps) {
         if (std::exchange(caps_, caps) != caps && handler_)
             handler_();
     }

@@ -168,7 +168,7 @@ bool OnboardingViewController::isObstructed() const {
            problem != TapProblem::NotPermitted;
 }
 
-void OnboardingViewController::showObstruction() {
+void OnboardingViewController::showObstruction() const {
     waitingLabel()->setText(L::accessMissing(services_.manager.tapProblem()));
     waitingLabel()->setColor(colors::systemOrange);
     waitingLabel()->show();

@@ -83,7 +83,7 @@ private:
     /// Is there a known reason for which keys cannot be seen, other than that the user has
     /// not permitted it?
     [[nodiscard]] bool isObstructed() const;
-    void showObstruction();
+    void showObstruction() const;
     void disablePrimaryButton();
     void startPolling();
     void checkPermission();

@@ -18,15 +18,12 @@ namespace kestrelbay {
 
 namespace {
 
-const QString kPattern = QStringLiteral("*.json");
-const QString kSuggestedName = QStringLiteral("kestrelbay-shortcuts.json");
-
 /// `chosen` is called with the file when the dialog is gone.
 QFileDialog *makeDialog(const QString &title, QWidget *parent,
                         const std::function<void(const QString &path)> &chosen) {
     auto *const dialog = new QFileDialog(parent, title, QDir::homePath());
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setNameFilter(L::ruleFileFilter(kPattern));
+    dialog->setNameFilter(L::ruleFileFilter(QStringLiteral("*.json")));
     QObject::connect(dialog, &QDialog::accepted, parent,
                      [dialog, chosen] { chosen(dialog->selectedFiles().value(0)); });
     return dialog;
@@ -84,7 +81,7 @@ void exportRulesByUser(const PreferencesServices &services, QWidget *parent) {
         [services, parent](const QString &path) { exportRulesTo(path, services, parent); });
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(QStringLiteral("json"));
-    dialog->selectFile(kSuggestedName);
+    dialog->selectFile(QStringLiteral("kestrelbay-shortcuts.json"));
     dialog->open();
 }
 

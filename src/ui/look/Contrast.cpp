@@ -31,12 +31,12 @@ double contrastRatio(const QColor &ink, const QColor &ground) {
     return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
 }
 
-QColor legible(const QColor &ink, const QColor &ground, double ratio) {
+QColor legible(const QColor &color, const QColor &ground, double ratio) {
     constexpr int kSteps = 25;
     const QColor end = luminance(ground) > 0.18 ? Qt::black : Qt::white;
     for (int step = 0; step < kSteps; ++step) {
         // As pixels have it.
-        const QColor changed = QColor::fromRgba(overlaid(ink, end, qreal(step) / kSteps).rgba());
+        const QColor changed = QColor::fromRgba(overlaid(color, end, qreal(step) / kSteps).rgba());
         if (contrastRatio(changed, ground) >= ratio)
             return changed;
     }

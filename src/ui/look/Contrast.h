@@ -12,8 +12,8 @@ namespace kestrelbay {
 /// ink's ground is counted in.
 [[nodiscard]] double contrastRatio(const QColor &ink, const QColor &ground);
 
-/// The ink itself where its contrast with the ground is as high as asked for; otherwise the
+/// The colour itself where its contrast with the ground is as high as asked for; otherwise the
 /// nearest darker or lighter one of which that is true.
-[[nodiscard]] QColor legible(const QColor &ink, const QColor &ground, double ratio);
+[[nodiscard]] QColor legible(const QColor &color, const QColor &ground, double ratio);
 
 }  // namespace kestrelbay

@@ -11,7 +11,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds kRest{100};
+/// Longer than a row that flashes keeps a colour.
+constexpr std::chrono::milliseconds kRest{400};
 /// Of each of the three colours, from 0 to 255.
 constexpr int kClearly = 40;
 

@@ -1,5 +1,6 @@
 #include "desktop/preferences/PreferencesScenes.h"
 
+#include <QColor>
 #include <QFileInfo>
 
 namespace kestrelbay::desktop {

@@ -14,8 +14,9 @@ inline constexpr QSize kAppPicker{380, 460};
 inline constexpr QRect kPickerIcons{22, 100, 28, 100};
 inline constexpr QSize kAdvancedPanel{475, 280};
 inline constexpr QSize kImportSheet{620, 400};
-/// In that sheet, beside the word of the button.
-inline constexpr QPoint kImportAdd{525, 372};
+/// In that sheet, beside the word of the button; and how far the word may reach from there.
+inline constexpr QPoint kImportAdd{525, 366};
+inline constexpr QSize kImportAddTitle{60, 8};
 
 inline constexpr QPoint kRulesTab{272, 28}, kAdvancedTab{432, 28};
 /// Of a tab, but beside its words.

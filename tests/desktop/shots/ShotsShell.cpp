@@ -69,8 +69,10 @@ void shootGuideWithoutKeys(ShotStage &stage) {
     nextGuideStep(stage, [&] { stage.pressKey(kReturn); });
     const auto window = stage.programWindow(stage.scaled(ShellStage::kGuideSize));
     // The link is underlined under the pointer, which is no other step.
-    stage.pointer().moveTo(stage.view().client().area(*window).topLeft() +
-                           stage.scaled(kGuideLink));
+    nextGuideStep(stage, [&] {
+        stage.pointer().moveTo(stage.view().client().area(*window).topLeft() +
+                               stage.scaled(kGuideLink));
+    });
     nextGuideStep(stage, [&] { stage.clickIn(*window, stage.scaled(kGuideLink)); });
     stage.pointer().moveTo({1, 1});
     shootGuideStep(stage, "guide-6-complete-without-keys");

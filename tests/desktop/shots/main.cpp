@@ -21,6 +21,9 @@ const std::array kLooks{
     Look{.language = QStringLiteral("zh"), .isDark = true},
     Look{.language = QStringLiteral("en"), .scale = QStringLiteral("1.5")},
     Look{.language = QStringLiteral("en"), .scale = QStringLiteral("2")},
+    Look{.language = QStringLiteral("en"), .isDark = true, .scale = QStringLiteral("2")},
+    Look{.language = QStringLiteral("zh"), .scale = QStringLiteral("2")},
+    Look{.language = QStringLiteral("zh"), .isDark = true, .scale = QStringLiteral("2")},
     Look{.language = QStringLiteral("en"), .isContrastHigh = true},
     Look{.language = QStringLiteral("zh"), .isDark = true, .isContrastHigh = true},
     // One that Qt brings, and one of a package of its own.

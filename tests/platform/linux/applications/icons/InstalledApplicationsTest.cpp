@@ -120,7 +120,7 @@ TEST_F(InstalledApplications, ListingThemReadsNoFile) {
     const auto index =
         std::make_shared<const ApplicationIndex>(readDesktopEntries(applicationFolders(), {}));
     QFile::remove(path);
-    const auto found = LinuxApplicationCatalog([index] { return index; }).installedApplications();
+    const auto found = LinuxApplicationCatalog([&index] { return index; }).installedApplications();
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found[0].name, QStringLiteral("A"));
 }
