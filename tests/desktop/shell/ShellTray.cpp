@@ -65,7 +65,7 @@ void seesMenu(ShellStage &stage, const QString &done, const QString &expected,
 QString englishMenu(bool enabled) {
     return (enabled ? QStringLiteral("Disable") : QStringLiteral("Enable")) +
            QStringLiteral(
-               " All Shortcuts | — | Preferences... [Control+,] | Welcome Guide... | "
+               " All Shortcuts | — | Preferences... [Control+comma] | Welcome Guide... | "
                "About KestrelBay | — | Quit [Control+Q]");
 }
 
@@ -155,7 +155,7 @@ void sceneChineseMenu(ShellStage &stage) {
     const TrayHost tray(stage.desktop(), TrayHost::Kind::Notifiers, TrayHost::Shade::Light);
     stage.restartProgram({{QStringLiteral("appLanguage"), QStringLiteral("zh")}});
     seesMenu(stage, QStringLiteral("started in Chinese"),
-             QStringLiteral("禁用全部快捷键 | — | 偏好设置... [Control+,] | 欢迎向导... | "
+             QStringLiteral("禁用全部快捷键 | — | 偏好设置... [Control+comma] | 欢迎向导... | "
                             "关于 KestrelBay | — | 退出 [Control+Q]"),
              [] {});
 }

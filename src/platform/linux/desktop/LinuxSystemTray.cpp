@@ -1,11 +1,14 @@
 #include "platform/linux/desktop/LinuxSystemTray.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QStringList>
+
+#include "platform/linux/desktop/GtkMenuKeys.h"
 
 using namespace Qt::StringLiterals;
 
@@ -100,10 +103,15 @@ void LinuxSystemTray::settle() {
         return;
     settledForHost_ = hasHost();
     std::exchange(availableHandler_, nullptr)();
+    // The icon is there now, and no panel has got its menu yet: it asks through the event loop.
+    if (!isDesktop({u"KDE"_s, u"LXQt"_s}))
+        nameMenuKeysForGtk();
 }
 
-bool LinuxSystemTray::isKde() const {
-    return settings_.desktop.split(u':').contains(QLatin1String("KDE"), Qt::CaseInsensitive);
+bool LinuxSystemTray::isDesktop(const QStringList &names) const {
+    return std::ranges::any_of(settings_.desktop.split(u':'), [&](const QString &name) {
+        return names.contains(name, Qt::CaseInsensitive);
+    });
 }
 
 bool LinuxSystemTray::isEmbedding() const {
@@ -117,7 +125,7 @@ bool LinuxSystemTray::isAvailable() const {
 std::optional<bool> LinuxSystemTray::isDark() const {
     if (isEmbedding() && embedTray_.isDark())
         return embedTray_.isDark();
-    if (isKde())
+    if (isDesktop({u"KDE"_s}))
         return systemSettings_.colorScheme() == ColorScheme::Dark;
     return true;
 }
@@ -127,7 +135,7 @@ void LinuxSystemTray::setDarkHandler(std::function<void()> handler) {
 }
 
 void LinuxSystemTray::colorSchemeChanged() {
-    if (isKde() && darkHandler_)
+    if (isDesktop({u"KDE"_s}) && darkHandler_)
         darkHandler_();
 }
 

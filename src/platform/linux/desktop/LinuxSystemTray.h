@@ -9,6 +9,7 @@
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 
 #include "platform/SystemSettings.h"
@@ -63,7 +64,8 @@ private:
     void setHost(bool present);
     [[nodiscard]] bool hasHost() const { return hasHost_.value_or(false) && bus_.isConnected(); }
     void settle();
-    [[nodiscard]] bool isKde() const;
+    /// One of these, by the names in XDG_CURRENT_DESKTOP.
+    [[nodiscard]] bool isDesktop(const QStringList &names) const;
     [[nodiscard]] bool isEmbedding() const;
 
     const SystemSettings &systemSettings_;

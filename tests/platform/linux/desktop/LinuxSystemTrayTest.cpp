@@ -7,9 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QDBusMetaType>
+
 #include "fakes/FakeSystemSettings.h"
 #include "platform/SystemTrayContract.h"
 #include "platform/linux/bus/SessionBus.h"
+#include "support/FakeBusObject.h"
 #include "support/FakeNotifierWatcher.h"
 #include "support/FakeTray.h"
 #include "support/Poll.h"
@@ -22,6 +25,10 @@ namespace {
 constexpr const char *kAddressVariable = "DBUS_SESSION_BUS_ADDRESS";
 constexpr std::array<std::uint32_t, 3> kWhite{0xFFFF, 0xFFFF, 0xFFFF};
 constexpr std::array<std::uint32_t, 3> kBlack{0, 0, 0};
+
+constexpr std::chrono::milliseconds kNoGrace{0};
+constexpr std::chrono::hours kForever{1};
+constexpr QLatin1StringView kReader{"org.kestrelbay.Reader"};
 
 /// A display and a bus, and the system tray that is tested.
 class Panel {
@@ -43,6 +50,27 @@ public:
     bool isCalled() {
         return waitUntil([this] { return calls_ > 0; });
     }
+    /// The key of a menu's Ctrl+, as a panel reads it that comes up on that desktop.
+    QString commaOn(const QString &desktop) {
+        watcher_.emplace(bus_.address(), true);
+        start(kForever, desktop);
+        // As Qt does when the first icon is made.
+        area_->whenAvailable([this] {
+            qDBusRegisterMetaType<QList<QStringList>>();
+            ++calls_;
+        });
+        EXPECT_TRUE(isCalled());
+        const FakeBusObject reader(
+            bus_.address(), kReader, QStringLiteral("/"), [](const QDBusMessage &call) {
+                const auto shortcut = qdbus_cast<QList<QStringList>>(call.arguments().constFirst());
+                return call.createReply(shortcut.constFirst().constLast());
+            });
+        QDBusMessage message = QDBusMessage::createMethodCall(kReader, QStringLiteral("/"),
+                                                              QString(), QStringLiteral("Read"));
+        const QList<QStringList> shortcut{{QStringLiteral("Control"), QStringLiteral(",")}};
+        message << QVariant::fromValue(shortcut);
+        return sessionBus_.connection().call(message).arguments().value(0).toString();
+    }
 
     PrivateXServer server_;
     PrivateSessionBus bus_;
@@ -54,9 +82,6 @@ public:
     int calls_ = 0;
     int darkCalls_ = 0;
 };
-
-constexpr std::chrono::milliseconds kNoGrace{0};
-constexpr std::chrono::hours kForever{1};
 
 /// Of a tray that embeds windows.
 class EmbeddingPanel {
@@ -171,6 +196,14 @@ TEST_F(LinuxSystemTrayTest, DoesNotFollowTheColourSchemeElsewhere) {
     area_->colorSchemeChanged();
     EXPECT_EQ(darkCalls_, 0);
     EXPECT_EQ(area_->isDark(), true);
+}
+
+TEST_F(LinuxSystemTrayTest, NamesTheKeysOfMenusAsPanelsOfGtkReadThem) {
+    EXPECT_EQ(commaOn(QStringLiteral("XFCE")), QStringLiteral("comma"));
+}
+
+TEST_F(LinuxSystemTrayTest, LeavesTheKeysOfMenusToPanelsOfQt) {
+    EXPECT_EQ(commaOn(QStringLiteral("KDE")), QStringLiteral(","));
 }
 
 TEST_F(LinuxSystemTrayTest, SurvivesTheEndOfTheBusAndOfTheDisplay) {
