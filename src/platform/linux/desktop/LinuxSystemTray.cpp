@@ -123,7 +123,7 @@ bool LinuxSystemTray::isAvailable() const {
 }
 
 std::optional<bool> LinuxSystemTray::isDark() const {
-    if (isEmbedding() && embedTray_.isDark())
+    if (embedTray_.isDark())
         return embedTray_.isDark();
     if (isDesktop({u"KDE"_s}))
         return systemSettings_.colorScheme() == ColorScheme::Dark;

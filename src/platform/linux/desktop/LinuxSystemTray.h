@@ -40,8 +40,9 @@ public:
     void whenAvailable(std::function<void()> handler) override;
     /// Of the kind that Qt was let choose, once it was.
     [[nodiscard]] bool isAvailable() const override;
-    /// What an embedding tray says of its colours. Otherwise the panels of KDE follow
-    /// the colour scheme, and most others are dark.
+    /// What an embedding tray says of its colours, also while notifiers are shown: panels that
+    /// have both kinds (Xfce, MATE) tell nothing else of them. Otherwise the panels of KDE
+    /// follow the colour scheme, and most others are dark.
     [[nodiscard]] std::optional<bool> isDark() const override;
     void setDarkHandler(std::function<void()> handler) override;
     /// A left click is told to the program, by both kinds; those few hosts that open the

@@ -198,6 +198,20 @@ TEST_F(LinuxSystemTrayTest, DoesNotFollowTheColourSchemeElsewhere) {
     EXPECT_EQ(area_->isDark(), true);
 }
 
+TEST_F(LinuxSystemTrayTest, BelievesAPanelOfBothKindsInItsColours) {
+    tray_.emplace(server_.displayName());
+    tray_->setForeground(kBlack);
+    watcher_.emplace(bus_.address(), true);
+    start(kForever, QStringLiteral("XFCE"));
+    ask();
+    ASSERT_TRUE(isCalled());
+    EXPECT_EQ(area_->description(), QStringLiteral("StatusNotifier host"));
+    EXPECT_EQ(area_->isDark(), false);
+    tray_->setForeground(kWhite);
+    EXPECT_TRUE(waitUntil([&] { return area_->isDark() == true; }));
+    EXPECT_GT(darkCalls_, 0);
+}
+
 TEST_F(LinuxSystemTrayTest, NamesTheKeysOfMenusAsPanelsOfGtkReadThem) {
     EXPECT_EQ(commaOn(QStringLiteral("XFCE")), QStringLiteral("comma"));
 }
