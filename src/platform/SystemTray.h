@@ -3,6 +3,8 @@
 #include <functional>
 #include <optional>
 
+#include <QString>
+
 namespace kestrelbay {
 
 /// Where the desktop shows the icons of programs that run without a window: menu
@@ -23,6 +25,10 @@ public:
     /// Is the area dark, so that a light icon is needed? None where the system
     /// tints icons by itself.
     [[nodiscard]] virtual std::optional<bool> isDark() const = 0;
+
+    /// Does the area draw the icon of this name, out of the icon theme, instead of the pixels
+    /// it is sent, and in the colour that goes with its ground?
+    [[nodiscard]] virtual bool tintsIcon(const QString &name) const = 0;
 
     /// Called whenever isDark() may have become another one.
     virtual void setDarkHandler(std::function<void()> handler) = 0;

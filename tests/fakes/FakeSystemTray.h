@@ -17,6 +17,7 @@ public:
     }
     [[nodiscard]] bool isAvailable() const override { return isAvailable_; }
     [[nodiscard]] std::optional<bool> isDark() const override { return isDark_; }
+    [[nodiscard]] bool tintsIcon(const QString & /*name*/) const override { return false; }
     void setDarkHandler(std::function<void()> handler) override {
         darkHandler_ = std::move(handler);
     }

@@ -24,8 +24,8 @@ constexpr float kEdgeOpacity = 0.8F;
 
 class StatusIconEngine final : public QIconEngine {
 public:
-    StatusIconEngine(QString symbol, std::optional<bool> onDark)
-        : symbol_(std::move(symbol)), onDark_(onDark) {}
+    StatusIconEngine(QString symbol, std::optional<bool> onDark, QString themeName)
+        : symbol_(std::move(symbol)), onDark_(onDark), themeName_(std::move(themeName)) {}
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode /*mode*/,
                QIcon::State /*state*/) override {
@@ -57,6 +57,8 @@ public:
         return {{16, 16}, {22, 22}, {24, 24}, {32, 32}};
     }
 
+    QString iconName() override { return themeName_; }
+
     [[nodiscard]] QIconEngine *clone() const override { return new StatusIconEngine(*this); }
 
 private:
@@ -66,15 +68,22 @@ private:
 
     QString symbol_;
     std::optional<bool> onDark_;
+    QString themeName_;
 };
 
 }  // namespace
 
-QIcon statusIcon(bool enabled, std::optional<bool> onDark) {
+QIcon statusIcon(bool enabled, std::optional<bool> onDark, const QString &themeName) {
     QIcon icon(new StatusIconEngine(
-        enabled ? QStringLiteral("bolt.fill") : QStringLiteral("bolt.slash.fill"), onDark));
+        enabled ? QStringLiteral("bolt.fill") : QStringLiteral("bolt.slash.fill"), onDark,
+        themeName));
     icon.setIsMask(!onDark);
     return icon;
+}
+
+QString statusIconName(bool enabled) {
+    return enabled ? QStringLiteral("org.kestrelbay.KestrelBay.bolt-symbolic")
+                   : QStringLiteral("org.kestrelbay.KestrelBay.bolt.slash-symbolic");
 }
 
 StatusItem::StatusItem(SystemTray &area, QMenu &menu) : area_(area), menu_(menu) {
@@ -110,8 +119,11 @@ void StatusItem::appear() {
 }
 
 void StatusItem::updateIcon() {
-    if (icon_)
-        icon_->setIcon(statusIcon(shortcutsEnabled_, area_.isDark()));
+    if (!icon_)
+        return;
+    const QString name = statusIconName(shortcutsEnabled_);
+    icon_->setIcon(
+        statusIcon(shortcutsEnabled_, area_.isDark(), area_.tintsIcon(name) ? name : QString()));
 }
 
 }  // namespace kestrelbay

@@ -5,6 +5,7 @@
 
 #include <QIcon>
 #include <QObject>
+#include <QString>
 
 class QMenu;
 class QSystemTrayIcon;
@@ -17,8 +18,12 @@ class SystemTray;
 /// shortcuts are disabled. Drawn afresh for every size. It is light on a dark
 /// ground and the other way round, with a faint edge of the other colour, since
 /// not every desktop tells what its ground is; without any `onDark` it is a mask
-/// that the system tints.
-[[nodiscard]] QIcon statusIcon(bool enabled, std::optional<bool> onDark);
+/// that the system tints. A name is sent along for panels that draw it out of the icon theme.
+[[nodiscard]] QIcon statusIcon(bool enabled, std::optional<bool> onDark,
+                               const QString &themeName = {});
+
+/// The name under which packages install the same drawing.
+[[nodiscard]] QString statusIconName(bool enabled);
 
 /// The program's icon in the menu bar or tray: from the moment on that there is a
 /// place for it.

@@ -1,9 +1,14 @@
 #include "app/status/StatusItem.h"
 
+#include <cstdlib>
+
 #include <QImage>
+#include <QImageReader>
 #include <QPixmap>
 
 #include <gtest/gtest.h>
+
+#include "ui/look/Symbols.h"
 
 namespace kestrelbay {
 namespace {
@@ -102,6 +107,38 @@ TEST(StatusIcon, IsAMaskWhereTheSystemTints) {
     const QImage mask = drawn(true, std::nullopt, 22);
     EXPECT_EQ(mask.pixelColor(0, 0).alpha(), 0);
     EXPECT_LT(lightness(mask), 0.1);
+}
+
+TEST(StatusIcon, IsSentWithItsNameInTheTheme) {
+    const QString name = statusIconName(true);
+    EXPECT_EQ(statusIcon(true, true, name).name(), name);
+    EXPECT_EQ(statusIcon(true, true).name(), QString());
+}
+
+TEST(StatusIcon, IsDrawnAlikeInTheTheme) {
+    constexpr int kSide = 64;
+    constexpr int kVisible = 100;  // of 255
+    for (const bool enabled : {true, false}) {
+        QImageReader reader(
+            QStringLiteral(KESTRELBAY_THEME_ICONS "/%1.svg").arg(statusIconName(enabled)));
+        reader.setScaledSize({kSide, kSide});
+        const QImage installed = reader.read();
+        ASSERT_EQ(installed.size(), QSize(kSide, kSide)) << qPrintable(reader.errorString());
+        const QImage own =
+            symbolPixmap(enabled ? QStringLiteral("bolt.fill") : QStringLiteral("bolt.slash.fill"),
+                         {kSide, kSide}, Qt::black, 1)
+                .toImage();
+        int different = 0;
+        for (int y = 0; y < kSide; ++y) {
+            for (int x = 0; x < kSide; ++x) {
+                const int difference =
+                    installed.pixelColor(x, y).alpha() - own.pixelColor(x, y).alpha();
+                different += std::abs(difference) > kVisible ? 1 : 0;
+            }
+        }
+        EXPECT_LT(different, kSide * kSide / 200) << enabled;
+        EXPECT_GT(installed.pixelColor(kSide / 2, kSide / 2).alpha(), kVisible) << enabled;
+    }
 }
 
 }  // namespace

@@ -18,6 +18,10 @@ void sceneNotifierClicks(ShellStage &stage);
 void sceneEmbeddedIcon(ShellStage &stage);
 void sceneChineseMenu(ShellStage &stage);
 
+// ShellTrayIcon.cpp
+void sceneIconOnPanels(ShellStage &stage);
+void sceneInstalledIconOnPanels(ShellStage &stage);
+
 // ShellWithoutTray.cpp
 void sceneNoTray(ShellStage &stage);
 void sceneTrayComesLate(ShellStage &stage);

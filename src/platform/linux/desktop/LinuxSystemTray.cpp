@@ -6,6 +6,7 @@
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
+#include <QStandardPaths>
 #include <QStringList>
 
 #include "platform/linux/desktop/GtkMenuKeys.h"
@@ -128,6 +129,13 @@ std::optional<bool> LinuxSystemTray::isDark() const {
     if (isDesktop({u"KDE"_s}))
         return systemSettings_.colorScheme() == ColorScheme::Dark;
     return true;
+}
+
+bool LinuxSystemTray::tintsIcon(const QString &name) const {
+    return !isEmbedding() && isDesktop({u"GNOME"_s, u"KDE"_s, u"MATE"_s, u"XFCE"_s}) &&
+           !QStandardPaths::locate(QStandardPaths::GenericDataLocation,
+                                   u"icons/hicolor/symbolic/apps/%1.svg"_s.arg(name))
+                .isEmpty();
 }
 
 void LinuxSystemTray::setDarkHandler(std::function<void()> handler) {

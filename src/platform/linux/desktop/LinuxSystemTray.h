@@ -44,6 +44,9 @@ public:
     /// have both kinds (Xfce, MATE) tell nothing else of them. Otherwise the panels of KDE
     /// follow the colour scheme, and most others are dark.
     [[nodiscard]] std::optional<bool> isDark() const override;
+    /// By the desktops whose panels are known to: others that find an icon draw it black. False
+    /// while no theme has the icon, as before an installation; then some draw none.
+    [[nodiscard]] bool tintsIcon(const QString &name) const override;
     void setDarkHandler(std::function<void()> handler) override;
     /// A left click is told to the program, by both kinds; those few hosts that open the
     /// menu at it do not tell of it.

@@ -20,6 +20,8 @@ public:
     void whenAvailable(std::function<void()> handler) override { handler(); }
     [[nodiscard]] bool isAvailable() const override { return true; }
     [[nodiscard]] std::optional<bool> isDark() const override { return std::nullopt; }
+    /// There are no icon themes.
+    [[nodiscard]] bool tintsIcon(const QString & /*name*/) const override { return false; }
     /// Never called: there is nothing to tell.
     void setDarkHandler(std::function<void()> /*handler*/) override {}
     [[nodiscard]] bool opensMenus() const override { return true; }

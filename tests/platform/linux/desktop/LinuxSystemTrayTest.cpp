@@ -8,6 +8,9 @@
 #include <gtest/gtest.h>
 
 #include <QDBusMetaType>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 
 #include "fakes/FakeSystemSettings.h"
 #include "platform/SystemTrayContract.h"
@@ -218,6 +221,30 @@ TEST_F(LinuxSystemTrayTest, NamesTheKeysOfMenusAsPanelsOfGtkReadThem) {
 
 TEST_F(LinuxSystemTrayTest, LeavesTheKeysOfMenusToPanelsOfQt) {
     EXPECT_EQ(commaOn(QStringLiteral("KDE")), QStringLiteral(","));
+}
+
+TEST_F(LinuxSystemTrayTest, HasInstalledIconsTintedWhereThatIsDone) {
+    const QTemporaryDir data;
+    const QString icons = data.filePath(QStringLiteral("icons/hicolor/symbolic/apps"));
+    ASSERT_TRUE(QDir().mkpath(icons));
+    ASSERT_TRUE(QFile(icons + QStringLiteral("/there-symbolic.svg")).open(QIODevice::WriteOnly));
+    qputenv("XDG_DATA_HOME", data.path().toUtf8());
+    const QString there = QStringLiteral("there-symbolic");
+    watcher_.emplace(bus_.address(), true);
+    for (const char *desktop : {"KDE", "ubuntu:GNOME", "XFCE", "MATE", "LXQt", ""}) {
+        start(kForever, QLatin1String(desktop));
+        area_->waitForAnswer();
+        const bool isKnown = *desktop && qstrcmp(desktop, "LXQt") != 0;
+        EXPECT_EQ(area_->tintsIcon(there), isKnown) << desktop;
+        EXPECT_FALSE(area_->tintsIcon(QStringLiteral("missing-symbolic"))) << desktop;
+    }
+    watcher_.reset();
+    tray_.emplace(server_.displayName());
+    start(kNoGrace, QStringLiteral("XFCE"));
+    ask();
+    ASSERT_TRUE(isCalled());
+    EXPECT_FALSE(area_->tintsIcon(there)) << "in a tray that embeds";
+    qunsetenv("XDG_DATA_HOME");
 }
 
 TEST_F(LinuxSystemTrayTest, SurvivesTheEndOfTheBusAndOfTheDisplay) {
