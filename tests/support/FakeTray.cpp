@@ -35,6 +35,25 @@ void FakeTray::setForeground(const std::array<std::uint32_t, 3> &color) {
     sync();
 }
 
+void FakeTray::paintPanel(std::uint32_t color) {
+    xcb_connection_t *const c = connection_.get();
+    if (panel_ == XCB_NONE) {
+        panel_ = xcb_generate_id(c);
+        const xcb_screen_t *const screen = xcb_setup_roots_iterator(xcb_get_setup(c)).data;
+        const std::uint32_t overrideRedirect = 1;
+        xcb_create_window(c, XCB_COPY_FROM_PARENT, panel_, screen->root, 0, 0, 200, 28, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                          XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
+        const xcb_atom_t dock = atom("_NET_WM_WINDOW_TYPE_DOCK");
+        xcb_change_property(c, XCB_PROP_MODE_REPLACE, panel_, atom("_NET_WM_WINDOW_TYPE"),
+                            XCB_ATOM_ATOM, 32, 1, &dock);
+        xcb_map_window(c, panel_);
+    }
+    xcb_change_window_attributes(c, panel_, XCB_CW_BACK_PIXEL, &color);
+    xcb_clear_area(c, 0, panel_, 0, 0, 0, 0);
+    sync();
+}
+
 xcb_atom_t FakeTray::atom(const char *name) const {
     const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
         connection_.get(),

@@ -20,6 +20,7 @@ void sceneChineseMenu(ShellStage &stage);
 
 // ShellTrayIcon.cpp
 void sceneIconOnPanels(ShellStage &stage);
+void sceneEmbeddedIconOnPanels(ShellStage &stage);
 void sceneInstalledIconOnPanels(ShellStage &stage);
 
 // ShellWithoutTray.cpp

@@ -1,3 +1,5 @@
+#include <optional>
+
 #include "desktop/display/Picture.h"
 #include "desktop/session/TrayHost.h"
 #include "desktop/shell/ShellScenes.h"
@@ -81,6 +83,22 @@ void seeOnPanels(ShellStage &stage, const QString &enabledName, const QString &d
 
 void sceneIconOnPanels(ShellStage &stage) {
     seeOnPanels(stage, {}, {}, QStringLiteral("drawn-icon"));
+}
+
+void sceneEmbeddedIconOnPanels(ShellStage &stage) {
+    using Shade = TrayHost::Shade;
+    for (const Shade shade : {Shade::Light, Shade::Dark}) {
+        std::optional<TrayHost> tray(std::in_place, stage.desktop(), TrayHost::Kind::Embedding,
+                                     shade);
+        stage.restartProgram({});
+        seeInk(stage, *tray, shade, QStringLiteral("started beside a tray that embeds"), [] {});
+        stage.screenshot(shade == Shade::Dark ? QStringLiteral("embedded-icon-on-dark")
+                                              : QStringLiteral("embedded-icon-on-light"));
+        tray.reset();
+        const Shade other = shade == Shade::Light ? Shade::Dark : Shade::Light;
+        tray.emplace(stage.desktop(), TrayHost::Kind::Embedding, other);
+        seeInk(stage, *tray, other, QStringLiteral("had the tray come back otherwise"), [] {});
+    }
 }
 
 void sceneInstalledIconOnPanels(ShellStage &stage) {

@@ -26,6 +26,8 @@ constexpr std::array kScenes{
     ShellScene{"The icon on panels", sceneIconOnPanels, ShellScene::Program::Starts},
     ShellScene{"The installed icon on panels", sceneInstalledIconOnPanels,
                ShellScene::Program::Starts},
+    ShellScene{"The icon in embedding trays", sceneEmbeddedIconOnPanels,
+               ShellScene::Program::Starts},
     ShellScene{"An embedding tray", sceneEmbeddedIcon, ShellScene::Program::Starts},
     ShellScene{"How long toasts stay", sceneToastTimes, ShellScene::Program::Starts},
     ShellScene{"A toast is in nobody's way", sceneToastInTheWay, ShellScene::Program::Starts},

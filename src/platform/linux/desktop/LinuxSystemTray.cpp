@@ -143,6 +143,7 @@ void LinuxSystemTray::setDarkHandler(std::function<void()> handler) {
 }
 
 void LinuxSystemTray::colorSchemeChanged() {
+    embedTray_.lookSoon();
     if (isDesktop({u"KDE"_s}) && darkHandler_)
         darkHandler_();
 }

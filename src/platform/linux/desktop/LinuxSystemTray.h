@@ -41,8 +41,9 @@ public:
     /// Of the kind that Qt was let choose, once it was.
     [[nodiscard]] bool isAvailable() const override;
     /// What an embedding tray says of its colours, also while notifiers are shown: panels that
-    /// have both kinds (Xfce, MATE) tell nothing else of them. Otherwise the panels of KDE
-    /// follow the colour scheme, and most others are dark.
+    /// have both kinds (Xfce, MATE) tell nothing else of them. Where it says nothing, what its
+    /// panel looks like. Otherwise the panels of KDE follow the colour scheme, and most others
+    /// are dark.
     [[nodiscard]] std::optional<bool> isDark() const override;
     /// By the desktops whose panels are known to: others that find an icon draw it black. False
     /// while no theme has the icon, as before an installation; then some draw none.

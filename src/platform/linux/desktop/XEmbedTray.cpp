@@ -1,6 +1,9 @@
 #include "platform/linux/desktop/XEmbedTray.h"
 
+#include <chrono>
 #include <utility>
+
+#include "platform/linux/desktop/PanelGround.h"
 
 namespace kestrelbay::x11 {
 
@@ -9,11 +12,9 @@ namespace {
 /// Red, green and blue of 16 bits each, for symbols, errors, warnings and success.
 constexpr std::uint32_t kColorWords = 12;
 
-/// Is this nearer to white? Weights of Rec. 601.
-bool isLight(std::uint32_t red, std::uint32_t green, std::uint32_t blue) {
-    const auto part = [](std::uint32_t value) { return value & 0xFFFFU; };
-    return 299 * part(red) + 587 * part(green) + 114 * part(blue) > 1000U * 0x8000U;
-}
+/// From the moment a panel says that it has a tray, or the colour scheme is another one, until
+/// the panel is painted, with time to spare.
+constexpr std::chrono::seconds kPaintingTime{1};
 
 }  // namespace
 
@@ -32,26 +33,37 @@ XEmbedTray::XEmbedTray(const QString &displayName, std::function<void()> handler
     // Before looking, so that a tray that comes right now is not missed. A new one
     // tells those who watch the root's structure.
     connection_.selectEvents(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    painted_.setSingleShot(true);
+    QObject::connect(&painted_, &QTimer::timeout, &painted_, [this] {
+        if (isPresent() && !tellsColors_)
+            take(true);
+    });
     read();
+    lookSoon();
     notifier_ =
         std::make_unique<QSocketNotifier>(connection_.fileDescriptor(), QSocketNotifier::Read);
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(),
-                     [this] { drain(); });
+                     [this] { take(false); });
     // What came with the answers is no longer on the socket.
     QMetaObject::invokeMethod(
-        notifier_.get(), [this] { drain(); }, Qt::QueuedConnection);
+        notifier_.get(), [this] { take(false); }, Qt::QueuedConnection);
 }
 
-void XEmbedTray::drain() {
-    bool isNews = false;
+void XEmbedTray::lookSoon() {
+    painted_.start(kPaintingTime);
+}
+
+void XEmbedTray::take(bool isNews) {
     const auto before = std::pair(owner_, isDark_);
     do {
+        if (isNews)
+            read();
         isNews = false;
         while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())})
             isNews |= concernsTray(*event);
-        if (isNews)
-            read();
     } while (isNews);
+    if (owner_ != before.first)
+        lookSoon();
     if (!connection_.isUsable()) {
         // The descriptor of a server that has gone can be read forever.
         notifier_->setEnabled(false);
@@ -89,8 +101,9 @@ void XEmbedTray::read() {
     if (!colors)
         owner_ = XCB_NONE;
     const auto words = propertyWords(colors);
-    if (words.size() >= 3)
-        isDark_ = isLight(words[0], words[1], words[2]);
+    tellsColors_ = words.size() >= 3;
+    isDark_ =
+        tellsColors_ ? isLight(words[0], words[1], words[2]) : isPanelDark(connection_, owner_);
 }
 
 }  // namespace kestrelbay::x11

@@ -6,6 +6,7 @@
 
 #include <QSocketNotifier>
 #include <QString>
+#include <QTimer>
 
 #include "platform/linux/x11/connection/XConnection.h"
 
@@ -22,11 +23,16 @@ public:
     XEmbedTray &operator=(const XEmbedTray &) = delete;
 
     [[nodiscard]] bool isPresent() const { return owner_ != XCB_NONE; }
-    /// By the colour it wants symbols in. None when it tells no colours.
+    /// By the colour it wants symbols in; when it tells none, by what its panel was painted
+    /// like when it was last looked at. None when neither is known.
     [[nodiscard]] std::optional<bool> isDark() const { return isDark_; }
+    /// Looks at the panel again in a second, if that counts: nobody tells when it is painted
+    /// in another colour.
+    void lookSoon();
 
 private:
-    void drain();
+    /// Takes in what the server has told, and reads anew if something of it is news.
+    void take(bool isNews);
     [[nodiscard]] bool concernsTray(const xcb_generic_event_t &event) const;
     void read();
 
@@ -37,6 +43,8 @@ private:
     xcb_atom_t colors_ = XCB_ATOM_NONE;
     xcb_window_t owner_ = XCB_NONE;
     std::optional<bool> isDark_;
+    bool tellsColors_ = false;
+    QTimer painted_;
     std::unique_ptr<QSocketNotifier> notifier_;
 };
 

@@ -193,6 +193,31 @@ TEST_F(LinuxSystemTrayTest, TakesAPanelThatSaysNothingForDark) {
     EXPECT_EQ(area_->isDark(), true);
 }
 
+TEST_F(LinuxSystemTrayTest, LooksAtAPanelThatSaysNothing) {
+    constexpr std::uint32_t kLightGround = 0xF0F0F0;
+    constexpr std::uint32_t kDarkGround = 0x202020;
+    tray_.emplace(server_.displayName());
+    tray_->paintPanel(kLightGround);
+    start(kNoGrace);
+    ask();
+    ASSERT_TRUE(isCalled());
+    EXPECT_EQ(area_->isDark(), false);
+    tray_->paintPanel(kDarkGround);
+    area_->colorSchemeChanged();
+    EXPECT_TRUE(waitUntil([&] { return area_->isDark() == true; }));
+    EXPECT_EQ(darkCalls_, 1);
+    // One that says that it is there before it is painted.
+    tray_.reset();
+    EXPECT_TRUE(waitUntil([&] { return area_->description() == QStringLiteral("none"); }));
+    tray_.emplace(server_.displayName());
+    EXPECT_TRUE(waitUntil([&] { return area_->description() == QStringLiteral("XEmbed tray"); }));
+    tray_->paintPanel(kLightGround);
+    EXPECT_TRUE(waitUntil([&] { return area_->isDark() == false; }));
+    // What it says counts for more.
+    tray_->setForeground(kWhite);
+    EXPECT_TRUE(waitUntil([&] { return area_->isDark() == true; }));
+}
+
 TEST_F(LinuxSystemTrayTest, DoesNotFollowTheColourSchemeElsewhere) {
     start(kForever, QStringLiteral("ubuntu:GNOME"));
     ask();
