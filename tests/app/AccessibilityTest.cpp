@@ -38,27 +38,27 @@ protected:
 
 TEST_P(GuideAccessibility, Welcome) {
     expectTree(stepInView(0),
-               {u"Client: KestrelBay"_s, text(L::welcomeTitle()), text(L::welcomeBody()),
+               {u"Window: KestrelBay"_s, text(L::welcomeTitle()), text(L::welcomeBody()),
                 text(L::welcomeTip()), button(L::welcomeStart()), button(L::welcomeDismiss())});
 }
 
 TEST_P(GuideAccessibility, Permission) {
     expectTree(stepInView(1),
-               {u"Client: KestrelBay"_s, text(L::permissionTitle()), text(L::permissionBody()),
+               {u"Window: KestrelBay"_s, text(L::permissionTitle()), text(L::permissionBody()),
                 button(L::permissionOpenSettings()), button(L::skipForNow())});
 }
 
 TEST_P(GuideAccessibility, Waiting) {
     wait();
     expectTree(*guide_->window(),
-               {u"Client: KestrelBay"_s, text(L::permissionTitle()), text(L::permissionBody()),
+               {u"Window: KestrelBay"_s, text(L::permissionTitle()), text(L::permissionBody()),
                 text(L::permissionWaiting()),
                 u"Button: %1 (disabled, focusable)"_s.arg(L::permissionWaitingButton()),
                 button(L::skipForNow())});
 }
 
 TEST_P(GuideAccessibility, DoneWithoutPermission) {
-    expectTree(stepInView(2), {u"Client: KestrelBay"_s, text(L::doneWithoutPermissionTitle()),
+    expectTree(stepInView(2), {u"Window: KestrelBay"_s, text(L::doneWithoutPermissionTitle()),
                                text(L::doneWithoutPermissionBody(true)),
                                button(L::doneOpenPreferences()), button(L::skipForNow())});
 }
@@ -87,14 +87,14 @@ protected:
 };
 
 TEST_F(AboutAccessibility, InEnglish) {
-    expectTree(shown(), {u"Client: About KestrelBay"_s, u"StaticText: KestrelBay"_s,
+    expectTree(shown(), {u"Window: About KestrelBay"_s, u"StaticText: KestrelBay"_s,
                          u"StaticText: Version —"_s, u"Button: Check for Updates (focusable)"_s,
                          u"Button: Contact & Feedback (focusable)"_s});
 }
 
 TEST_F(AboutAccessibility, InChinese) {
     write(defaults_, settings::kAppLanguage, u"zh"_s);
-    expectTree(shown(), {u"Client: 关于 KestrelBay"_s, u"StaticText: KestrelBay"_s,
+    expectTree(shown(), {u"Window: 关于 KestrelBay"_s, u"StaticText: KestrelBay"_s,
                          u"StaticText: Version —"_s, u"Button: 检查更新 (focusable)"_s,
                          u"Button: 联系作者与反馈 (focusable)"_s});
 }
@@ -105,14 +105,14 @@ TEST_F(ToastAccessibility, MessageWithButton) {
     ToastWindow::show(u"Keyboard access is missing"_s, u"Grant"_s, [] {});
     mainQueue_.runAll();
     ASSERT_NE(current(), nullptr);
-    expectTree(*current(), {u"Client: Keyboard access is missing"_s,
+    expectTree(*current(), {u"AlertMessage: Keyboard access is missing"_s,
                             u"StaticText: Keyboard access is missing"_s, u"Button: Grant"_s});
 }
 TEST_F(ToastAccessibility, MessageAlone) {
     ToastWindow::show(u"Saved"_s);
     mainQueue_.runAll();
     ASSERT_NE(current(), nullptr);
-    expectTree(*current(), {u"Client: Saved"_s, u"StaticText: Saved"_s});
+    expectTree(*current(), {u"AlertMessage: Saved"_s, u"StaticText: Saved"_s});
 }
 
 }  // namespace

@@ -80,7 +80,7 @@ private:
 TEST_F(Accessibility, Rules) {
     tap_.setHeldByOthers({{kK, kLeftCommand}});
     addRules();
-    expectTree(window(), {u"Client: KestrelBay Preferences"_s,
+    expectTree(window(), {u"Window: KestrelBay Preferences"_s,
                           u"PageTab: Shortcut Rules (selected, focusable)"_s,
                           u"PageTab: Advanced"_s,
                           u"List: Shortcut Rules (focusable)"_s,
@@ -118,7 +118,7 @@ TEST_F(Accessibility, Rules) {
 }
 
 TEST_F(Accessibility, AdvancedTabWithAccess) {
-    expectTree(advancedTab(), {u"Client: KestrelBay Preferences"_s,
+    expectTree(advancedTab(), {u"Window: KestrelBay Preferences"_s,
                                u"PageTab: Shortcut Rules"_s,
                                u"PageTab: Advanced (selected, focusable)"_s,
                                u"StaticText: Launch at Login"_s,
@@ -143,7 +143,7 @@ TEST_F(Accessibility, AdvancedTabWithAccess) {
 TEST_F(Accessibility, AdvancedTabWithoutAccess) {
     tap_.setPermission(false);
     expectTree(advancedTab(),
-               {u"Client: KestrelBay Preferences"_s,
+               {u"Window: KestrelBay Preferences"_s,
                 u"PageTab: Shortcut Rules"_s,
                 u"PageTab: Advanced (selected, focusable)"_s,
                 u"StaticText: Launch at Login"_s,
@@ -214,7 +214,7 @@ TEST_F(Accessibility, RulesInChinese) {
     tap_.setHeldByOthers({{kK, kLeftCommand}});
     choose(Language::zh);
     addRules();
-    expectTree(window(), {u"Client: KestrelBay 偏好设置"_s,
+    expectTree(window(), {u"Window: KestrelBay 偏好设置"_s,
                           u"PageTab: 快捷键规则 (selected, focusable)"_s,
                           u"PageTab: 高级设置"_s,
                           u"List: 快捷键规则 (focusable)"_s,
@@ -253,7 +253,7 @@ TEST_F(Accessibility, RulesInChinese) {
 
 TEST_F(Accessibility, AdvancedTabWithAccessInChinese) {
     choose(Language::zh);
-    expectTree(advancedTab(), {u"Client: KestrelBay 偏好设置"_s,
+    expectTree(advancedTab(), {u"Window: KestrelBay 偏好设置"_s,
                                u"PageTab: 快捷键规则"_s,
                                u"PageTab: 高级设置 (selected, focusable)"_s,
                                u"StaticText: 登录时自动启动"_s,
@@ -278,7 +278,7 @@ TEST_F(Accessibility, AdvancedTabWithAccessInChinese) {
 TEST_F(Accessibility, AdvancedTabWithoutAccessInChinese) {
     choose(Language::zh);
     tap_.setPermission(false);
-    expectTree(advancedTab(), {u"Client: KestrelBay 偏好设置"_s,
+    expectTree(advancedTab(), {u"Window: KestrelBay 偏好设置"_s,
                                u"PageTab: 快捷键规则"_s,
                                u"PageTab: 高级设置 (selected, focusable)"_s,
                                u"StaticText: 登录时自动启动"_s,
@@ -353,7 +353,7 @@ TEST_F(Accessibility, AFieldWithoutUseIsDisabled) {
 }
 
 TEST_F(Accessibility, AnEmptyListIsNoPlaceForTheKeyboard) {
-    expectTree(window(), {u"Client: KestrelBay Preferences"_s,
+    expectTree(window(), {u"Window: KestrelBay Preferences"_s,
                           u"PageTab: Shortcut Rules (selected, focusable)"_s,
                           u"PageTab: Advanced"_s, u"List: Shortcut Rules"_s,
                           u"Button: Add (focusable)"_s, u"StaticText: 0 configured"_s,

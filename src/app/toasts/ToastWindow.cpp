@@ -13,6 +13,7 @@
 #include "ui/look/Screens.h"
 #include "ui/look/SystemColors.h"
 #include "ui/look/WrappedText.h"
+#include "ui/widgets/AccessibleFactory.h"
 #include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
@@ -106,6 +107,8 @@ ToastWindow::ToastWindow(const QString &message, const QString &actionTitle,
         // Screen readers go by this order.
         label->stackUnder(button);
     }
+    // Screen readers say all of one at once.
+    installAccessible<ToastWindow, AccessibleWithRole<QAccessible::AlertMessage>>();
     setAccessibleName(message);
 }
 

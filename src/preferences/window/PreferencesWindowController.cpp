@@ -14,6 +14,7 @@
 #include "settings/Notifications.h"
 #include "tasks/DispatchQueue.h"
 #include "ui/windows/CenteredWindow.h"
+#include "ui/windows/ProgramWindow.h"
 #include "ui/windows/Sheet.h"
 
 namespace kestrelbay {
@@ -29,7 +30,7 @@ constexpr int kRulesTab = 0;
 constexpr int kAdvancedTab = 1;
 
 std::unique_ptr<QWidget> makeWindow() {
-    auto window = std::make_unique<QWidget>(nullptr, Qt::Window);
+    auto window = std::make_unique<ProgramWindow>(Qt::Window);
     window->setLayoutDirection(Qt::LeftToRight);  // as both languages are
     window->setMinimumSize(kMinimumSize);
     window->resize(kSize);

@@ -9,9 +9,9 @@
 namespace kestrelbay {
 
 FixedWindow::FixedWindow(QSize size, const QString &title)
-    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
-                           Qt::MSWindowsFixedSizeDialogHint) {
+    : ProgramWindow(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
+                    Qt::MSWindowsFixedSizeDialogHint) {
     setFixedSize(size);
     setWindowTitle(title);
 }
@@ -30,14 +30,14 @@ void FixedWindow::keyPressEvent(QKeyEvent *event) {
              (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
         button->click();
     else
-        QWidget::keyPressEvent(event);
+        ProgramWindow::keyPressEvent(event);
 }
 
 void FixedWindow::mousePressEvent(QMouseEvent *event) {
     if (isMovableByBackground_ && event->button() == Qt::LeftButton)
         windowHandle()->startSystemMove();
     else
-        QWidget::mousePressEvent(event);
+        ProgramWindow::mousePressEvent(event);
 }
 
 }  // namespace kestrelbay

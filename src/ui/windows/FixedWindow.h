@@ -3,14 +3,14 @@
 #include <functional>
 #include <utility>
 
-#include <QWidget>
+#include "ui/windows/ProgramWindow.h"
 
 namespace kestrelbay {
 
 /// A window of one size, with a title bar and a close button only. Escape and the
 /// desktop's key for closing windows close it as that button does; Return presses the
 /// button that has the focus.
-class FixedWindow final : public QWidget {
+class FixedWindow final : public ProgramWindow {
     Q_OBJECT
 
 public:
