@@ -22,12 +22,15 @@ struct Scene {
 /// What the command line asks for; tells how to ask when it makes no sense.
 [[nodiscard]] std::optional<StageOptions> readStageOptions(int argc, char **argv);
 
-/// Plays them in this order. The exit code of the program: 0 when everything was seen.
+/// Plays them in this order, the X server started with these arguments besides the usual ones.
+/// The exit code of the program: 0 when everything was seen.
 template <class StageType>
-int playAll(int argc, char **argv, std::span<const Scene<StageType>> scenes) {
-    const auto options = readStageOptions(argc, argv);
+int playAll(int argc, char **argv, std::span<const Scene<StageType>> scenes,
+            const QStringList &serverArguments = {}) {
+    auto options = readStageOptions(argc, argv);
     if (!options)
         return 2;
+    options->serverArguments = serverArguments;
     try {
         StageType stage(*options);
         for (const Scene<StageType> &scene : scenes) {

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "desktop/spoken/SpokenStage.h"
+
+namespace kestrelbay::desktop {
+
+// SpokenViews.cpp
+void sceneSpokenGuide(SpokenStage &stage);
+void sceneSpokenRules(SpokenStage &stage);
+void sceneSpokenSettings(SpokenStage &stage);
+void sceneSpokenOptions(SpokenStage &stage);
+void sceneSpokenQuestions(SpokenStage &stage);
+
+// SpokenHotkey.cpp
+void sceneHotkeyByKeysAlone(SpokenStage &stage);
+
+}  // namespace kestrelbay::desktop
