@@ -151,11 +151,12 @@ AboutWindowController::AboutWindowController(Services services) : services_(std:
 AboutWindowController::~AboutWindowController() = default;
 
 void AboutWindowController::build() {
-    qDeleteAll(QObjectList(window_->children()));
+    QWidget *const content = window_->content();
+    qDeleteAll(QObjectList(content->children()));
     window_->setWindowTitle(L::aboutKestrelBay());
-    new AboutViewController(*window_, services_);
+    new AboutViewController(*content, services_);
     // What comes into a window in view is hidden otherwise.
-    for (auto *child : window_->findChildren<QWidget *>())
+    for (auto *child : content->findChildren<QWidget *>())
         child->show();
 }
 

@@ -239,7 +239,7 @@ void OnboardingViewController::closeWith(const LTrayText &toast) {
 OnboardingWindowController::OnboardingWindowController(Services services)
     : services_(std::move(services)),
       window_(std::make_unique<FixedWindow>(OnboardingStep::kSize, QString())),
-      viewController_(std::make_unique<OnboardingViewController>(*window_, services_)) {
+      viewController_(std::make_unique<OnboardingViewController>(*window_->content(), services_)) {
     // It has no title that could tell what it is.
     window_->setAccessibleName(L::programName());
     window_->setMovableByBackground(true);

@@ -2,7 +2,6 @@
 
 #include <QGuiApplication>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QShowEvent>
 #include <QVBoxLayout>
 
@@ -17,6 +16,7 @@
 #include "settings/Notifications.h"
 #include "settings/SettingsKeys.h"
 #include "ui/look/Fonts.h"
+#include "ui/widgets/PlainScrollArea.h"
 #include "ui/widgets/Switch.h"
 
 namespace kestrelbay {
@@ -43,10 +43,7 @@ QPushButton *makeButton(const QString &title, const QString &name) {
 }  // namespace
 
 AdvancedSettingsViewController::AdvancedSettingsViewController(PreferencesServices services)
-    : services_(std::move(services)),
-      restart_(&restartProgram),
-      scrollArea_(new QScrollArea),
-      mainStack_(new QVBoxLayout) {
+    : services_(std::move(services)), restart_(&restartProgram), mainStack_(new QVBoxLayout) {
     resize(kSize);
     mainStack_->setContentsMargins(kInsets);
     mainStack_->setSpacing(kRowSpacing);
@@ -55,14 +52,8 @@ AdvancedSettingsViewController::AdvancedSettingsViewController(PreferencesServic
     auto *const column = new QWidget;
     column->setLayout(mainStack_);
 
-    scrollArea_->setWidget(column);
+    scrollArea_ = new PlainScrollArea(column, this);
     scrollArea_->setWidgetResizable(true);
-    scrollArea_->setFrameShape(QFrame::NoFrame);
-    scrollArea_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // The rows are reached one by one.
-    scrollArea_->setFocusPolicy(Qt::NoFocus);
-    scrollArea_->viewport()->setAutoFillBackground(false);
-    column->setAutoFillBackground(false);
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(scrollArea_);

@@ -119,7 +119,7 @@ RuleAdvancedPanel::RuleAdvancedPanel(const PreferencesServices &services, const 
       rule_(rule),
       completion_(std::move(completion)),
       radioButtons_(new QButtonGroup(this)) {
-    setFixedSize(kSize);
+    setSizeOnScreen(kSize);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(kMargins);
     column->setSpacing(0);

@@ -103,7 +103,7 @@ AppPickerPanel::AppPickerPanel(const PreferencesServices &services, Completion c
       backgroundQueue_(services.backgroundQueue),
       completion_(std::move(completion)),
       model_(new AppPickerModel(this)) {
-    setFixedSize(kSize);
+    setSizeOnScreen(kSize);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kGap);

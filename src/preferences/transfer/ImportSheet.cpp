@@ -72,7 +72,7 @@ QString remarkOn(const RuleImport::Addition &addition, const ApplicationCatalog 
 ImportSheet::ImportSheet(const RuleImport &import, const ApplicationCatalog &catalog,
                          const KeyboardLayout &layout, QWidget *parent)
     : Sheet(L::importTitle(), parent), layout_(layout), list_(new QTreeWidget(this)) {
-    setFixedSize(kSize);
+    setSizeOnScreen(kSize);
     auto *const column = new QVBoxLayout(this);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kGap);

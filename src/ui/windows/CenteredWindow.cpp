@@ -31,7 +31,14 @@ void centerOnActiveScreen(QWidget &window, const NativeWindow &nativeWindow) {
             : (QMarginsF(nativeWindow.frameMargins(window.winId())) / window.devicePixelRatioF())
                   .toMargins();
     const QRect available = screen->availableGeometry();
-    window.resize(window.size().boundedTo(available.size().shrunkBy(frame)));
+    const QSize room = available.size().shrunkBy(frame);
+    if (window.minimumSize() == window.maximumSize()) {
+        // It stays one that cannot be resized, which may have another frame.
+        window.setFixedSize(window.sizeHint().boundedTo(room));
+    } else {
+        window.setMinimumSize(window.minimumSize().boundedTo(room));
+        window.resize(window.size().boundedTo(room));
+    }
     QRect place({}, window.size().grownBy(frame));
     place.moveCenter(available.center());
     // Qt places a window without its frame as long as it does not know that.

@@ -4,16 +4,34 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QVBoxLayout>
 #include <QWindow>
+
+#include "ui/widgets/PlainScrollArea.h"
 
 namespace kestrelbay {
 
 FixedWindow::FixedWindow(QSize size, const QString &title)
     : ProgramWindow(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                     Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
-                    Qt::MSWindowsFixedSizeDialogHint) {
+                    Qt::MSWindowsFixedSizeDialogHint),
+      scrollArea_(new PlainScrollArea(new QWidget, this)) {
+    content()->setFixedSize(size);
+    auto *const layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(scrollArea_);
     setFixedSize(size);
     setWindowTitle(title);
+}
+
+QWidget *FixedWindow::content() const {
+    return scrollArea_->widget();
+}
+
+void FixedWindow::showEvent(QShowEvent *event) {
+    ProgramWindow::showEvent(event);
+    if (QWidget *const focused = focusWidget(); focused && content()->isAncestorOf(focused))
+        scrollArea_->ensureWidgetVisible(focused);
 }
 
 void FixedWindow::closeEvent(QCloseEvent *event) {

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -70,6 +71,13 @@ QPushButton *Sheet::makeButton(const QString &text, bool primary) {
     button->setAutoDefault(true);
     button->setDefault(primary);
     return button;
+}
+
+void Sheet::setSizeOnScreen(const QSize &size) {
+    // It will have a frame like that of the window that it belongs to.
+    const QWidget *const window = parentWidget()->window();
+    const QSize frame = window->frameGeometry().size() - window->size();
+    setFixedSize(size.boundedTo(screen()->availableSize() - frame));
 }
 
 AlertSheet::AlertSheet(const Content &content, QWidget *parent) : Sheet(content.title, parent) {

@@ -18,6 +18,9 @@ public:
 protected:
     /// A button of the size that sheets have; `primary` makes it the one for Return.
     [[nodiscard]] QPushButton *makeButton(const QString &text, bool primary = false);
+
+    /// Its one size, but no more than the screen has room for.
+    void setSizeOnScreen(const QSize &size);
 };
 
 /// Tells the user something, and asks where there is a choice: a title, a text, and one or

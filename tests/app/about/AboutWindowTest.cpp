@@ -53,10 +53,9 @@ protected:
     }
     static QList<QRect> places(const QWidget &window) {
         QList<QRect> places;
-        for (const QWidget *const child :
-             window.findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
-            if (child->isVisible())
-                places.append(child->geometry());
+        for (const QWidget *const thing : window.findChildren<QWidget *>()) {
+            if (thing->isVisible())
+                places.append({thing->mapTo(&window, QPoint()), thing->size()});
         }
         return places;
     }

@@ -14,4 +14,7 @@ void sceneSpokenQuestions(SpokenStage &stage);
 // SpokenHotkey.cpp
 void sceneHotkeyByKeysAlone(SpokenStage &stage);
 
+// SpokenReach.cpp
+void sceneLargeText(SpokenStage &stage);
+
 }  // namespace kestrelbay::desktop

@@ -20,6 +20,7 @@ constexpr std::array kScenes{
     SpokenScene{"The options of a rule", sceneSpokenOptions, kStarts},
     SpokenScene{"Questions and their answers", sceneSpokenQuestions, kStarts},
     SpokenScene{"A hotkey by keys alone", sceneHotkeyByKeysAlone, kStarts},
+    SpokenScene{"Text twice as large", sceneLargeText, kStarts},
 };
 
 }  // namespace
