@@ -69,7 +69,7 @@ public:
             drawRounded(*painter, option.rect, kSelectionRadius, colors::controlAccent());
         else if (option.state.testFlag(QStyle::State_HasFocus))
             drawRounded(*painter, option.rect.adjusted(1, 1, -1, -1), kSelectionRadius, Qt::NoBrush,
-                        QPen(colors::controlAccent(), kFocusRingWidth));
+                        QPen(colors::focusRing(), kFocusRingWidth));
 
         const QRect inner = option.rect.adjusted(kRowMargin, 0, -kRowMargin, 0);
         const QRect icon =

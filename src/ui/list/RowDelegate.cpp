@@ -71,8 +71,7 @@ void RowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
         return;
     const qreal inset = kFocusRingWidth / 2;
     drawRounded(*painter, QRectF(rowRect(option.rect)).adjusted(inset, inset, -inset, -inset),
-                kFocusRingRadius - inset, Qt::NoBrush,
-                QPen(colors::controlAccent(), kFocusRingWidth));
+                kFocusRingRadius - inset, Qt::NoBrush, QPen(colors::focusRing(), kFocusRingWidth));
 }
 
 QWidget *RowDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,

@@ -110,6 +110,13 @@ QColor onAccent() {
     return systemTints ? QColor(Qt::white) : fromPalette(QPalette::HighlightedText);
 }
 
+QColor focusRing() {
+    if (!isHighContrastAsked)
+        return controlAccent();
+    return legible(legible(controlAccent(), window(), kTextContrast), fromPalette(QPalette::Button),
+                   kTextContrast);
+}
+
 QColor link() {
     return fromPalette(QPalette::Link);
 }

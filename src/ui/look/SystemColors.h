@@ -32,6 +32,9 @@ using Function = std::function<QColor()>;
 /// Behind what is selected or is the default, and the text on it.
 [[nodiscard]] QColor controlAccent();
 [[nodiscard]] QColor onAccent();
+/// The accent as the line that shows where the keyboard is; in high contrast one that is clearly
+/// seen in windows and on buttons.
+[[nodiscard]] QColor focusRing();
 /// The accent as a text on the window's ground.
 [[nodiscard]] QColor link();
 [[nodiscard]] QColor systemGreen();

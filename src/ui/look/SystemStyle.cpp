@@ -64,7 +64,8 @@ void drawFace(const QStyleOption &option, const QColor &face, bool framed, QPain
     drawRounded(*painter, hairlineRect(option.rect), kRadius, face,
                 framed ? outline(face, 0.18) : face);
     if (has(option, QStyle::State_HasFocus) && has(option, QStyle::State_KeyboardFocusChange)) {
-        const QColor ring = framed ? withAlpha(colors::controlAccent(), 0.7F) : colors::label();
+        const float alpha = colors::isContrastHigh() ? 1 : 0.7F;
+        const QColor ring = framed ? withAlpha(colors::focusRing(), alpha) : colors::label();
         drawRounded(*painter, option.rect.adjusted(1, 1, -1, -1), kRadius - 1, Qt::NoBrush,
                     QPen(ring, kFocusRingWidth));
     }
@@ -95,7 +96,7 @@ void drawLineEdit(const QStyleOption &option, QPainter *painter) {
     drawRounded(
         *painter, QRectF(option.rect).adjusted(inset, inset, -inset, -inset), kRadius,
         option.palette.color(QPalette::Base),
-        focused ? QPen(colors::controlAccent(), kFocusRingWidth) : outline(colors::field(), 0.22));
+        focused ? QPen(colors::focusRing(), kFocusRingWidth) : outline(colors::field(), 0.22));
 }
 
 /// A radio button's disc or a check box, filled with the accent while it is on.
@@ -153,7 +154,7 @@ bool isMenuSeparator(const QStyleOption &option) {
 void drawFocusRing(const QStyleOption &option, QPainter *painter) {
     if (has(option, QStyle::State_KeyboardFocusChange))
         drawRounded(*painter, option.rect.adjusted(1, 1, -1, -1), kRadius - 2, Qt::NoBrush,
-                    QPen(colors::controlAccent(), kFocusRingWidth));
+                    QPen(colors::focusRing(), kFocusRingWidth));
 }
 
 void drawComboBox(const QStyleOptionComboBox &option, QPainter *painter) {

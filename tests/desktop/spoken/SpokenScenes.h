@@ -17,4 +17,7 @@ void sceneHotkeyByKeysAlone(SpokenStage &stage);
 // SpokenReach.cpp
 void sceneLargeText(SpokenStage &stage);
 
+// SpokenContrast.cpp
+void sceneHighContrast(SpokenStage &stage);
+
 }  // namespace kestrelbay::desktop

@@ -21,6 +21,7 @@ constexpr std::array kScenes{
     SpokenScene{"Questions and their answers", sceneSpokenQuestions, kStarts},
     SpokenScene{"A hotkey by keys alone", sceneHotkeyByKeysAlone, kStarts},
     SpokenScene{"Text twice as large", sceneLargeText, kStarts},
+    SpokenScene{"High contrast", sceneHighContrast, kStarts},
 };
 
 }  // namespace
