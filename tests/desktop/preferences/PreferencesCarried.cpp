@@ -11,8 +11,6 @@ using places::RowPart;
 using shellkeys::kDown;
 using shellkeys::kReturn;
 
-const QString kMarker = QStringLiteral("Marker 40 100008 launchArgs “--marker”");
-const QString kEditor = QStringLiteral("Editor 14 100008");
 const QString kMissing = QStringLiteral("Elsewhere 34 100008");
 
 RuleSpec missingRule() {
@@ -56,7 +54,7 @@ void sceneCarriedByCommand(PreferencesStage &stage) {
         },
         [&] { return stage.rules() == before ? QString() : QStringLiteral("it was added"); });
     stage.seesRules(QStringLiteral("--import --yes while KestrelBay runs"),
-                    {kMarker, kEditor, kMissing},
+                    {kMarkerRule, kEditorRule, kMissing},
                     [&] { ending = import(stage, file, {QStringLiteral("--yes")}); });
     stage.sees(
         QStringLiteral("waited"), QStringLiteral("their hotkeys are grabbed"), [] {},
@@ -64,7 +62,7 @@ void sceneCarriedByCommand(PreferencesStage &stage) {
     stage.settle();
     stage.screenshot(QStringLiteral("imported-by-command"));
     stage.seesRules(QStringLiteral("switched the new row off"),
-                    {kMarker, kEditor + QStringLiteral(" off"), kMissing},
+                    {kMarkerRule, kEditorRule + QStringLiteral(" off"), kMissing},
                     [&] { stage.click(1, RowPart::Switch); });
 
     const QString copy = stage.desktop().home().path(QStringLiteral("copy.json"));
@@ -83,7 +81,7 @@ void sceneCarriedByCommand(PreferencesStage &stage) {
     stage.endProgram();
     HomeFolder::write(stage.desktop().home().rulesPath(), "[]");
     stage.seesRules(QStringLiteral("--import --yes of it into no rules, and no instance runs"),
-                    {kMarker, kEditor + QStringLiteral(" off"), kMissing},
+                    {kMarkerRule, kEditorRule + QStringLiteral(" off"), kMissing},
                     [&] { ending = import(stage, copy, {QStringLiteral("--yes")}); });
 }
 
@@ -105,7 +103,7 @@ void sceneCarriedByMenu(PreferencesStage &stage) {
     stage.settle();
     stage.screenshot(QStringLiteral("import-sheet"));
     stage.seesRules(QStringLiteral("pressed Return"),
-                    {kMarker, QStringLiteral("Editor 0 0"), kMissing},
+                    {kMarkerRule, QStringLiteral("Editor 0 0"), kMissing},
                     [&] { stage.pressKey(kReturn); });
     stage.prepare(
         QStringLiteral("the preferences"), [] {},

@@ -12,8 +12,6 @@ using shellkeys::kTab;
 constexpr std::uint8_t kMenuKey = 135, kDeleteKey = 119, kF10 = 76, kZ = 52;
 constexpr int kDuplicate = 4, kDeleteEntry = 5;
 
-const QString kMarker = QStringLiteral("Marker 40 100008 launchArgs “--marker”");
-const QString kEditor = QStringLiteral("Editor 14 100008");
 const QString kDeleteTitle = QStringLiteral("Delete Shortcut");
 
 /// The entry at this place of the menu, counted from one.
@@ -50,13 +48,14 @@ void sceneRuleMenu(PreferencesStage &stage) {
     stage.screenshot(QStringLiteral("rule-menu"));
     const QString copy = QStringLiteral("Marker 0 0 launchArgs “--marker”");
     stage.seesRules(QStringLiteral("clicked the first row with the right button, “Duplicate”"),
-                    {kMarker, copy, kEditor}, [&] { choose(stage, kDuplicate); });
+                    {kMarkerRule, copy, kEditorRule}, [&] { choose(stage, kDuplicate); });
     stage.prepare(
         QStringLiteral("recording"), [] {}, [&] { return stage.isRecording(); });
     stage.settle();
-    stage.seesRules(QStringLiteral("pressed L⌘G"),
-                    {kMarker, QStringLiteral("Marker 5 100008 launchArgs “--marker”"), kEditor},
-                    [&] { stage.press(leftCommand(keys::kG)); });
+    stage.seesRules(
+        QStringLiteral("pressed L⌘G"),
+        {kMarkerRule, QStringLiteral("Marker 5 100008 launchArgs “--marker”"), kEditorRule},
+        [&] { stage.press(leftCommand(keys::kG)); });
     stage.startsMarker(QStringLiteral("pressed L⌘G in another program"), leftCommand(keys::kG));
 
     stage.openPreferences();
@@ -65,7 +64,7 @@ void sceneRuleMenu(PreferencesStage &stage) {
     stage.waitForMenu([&] { stage.pressKey(kMenuKey); });
     stage.toasts().forget();
     stage.seesRules(QStringLiteral("pressed the menu key on the copy, “Delete”, “Delete”"),
-                    {kMarker, kEditor}, [&] {
+                    {kMarkerRule, kEditorRule}, [&] {
                         choose(stage, kDeleteEntry);
                         confirmDeletion(stage);
                     });
@@ -75,11 +74,11 @@ void sceneRuleMenu(PreferencesStage &stage) {
     });
     stage.closeMenu();
     stage.settle();
-    stage.seesRules(QStringLiteral("pressed Shift+F10, Escape, Ctrl+Z"),
-                    {kMarker, QStringLiteral("Marker 5 100008 launchArgs “--marker”"), kEditor},
-                    [&] {
-                        stage.press({QStringLiteral("Ctrl+Z"), {testing::xkey::kLeftControl, kZ}});
-                    });
+    stage.seesRules(
+        QStringLiteral("pressed Shift+F10, Escape, Ctrl+Z"),
+        {kMarkerRule, QStringLiteral("Marker 5 100008 launchArgs “--marker”"), kEditorRule}, [&] {
+            stage.press({QStringLiteral("Ctrl+Z"), {testing::xkey::kLeftControl, kZ}});
+        });
     stage.startsMarker(QStringLiteral("pressed L⌘G again"), leftCommand(keys::kG));
 }
 
@@ -88,16 +87,17 @@ void sceneUndoByToast(PreferencesStage &stage) {
     stage.click(0, RowPart::Name);
     stage.settle();
     stage.toasts().forget();
-    stage.seesRules(QStringLiteral("pressed Delete on the first row, “Delete”"), {kEditor}, [&] {
-        stage.pressKey(kDeleteKey);
-        confirmDeletion(stage);
-    });
+    stage.seesRules(QStringLiteral("pressed Delete on the first row, “Delete”"), {kEditorRule},
+                    [&] {
+                        stage.pressKey(kDeleteKey);
+                        confirmDeletion(stage);
+                    });
     stage.prepare(
         QStringLiteral("a toast"), [] {},
         [&] { return stage.toasts().messageToasts().size() == 1; });
     stage.screenshot(QStringLiteral("deleted-toast"));
     const QRect toast = stage.toasts().messageToasts().front().area;
-    stage.seesRules(QStringLiteral("clicked “Undo” in the toast"), {kMarker, kEditor}, [&] {
+    stage.seesRules(QStringLiteral("clicked “Undo” in the toast"), {kMarkerRule, kEditorRule}, [&] {
         stage.pointer().click({toast.right() - 2 * toast.height() / 3, toast.center().y()});
     });
     stage.startsMarker(QStringLiteral("pressed L⌘K"), leftCommand(keys::kK));

@@ -17,9 +17,7 @@ using shellkeys::kTab;
 using shellkeys::kUp;
 using testing::xkey::kEscape;
 
-const QString kMarker = QStringLiteral("Marker 40 100008 launchArgs “--marker”");
 const QString kTerminal = QStringLiteral("Terminal 17 100008");
-const QString kEditor = QStringLiteral("Editor 14 100008");
 const QString kUrlOfSheet = QStringLiteral("kestreltest://from/the/sheet?x=1");
 
 RuleSpec terminalRule() {
@@ -54,9 +52,10 @@ void sceneAdvancedPanel(PreferencesStage &stage) {
     };
     edit();
     stage.screenshot(QStringLiteral("advanced-panel"));
-    stage.seesRules(QStringLiteral("chose hiding and a URL, Return"),
-                    {kEditor + QStringLiteral(" toggleVisibility urlScheme “%1”").arg(kUrlOfSheet)},
-                    [&] { stage.pressKey(kReturn); });
+    stage.seesRules(
+        QStringLiteral("chose hiding and a URL, Return"),
+        {kEditorRule + QStringLiteral(" toggleVisibility urlScheme “%1”").arg(kUrlOfSheet)},
+        [&] { stage.pressKey(kReturn); });
     stage.prepare(
         QStringLiteral("no sheet"), [] {}, [&] { return !stage.windowTitled(title); });
     stage.bringFrontProgram();
@@ -113,7 +112,7 @@ void scenePopupInSheet(PreferencesStage &stage) {
     onlyListCloses(QStringLiteral("typed a text, opened the list again, Escape"), kEscape);
     stage.screenshot(QStringLiteral("popup-in-sheet"));
     stage.seesRules(QStringLiteral("pressed Return in the sheet"),
-                    {kEditor + QStringLiteral(" urlScheme “%1”").arg(text)}, [&] {
+                    {kEditorRule + QStringLiteral(" urlScheme “%1”").arg(text)}, [&] {
                         stage.pressKey(kTab);
                         stage.pressKey(kReturn);
                     });
@@ -153,11 +152,11 @@ void sceneSwitch(PreferencesStage &stage) {
     stage.begin({markerRule(stage.desktop().home(), keys::kK),
                  markerRule(stage.desktop().home(), keys::kG)});
     stage.seesRules(QStringLiteral("switched the first rule off"),
-                    {kMarker + QStringLiteral(" off"), second},
+                    {kMarkerRule + QStringLiteral(" off"), second},
                     [&] { stage.click(0, RowPart::Switch); });
     stage.isHeldBack(QStringLiteral("pressed L⌘K"), leftCommand(keys::kK), leftCommand(keys::kG));
     stage.openPreferences();
-    stage.seesRules(QStringLiteral("switched it on"), {kMarker, second},
+    stage.seesRules(QStringLiteral("switched it on"), {kMarkerRule, second},
                     [&] { stage.click(0, RowPart::Switch); });
     stage.startsMarker(QStringLiteral("pressed L⌘K"), leftCommand(keys::kK));
 }
@@ -173,7 +172,7 @@ void sceneOrder(PreferencesStage &stage) {
         return popups.empty() ? QRect() : client.area(popups.back());
     };
     stage.seesRules(QStringLiteral("dragged the first rule below the second"),
-                    {kTerminal, kMarker, kEditor}, [&] {
+                    {kTerminal, kMarkerRule, kEditorRule}, [&] {
                         stage.pointer().press(from);
                         stage.prepare(
                             QStringLiteral("a row under the pointer"),
@@ -194,7 +193,7 @@ void sceneOrder(PreferencesStage &stage) {
         QStringLiteral("the last rule chosen"), [&] { stage.click(2, RowPart::Name); },
         [&] { return stage.colorAtPlace(ground) != notChosen; });
     stage.seesRules(QStringLiteral("pressed Alt+Up twice on the last rule"),
-                    {kEditor, kTerminal, kMarker}, [&] {
+                    {kEditorRule, kTerminal, kMarkerRule}, [&] {
                         for (int i = 0; i < 2; ++i)
                             stage.press({QStringLiteral("Alt+Up"), {testing::xkey::kLeftAlt, kUp}});
                     });
@@ -216,7 +215,7 @@ void sceneDelete(PreferencesStage &stage) {
     stage.click(0, RowPart::Delete);
     (void)stage.waitForWindow(title);
     stage.seesRules(QStringLiteral("again, now with Tab and Space on “Delete”"),
-                    {kTerminal, kEditor}, [&] {
+                    {kTerminal, kEditorRule}, [&] {
                         stage.pressKey(kTab);
                         stage.pressKey(testing::xkey::kSpace);
                     });

@@ -64,4 +64,8 @@ public:
 /// A rule for a program with one window, on L⌘E.
 [[nodiscard]] RuleSpec editorRule();
 
+/// Two rules as they are told when they are new.
+inline const QString kMarkerRule = QStringLiteral("Marker 40 100008 launchArgs “--marker”");
+inline const QString kEditorRule = QStringLiteral("Editor 14 100008");
+
 }  // namespace kestrelbay::desktop

@@ -12,13 +12,13 @@ namespace kestrelbay::desktop {
 namespace {
 
 const QString kAccessible = QStringLiteral("org.a11y.atspi.Accessible");
-const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString kPropertyAccess = QStringLiteral("org.freedesktop.DBus.Properties");
 const ScreenReader::Place kStatus{QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus")};
 const ScreenReader::Place kPrograms{QStringLiteral("org.a11y.atspi.Registry"),
                                     QStringLiteral("/org/a11y/atspi/accessible/root")};
 const ScreenReader::Place kBusItself{QStringLiteral("org.freedesktop.DBus"),
                                      QStringLiteral("/org/freedesktop/DBus")};
-constexpr int kPatience = 10000;  // milliseconds
+constexpr int kLongestAnswer = 10000;  // milliseconds
 /// A relation of AT-SPI.
 constexpr std::uint32_t kLabelledBy = 2;
 /// Of GetExtents: the whole screen's corner counts.
@@ -74,7 +74,7 @@ QDBusMessage callOn(const ScreenReader::Place &place, const QString &interface,
 QDBusConnection accessibilityBus(const QDBusConnection &session) {
     const QDBusMessage answer =
         session.call(callOn(kStatus, kStatus.service, QStringLiteral("GetAddress"), {}),
-                     QDBus::Block, kPatience);
+                     QDBus::Block, kLongestAnswer);
     if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty())
         throw std::runtime_error("no bus for screen readers: " +
                                  answer.errorMessage().toStdString());
@@ -144,9 +144,9 @@ ScreenReader::ScreenReader(const QString &sessionBusAddress)
     const QVariant yes = QVariant::fromValue(QDBusVariant(true));
     for (const QString &property :
          {QStringLiteral("IsEnabled"), QStringLiteral("ScreenReaderEnabled")})
-        (void)session_.call(callOn(kStatus, kProperties, QStringLiteral("Set"),
+        (void)session_.call(callOn(kStatus, kPropertyAccess, QStringLiteral("Set"),
                                    {QStringLiteral("org.a11y.Status"), property, yes}),
-                            QDBus::Block, kPatience);
+                            QDBus::Block, kLongestAnswer);
 }
 
 ScreenReader::~ScreenReader() {
@@ -189,13 +189,13 @@ QRect ScreenReader::area(const Place &place) const {
 QVariantList ScreenReader::ask(const Place &place, const QString &interface, const QString &member,
                                const QVariantList &arguments) const {
     const QDBusMessage answer =
-        bus_.call(callOn(place, interface, member, arguments), QDBus::Block, kPatience);
+        bus_.call(callOn(place, interface, member, arguments), QDBus::Block, kLongestAnswer);
     return answer.type() == QDBusMessage::ReplyMessage ? answer.arguments() : QVariantList();
 }
 
 QString ScreenReader::text(const Place &place, const QString &property) const {
     const QVariantList answer =
-        ask(place, kProperties, QStringLiteral("Get"), {kAccessible, property});
+        ask(place, kPropertyAccess, QStringLiteral("Get"), {kAccessible, property});
     return answer.isEmpty() ? QString()
                             : answer.constFirst().value<QDBusVariant>().variant().toString();
 }

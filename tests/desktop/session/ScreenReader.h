@@ -37,13 +37,13 @@ public:
     struct Thing {
         Place place;
         std::uint32_t role = 0;
-        QString name;
-        QString description;
+        QString name = {};
+        QString description = {};
         /// What names it besides, as a popup list is named beside it.
-        QString label;
+        QString label = {};
         std::uint64_t states = 0;
         /// Those that are shown.
-        std::vector<Thing> children;
+        std::vector<Thing> children = {};
 
         [[nodiscard]] bool is(State state) const {
             return (states >> static_cast<unsigned>(state) & 1U) != 0;

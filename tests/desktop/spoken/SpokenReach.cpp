@@ -14,8 +14,6 @@ using testing::xkey::kEscape;
 constexpr const char *kTwiceAsLarge = "Xft.dpi:\t192\n";
 /// There is no room for so many.
 constexpr int kManyRules = 8;
-/// More than any window has places for the keyboard.
-constexpr int kMostTabs = 60;
 
 /// What of the window with the keyboard, its frame included, is not on the screen.
 QString offScreen(SpokenStage &stage) {
@@ -36,7 +34,7 @@ QString offScreen(SpokenStage &stage) {
 QString outOfReach(SpokenStage &stage, const QString &window, QStringList parts) {
     if (const QString problem = offScreen(stage); !problem.isEmpty())
         return problem;
-    for (int i = 0; i < kMostTabs; ++i) {
+    for (int i = 0; i < SpokenStage::kMostTabs; ++i) {
         const auto shown = stage.spoken(window);
         if (const SpokenStage::Thing *const focused = shown ? shown->focused() : nullptr) {
             const QRect inside = stage.reader().area(shown->place);

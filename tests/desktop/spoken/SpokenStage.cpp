@@ -6,10 +6,7 @@
 
 namespace kestrelbay::desktop {
 
-namespace {
-/// More than any window has places for the keyboard.
-constexpr int kMostTabs = 60;
-}  // namespace
+namespace {}  // namespace
 
 SpokenStage::SpokenStage(StageOptions options)
     : PreferencesStage(std::move(options)), reader_(busAddress()) {}

@@ -21,6 +21,9 @@ class SpokenStage : public PreferencesStage {
 public:
     using Thing = ScreenReader::Thing;
 
+    /// More than any window has places for the keyboard.
+    static constexpr int kMostTabs = 60;
+
     explicit SpokenStage(StageOptions options);
 
     [[nodiscard]] ScreenReader &reader() { return reader_; }
