@@ -21,20 +21,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class RulesMenuTest : public RulesListFixture {
+class RulesMenuTest : public ShownRulesFixture {
 protected:
-    RulesViewController &list() {
-        if (!list_) {
-            list_ = std::make_unique<RulesViewController>(services(), icons_, deletion_, sheets());
-            list_->show();
-            EXPECT_TRUE(activate(*list_));
-        }
-        return *list_;
-    }
-    RowListView &view() { return *list().listView(); }
-    [[nodiscard]] RuleRowView *row(int index) {
-        return qobject_cast<RuleRowView *>(view().rowWidget(index));
-    }
     [[nodiscard]] const ShortcutRule &stored(int index) {
         return manager().rules().at(static_cast<std::size_t>(index));
     }
@@ -81,8 +69,6 @@ protected:
         sheet->accept();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
-
-    std::unique_ptr<RulesViewController> list_;
 };
 
 TEST_F(RulesMenuTest, HasAnEntryForEachThingToDoWithTheRow) {

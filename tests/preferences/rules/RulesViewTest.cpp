@@ -28,21 +28,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class RulesViewTest : public RulesListFixture {
+class RulesViewTest : public ShownRulesFixture {
 protected:
-    RulesViewController &list() {
-        if (!list_) {
-            list_ = std::make_unique<RulesViewController>(services(), icons_, deletion_, sheets());
-            list_->show();
-            EXPECT_TRUE(activate(*list_));
-        }
-        return *list_;
-    }
-    RowListView &view() { return *list().listView(); }
     RulesModel &model() { return *list().model(); }
-    [[nodiscard]] RuleRowView *row(int index) {
-        return qobject_cast<RuleRowView *>(view().rowWidget(index));
-    }
     [[nodiscard]] bool acceptDrop(const QString &text, int gap) {
         QMimeData data;
         data.setText(text);
@@ -66,8 +54,6 @@ protected:
         EXPECT_FALSE(tap_.isRecording());
         EXPECT_FALSE(manager().recordingCallback());
     }
-
-    std::unique_ptr<RulesViewController> list_;
 };
 
 TEST_F(RulesViewTest, showsTheHintAsLongAsThereIsNoRule) {
