@@ -175,13 +175,14 @@ void sceneOrder(PreferencesStage &stage) {
                     {kTerminal, kMarkerRule, kEditorRule}, [&] {
                         stage.pointer().press(from);
                         stage.prepare(
-                            QStringLiteral("a row under the pointer"),
+                            QStringLiteral("a row with the pointer"),
                             [&] { stage.pointer().dragTo(from + QPoint(0, 20)); },
                             [&] { return !dragged().isEmpty(); });
                         stage.prepare(
                             QStringLiteral("the row at its new place"),
                             [&] { stage.pointer().dragTo(to); },
-                            [&] { return dragged().contains(to); });
+                            // Beside the pointer, where it is opaque.
+                            [&] { return dragged().adjusted(-30, -40, 0, 0).contains(to); });
                         stage.screenshot(QStringLiteral("dragging"));
                         stage.pointer().release();
                     });
