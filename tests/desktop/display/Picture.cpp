@@ -16,12 +16,12 @@ constexpr std::chrono::milliseconds kRest{400};
 /// Of each of the three colours, from 0 to 255.
 constexpr int kClearly = 40;
 
+}  // namespace
+
 bool differ(const QColor &a, const QColor &b) {
     return std::abs(a.red() - b.red()) > kClearly || std::abs(a.green() - b.green()) > kClearly ||
            std::abs(a.blue() - b.blue()) > kClearly;
 }
-
-}  // namespace
 
 QImage pictureOf(XClient &client, const QRect &area) {
     const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(

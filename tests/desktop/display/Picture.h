@@ -16,7 +16,10 @@ namespace kestrelbay::desktop {
 [[nodiscard]] QImage pictureOf(XClient &client, const QRect &area);
 [[nodiscard]] QColor colorAt(XClient &client, const QPoint &place);
 
-/// The picture once it is the same as 100 ms before. None when it never comes to
+/// Is one clearly of another colour?
+[[nodiscard]] bool differ(const QColor &a, const QColor &b);
+
+/// The picture once it is the same as 400 ms before. None when it never comes to
 /// rest within the time.
 [[nodiscard]] std::optional<QImage> settledPictureOf(
     XClient &client, const QRect &area,

@@ -77,6 +77,8 @@ void Desktop::replaceWindowManager() {
 }
 
 void Desktop::startCompositor() {
+    if (view_->client().ownerOf(kCompositorSelection) != XCB_NONE)
+        return;
     compositor_ = std::make_unique<ChildProcess>(
         QStringLiteral("picom"),
         QStringList{QStringLiteral("--backend"), QStringLiteral("xrender"),
@@ -87,6 +89,8 @@ void Desktop::startCompositor() {
 }
 
 void Desktop::stopCompositor() {
+    if (!compositor_)
+        return;
     compositor_.reset();
     if (!waitUntil([&] { return view_->client().ownerOf(kCompositorSelection) == XCB_NONE; }))
         throw std::runtime_error("the compositor did not end");

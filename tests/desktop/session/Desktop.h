@@ -36,7 +36,8 @@ public:
     void start(const QString &program, const QStringList &arguments = {});
     /// A second window manager takes over from the running one.
     void replaceWindowManager();
-    /// From now on windows can be seen through. Throws std::runtime_error.
+    /// From now on windows can be seen through, as they always can where the window manager is
+    /// the compositor. Throws std::runtime_error.
     void startCompositor();
     void stopCompositor();
     void killServer();

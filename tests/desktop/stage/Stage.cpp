@@ -143,8 +143,10 @@ QString Stage::told(const Chord &chord) {
 void Stage::prepare(const QString &what, const std::function<void()> &act,
                     const std::function<bool()> &condition) {
     act();
-    if (!testing::waitUntil(condition))
-        throw NotPrepared(QStringLiteral("could not prepare: %1; %2").arg(what, frontInWords()));
+    if (testing::waitUntil(condition))
+        return;
+    screenshot(QStringLiteral("could-not-prepare"));
+    throw NotPrepared(QStringLiteral("could not prepare: %1; %2").arg(what, frontInWords()));
 }
 
 void Stage::bringForward(Window window) {
