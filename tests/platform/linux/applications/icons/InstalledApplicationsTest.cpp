@@ -117,7 +117,7 @@ TEST_F(InstalledApplications, WhatOnlyARuleNamesIsNotInstalled) {
 
 TEST_F(InstalledApplications, ListingThemReadsNoFile) {
     const QString path = writeEntry(QStringLiteral("user/a.desktop"), "Name=A\nIcon=x");
-    const auto index =
+    auto index =
         std::make_shared<const ApplicationIndex>(readDesktopEntries(applicationFolders(), {}));
     QFile::remove(path);
     const auto found = LinuxApplicationCatalog([&index] { return index; }).installedApplications();
