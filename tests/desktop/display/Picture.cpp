@@ -24,9 +24,13 @@ bool differ(const QColor &a, const QColor &b) {
 }
 
 QImage pictureOf(XClient &client, const QRect &area) {
+    return pictureIn(client, client.root(), area);
+}
+
+QImage pictureIn(XClient &client, xcb_window_t window, const QRect &area) {
     const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
         client.get(),
-        xcb_get_image(client.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, client.root(),
+        xcb_get_image(client.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, window,
                       static_cast<std::int16_t>(area.x()), static_cast<std::int16_t>(area.y()),
                       static_cast<std::uint16_t>(area.width()),
                       static_cast<std::uint16_t>(area.height()), ~0U),

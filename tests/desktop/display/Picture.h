@@ -14,6 +14,9 @@ namespace kestrelbay::desktop {
 /// What is to be seen at this place of the screen, whichever windows lie there.
 /// A null image when the place is not on the screen.
 [[nodiscard]] QImage pictureOf(XClient &client, const QRect &area);
+/// The same in a window, in its own coordinates: what it has painted, even where a compositor is
+/// late with it. A null image when the window is not in view as a whole.
+[[nodiscard]] QImage pictureIn(XClient &client, xcb_window_t window, const QRect &area);
 [[nodiscard]] QColor colorAt(XClient &client, const QPoint &place);
 
 /// Is one clearly of another colour?

@@ -188,6 +188,7 @@ void sceneOrder(PreferencesStage &stage) {
                     });
     stage.prepare(
         QStringLiteral("nothing under the pointer"), [] {}, [&] { return dragged().isEmpty(); });
+    stage.settle();
     const QPoint ground = places::inRow(2, RowPart::RefusedSign);
     const QColor notChosen = stage.colorAtPlace(ground);
     stage.prepare(

@@ -54,7 +54,8 @@ QPoint PreferencesStage::onScreen(const QPoint &place) {
 }
 
 QColor PreferencesStage::colorAtPlace(const QPoint &place) {
-    return colorAt(view().client(), onScreen(place));
+    const QImage pixel = pictureIn(view().client(), preferences(), QRect(place, QSize(1, 1)));
+    return pixel.isNull() ? QColor() : pixel.pixelColor(0, 0);
 }
 
 void PreferencesStage::showAdvancedTab() {

@@ -146,6 +146,7 @@ void Stage::prepare(const QString &what, const std::function<void()> &act,
     if (testing::waitUntil(condition))
         return;
     screenshot(QStringLiteral("could-not-prepare"));
+    keepLog(QStringLiteral("could-not-prepare"));
     throw NotPrepared(QStringLiteral("could not prepare: %1; %2").arg(what, frontInWords()));
 }
 
