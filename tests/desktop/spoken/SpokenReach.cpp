@@ -32,7 +32,7 @@ QString offScreen(SpokenStage &stage) {
 
 /// Goes round by Tab until all these have had the keyboard, each in full view. What is wrong.
 QString outOfReach(SpokenStage &stage, const QString &window, QStringList parts) {
-    if (const QString problem = offScreen(stage); !problem.isEmpty())
+    if (QString problem = offScreen(stage); !problem.isEmpty())
         return problem;
     for (int i = 0; i < SpokenStage::kMostTabs; ++i) {
         const auto shown = stage.spoken(window);

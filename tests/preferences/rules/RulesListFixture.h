@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "fixtures/ActiveWindow.h"
 #include "fixtures/ServicesFixture.h"
 #include "model/RuleFile.h"
 #include "preferences/rules/ApplicationIconCache.h"
