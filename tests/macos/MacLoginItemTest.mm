@@ -42,11 +42,13 @@ protected:
 };
 
 TEST_F(ServiceLoginItemTest, OnlyTheStatusEnabledCounts) {
-    for (const SMAppServiceStatus status : {0, 2, 3}) {
+    for (const SMAppServiceStatus status :
+         {SMAppServiceStatusNotRegistered, SMAppServiceStatusRequiresApproval,
+          SMAppServiceStatusNotFound}) {
         macos::setLoginItemStatus(status);
         EXPECT_FALSE(item_.isEnabled()) << status;
     }
-    macos::setLoginItemStatus(1);
+    macos::setLoginItemStatus(SMAppServiceStatusEnabled);
     EXPECT_TRUE(item_.isEnabled());
 }
 

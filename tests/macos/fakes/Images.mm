@@ -42,8 +42,7 @@ thread_local NSGraphicsContext *savedContext = nil;
 const CFStringRef kCGColorSpaceSRGB = CFSTR("kCGColorSpaceSRGB");
 
 CGColorSpaceRef CGColorSpaceCreateWithName(CFStringRef name) {
-    return const_cast<CGColorSpaceRef>(
-        created<const struct OpaqueCGColorSpace *>(ns<NSString *>(name)));
+    return const_cast<CGColorSpaceRef>(created<const struct CGColorSpace *>(ns<NSString *>(name)));
 }
 
 CGContextRef CGBitmapContextCreate(void *data, std::size_t width, std::size_t height,
@@ -62,7 +61,7 @@ CGContextRef CGBitmapContextCreate(void *data, std::size_t width, std::size_t he
     bitmap->data = static_cast<unsigned char *>(data);
     bitmap->height = height;
     bitmap->bytesPerRow = bytesPerRow;
-    return const_cast<CGContextRef>(cf<const struct OpaqueCGContext *>(bitmap));
+    return const_cast<CGContextRef>(cf<const struct CGContext *>(bitmap));
 }
 
 @implementation NSGraphicsContext

@@ -25,6 +25,9 @@ QString words(NSRect rect) {
 
 }  // namespace
 
+@implementation NSResponder
+@end
+
 @implementation CALayer
 @synthesize cornerRadius = cornerRadius_;
 @synthesize masksToBounds = masksToBounds_;
@@ -34,8 +37,10 @@ QString words(NSRect rect) {
 @synthesize frame = frame_;
 @synthesize superview = superview_;
 @synthesize window = window_;
-@synthesize subviews = subviews_;
 @synthesize wantsLayer = wantsLayer_;
+// Only read.
+@dynamic subviews;
+@dynamic layer;
 
 - (instancetype)init {
     if ((self = [super init]))
@@ -51,6 +56,10 @@ QString words(NSRect rect) {
 
 - (BOOL)isFlipped {
     return NO;
+}
+
+- (NSArray *)subviews {
+    return subviews_;
 }
 
 - (CALayer *)layer {

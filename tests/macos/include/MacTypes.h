@@ -2,10 +2,12 @@
 
 // Stands for <MacTypes.h>.
 
-typedef int OSStatus;
+typedef unsigned char Boolean;
 typedef unsigned char UInt8;
 typedef unsigned short UInt16;
 typedef unsigned int UInt32;
+typedef int SInt32;
+typedef SInt32 OSStatus;
 typedef UInt32 OptionBits;
 typedef unsigned long UniCharCount;
 

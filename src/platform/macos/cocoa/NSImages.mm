@@ -32,7 +32,7 @@ QImage toQImage(NSImage *image, QSize pixels) {
             static_cast<std::size_t>(result.height()), 8,
             static_cast<std::size_t>(result.bytesPerLine()), colors.get(),
             // In memory red comes first, as Qt has it.
-            static_cast<std::uint32_t>(kCGImageAlphaPremultipliedLast) | kCGBitmapByteOrder32Big));
+            static_cast<CGBitmapInfo>(kCGImageAlphaPremultipliedLast) | kCGBitmapByteOrder32Big));
         if (!context)
             return {};
         [NSGraphicsContext saveGraphicsState];

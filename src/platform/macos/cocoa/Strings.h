@@ -10,14 +10,14 @@
 namespace kestrelbay {
 
 /// Autoreleased.
-[[nodiscard]] NSString *toNSString(const QString &text);
+[[nodiscard]] NSString *_Nonnull toNSString(const QString &text);
 [[nodiscard]] CFOwner<CFStringRef> toCFString(const QString &text);
 
 // Empty for nil or null.
-[[nodiscard]] QString toQString(NSString *text);
-[[nodiscard]] QString toQString(CFStringRef text);
+[[nodiscard]] QString toQString(NSString *_Nullable text);
+[[nodiscard]] QString toQString(CFStringRef _Nullable text);
 
 /// Autoreleased; nil when it is not the URL of a file.
-[[nodiscard]] NSURL *toNSURL(const QUrl &file);
+[[nodiscard]] NSURL *_Nullable toNSURL(const QUrl &file);
 
 }  // namespace kestrelbay

@@ -5,7 +5,7 @@ namespace kestrelbay {
 // A Unicode unit of either system is one of UTF-16.
 static_assert(sizeof(unichar) == sizeof(QChar) && sizeof(UniChar) == sizeof(QChar));
 
-NSString *toNSString(const QString &text) {
+NSString *_Nonnull toNSString(const QString &text) {
     return [NSString stringWithCharacters:text.utf16() length:static_cast<NSUInteger>(text.size())];
 }
 
@@ -14,7 +14,7 @@ CFOwner<CFStringRef> toCFString(const QString &text) {
         CFStringCreateWithCharacters(kCFAllocatorDefault, text.utf16(), text.size()));
 }
 
-QString toQString(NSString *text) {
+QString toQString(NSString *_Nullable text) {
     if (!text)
         return {};
     QString result(static_cast<qsizetype>(text.length), Qt::Uninitialized);
@@ -23,7 +23,7 @@ QString toQString(NSString *text) {
     return result;
 }
 
-QString toQString(CFStringRef text) {
+QString toQString(CFStringRef _Nullable text) {
     if (!text)
         return {};
     QString result(CFStringGetLength(text), Qt::Uninitialized);
@@ -32,7 +32,7 @@ QString toQString(CFStringRef text) {
     return result;
 }
 
-NSURL *toNSURL(const QUrl &file) {
+NSURL *_Nullable toNSURL(const QUrl &file) {
     return file.isLocalFile() ? [NSURL fileURLWithPath:toNSString(file.toLocalFile())] : nil;
 }
 

@@ -6,13 +6,15 @@
 #include <QByteArray>
 #include <QString>
 
+#include <os/availability.h>
+
 #include "platform/LoginItem.h"
 
 namespace kestrelbay {
 
 /// The system's service for login items, for macOS 13 and later. Users also find the
 /// item in the system settings.
-class ServiceLoginItem final : public LoginItem {
+class API_AVAILABLE(macos(13.0)) ServiceLoginItem final : public LoginItem {
 public:
     /// Exactly while the status is "enabled": an item that waits for the user's
     /// approval does not count.

@@ -10,9 +10,7 @@
 
 #include "files/DataFile.h"
 #include "platform/macos/cocoa/Strings.h"
-
-// The service is used only on systems that have it.
-#pragma clang diagnostic ignored "-Wunguarded-availability-new"
+#include "platform/macos/cocoa/SystemVersion.h"
 
 using namespace Qt::StringLiterals;
 
@@ -20,11 +18,11 @@ namespace kestrelbay {
 
 namespace {
 
-static_assert(SMAppServiceStatusNotRegistered == 0 && SMAppServiceStatusEnabled == 1);
-static_assert(SMAppServiceStatusRequiresApproval == 2 && SMAppServiceStatusNotFound == 3);
-
 /// The service takes being asked for what is so already as a mistake.
+API_AVAILABLE(macos(13.0))
 bool isSoAlready(bool enabled, SMAppServiceStatus status) {
+    static_assert(SMAppServiceStatusNotRegistered == 0 && SMAppServiceStatusEnabled == 1);
+    static_assert(SMAppServiceStatusRequiresApproval == 2 && SMAppServiceStatusNotFound == 3);
     if (enabled)
         return status == SMAppServiceStatusEnabled;
     return status == SMAppServiceStatusNotRegistered || status == SMAppServiceStatusNotFound;
@@ -105,14 +103,20 @@ std::optional<QString> LegacyLoginItem::setEnabled(bool enabled) {
     return std::nullopt;
 }
 
+// The compiler knows only its own way of asking for the version, which is always told "yes" off
+// the Mac.
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wunguarded-availability-new"
+
 std::unique_ptr<LoginItem> makeLoginItem() {
     @autoreleasepool {
-        const NSOperatingSystemVersion first = {13, 0, 0};
-        if ([[NSProcessInfo processInfo] isOperatingSystemAtLeastVersion:first])
+        if (isMacOSAtLeast(13))
             return std::make_unique<ServiceLoginItem>();
         return std::make_unique<LegacyLoginItem>(QDir::homePath(),
                                                  toQString([[NSBundle mainBundle] bundlePath]));
     }
 }
+
+#pragma clang diagnostic pop
 
 }  // namespace kestrelbay

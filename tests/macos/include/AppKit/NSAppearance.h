@@ -6,10 +6,10 @@
 #import <Foundation/Foundation.h>
 
 @interface NSAppearance : NSObject
-- (void)performAsCurrentDrawingAppearance:(void (^)(void))block;
+- (void)performAsCurrentDrawingAppearance:(nonnull void (^)(void))block;
 @end
 
 /// A protocol in the framework's own.
 @interface NSApplication (NSAppearanceCustomization)
-- (NSAppearance *)effectiveAppearance;
+@property(readonly, nonnull) NSAppearance *effectiveAppearance;
 @end

@@ -3,17 +3,16 @@
 // Stands for <AppKit/NSApplication.h> and, of <AppKit/NSRunningApplication.h>,
 // NSApplicationActivationPolicy.
 
-#import <Foundation/Foundation.h>
+#import <AppKit/NSResponder.h>
 
-typedef NSInteger NSApplicationActivationPolicy;
-enum : NSApplicationActivationPolicy {
+typedef enum NSApplicationActivationPolicy : NSInteger {
     NSApplicationActivationPolicyRegular = 0,
     NSApplicationActivationPolicyAccessory = 1,
     NSApplicationActivationPolicyProhibited = 2,
-};
+} NSApplicationActivationPolicy;
 
-@interface NSApplication : NSObject
-+ (NSApplication *)sharedApplication;
+@interface NSApplication : NSResponder
++ (nonnull NSApplication *)sharedApplication;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 - (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps;
 @end

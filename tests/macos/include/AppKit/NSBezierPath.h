@@ -7,8 +7,8 @@
 @interface NSBezierPath : NSObject {
     NSString *shape_;
 }
-+ (NSBezierPath *)bezierPathWithRoundedRect:(NSRect)rect
-                                    xRadius:(CGFloat)xRadius
-                                    yRadius:(CGFloat)yRadius;
++ (nonnull NSBezierPath *)bezierPathWithRoundedRect:(NSRect)rect
+                                            xRadius:(CGFloat)xRadius
+                                            yRadius:(CGFloat)yRadius;
 - (void)fill;
 @end

@@ -11,12 +11,15 @@
     NSString *name_;
     CGFloat parts_[4];
 }
-+ (NSColor *)blackColor;
-+ (NSColor *)controlAccentColor;
-+ (NSColor *)systemGreenColor;
-+ (NSColor *)systemOrangeColor;
-+ (NSColor *)systemRedColor;
-- (NSColor *)colorUsingColorSpace:(NSColorSpace *)space;
-- (void)getRed:(CGFloat *)red green:(CGFloat *)green blue:(CGFloat *)blue alpha:(CGFloat *)alpha;
++ (nonnull NSColor *)blackColor;
++ (nonnull NSColor *)controlAccentColor;
++ (nonnull NSColor *)systemGreenColor;
++ (nonnull NSColor *)systemOrangeColor;
++ (nonnull NSColor *)systemRedColor;
+- (nullable NSColor *)colorUsingColorSpace:(nonnull NSColorSpace *)space;
+- (void)getRed:(nullable CGFloat *)red
+         green:(nullable CGFloat *)green
+          blue:(nullable CGFloat *)blue
+         alpha:(nullable CGFloat *)alpha;
 - (void)set;
 @end

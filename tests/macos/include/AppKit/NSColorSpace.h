@@ -5,5 +5,5 @@
 #import <Foundation/Foundation.h>
 
 @interface NSColorSpace : NSObject
-+ (NSColorSpace *)sRGBColorSpace;
++ (nonnull NSColorSpace *)sRGBColorSpace;
 @end

@@ -6,17 +6,19 @@
 #include <CoreGraphics/CGBitmapContext.h>
 #import <Foundation/Foundation.h>
 
-typedef NSUInteger NSCompositingOperation;
-enum : NSCompositingOperation { NSCompositingOperationSourceOver = 2 };
+typedef enum NSCompositingOperation : NSUInteger {
+    NSCompositingOperationSourceOver = 2,
+} NSCompositingOperation;
 
 @interface NSGraphicsContext : NSObject {
     CGContextRef context_;
 }
-+ (NSGraphicsContext *)graphicsContextWithCGContext:(CGContextRef)context flipped:(BOOL)flipped;
++ (nonnull NSGraphicsContext *)graphicsContextWithCGContext:(nonnull CGContextRef)graphicsPort
+                                                    flipped:(BOOL)flipped;
 /// The thread's.
-+ (NSGraphicsContext *)currentContext;
-+ (void)setCurrentContext:(NSGraphicsContext *)context;
++ (nullable NSGraphicsContext *)currentContext;
++ (void)setCurrentContext:(nullable NSGraphicsContext *)currentContext;
 + (void)saveGraphicsState;
 + (void)restoreGraphicsState;
-@property(readonly) CGContextRef CGContext;
+@property(readonly, nonnull) CGContextRef CGContext;
 @end

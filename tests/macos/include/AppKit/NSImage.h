@@ -4,11 +4,11 @@
 
 #import <AppKit/NSGraphicsContext.h>
 
-typedef NSInteger NSImageResizingMode;
-enum : NSImageResizingMode {
+/// With the numbers of arm64; on x86_64 they are swapped.
+typedef enum NSImageResizingMode : NSInteger {
     NSImageResizingModeTile = 0,
     NSImageResizingModeStretch = 1,
-};
+} NSImageResizingMode;
 
 @interface NSImage : NSObject {
     NSSize size_;
@@ -16,11 +16,11 @@ enum : NSImageResizingMode {
     NSEdgeInsets capInsets_;
     NSImageResizingMode resizingMode_;
 }
-+ (NSImage *)imageWithSystemSymbolName:(NSString *)name
-              accessibilityDescription:(NSString *)description;
-+ (NSImage *)imageWithSize:(NSSize)size
-                   flipped:(BOOL)flipped
-            drawingHandler:(BOOL (^)(NSRect bounds))handler;
++ (nullable NSImage *)imageWithSystemSymbolName:(nonnull NSString *)name
+                       accessibilityDescription:(nullable NSString *)description;
++ (nonnull NSImage *)imageWithSize:(NSSize)size
+                           flipped:(BOOL)flipped
+                    drawingHandler:(nonnull BOOL (^)(NSRect bounds))drawingHandler;
 - (void)drawInRect:(NSRect)rect
           fromRect:(NSRect)fromRect
          operation:(NSCompositingOperation)operation

@@ -6,13 +6,13 @@
 #include <sys/types.h>
 
 typedef NSUInteger NSApplicationActivationOptions;
-enum : NSUInteger { NSApplicationActivateIgnoringOtherApps = 1U << 1U };
+enum : NSApplicationActivationOptions { NSApplicationActivateIgnoringOtherApps = 1U << 1U };
 
 @interface NSRunningApplication : NSObject {
     pid_t pid_;
 }
-@property(readonly, copy) NSURL *bundleURL;
-@property(readonly, copy) NSString *bundleIdentifier;
+@property(readonly, copy, nullable) NSURL *bundleURL;
+@property(readonly, copy, nullable) NSString *bundleIdentifier;
 @property(readonly) pid_t processIdentifier;
 @property(readonly, getter=isActive) BOOL active;
 - (BOOL)hide;

@@ -8,8 +8,8 @@
     NSRect frame_;
 }
 /// Of the one with the key window.
-+ (NSScreen *)mainScreen;
++ (nullable NSScreen *)mainScreen;
 /// The first is the one with the menu bar.
-+ (NSArray *)screens;
++ (nonnull NSArray<NSScreen *> *)screens;
 @property(readonly) NSRect frame;
 @end

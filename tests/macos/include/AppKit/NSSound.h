@@ -4,9 +4,11 @@
 
 #import <Foundation/Foundation.h>
 
+typedef NSString *NSSoundName;
+
 @interface NSSound : NSObject {
     NSString *name_;
 }
-+ (NSSound *)soundNamed:(NSString *)name;
++ (nullable NSSound *)soundNamed:(nonnull NSSoundName)name;
 - (BOOL)play;
 @end

@@ -2,19 +2,18 @@
 
 // Stands for <AppKit/NSView.h> and, of <AppKit/NSGraphics.h>, NSWindowOrderingMode.
 
-#import <Foundation/Foundation.h>
+#import <AppKit/NSResponder.h>
 
 @class CALayer;
 @class NSWindow;
 
-typedef NSInteger NSWindowOrderingMode;
-enum : NSWindowOrderingMode {
+typedef enum NSWindowOrderingMode : NSInteger {
     NSWindowAbove = 1,
     NSWindowBelow = -1,
     NSWindowOut = 0,
-};
+} NSWindowOrderingMode;
 
-@interface NSView : NSObject {
+@interface NSView : NSResponder {
     NSRect frame_;
     NSView *superview_;
     NSWindow *window_;
@@ -24,14 +23,14 @@ enum : NSWindowOrderingMode {
 }
 @property NSRect frame;
 @property BOOL wantsLayer;
-@property(readonly, assign) NSView *superview;
-@property(readonly, assign) NSWindow *window;
-@property(readonly, copy) NSArray *subviews;
+@property(readonly, assign, nullable) NSView *superview;
+@property(readonly, assign, nullable) NSWindow *window;
+@property(copy, nonnull) NSArray<__kindof NSView *> *subviews;
 /// Nil until a layer is wanted.
-@property(readonly, assign) CALayer *layer;
+@property(retain, nullable) CALayer *layer;
 @property(readonly, getter=isFlipped) BOOL flipped;
-- (void)addSubview:(NSView *)view
+- (void)addSubview:(nonnull NSView *)view
         positioned:(NSWindowOrderingMode)place
-        relativeTo:(NSView *)otherView;
-- (NSRect)convertRect:(NSRect)rect fromView:(NSView *)view;
+        relativeTo:(nullable NSView *)otherView;
+- (NSRect)convertRect:(NSRect)rect fromView:(nullable NSView *)view;
 @end

@@ -6,21 +6,20 @@
 
 @class NSImage;
 
-typedef NSInteger NSVisualEffectMaterial;
-enum : NSVisualEffectMaterial { NSVisualEffectMaterialHUDWindow = 13 };
+typedef enum NSVisualEffectMaterial : NSInteger {
+    NSVisualEffectMaterialHUDWindow = 13,
+} NSVisualEffectMaterial;
 
-typedef NSInteger NSVisualEffectBlendingMode;
-enum : NSVisualEffectBlendingMode {
+typedef enum NSVisualEffectBlendingMode : NSInteger {
     NSVisualEffectBlendingModeBehindWindow = 0,
     NSVisualEffectBlendingModeWithinWindow = 1,
-};
+} NSVisualEffectBlendingMode;
 
-typedef NSInteger NSVisualEffectState;
-enum : NSVisualEffectState {
+typedef enum NSVisualEffectState : NSInteger {
     NSVisualEffectStateFollowsWindowActiveState = 0,
     NSVisualEffectStateActive = 1,
     NSVisualEffectStateInactive = 2,
-};
+} NSVisualEffectState;
 
 @interface NSVisualEffectView : NSView {
     NSVisualEffectMaterial material_;
@@ -31,5 +30,5 @@ enum : NSVisualEffectState {
 @property NSVisualEffectMaterial material;
 @property NSVisualEffectBlendingMode blendingMode;
 @property NSVisualEffectState state;
-@property(retain) NSImage *maskImage;
+@property(retain, nullable) NSImage *maskImage;
 @end

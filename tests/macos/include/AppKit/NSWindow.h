@@ -21,7 +21,7 @@ enum : NSWindowCollectionBehavior {
     NSWindowCollectionBehaviorFullScreenAuxiliary = 1 << 8,
 };
 
-@interface NSWindow : NSObject {
+@interface NSWindow : NSResponder {
     NSView *frameView_;
     NSView *contentView_;
     NSWindowLevel level_;
@@ -33,6 +33,6 @@ enum : NSWindowCollectionBehavior {
 @property NSWindowStyleMask styleMask;
 @property NSWindowCollectionBehavior collectionBehavior;
 @property BOOL hidesOnDeactivate;
-@property(readonly, assign) NSView *contentView;
-- (void)makeKeyAndOrderFront:(id)sender;
+@property(retain, nullable) NSView *contentView;
+- (void)makeKeyAndOrderFront:(nullable id)sender;
 @end

@@ -8,25 +8,28 @@
 @class NSRunningApplication;
 
 @interface NSWorkspaceOpenConfiguration : NSObject {
-    NSArray *arguments_;
+    NSArray<NSString *> *arguments_;
     BOOL createsNewApplicationInstance_;
 }
-+ (instancetype)configuration;
-@property(copy) NSArray *arguments;
++ (nonnull instancetype)configuration;
+@property(copy, nonnull) NSArray<NSString *> *arguments;
 @property BOOL createsNewApplicationInstance;
 @end
 
 @interface NSWorkspace : NSObject
-+ (NSWorkspace *)sharedWorkspace;
-@property(readonly, copy) NSArray *runningApplications;
-- (BOOL)openURL:(NSURL *)url;
-- (void)openURLs:(NSArray *)urls
-    withApplicationAtURL:(NSURL *)applicationURL
-           configuration:(NSWorkspaceOpenConfiguration *)configuration
-       completionHandler:(void (^)(NSRunningApplication *app, NSError *error))completionHandler;
-- (void)openApplicationAtURL:(NSURL *)applicationURL
-               configuration:(NSWorkspaceOpenConfiguration *)configuration
-           completionHandler:(void (^)(NSRunningApplication *app, NSError *error))completionHandler;
-- (BOOL)selectFile:(NSString *)fullPath inFileViewerRootedAtPath:(NSString *)rootFullPath;
-- (NSImage *)iconForFile:(NSString *)fullPath;
++ (nonnull NSWorkspace *)sharedWorkspace;
+@property(readonly, copy, nonnull) NSArray<NSRunningApplication *> *runningApplications;
+- (BOOL)openURL:(nonnull NSURL *)url;
+- (void)openURLs:(nonnull NSArray<NSURL *> *)urls
+    withApplicationAtURL:(nonnull NSURL *)applicationURL
+           configuration:(nonnull NSWorkspaceOpenConfiguration *)configuration
+       completionHandler:(nullable void (^)(NSRunningApplication *_Nullable app,
+                                            NSError *_Nullable error))completionHandler;
+- (void)openApplicationAtURL:(nonnull NSURL *)applicationURL
+               configuration:(nonnull NSWorkspaceOpenConfiguration *)configuration
+           completionHandler:(nullable void (^)(NSRunningApplication *_Nullable app,
+                                                NSError *_Nullable error))completionHandler;
+- (BOOL)selectFile:(nullable NSString *)fullPath
+    inFileViewerRootedAtPath:(nonnull NSString *)rootFullPath;
+- (nonnull NSImage *)iconForFile:(nonnull NSString *)fullPath;
 @end

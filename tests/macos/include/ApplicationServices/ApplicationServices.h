@@ -4,14 +4,13 @@
 // <HIServices/AXError.h> and <HIServices/AXUIElement.h>.
 
 #include <CoreFoundation/CoreFoundation.h>
-#include <stdint.h>
 #include <sys/types.h>
 
 #ifdef __cplusplus
 extern "C" {
 #endif
 
-typedef enum AXError : int32_t {
+typedef enum AXError : SInt32 {
     kAXErrorSuccess = 0,
     kAXErrorFailure = -25200,
     kAXErrorInvalidUIElement = -25202,
@@ -21,11 +20,11 @@ typedef enum AXError : int32_t {
     kAXErrorNoValue = -25212,
 } AXError;
 
-typedef const struct OpaqueAXUIElement *AXUIElementRef;
+typedef const struct __AXUIElement *AXUIElementRef;
 
 Boolean AXIsProcessTrusted(void);
 CFTypeID AXUIElementGetTypeID(void);
-AXUIElementRef AXUIElementCreateApplication(pid_t pid);
+AXUIElementRef _Nonnull AXUIElementCreateApplication(pid_t pid);
 /// What is written to value is the caller's to release.
 AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attribute,
                                       CFTypeRef *value);

@@ -8,7 +8,7 @@
 extern "C" {
 #endif
 
-typedef const struct OpaqueCFArray *CFArrayRef;
+typedef const struct __CFArray *CFArrayRef;
 
 CFTypeID CFArrayGetTypeID(void);
 CFIndex CFArrayGetCount(CFArrayRef array);

@@ -2,17 +2,18 @@
 
 // Stands for <CoreFoundation/CFBase.h>.
 
+#include <MacTypes.h>
+
 #ifdef __cplusplus
 extern "C" {
 #endif
 
 typedef long CFIndex;
 typedef unsigned long CFTypeID;
-typedef unsigned char Boolean;
-typedef unsigned short UniChar;
+typedef UInt16 UniChar;
 typedef const void *CFTypeRef;
-typedef const struct OpaqueCFAllocator *CFAllocatorRef;
-typedef const struct OpaqueCFString *CFStringRef;
+typedef const struct __CFAllocator *CFAllocatorRef;
+typedef const struct __CFString *CFStringRef;
 
 typedef struct {
     CFIndex location;

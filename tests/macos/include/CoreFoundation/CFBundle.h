@@ -10,7 +10,7 @@
 extern "C" {
 #endif
 
-CFDictionaryRef CFBundleCopyInfoDictionaryInDirectory(CFURLRef bundleURL);
+CFDictionaryRef _Nonnull CFBundleCopyInfoDictionaryInDirectory(CFURLRef bundleURL);
 
 #ifdef __cplusplus
 }

@@ -8,9 +8,9 @@
 extern "C" {
 #endif
 
-typedef const struct OpaqueCFData *CFDataRef;
+typedef const struct __CFData *CFDataRef;
 
-const unsigned char *CFDataGetBytePtr(CFDataRef data);
+const UInt8 *CFDataGetBytePtr(CFDataRef data);
 
 #ifdef __cplusplus
 }

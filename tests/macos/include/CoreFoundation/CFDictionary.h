@@ -8,7 +8,7 @@
 extern "C" {
 #endif
 
-typedef const struct OpaqueCFDictionary *CFDictionaryRef;
+typedef const struct __CFDictionary *CFDictionaryRef;
 
 CFTypeID CFDictionaryGetTypeID(void);
 const void *CFDictionaryGetValue(CFDictionaryRef dictionary, const void *key);

@@ -9,10 +9,10 @@
 extern "C" {
 #endif
 
-typedef struct OpaqueCFMachPort *CFMachPortRef;
+typedef struct __CFMachPort *CFMachPortRef;
 
-CFRunLoopSourceRef CFMachPortCreateRunLoopSource(CFAllocatorRef allocator, CFMachPortRef port,
-                                                 CFIndex order);
+CFRunLoopSourceRef _Nullable CFMachPortCreateRunLoopSource(CFAllocatorRef _Nullable allocator,
+                                                           CFMachPortRef port, CFIndex order);
 
 #ifdef __cplusplus
 }

@@ -9,12 +9,11 @@
 extern "C" {
 #endif
 
-typedef struct OpaqueCFNotificationCenter *CFNotificationCenterRef;
+typedef struct __CFNotificationCenter *CFNotificationCenterRef;
 typedef CFStringRef CFNotificationName;
-typedef CFIndex CFNotificationSuspensionBehavior;
-enum {
+typedef enum CFNotificationSuspensionBehavior : CFIndex {
     CFNotificationSuspensionBehaviorDeliverImmediately = 4,
-};
+} CFNotificationSuspensionBehavior;
 
 typedef void (*CFNotificationCallback)(CFNotificationCenterRef center, void *observer,
                                        CFNotificationName name, const void *object,

@@ -8,7 +8,7 @@
 extern "C" {
 #endif
 
-typedef const struct OpaqueCFBoolean *CFBooleanRef;
+typedef const struct __CFBoolean *CFBooleanRef;
 
 extern const CFBooleanRef kCFBooleanTrue;
 extern const CFBooleanRef kCFBooleanFalse;

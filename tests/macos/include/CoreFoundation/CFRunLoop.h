@@ -9,14 +9,14 @@ extern "C" {
 #endif
 
 typedef CFStringRef CFRunLoopMode;
-typedef struct OpaqueCFRunLoop *CFRunLoopRef;
-typedef struct OpaqueCFRunLoopSource *CFRunLoopSourceRef;
+typedef struct __CFRunLoop *CFRunLoopRef;
+typedef struct __CFRunLoopSource *CFRunLoopSourceRef;
 
 extern const CFRunLoopMode kCFRunLoopDefaultMode;
 extern const CFRunLoopMode kCFRunLoopCommonModes;
 
-CFRunLoopRef CFRunLoopGetMain(void);
-CFRunLoopRef CFRunLoopGetCurrent(void);
+CFRunLoopRef _Nonnull CFRunLoopGetMain(void);
+CFRunLoopRef _Nonnull CFRunLoopGetCurrent(void);
 void CFRunLoopAddSource(CFRunLoopRef loop, CFRunLoopSourceRef source, CFRunLoopMode mode);
 void CFRunLoopRemoveSource(CFRunLoopRef loop, CFRunLoopSourceRef source, CFRunLoopMode mode);
 

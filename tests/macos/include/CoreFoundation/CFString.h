@@ -9,8 +9,8 @@ extern "C" {
 #endif
 
 CFTypeID CFStringGetTypeID(void);
-CFStringRef CFStringCreateWithCharacters(CFAllocatorRef allocator, const UniChar *characters,
-                                         CFIndex length);
+CFStringRef _Nullable CFStringCreateWithCharacters(CFAllocatorRef _Nullable alloc,
+                                                   const UniChar *characters, CFIndex length);
 CFIndex CFStringGetLength(CFStringRef string);
 void CFStringGetCharacters(CFStringRef string, CFRange range, UniChar *buffer);
 

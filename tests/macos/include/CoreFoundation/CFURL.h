@@ -8,7 +8,7 @@
 extern "C" {
 #endif
 
-typedef const struct OpaqueCFURL *CFURLRef;
+typedef const struct __CFURL *CFURLRef;
 
 typedef enum CFURLPathStyle : CFIndex {
     kCFURLPOSIXPathStyle = 0,
@@ -16,8 +16,9 @@ typedef enum CFURLPathStyle : CFIndex {
     kCFURLWindowsPathStyle = 2,
 } CFURLPathStyle;
 
-CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef allocator, CFStringRef filePath,
-                                       CFURLPathStyle pathStyle, Boolean isDirectory);
+CFURLRef _Nullable CFURLCreateWithFileSystemPath(CFAllocatorRef _Nullable allocator,
+                                                 CFStringRef filePath, CFURLPathStyle pathStyle,
+                                                 Boolean isDirectory);
 
 #ifdef __cplusplus
 }

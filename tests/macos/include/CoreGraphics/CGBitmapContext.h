@@ -3,22 +3,24 @@
 // Stands for <CoreGraphics/CGBitmapContext.h> and, of <CoreGraphics/CGContext.h> and
 // <CoreGraphics/CGImage.h>, what it takes.
 
-#include <cstddef>
-#include <cstdint>
+#include <stddef.h>
+#include <stdint.h>
 
 #include <CoreGraphics/CGColorSpace.h>
 
 extern "C" {
 
-typedef struct OpaqueCGContext *CGContextRef;
+typedef struct CGContext *CGContextRef;
 
-typedef std::uint32_t CGImageAlphaInfo;
-enum : CGImageAlphaInfo { kCGImageAlphaPremultipliedLast = 1 };
+typedef enum CGImageAlphaInfo : uint32_t {
+    kCGImageAlphaPremultipliedLast = 1,
+} CGImageAlphaInfo;
 
-typedef std::uint32_t CGBitmapInfo;
+typedef uint32_t CGBitmapInfo;
 enum : CGBitmapInfo { kCGBitmapByteOrder32Big = 4 << 12 };
 
-CGContextRef CGBitmapContextCreate(void *data, std::size_t width, std::size_t height,
-                                   std::size_t bitsPerComponent, std::size_t bytesPerRow,
-                                   CGColorSpaceRef space, std::uint32_t bitmapInfo);
+CGContextRef _Nullable CGBitmapContextCreate(void *data, size_t width, size_t height,
+                                             size_t bitsPerComponent, size_t bytesPerRow,
+                                             CGColorSpaceRef _Nullable space,
+                                             CGBitmapInfo bitmapInfo);
 }

@@ -6,9 +6,9 @@
 
 extern "C" {
 
-typedef struct OpaqueCGColorSpace *CGColorSpaceRef;
+typedef struct CGColorSpace *CGColorSpaceRef;
 
 extern const CFStringRef kCGColorSpaceSRGB;
 
-CGColorSpaceRef CGColorSpaceCreateWithName(CFStringRef name);
+CGColorSpaceRef _Nullable CGColorSpaceCreateWithName(CFStringRef name);
 }

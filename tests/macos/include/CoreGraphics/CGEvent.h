@@ -9,12 +9,12 @@
 extern "C" {
 #endif
 
-CFMachPortRef CGEventTapCreate(CGEventTapLocation tap, CGEventTapPlacement place,
-                               CGEventTapOptions options, CGEventMask eventsOfInterest,
-                               CGEventTapCallBack callback, void *userInfo);
+CFMachPortRef _Nullable CGEventTapCreate(CGEventTapLocation tap, CGEventTapPlacement place,
+                                         CGEventTapOptions options, CGEventMask eventsOfInterest,
+                                         CGEventTapCallBack callback, void *userInfo);
 void CGEventTapEnable(CFMachPortRef tap, bool enable);
-int64_t CGEventGetIntegerValueField(CGEventRef event, CGEventField field);
-CGEventFlags CGEventGetFlags(CGEventRef event);
+int64_t CGEventGetIntegerValueField(CGEventRef _Nullable event, CGEventField field);
+CGEventFlags CGEventGetFlags(CGEventRef _Nullable event);
 
 #ifdef __cplusplus
 }

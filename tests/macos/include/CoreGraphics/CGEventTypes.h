@@ -5,8 +5,8 @@
 #include <CoreFoundation/CoreFoundation.h>
 #include <stdint.h>
 
-typedef struct OpaqueCGEvent *CGEventRef;
-typedef struct OpaqueCGEventTapProxy *CGEventTapProxy;
+typedef struct __CGEvent *CGEventRef;
+typedef struct __CGEventTapProxy *CGEventTapProxy;
 typedef uint64_t CGEventMask;
 typedef uint64_t CGEventFlags;
 

@@ -3,18 +3,19 @@
 // Stands for <ServiceManagement/SMAppService.h>.
 
 #import <Foundation/Foundation.h>
+#include <os/availability.h>
 
-typedef NSInteger SMAppServiceStatus;
-enum : SMAppServiceStatus {
+typedef enum SMAppServiceStatus : NSInteger {
     SMAppServiceStatusNotRegistered = 0,
     SMAppServiceStatusEnabled = 1,
     SMAppServiceStatusRequiresApproval = 2,
     SMAppServiceStatusNotFound = 3,
-};
+} SMAppServiceStatus;
 
+API_AVAILABLE(macos(13.0))
 @interface SMAppService : NSObject
-+ (SMAppService *)mainAppService;
-- (BOOL)registerAndReturnError:(NSError **)error;
-- (BOOL)unregisterAndReturnError:(NSError **)error;
-- (SMAppServiceStatus)status;
++ (nonnull SMAppService *)mainAppService;
+- (BOOL)registerAndReturnError:(NSError **_Nullable)error;
+- (BOOL)unregisterAndReturnError:(NSError **_Nullable)error;
+@property(readonly) SMAppServiceStatus status;
 @end

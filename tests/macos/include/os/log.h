@@ -3,12 +3,12 @@
 // Stands for <os/log.h>, where os_log_with_type is a macro that takes only a literal as
 // its format.
 
-#include <cstdint>
+#include <stdint.h>
 
 extern "C" {
 
-using os_log_t = struct os_log_s *;
-using os_log_type_t = std::uint8_t;
+typedef struct os_log_s *os_log_t;
+typedef uint8_t os_log_type_t;
 
 enum : os_log_type_t {
     OS_LOG_TYPE_DEFAULT = 0x00,
