@@ -38,7 +38,8 @@ public:
     // that the application obeyed.
     virtual bool hide() = 0;
     /// Brings it to the front, whichever is there now, with its main window: the one last
-    /// made main with WindowElement::setMain(), otherwise the front-most.
+    /// made main with WindowElement::setMain(), otherwise the front-most. May block for a
+    /// fraction of a second, to see whether it has come.
     virtual bool activate() = 0;
 };
 

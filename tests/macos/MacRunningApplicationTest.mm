@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QTemporaryDir>
+
 #include "fakes/FakeDesktop.h"
+#include "fakes/FakeServices.h"
 #include "fakes/LiveObjects.h"
 #include "fakes/MacJournal.h"
 #include "fixtures/QtPrinters.h"
@@ -27,6 +30,8 @@ protected:
     }
 
     const int objectsBefore_ = liveObjects();
+    /// Stands for an application.
+    const QTemporaryDir folder_;
     std::optional<FakeDesktop> desktop_{std::in_place};
     MacWorkspace workspace_;
 };
@@ -76,8 +81,67 @@ TEST_F(MacRunningApplicationTest, IsActivatedWithOptionTwoAlone) {
                                         QStringLiteral("hide 100")}));
 }
 
+/// The system's version is 15 where nothing else is said.
+class ActivationTest : public MacRunningApplicationTest {
+protected:
+    ~ActivationTest() override { setSystemVersion({15, 1, 0}); }
+
+    FakeDesktop::Process &process_ = desktop_->run(folder_.path(), {});
+    const QString activated_ = QStringLiteral("activateWithOptions 100 2");
+    const QString opened_ =
+        QStringLiteral("openApplicationAtURL ") + folder_.path() + QStringLiteral(" default");
+};
+
+TEST_F(ActivationTest, OneThatIsIgnoredIsFollowedByOneOpening) {
+    process_.looksUntilActive = std::nullopt;
+    EXPECT_TRUE(application(0)->activate());
+    EXPECT_EQ(takeCalls(), (QStringList{activated_, opened_}));
+    EXPECT_TRUE(application(0)->isActive());
+    EXPECT_EQ(desktop_->processes().size(), 1U);
+}
+
+TEST_F(ActivationTest, AnOpeningThatIsIgnoredIsNotRepeated) {
+    process_.looksUntilActive = std::nullopt;
+    desktop_->refuseRequests(QStringLiteral("no"));
+    EXPECT_TRUE(application(0)->activate());
+    EXPECT_EQ(takeCalls(), (QStringList{activated_, opened_}));
+    EXPECT_FALSE(application(0)->isActive());
+}
+
+TEST_F(ActivationTest, OneThatIsFollowedLateIsLeftAtThat) {
+    process_.looksUntilActive = 1;
+    EXPECT_TRUE(application(0)->activate());
+    EXPECT_EQ(takeCalls(), QStringList(activated_));
+    EXPECT_TRUE(application(0)->isActive());
+}
+
+TEST_F(ActivationTest, WhatBelongsToNoBundleIsNotOpened) {
+    process_.looksUntilActive = std::nullopt;
+    process_.bundleURL = {};
+    EXPECT_TRUE(application(0)->activate());
+    EXPECT_EQ(takeCalls(), QStringList(activated_));
+}
+
+TEST_F(ActivationTest, WhatHasEndedIsNotStartedAgain) {
+    const auto one = application(0);
+    desktop_->quit(folder_.path());
+    EXPECT_FALSE(one->activate());
+    EXPECT_EQ(takeCalls(), QStringList(activated_));
+}
+
+TEST_F(ActivationTest, BeforeMacOS14TheOptionIsEnough) {
+    setSystemVersion({13, 7, 0});
+    process_.looksUntilActive = std::nullopt;
+    EXPECT_TRUE(application(0)->activate());
+    EXPECT_EQ(takeCalls(), QStringList(activated_));
+    setSystemVersion({14, 0, 0});
+    EXPECT_TRUE(application(0)->activate());
+    EXPECT_EQ(takeCalls(), (QStringList{activated_, opened_}));
+}
+
 TEST_F(MacRunningApplicationTest, TellsWhatWasNotDelivered) {
-    desktop_->run(QStringLiteral("/One.app"), {}).acceptsRequests = false;
+    // Nor is there a bundle to open instead.
+    desktop_->run({}, {}).acceptsRequests = false;
     const auto one = application(0);
     EXPECT_FALSE(one->activate());
     EXPECT_FALSE(one->hide());

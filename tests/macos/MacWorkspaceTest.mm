@@ -151,6 +151,17 @@ TEST_F(MacWorkspaceTest, TheCompletionOutlivesTheCall) {
     EXPECT_EQ(token.use_count(), 1);
 }
 
+TEST_F(MacWorkspaceTest, WhatIsNoFileIsNotHandedOver) {
+    const QUrl page(QStringLiteral("https://example.org/One.app"));
+    QString error;
+    workspace_.openApplication(page, {QStringLiteral("x")},
+                               [&](const QString &text) { error = text; });
+    EXPECT_EQ(error, QStringLiteral("not a file: https://example.org/One.app"));
+    EXPECT_FALSE(workspace_.openFiles({page}, oneUrl_));
+    EXPECT_FALSE(workspace_.openFiles({oneUrl_}, page));
+    EXPECT_EQ(takeCalls(), QStringList());
+}
+
 TEST_F(MacWorkspaceTest, FilesAreOpenedWithTheDefaultConfiguration) {
     EXPECT_TRUE(workspace_.openFiles({QUrl::fromLocalFile(QStringLiteral("/tmp/a b")),
                                       QUrl::fromLocalFile(QStringLiteral("/no/such file"))},

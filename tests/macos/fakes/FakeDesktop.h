@@ -37,6 +37,11 @@ public:
         ObjCOwner<NSString *> bundleIdentifier;
         bool isActive = false;
         bool acceptsRequests = true;
+        /// How often it is asked whether it is active before an activation has brought it
+        /// forward; no number when activations do not.
+        std::optional<int> looksUntilActive = 0;
+        /// Of those, since the last activation.
+        std::optional<int> looksLeft;
         /// Front-most first.
         std::vector<Window> windows;
         /// Instead of the windows: what AXWindows is, or fails with.
@@ -65,6 +70,8 @@ public:
     [[nodiscard]] std::vector<std::unique_ptr<Process>> &processes() { return processes_; }
     /// Null when it has gone.
     [[nodiscard]] Process *process(pid_t pid);
+    /// The first at that place; null when none runs.
+    [[nodiscard]] Process *process(NSURL *bundle);
     /// Null when it has gone.
     [[nodiscard]] Window *window(AXUIElementRef element);
     /// False where there is no application.

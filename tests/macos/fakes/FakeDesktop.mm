@@ -70,6 +70,13 @@ FakeDesktop::Process *FakeDesktop::process(pid_t pid) {
     return found == processes_.end() ? nullptr : found->get();
 }
 
+FakeDesktop::Process *FakeDesktop::process(NSURL *bundle) {
+    const auto found = std::ranges::find_if(processes_, [&](const auto &process) {
+        return pathOf(process->bundleURL.get()) == pathOf(bundle);
+    });
+    return found == processes_.end() ? nullptr : found->get();
+}
+
 FakeDesktop::Window *FakeDesktop::window(AXUIElementRef element) {
     for (const auto &process : processes_)
         for (Window &window : process->windows)
@@ -92,6 +99,7 @@ bool FakeDesktop::launch(NSURL *application) {
 void FakeDesktop::activate(Process &process) {
     for (const auto &each : processes_)
         each->isActive = each.get() == &process;
+    process.looksLeft.reset();
 }
 
 void FakeDesktop::callLater(std::function<void()> work) {

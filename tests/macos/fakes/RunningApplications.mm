@@ -55,7 +55,16 @@ FakeDesktop::Process processOf(pid_t pid) {
 }
 
 - (BOOL)isActive {
-    return processOf(pid_).isActive;
+    const std::scoped_lock lock(FakeDesktop::shared().mutex());
+    auto *const process = FakeDesktop::shared().process(pid_);
+    if (process && process->looksLeft && (*process->looksLeft)-- == 0)
+        FakeDesktop::shared().activate(*process);
+    return process && process->isActive;
+}
+
+- (BOOL)isTerminated {
+    const std::scoped_lock lock(FakeDesktop::shared().mutex());
+    return !FakeDesktop::shared().process(pid_);
 }
 
 - (BOOL)hide {
@@ -74,7 +83,9 @@ FakeDesktop::Process processOf(pid_t pid) {
     auto *const process = FakeDesktop::shared().process(pid_);
     if (!process || !process->acceptsRequests)
         return NO;
-    FakeDesktop::shared().activate(*process);
+    process->looksLeft = process->looksUntilActive;
+    if (process->looksLeft == 0)
+        FakeDesktop::shared().activate(*process);
     return YES;
 }
 

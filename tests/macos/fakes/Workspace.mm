@@ -23,17 +23,34 @@ QString text(NSURL *url) {
 QString textOf(NSWorkspaceOpenConfiguration *configuration) {
     QString line = [configuration createsNewApplicationInstance] ? QStringLiteral(" new")
                                                                  : QStringLiteral(" default");
+    if (![configuration activates])
+        line += QStringLiteral(" behind");
     for (NSString *argument in [configuration arguments])
         line += u'|' + toQString(argument);
     return line;
 }
 
+/// Brings a running application forward, unless a new instance is wanted.
+bool reopen(NSURL *application, NSWorkspaceOpenConfiguration *configuration) {
+    FakeDesktop &desktop = FakeDesktop::shared();
+    const std::scoped_lock lock(desktop.mutex());
+    auto *const process = desktop.process(application);
+    if (!process || [configuration createsNewApplicationInstance])
+        return false;
+    if ([configuration activates])
+        desktop.activate(*process);
+    return true;
+}
+
 /// Launches, and tells the handler on another thread.
-void launch(NSURL *application, CompletionBlock handler) {
+void launch(NSURL *application, NSWorkspaceOpenConfiguration *configuration,
+            CompletionBlock handler) {
     FakeDesktop &desktop = FakeDesktop::shared();
     QString error = desktop.refusal();
-    if (error.isEmpty() && !desktop.launch(application))
+    if (error.isEmpty() && !reopen(application, configuration) && !desktop.launch(application))
         error = QStringLiteral("There is no such application.");
+    if (!handler)
+        return;
     const CompletionBlock copy = Block_copy(handler);
     desktop.callLater([copy, error] {
         @autoreleasepool {
@@ -53,10 +70,18 @@ void launch(NSURL *application, CompletionBlock handler) {
 
 @implementation NSWorkspaceOpenConfiguration
 @synthesize arguments = arguments_;
+@synthesize activates = activates_;
 @synthesize createsNewApplicationInstance = createsNewApplicationInstance_;
 
 + (instancetype)configuration {
     return [[[self alloc] init] autorelease];
+}
+
+- (instancetype)init {
+    self = [super init];
+    if (self)
+        activates_ = YES;
+    return self;
 }
 
 - (void)dealloc {
@@ -91,14 +116,14 @@ void launch(NSURL *application, CompletionBlock handler) {
         files.append(text(url));
     record(QStringLiteral("openURLs ") + files.join(u'|') + QStringLiteral(" with ") +
            text(applicationURL) + textOf(configuration));
-    launch(applicationURL, completionHandler);
+    launch(applicationURL, configuration, completionHandler);
 }
 
 - (void)openApplicationAtURL:(NSURL *)applicationURL
                configuration:(NSWorkspaceOpenConfiguration *)configuration
            completionHandler:(CompletionBlock)completionHandler {
     record(QStringLiteral("openApplicationAtURL ") + text(applicationURL) + textOf(configuration));
-    launch(applicationURL, completionHandler);
+    launch(applicationURL, configuration, completionHandler);
 }
 
 - (BOOL)selectFile:(NSString *)fullPath inFileViewerRootedAtPath:(NSString *)rootFullPath {

@@ -1,5 +1,8 @@
 #include "platform/macos/applications/MacWorkspace.h"
 
+#include <chrono>
+#include <thread>
+
 #include <QFileInfo>
 
 #import <AppKit/NSRunningApplication.h>
@@ -8,12 +11,20 @@
 #include "platform/macos/applications/MacWindowElement.h"
 #include "platform/macos/cocoa/ObjCOwner.h"
 #include "platform/macos/cocoa/Strings.h"
+#include "platform/macos/cocoa/SystemVersion.h"
 
 namespace kestrelbay {
 
 // Each call has a pool of its own: the threads that make it have none.
 
 namespace {
+
+constexpr NSApplicationActivationOptions kActivation = NSApplicationActivateIgnoringOtherApps;
+static_assert(kActivation == 2);
+
+/// A program that was allowed to come forward has done so by then.
+constexpr std::chrono::milliseconds kTimeToComeForward{150};
+constexpr std::chrono::milliseconds kBetweenLooks{10};
 
 /// Empty for nil.
 QUrl standardizedUrl(NSURL *file) {
@@ -55,11 +66,41 @@ public:
     }
     bool activate() override {
         @autoreleasepool {
-            return [application_.get() activateWithOptions:NSApplicationActivateIgnoringOtherApps];
+            const bool isDelivered = [application_.get() activateWithOptions:kActivation];
+            // From macOS 14 on the option does nothing by itself, and the system may refuse a
+            // program in the background. What is opened it lets come forward.
+            if (!isMacOSAtLeast(14) || comesForward())
+                return isDelivered;
+            return openInFront() || isDelivered;
         }
     }
 
 private:
+    /// Blocks until it is in front or has ended, at most for kTimeToComeForward.
+    [[nodiscard]] bool comesForward() const {
+        const auto end = std::chrono::steady_clock::now() + kTimeToComeForward;
+        while (!isActive()) {
+            if ([application_.get() isTerminated] || std::chrono::steady_clock::now() >= end)
+                return false;
+            std::this_thread::sleep_for(kBetweenLooks);
+        }
+        return true;
+    }
+
+    /// False when there is nothing to open: it has ended, or belongs to no bundle.
+    [[nodiscard]] bool openInFront() {
+        NSURL *const bundle = [application_.get() bundleURL];
+        if (!bundle || [application_.get() isTerminated])
+            return false;
+        NSWorkspaceOpenConfiguration *const configuration =
+            [NSWorkspaceOpenConfiguration configuration];
+        [configuration setActivates:YES];
+        [[NSWorkspace sharedWorkspace] openApplicationAtURL:bundle
+                                              configuration:configuration
+                                          completionHandler:nil];
+        return true;
+    }
+
     ObjCOwner<NSRunningApplication *> application_;
 };
 
@@ -99,6 +140,11 @@ bool MacWorkspace::openUrl(const QString &url) {
 void MacWorkspace::openApplication(const QUrl &application, const QStringList &arguments,
                                    Completion completion) {
     @autoreleasepool {
+        NSURL *const target = toNSURL(application);
+        if (!target) {
+            completion(QStringLiteral("not a file: ") + application.toString());
+            return;
+        }
         NSMutableArray *const texts = [NSMutableArray array];
         for (const QString &argument : arguments)
             [texts addObject:toNSString(argument)];
@@ -107,7 +153,7 @@ void MacWorkspace::openApplication(const QUrl &application, const QStringList &a
         [configuration setArguments:texts];
         [configuration setCreatesNewApplicationInstance:YES];
         [[NSWorkspace sharedWorkspace]
-            openApplicationAtURL:toNSURL(application)
+            openApplicationAtURL:target
                    configuration:configuration
                completionHandler:^(NSRunningApplication * /*application*/, NSError *error) {
                  completion(toQString([error localizedDescription]));
@@ -116,15 +162,20 @@ void MacWorkspace::openApplication(const QUrl &application, const QStringList &a
 }
 
 bool MacWorkspace::openFiles(const QList<QUrl> &files, const QUrl &application) {
-    if (!QFileInfo::exists(application.toLocalFile()))
-        return false;
     @autoreleasepool {
+        NSURL *const target = toNSURL(application);
+        if (!target || !QFileInfo::exists(application.toLocalFile()))
+            return false;
         NSMutableArray *const urls = [NSMutableArray array];
-        for (const QUrl &file : files)
-            [urls addObject:toNSURL(file)];
+        for (const QUrl &file : files) {
+            NSURL *const url = toNSURL(file);
+            if (!url)
+                return false;
+            [urls addObject:url];
+        }
         [[NSWorkspace sharedWorkspace]
                         openURLs:urls
-            withApplicationAtURL:toNSURL(application)
+            withApplicationAtURL:target
                    configuration:[NSWorkspaceOpenConfiguration configuration]
                completionHandler:^(NSRunningApplication * /*application*/, NSError * /*error*/){
                }];

@@ -15,6 +15,7 @@ enum : NSApplicationActivationOptions { NSApplicationActivateIgnoringOtherApps =
 @property(readonly, copy, nullable) NSString *bundleIdentifier;
 @property(readonly) pid_t processIdentifier;
 @property(readonly, getter=isActive) BOOL active;
+@property(readonly, getter=isTerminated) BOOL terminated;
 - (BOOL)hide;
 - (BOOL)activateWithOptions:(NSApplicationActivationOptions)options;
 @end

@@ -9,10 +9,12 @@
 
 @interface NSWorkspaceOpenConfiguration : NSObject {
     NSArray<NSString *> *arguments_;
+    BOOL activates_;
     BOOL createsNewApplicationInstance_;
 }
 + (nonnull instancetype)configuration;
 @property(copy, nonnull) NSArray<NSString *> *arguments;
+@property BOOL activates;
 @property BOOL createsNewApplicationInstance;
 @end
 
