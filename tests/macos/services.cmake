@@ -20,3 +20,4 @@ find_package(Python3 REQUIRED COMPONENTS Interpreter)
 add_test(NAME macos_bundle_test
     COMMAND Python3::Interpreter ${CMAKE_CURRENT_SOURCE_DIR}/bundle/bundle_test.py ${CMAKE_COMMAND})
 set_tests_properties(macos_bundle_test PROPERTIES LABELS fast TIMEOUT 120)
+add_subdirectory(declarations)
