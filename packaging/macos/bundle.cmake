@@ -47,6 +47,9 @@ install(TARGETS kestrelbay BUNDLE DESTINATION .)
 find_program(MACDEPLOYQT macdeployqt REQUIRED
     HINTS ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_BINS})
 mark_as_advanced(MACDEPLOYQT)
-install(CODE "execute_process(
-    COMMAND \"${MACDEPLOYQT}\" \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/KestrelBay.app\" -verbose=1
-    COMMAND_ERROR_IS_FATAL ANY)")
+install(CODE "
+    set(installed \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/KestrelBay.app\")
+    execute_process(COMMAND \"${MACDEPLOYQT}\" \"\${installed}\" -verbose=1
+        COMMAND_ERROR_IS_FATAL ANY)
+    execute_process(COMMAND \"${mac_packaging}/check\" \"\${installed}\"
+        COMMAND_ERROR_IS_FATAL ANY)")

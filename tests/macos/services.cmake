@@ -19,5 +19,7 @@ target_sources(macos_tests PRIVATE
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 add_test(NAME macos_bundle_test
     COMMAND Python3::Interpreter ${CMAKE_CURRENT_SOURCE_DIR}/bundle/bundle_test.py ${CMAKE_COMMAND})
-set_tests_properties(macos_bundle_test PROPERTIES LABELS fast TIMEOUT 120)
+add_test(NAME macos_bundle_check_test
+    COMMAND Python3::Interpreter ${CMAKE_CURRENT_SOURCE_DIR}/bundle/check_test.py)
+set_tests_properties(macos_bundle_test macos_bundle_check_test PROPERTIES LABELS fast TIMEOUT 120)
 add_subdirectory(declarations)

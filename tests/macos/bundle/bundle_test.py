@@ -7,13 +7,13 @@ import pathlib
 import plistlib
 import re
 import struct
-import subprocess
 import sys
 import tempfile
 import unittest
 
-HERE = pathlib.Path(__file__).resolve().parent
-ROOT = HERE.parent.parent.parent
+import stand_ins
+from stand_ins import HERE, ROOT
+
 CMAKE = "cmake"
 
 # iconutil's, from the manual page: points, then pixels, by file name.
@@ -27,9 +27,19 @@ assert (option, kind, output) == ("--convert", "icns", "--output"), sys.argv
 assert folder.endswith(".iconset"), folder
 pathlib.Path(target).write_text("icns of " + folder)
 """
-MACDEPLOYQT = """#!/usr/bin/env python3
-import pathlib, sys
-(pathlib.Path(sys.argv[1]) / "Contents" / "deployed").write_text(" ".join(sys.argv[2:]))
+# Keeps what it was given, and leaves what the real one would.
+MACDEPLOYQT = f"""#!/usr/bin/env python3
+import os, pathlib, shutil, sys
+sys.path.insert(0, {str(stand_ins.HERE)!r})
+import stand_ins
+[bundle, verbosity] = sys.argv[1:]
+assert verbosity == "-verbose=1", verbosity
+contents = pathlib.Path(bundle) / "Contents"
+shutil.copy(contents / "MacOS" / "KestrelBay", os.environ["GIVEN"])
+stand_ins.deploy(contents)
+if "FORGETS" in os.environ:
+    (contents / os.environ["FORGETS"]).unlink()
+sys.exit("FAILS" in os.environ)
 """
 
 
@@ -42,16 +52,13 @@ class BundleTest(unittest.TestCase):
     def setUpClass(cls):
         cls.folder = tempfile.TemporaryDirectory()
         work = pathlib.Path(cls.folder.name)
-        for name, text in (("iconutil", ICONUTIL), ("macdeployqt", MACDEPLOYQT)):
-            tool = work / name
-            tool.write_text(text)
-            tool.chmod(0o755)
-        cls.build, cls.prefix = work / "build", work / "prefix"
-        environment = {**os.environ, "PATH": f"{work}:{os.environ['PATH']}"}
+        cls.build, cls.prefix, cls.given = work / "build", work / "prefix", work / "given"
+        cls.tools = stand_ins.Tools(work, iconutil=ICONUTIL, macdeployqt=MACDEPLOYQT)
+        cls.tools.environment["GIVEN"] = str(cls.given)
         for command in ([CMAKE, "-S", HERE, "-B", cls.build, "-G", "Ninja"],
                         [CMAKE, "--build", cls.build],
                         [CMAKE, "--install", cls.build, "--prefix", cls.prefix]):
-            run = subprocess.run(command, text=True, capture_output=True, env=environment)
+            run = cls.tools.run(*command)
             if run.returncode != 0:
                 raise AssertionError(run.stdout + run.stderr)
         cls.contents = cls.prefix / "KestrelBay.app" / "Contents"
@@ -102,8 +109,25 @@ class BundleTest(unittest.TestCase):
         self.assertEqual(found, {name: (pixels, pixels) for name, pixels in ICONS.items()})
 
     def test_qt_is_deployed_into_the_installed_bundle_alone(self):
-        self.assertTrue((self.contents / "deployed").is_file())
-        self.assertFalse((self.build / "KestrelBay.app" / "Contents" / "deployed").exists())
+        self.assertTrue((self.contents / stand_ins.SVG_PLUGIN).is_file())
+        self.assertFalse((self.build / "KestrelBay.app" / "Contents" / stand_ins.SVG_PLUGIN).exists())
+
+    def test_the_installed_program_looks_for_libraries_in_its_bundle_alone(self):
+        # The linker of this system writes the same list, with colons in between.
+        self.assertIn(b"\0@executable_path/../Frameworks\0", self.given.read_bytes())
+
+    def install_again(self, **environment):
+        prefix = self.prefix.parent / "again"
+        return self.tools.run(CMAKE, "--install", self.build, "--prefix", prefix, **environment)
+
+    def test_when_macdeployqt_fails_the_installation_fails(self):
+        # Also when all that is looked at afterwards is there.
+        self.assertNotEqual(self.install_again(FAILS="1").returncode, 0)
+
+    def test_when_a_part_of_qt_was_forgotten_the_installation_fails(self):
+        run = self.install_again(FORGETS=stand_ins.SVG_PLUGIN)
+        self.assertNotEqual(run.returncode, 0)
+        self.assertIn(f"Contents/{stand_ins.SVG_PLUGIN} is missing", run.stderr)
 
     def test_entitlements_keep_the_program_out_of_the_sandbox(self):
         path = ROOT / "packaging" / "macos" / "KestrelBay.entitlements"
