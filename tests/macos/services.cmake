@@ -17,9 +17,11 @@ target_sources(macos_tests PRIVATE
 )
 
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
-add_test(NAME macos_bundle_test
-    COMMAND Python3::Interpreter ${CMAKE_CURRENT_SOURCE_DIR}/bundle/bundle_test.py ${CMAKE_COMMAND})
-add_test(NAME macos_bundle_check_test
-    COMMAND Python3::Interpreter ${CMAKE_CURRENT_SOURCE_DIR}/bundle/check_test.py)
-set_tests_properties(macos_bundle_test macos_bundle_check_test PROPERTIES LABELS fast TIMEOUT 120)
+foreach(test IN ITEMS bundle check image sign)
+    add_test(NAME macos_${test}_test
+        COMMAND Python3::Interpreter -B ${CMAKE_CURRENT_SOURCE_DIR}/bundle/${test}_test.py
+            "$<$<IN_LIST:${test},bundle;image>:${CMAKE_COMMAND}>"
+        COMMAND_EXPAND_LISTS)
+    set_tests_properties(macos_${test}_test PROPERTIES LABELS fast TIMEOUT 120)
+endforeach()
 add_subdirectory(declarations)

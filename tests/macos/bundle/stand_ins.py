@@ -22,13 +22,15 @@ esac
 tail -c +{len(HEADER) + 1} "$2" | sed -n "s/^$1 //p"
 """
 
-# Writes down that it was called, and how; fails when told so.
+# Writes down how it was called. Fails when FAILING is its name, or in its arguments, or the name of
+# a file among them.
 RECORDER = """#!/usr/bin/env python3
 import json, os, pathlib, sys
 name = pathlib.Path(sys.argv[0]).name
 with open(os.environ["JOURNAL"], "a") as journal:
     journal.write(json.dumps([name, *sys.argv[1:]]) + "\\n")
-sys.exit(any(word in os.environ.get("FAILING", "").split() for word in [name, *sys.argv[1:]]))
+words = [name, *(pathlib.Path(word).name for word in sys.argv[1:])]
+sys.exit(os.environ.get("FAILING") in words)
 """
 
 
