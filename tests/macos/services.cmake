@@ -17,7 +17,7 @@ target_sources(macos_tests PRIVATE
 )
 
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
-foreach(test IN ITEMS bundle check image sign)
+foreach(test IN ITEMS bootstrap bundle check image sign)
     add_test(NAME macos_${test}_test
         COMMAND Python3::Interpreter -B ${CMAKE_CURRENT_SOURCE_DIR}/bundle/${test}_test.py
             "$<$<IN_LIST:${test},bundle;image>:${CMAKE_COMMAND}>"
