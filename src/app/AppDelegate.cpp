@@ -65,11 +65,12 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers, bool isStyleNamed)
              .openOnboarding = [this] { openOnboarding(); },
              .showAbout = [this] { showAbout(); },
              .quit = quit}),
-      service_(
-          this, [this] { openPreferences(); }, serviceActions(),
-          [this](const QString &id, const QString &token) { return runRule(id, token); }),
-      diagnostics_(this, [this] { return diagnosticReport(platform_, manager_.get()); }),
-      rulesService_(this, [this](const QString &rules) { return importRules(rules); }) {
+      service_({.activate = [this] { openPreferences(); },
+                .actions = serviceActions(),
+                .runRule = [this](const QString &id,
+                                  const QString &token) { return runRule(id, token); },
+                .report = [this] { return diagnosticReport(platform_, manager_.get()); },
+                .importRules = [this](const QString &rules) { return importRules(rules); }}) {
     Language::setDefaults(&platform.userDefaults());
     ToastPanel::setServices(&toastServices_);
     setSystemSymbols(platform.systemSymbols());

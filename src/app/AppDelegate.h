@@ -103,8 +103,6 @@ private:
     std::unique_ptr<OnboardingWindowController> onboarding_;
     std::unique_ptr<AboutWindowController> about_;
     ApplicationService service_;
-    DiagnosticsService diagnostics_;
-    RulesService rulesService_;
 };
 
 }  // namespace kestrelbay

@@ -8,6 +8,7 @@ target_sources(macos_tests PRIVATE
     MacSystemSettingsTest.mm
     MacSystemTintsTest.mm
     MacUserDefaultsTest.mm
+    NoSessionBusTest.cpp
     NSImagesTest.mm
     fakes/Colors.mm
     fakes/Images.mm
@@ -15,6 +16,8 @@ target_sources(macos_tests PRIVATE
     fakes/Services.mm
     fakes/Windows.mm
 )
+
+target_link_libraries(macos_tests PRIVATE kestrelbay_app_instance)
 
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 foreach(test IN ITEMS bootstrap bundle check image sign)

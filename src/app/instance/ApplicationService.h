@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QDBusAbstractAdaptor>
-#include <QDBusMessage>
 #include <QLatin1StringView>
 #include <QString>
-#include <QVariantList>
-#include <QVariantMap>
 
 #include <array>
 #include <functional>
 #include <map>
+#include <memory>
+
+class QObject;
 
 namespace kestrelbay {
 
@@ -30,30 +29,34 @@ inline constexpr std::array kAll{
     kToggleAllShortcuts, kPreferences, kWelcomeGuide, kAbout, kQuit, kRunRule};
 }  // namespace actions
 
-/// What the session bus may ask of the running program: the methods every desktop
-/// application has (org.freedesktop.Application), so that desktop entries and
-/// scripts can reach it.
-class ApplicationService final : public QDBusAbstractAdaptor {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
-
+/// What others of this session may ask of the running program, over the session bus. Systems
+/// without one (macOS) leave it unreachable.
+class ApplicationService final {
 public:
     /// The name on the session bus, which is also the desktop file id.
     static constexpr QLatin1StringView kName{"org.kestrelbay.KestrelBay"};
-    static constexpr QLatin1StringView kPath{"/org/kestrelbay/KestrelBay"};
-
-    /// What a caller gets who names a rule that there is not.
-    static constexpr QLatin1StringView kNoSuchRule{"org.kestrelbay.KestrelBay.Error.NoSuchRule"};
 
     /// Those without a parameter.
     using Actions = std::map<QString, std::function<void()>>;
-    /// False when no rule has the id. The texts are the caller's, of any length; the second is
-    /// the token by which the desktop lets what is launched come forward, if there is one.
-    using RunRule = std::function<bool(const QString &id, const QString &activationToken)>;
 
-    /// Offered by `parent`, which has to outlive the bus connection's use of it.
-    ApplicationService(QObject *parent, std::function<void()> activate, Actions actions,
-                       RunRule runRule);
+    /// Called on the main thread. All texts that they take are the callers', of any length.
+    struct Offers {
+        /// What starting the program once more means.
+        std::function<void()> activate;
+        Actions actions;
+        /// False when no rule has the id. The second is the token by which the desktop lets what
+        /// is launched come forward, if there is one.
+        std::function<bool(const QString &id, const QString &activationToken)> runRule;
+        /// How this instance is, for a report of a problem.
+        std::function<QString()> report;
+        /// False when the rules are no list of rules, or could not be saved.
+        std::function<bool(const QString &rules)> importRules;
+    };
+
+    explicit ApplicationService(Offers offers);
+    ~ApplicationService();
+    ApplicationService(const ApplicationService &) = delete;
+    ApplicationService &operator=(const ApplicationService &) = delete;
 
     /// Takes the name. False when there is no session bus or another instance has
     /// the name.
@@ -62,58 +65,9 @@ public:
     /// One without a parameter; nothing for an unknown name.
     void performAction(const QString &name) const;
 
-public Q_SLOTS:
-    // The names and signatures are the freedesktop Desktop Entry Specification's.
-    void Activate(const QVariantMap &platformData);
-    void Open(const QStringList &uris, const QVariantMap &platformData);
-    void ActivateAction(const QString &name, const QVariantList &parameter,
-                        const QVariantMap &platformData, const QDBusMessage &call);
-
 private:
-    std::function<void()> activate_;
-    Actions actions_;
-    RunRule runRule_;
-};
-
-/// Tells other programs of this user, above all `kestrelbay --diagnose`, how the
-/// running instance is. Lies at the same name and path.
-class DiagnosticsService final : public QDBusAbstractAdaptor {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.kestrelbay.KestrelBay.Diagnostics")
-
-public:
-    static constexpr QLatin1StringView kInterface{"org.kestrelbay.KestrelBay.Diagnostics"};
-
-    DiagnosticsService(QObject *parent, std::function<QString()> report);
-
-public Q_SLOTS:
-    QString Report();
-
-private:
-    std::function<QString()> report_;
-};
-
-/// Adds rules for `kestrelbay --import`. Lies at the same name and path.
-class RulesService final : public QDBusAbstractAdaptor {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.kestrelbay.KestrelBay.Rules")
-
-public:
-    static constexpr QLatin1StringView kInterface{"org.kestrelbay.KestrelBay.Rules"};
-
-    /// What a caller gets whose rules are no list of rules, or could not be saved.
-    static constexpr QLatin1StringView kNotAdded{"org.kestrelbay.KestrelBay.Error.NotAdded"};
-
-    /// False when nothing was added for one of these reasons. The text is the caller's.
-    using ImportRules = std::function<bool(const QString &rules)>;
-
-    RulesService(QObject *parent, ImportRules importRules);
-
-public Q_SLOTS:
-    void Import(const QString &rules, const QDBusMessage &call);
-
-private:
-    ImportRules importRules_;
+    Offers offers_;
+    std::unique_ptr<QObject> onBus_;
 };
 
 }  // namespace kestrelbay

@@ -8,7 +8,7 @@
 
 #include <chrono>
 
-#include "app/instance/ApplicationService.h"
+#include "app/instance/SessionBusObjects.h"
 
 namespace kestrelbay {
 
@@ -31,8 +31,8 @@ public:
 
     [[nodiscard]] QDBusMessage call(QLatin1StringView interface, const QString &method,
                                     const QVariantList &arguments) const {
-        QDBusMessage message = QDBusMessage::createMethodCall(
-            ApplicationService::kName, ApplicationService::kPath, interface, method);
+        QDBusMessage message = QDBusMessage::createMethodCall(ApplicationService::kName,
+                                                              kSessionBusPath, interface, method);
         message.setArguments(arguments);
         message.setAutoStartService(false);
         return bus_.call(message, QDBus::Block, static_cast<int>(kPatience.count()));
@@ -70,7 +70,7 @@ RunningInstance::Answer RunningInstance::request(const QString &action, const QS
                                     {action, parameter, platformData});
     if (isAnswer(message))
         return Answer::Done;
-    if (message.errorName() == ApplicationService::kNoSuchRule)
+    if (message.errorName() == ActionsOnBus::kNoSuchRule)
         return Answer::NoSuchRule;
     return isTimeout(message) ? Answer::NoAnswer : Answer::Nobody;
 }
@@ -80,10 +80,10 @@ RunningInstance::ImportAnswer RunningInstance::importRules(const QString &rules)
     if (!bus.isConnected())
         return ImportAnswer::Nobody;
     const QDBusMessage message =
-        bus.call(RulesService::kInterface, QStringLiteral("Import"), {rules});
+        bus.call(RulesOnBus::kInterface, QStringLiteral("Import"), {rules});
     if (isAnswer(message))
         return ImportAnswer::Added;
-    if (message.errorName() == RulesService::kNotAdded)
+    if (message.errorName() == RulesOnBus::kNotAdded)
         return ImportAnswer::NotAdded;
     return isTimeout(message) ? ImportAnswer::NoAnswer : ImportAnswer::Nobody;
 }
@@ -91,7 +91,7 @@ RunningInstance::ImportAnswer RunningInstance::importRules(const QString &rules)
 std::optional<QString> RunningInstance::diagnosticReport() {
     const BusForRequest bus;
     const QDBusMessage answer =
-        bus.call(DiagnosticsService::kInterface, QStringLiteral("Report"), {});
+        bus.call(DiagnosticsOnBus::kInterface, QStringLiteral("Report"), {});
     if (!isAnswer(answer) || answer.arguments().isEmpty())
         return std::nullopt;
     return answer.arguments().constFirst().toString();
