@@ -67,6 +67,14 @@ class CheckTest(unittest.TestCase):
         write(self.contents / "Frameworks/libone.dylib", macho(["@loader_path/../../../libout.dylib"]))
         self.assertEqual(len(self.complaints()), 1)
 
+    def test_a_link_to_another_place(self):
+        framework = self.contents / "Frameworks/QtCore.framework"
+        (framework / "QtCore").symlink_to("Versions/A/QtCore")
+        self.assertEqual(self.complaints(), [])
+        (framework / "QtSvg").symlink_to("/opt/homebrew/lib/QtSvg.framework/QtSvg")
+        self.assertEqual(self.complaints(), [
+            "check: Contents/Frameworks/QtCore.framework/QtSvg is a link out of the bundle"])
+
     def test_a_search_path_where_another_qt_may_be(self):
         write(self.contents / "MacOS/KestrelBay",
               macho([QT_CORE], ["/opt/homebrew/lib", stand_ins.FRAMEWORKS]))
