@@ -25,8 +25,9 @@ class SystemTints;
 class UserDefaults;
 class Workspace;
 
-/// The services of the system the program was built for. Made once, in main,
-/// and outlives everything that was given one of its services.
+/// The services of the system the program was built for. Made once, in main, before the
+/// application object, which may have to be told something by then, and outlives everything that
+/// was given one of its services.
 class Platform {
 public:
     virtual ~Platform() = default;

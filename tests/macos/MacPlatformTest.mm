@@ -95,5 +95,13 @@ TEST_F(MacPlatformTest, AReportTellsOfTheSystemAndThePermission) {
     EXPECT_EQ(platform_->diagnostics().back().second, u"given"_s);
 }
 
+TEST(MacPlatform, KeepsQtFromBringingTheProgramForward) {
+    constexpr auto kSwitch = "QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM";
+    qunsetenv(kSwitch);
+    const std::unique_ptr<Platform> platform = makePlatform();
+    // Qt looks whether it is empty.
+    EXPECT_FALSE(qEnvironmentVariableIsEmpty(kSwitch));
+}
+
 }  // namespace
 }  // namespace kestrelbay::macos

@@ -32,6 +32,12 @@ QString machine() {
 /// The services of macOS, which is asked for nothing before they are.
 class MacPlatform final : public Platform {
 public:
+    MacPlatform() {
+        // Otherwise Qt has the program come forward as soon as it is launched, which at login
+        // takes the keyboard from whatever the user is typing into.
+        qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1");
+    }
+
     [[nodiscard]] EventTap &eventTap() override { return tap_; }
     [[nodiscard]] Workspace &workspace() override { return workspace_; }
     [[nodiscard]] ApplicationCatalog &applicationCatalog() override { return catalog_; }
