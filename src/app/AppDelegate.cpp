@@ -53,6 +53,7 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers, bool isStyleNamed)
     : platform_(platform),
       timers_(timers),
       appearance_(platform.systemSettings(), isStyleNamed),
+      launchQueue_([&platform] { platform.hurryThisThread(); }),
       toastServices_{platform.nativeWindow(), timers, mainQueue_},
       launcher_(platform.workspace(), platform.systemLog()),
       ruleRunner_(ruleRunnerServices()),

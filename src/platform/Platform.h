@@ -58,6 +58,10 @@ public:
     /// a menu bar of its own.
     virtual void becomeAccessory() = 0;
 
+    /// The calling thread does now what the user waits for, and is to be scheduled like that. For
+    /// threads that do nothing else; where the system has no such classes, nothing. Any thread.
+    virtual void hurryThisThread() = 0;
+
     /// What a report of a problem has to say of the system: names of things in
     /// English, and how each is here. Usable also when startupProblem() is not empty.
     [[nodiscard]] virtual std::vector<std::pair<QString, QString>> diagnostics() = 0;

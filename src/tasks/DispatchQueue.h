@@ -37,8 +37,12 @@ private:
 /// and then sleep without a time limit: an idle program never wakes up for them.
 class ThreadPoolQueue final : public DispatchQueue {
 public:
-    explicit ThreadPoolQueue(std::chrono::milliseconds patience = std::chrono::milliseconds(500))
-        : patience_(patience), pool_(std::make_unique<QThreadPool>()) {
+    /// A thread calls `prepareThread`, which may be empty, before each piece of work.
+    explicit ThreadPoolQueue(std::function<void()> prepareThread = {},
+                             std::chrono::milliseconds patience = std::chrono::milliseconds(500))
+        : prepareThread_(std::move(prepareThread)),
+          patience_(patience),
+          pool_(std::make_unique<QThreadPool>()) {
         pool_->setMaxThreadCount(std::numeric_limits<int>::max());
         pool_->setExpiryTimeout(-1);
     }
@@ -52,9 +56,16 @@ public:
             static_cast<void>(pool_.release());
     }
 
-    void async(std::function<void()> work) override { pool_->start(std::move(work)); }
+    void async(std::function<void()> work) override {
+        pool_->start([prepare = prepareThread_, work = std::move(work)] {
+            if (prepare)
+                prepare();
+            work();
+        });
+    }
 
 private:
+    const std::function<void()> prepareThread_;
     std::chrono::milliseconds patience_;
     std::unique_ptr<QThreadPool> pool_;
 };

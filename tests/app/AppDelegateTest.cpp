@@ -150,6 +150,17 @@ TEST_F(AppDelegateTest, AsksForATapThatWasTakenAway) {
     EXPECT_FALSE(delegate.isPollingAccessibility());
 }
 
+TEST_F(AppDelegateTest, WhatAHotkeyDoesIsDoneInAHurry) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    const ShortcutRule rule{.id = QUuid::createUuid(),
+                            .appPath = QStringLiteral("/Applications/Files")};
+    delegate.shortcutManager().addRule(rule);
+    EXPECT_EQ(platform_.hurriedThreads(), 0);
+    EXPECT_TRUE(delegate.shortcutManager().runRule(rule.id));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return platform_.hurriedThreads() == 1; }));
+}
+
 TEST_F(AppDelegateTest, TellsOfHotkeysThatOtherProgramsHold) {
     completeOnboarding();
     AppDelegate &delegate = launch();

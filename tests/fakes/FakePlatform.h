@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -43,6 +44,7 @@ public:
     [[nodiscard]] FakeSystemTints *systemTints() override { return &systemTints_; }
     [[nodiscard]] QString applicationSupportDirectory() const override { return supportDirectory_; }
     void becomeAccessory() override { isAccessory_ = true; }
+    void hurryThisThread() override { ++hurriedThreads_; }
     [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override {
         return diagnostics_;
     }
@@ -54,6 +56,8 @@ public:
     // For the test:
     void setApplicationSupportDirectory(const QString &path) { supportDirectory_ = path; }
     [[nodiscard]] bool isAccessory() const { return isAccessory_; }
+    /// How often a thread was told to.
+    [[nodiscard]] int hurriedThreads() const { return hurriedThreads_; }
     void setDiagnostics(std::vector<std::pair<QString, QString>> diagnostics) {
         diagnostics_ = std::move(diagnostics);
     }
@@ -80,6 +84,7 @@ private:
     FakeHotkeyHolders hotkeyHolders_;
     FakeKeyboardLayout keyboardLayout_;
     bool isAccessory_ = false;
+    std::atomic<int> hurriedThreads_ = 0;
     std::vector<std::pair<QString, QString>> diagnostics_;
     std::function<void()> sessionEnded_;
     QString supportDirectory_;

@@ -2,6 +2,8 @@
 
 #include <sys/utsname.h>
 
+#include <thread>
+
 #include <gtest/gtest.h>
 
 #import <Foundation/Foundation.h>
@@ -101,6 +103,12 @@ TEST(MacPlatform, KeepsQtFromBringingTheProgramForward) {
     const std::unique_ptr<Platform> platform = makePlatform();
     // Qt looks whether it is empty.
     EXPECT_FALSE(qEnvironmentVariableIsEmpty(kSwitch));
+}
+
+TEST_F(MacPlatformTest, AThreadInAHurryIsOneThatTheUserWaitsFor) {
+    static_cast<void>(takeCalls());
+    std::thread([this] { platform_->hurryThisThread(); }).join();
+    EXPECT_EQ(callsOffMainThread(), QStringList(u"pthread_set_qos_class_self_np 0x21 0"_s));
 }
 
 }  // namespace

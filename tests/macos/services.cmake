@@ -14,6 +14,7 @@ target_sources(macos_tests PRIVATE
     fakes/Images.mm
     fakes/InputSources.mm
     fakes/Services.mm
+    fakes/Threads.cpp
     fakes/Windows.mm
 )
 

@@ -73,12 +73,23 @@ TEST(ThreadPoolQueue, WorkRunsOnAnotherThread) {
     EXPECT_NE(future.get(), std::this_thread::get_id());
 }
 
+TEST(ThreadPoolQueue, ThreadsAreReadiedBeforeTheirWork) {
+    thread_local bool isReady = false;
+    ThreadPoolQueue queue([] { isReady = true; });
+    std::promise<bool> wasReady;
+    queue.async([&] { wasReady.set_value(isReady); });
+    auto future = wasReady.get_future();
+    ASSERT_EQ(future.wait_for(kLongTime), std::future_status::ready);
+    EXPECT_TRUE(future.get());
+    EXPECT_FALSE(isReady);
+}
+
 TEST(ThreadPoolQueue, NoWorkWaitsBehindWorkThatHangs) {
     constexpr int kHanging = 50;
     std::promise<void> release;
     const std::shared_future<void> released = release.get_future().share();
     {
-        ThreadPoolQueue queue{kLongTime};
+        ThreadPoolQueue queue({}, kLongTime);
         for (int i = 0; i < kHanging; ++i)
             queue.async([released] { released.wait(); });
         std::promise<void> done;
@@ -92,7 +103,7 @@ TEST(ThreadPoolQueue, EndWaitsForWorkThatComesToAnEnd) {
     std::atomic<bool> done = false;
     std::promise<void> started;
     {
-        ThreadPoolQueue queue{kLongTime};
+        ThreadPoolQueue queue({}, kLongTime);
         queue.async([&] {
             started.set_value();
             std::this_thread::yield();
@@ -108,7 +119,7 @@ TEST(ThreadPoolQueue, EndDoesNotWaitForWorkThatHangs) {
     auto finished = std::make_shared<std::promise<void>>();
     auto future = finished->get_future();
     {
-        ThreadPoolQueue queue{1ms};
+        ThreadPoolQueue queue({}, 1ms);
         queue.async([released = release->get_future().share(), finished] {
             released.wait();
             finished->set_value();

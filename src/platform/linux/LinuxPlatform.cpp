@@ -142,6 +142,9 @@ public:
     /// Nothing to do: a task bar shows windows, not programs, and no menu bar is shared.
     void becomeAccessory() override {}
 
+    /// Nothing: without privileges a thread gets only slower.
+    void hurryThisThread() override {}
+
     /// Takes up to a few tenths of a second when services do not answer.
     [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override {
         std::vector<std::pair<QString, QString>> pairs{
