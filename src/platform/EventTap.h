@@ -48,7 +48,8 @@ struct RefusedHotkey {
 class EventTap {
 public:
     struct Handlers {
-        /// One event. For FlagsChanged the key code is one modifier key, and the
+        /// One event; the repeats of a key that is held are none, and get the verdict on its
+        /// press. For FlagsChanged the key code is one modifier key, and the
         /// event means that this key changed between up and down; a verdict on it
         /// is ignored where the system cannot hold modifier keys back. A modifier that
         /// counts for a key though none is held is told of as its left key, which then

@@ -35,6 +35,7 @@ public:
         journal_.add(QStringLiteral("remove"));
         isInstalled_ = isDelivering_ = isRecording_ = false;
         handlers_ = {};
+        swallowed_.clear();
     }
     void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) override {
         const std::vector<RefusedHotkey> before = refusedHotkeys();
@@ -97,9 +98,17 @@ public:
                 down_.insert(keyCode);
             return deliver(EventType::FlagsChanged, keyCode);
         }
+        swallowed_.erase(keyCode);
         if (!isRecording_ && !isWanted(keyCode))
             return std::nullopt;
-        return deliver(EventType::KeyDown, keyCode);
+        const std::optional<EventVerdict> verdict = deliver(EventType::KeyDown, keyCode);
+        if (verdict == EventVerdict::Swallow)
+            swallowed_.insert(keyCode);
+        return verdict;
+    }
+    /// What becomes of a repeat of the key, which is held since it was pressed last.
+    EventVerdict repeat(KeyCode keyCode) const {
+        return swallowed_.contains(keyCode) ? EventVerdict::Swallow : EventVerdict::Pass;
     }
     std::optional<EventVerdict> release(KeyCode modifierKey) {
         return down_.contains(modifierKey) ? press(modifierKey) : std::nullopt;
@@ -113,6 +122,7 @@ public:
         const auto lost = handlers_.lost;
         isInstalled_ = isDelivering_ = isRecording_ = false;
         handlers_ = {};
+        swallowed_.clear();
         if (lost)
             lost();
     }
@@ -151,6 +161,7 @@ private:
     std::set<Hotkey> heldByOthers_;
     std::optional<KeyCode> heldModifier_;
     std::set<KeyCode> down_;
+    std::set<KeyCode> swallowed_;
     std::vector<KeyCode> waiting_;
     std::optional<KeyCode> pressedAtRecording_;
     int wantedHotkeysCalls_ = 0;

@@ -29,9 +29,16 @@ public:
             down_.insert(code);
             post(kCGEventFlagsChanged, code);
         } else {
-            post(kCGEventKeyDown, code);
+            count(code, post(kCGEventKeyDown, code));
         }
     }
+    Fate repeat(KeyCode code) { return count(code, post(kCGEventKeyDown, code, true)); }
+    void holdLong(KeyCode code) {
+        hold(code);
+        repeat(code);
+        repeat(code);
+    }
+    int seenInFront(KeyCode code) const { return static_cast<int>(seen_.count(code)); }
     void letGo(KeyCode code) {
         if (isModifierKeyCode(code)) {
             down_.erase(code);
@@ -45,16 +52,24 @@ public:
     void setKeyboardHeldByOthers(bool /*held*/) {}
     void takeTapAway() {}
 
-    Fate post(CGEventType type, KeyCode code) {
+    Fate post(CGEventType type, KeyCode code, bool isRepeat = false) {
         return taps_.post(type, toNumber(code),
-                          buildDetailedFlags(down_).bits() | kNonCoalesced | kSecondaryFn);
+                          buildDetailedFlags(down_).bits() | kNonCoalesced | kSecondaryFn,
+                          isRepeat);
     }
     void destroyTap() { tap_.reset(); }
 
 private:
+    Fate count(KeyCode code, Fate fate) {
+        if (fate != Fate::Swallowed)
+            seen_.insert(code);
+        return fate;
+    }
+
     EventTaps taps_;
     std::optional<MacEventTap> tap_{std::in_place};
     std::set<KeyCode> down_;
+    std::multiset<KeyCode> seen_;
 };
 
 }  // namespace
@@ -218,6 +233,44 @@ TEST_F(MacEventTapTest, AHandlerMayRemoveIt) {
     EXPECT_EQ(keyboard_.post(kCGEventFlagsChanged, key::kLeftShift), Fate::Passed);
     EXPECT_EQ(keyboard_.post(kCGEventFlagsChanged, key::kLeftShift), Fate::Unseen);
     EXPECT_EQ(codes_.size(), 1U);
+}
+
+TEST_F(MacEventTapTest, ARepeatGoesWhereItsPressWent) {
+    keyboard_.tap().setWantedHotkeys({{KeyCode{17}, modifier::kCommand}});
+    ASSERT_TRUE(install());
+    verdict_ = EventVerdict::Swallow;
+    keyboard_.hold(KeyCode{17});
+    keyboard_.hold(key::kLeftCommand);
+    EXPECT_EQ(keyboard_.repeat(KeyCode{17}), Fate::Passed);
+    EXPECT_EQ(codes_, std::vector{key::kLeftCommand});
+
+    keyboard_.hold(KeyCode{17});
+    keyboard_.letGo(key::kLeftCommand);
+    EXPECT_EQ(keyboard_.repeat(KeyCode{17}), Fate::Swallowed);
+    EXPECT_EQ(keyboard_.repeat(KeyCode{18}), Fate::Passed);
+    // The next press is one for itself, and so are its repeats.
+    keyboard_.hold(KeyCode{17});
+    EXPECT_EQ(keyboard_.repeat(KeyCode{17}), Fate::Passed);
+    EXPECT_EQ(codes_, (std::vector{key::kLeftCommand, KeyCode{17}, key::kLeftCommand}));
+}
+
+TEST_F(MacEventTapTest, RepeatsAreNotRecorded) {
+    ASSERT_TRUE(install());
+    verdict_ = EventVerdict::Swallow;
+    keyboard_.hold(KeyCode{14});
+    ASSERT_TRUE(keyboard_.tap().setRecording(true));
+    EXPECT_EQ(keyboard_.repeat(KeyCode{14}), Fate::Passed);
+    EXPECT_TRUE(codes_.empty());
+}
+
+TEST_F(MacEventTapTest, ARemovedTapForgetsWhatIsHeld) {
+    keyboard_.tap().setWantedHotkeys({{KeyCode{17}, ModifierFlags()}});
+    ASSERT_TRUE(install());
+    verdict_ = EventVerdict::Swallow;
+    ASSERT_EQ(keyboard_.post(kCGEventKeyDown, KeyCode{17}), Fate::Swallowed);
+    keyboard_.tap().remove();
+    ASSERT_TRUE(install());
+    EXPECT_EQ(keyboard_.repeat(KeyCode{17}), Fate::Passed);
 }
 
 TEST_F(MacEventTapTest, AModifierReleasedWhileThereWasNoTapStaysHeld) {

@@ -81,6 +81,15 @@ TEST_F(PermissionFlow, WithdrawnPermissionShowsWhenTheTapIsReinstalled) {
     EXPECT_EQ(pressLeftCommandT(), Fate::Unseen);
 }
 
+TEST_F(PermissionFlow, AHeldHotkeyFiresOnce) {
+    start();
+    taps_.post(kCGEventFlagsChanged, 55, 0x100108);
+    EXPECT_EQ(taps_.post(kCGEventKeyDown, 17, 0x100108), Fate::Swallowed);
+    EXPECT_EQ(taps_.post(kCGEventKeyDown, 17, 0x100108, true), Fate::Swallowed);
+    EXPECT_EQ(taps_.post(kCGEventKeyDown, 17, 0x100108, true), Fate::Swallowed);
+    EXPECT_EQ(fired_, 1);
+}
+
 TEST_F(PermissionFlow, ATapThatTheSystemDisabledIsEnabledAtOnce) {
     start();
     static_cast<void>(takeCalls());

@@ -19,6 +19,8 @@ inline constexpr bool kOthersCanHoldKeys = true;
 /// and has
 ///   EventTap &tap();
 ///   void hold(KeyCode), letGo(KeyCode)       any key goes down, or up
+///   void holdLong(KeyCode)                   it goes down and repeats many times
+///   int seenInFront(KeyCode)                 how many key-downs another program has seen
 ///   void settle()                            returns when all of it was delivered
 ///   void setHeldByOthers(Hotkey, bool)       another program grabs it, or lets go
 ///   void setKeyboardHeldByOthers(bool)       … the whole keyboard
@@ -38,7 +40,7 @@ protected:
     EventTap::Handlers handlers() {
         return {[this](EventType type, KeyCode code, ModifierFlags flags) {
                     events_.push_back({type, code, flags});
-                    return EventVerdict::Swallow;
+                    return verdict_;
                 },
                 [this] { ++refusalChanges_; }, [this] { ++losses_; }};
     }
@@ -60,6 +62,7 @@ protected:
 
     const Hotkey leftCommandT_{KeyCode{17}, ModifierFlags(0x100008)};
     Keyboard keyboard_;
+    EventVerdict verdict_ = EventVerdict::Swallow;
     std::vector<Event> events_;
     int refusalChanges_ = 0;
     int losses_ = 0;
@@ -90,6 +93,34 @@ TYPED_TEST_P(EventTapContract, DeliversAWantedHotkeyBetweenItsModifiers) {
         {EventType::KeyDown, KeyCode{17}, ModifierFlags(0x100008)},
         {EventType::FlagsChanged, key::kLeftCommand, ModifierFlags()}};
     EXPECT_EQ(this->events_, expected);
+}
+
+TYPED_TEST_P(EventTapContract, DeliversAHeldKeyOnceAndSwallowsItToTheEnd) {
+    this->tap().setWantedHotkeys({this->leftCommandT_});
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    this->keyboard_.hold(key::kLeftCommand);
+    this->keyboard_.holdLong(KeyCode{17});
+    this->keyboard_.letGo(KeyCode{17});
+    this->keyboard_.letGo(key::kLeftCommand);
+    this->keyboard_.settle();
+    EXPECT_EQ(this->keyDowns(), std::vector{this->leftCommandT_});
+    EXPECT_EQ(this->keyboard_.seenInFront(KeyCode{17}), 0);
+
+    this->press({key::kLeftCommand, KeyCode{17}});
+    EXPECT_EQ(this->keyDowns().size(), 2U);
+}
+
+TYPED_TEST_P(EventTapContract, AHeldKeyThatPassedRepeatsForTheProgramInFront) {
+    this->tap().setWantedHotkeys({this->leftCommandT_});
+    this->verdict_ = EventVerdict::Pass;
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    this->keyboard_.hold(key::kLeftCommand);
+    this->keyboard_.holdLong(KeyCode{17});
+    this->keyboard_.letGo(KeyCode{17});
+    this->keyboard_.letGo(key::kLeftCommand);
+    this->keyboard_.settle();
+    EXPECT_EQ(this->keyDowns(), std::vector{this->leftCommandT_});
+    EXPECT_GT(this->keyboard_.seenInFront(KeyCode{17}), 1);
 }
 
 TYPED_TEST_P(EventTapContract, DeliversEitherSideOfAWantedHotkey) {
@@ -221,6 +252,8 @@ TYPED_TEST_P(EventTapContract, SaysThatItWasTakenAway) {
 REGISTER_TYPED_TEST_SUITE_P(EventTapContract, DeliversNothingBeforeItIsInstalled,
                             HasNoProblemUntilItCannotBeInstalled,
                             DeliversAWantedHotkeyBetweenItsModifiers,
+                            DeliversAHeldKeyOnceAndSwallowsItToTheEnd,
+                            AHeldKeyThatPassedRepeatsForTheProgramInFront,
                             DeliversEitherSideOfAWantedHotkey, DoesNotDeliverOtherKeys,
                             KeepsTheWantedHotkeysWhileRemoved, FollowsTheWantedHotkeys,
                             TellsWhichHotkeysAnotherProgramHolds, DeliversEveryKeyWhileRecording,

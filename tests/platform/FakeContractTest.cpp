@@ -11,7 +11,13 @@ namespace {
 class FakeKeyboard {
 public:
     EventTap &tap() { return tap_; }
-    void hold(KeyCode code) { tap_.press(code); }
+    void hold(KeyCode code) { count(code, tap_.press(code)); }
+    void holdLong(KeyCode code) {
+        hold(code);
+        count(code, tap_.repeat(code));
+        count(code, tap_.repeat(code));
+    }
+    int seenInFront(KeyCode code) const { return static_cast<int>(seen_.count(code)); }
     void letGo(KeyCode code) {
         if (isModifierKeyCode(code))
             tap_.release(code);
@@ -24,6 +30,12 @@ public:
     void takeTapAway() { tap_.takeAway(); }
 
 private:
+    void count(KeyCode code, std::optional<EventVerdict> verdict) {
+        if (verdict != EventVerdict::Swallow)
+            seen_.insert(code);
+    }
+
+    std::multiset<KeyCode> seen_;
     FakeEventTap tap_;
 };
 

@@ -19,7 +19,7 @@ static_assert(kCGEventTapDisabledByTimeout ==
 static_assert(kCGEventTapDisabledByUserInput ==
               static_cast<CGEventType>(EventType::TapDisabledByUserInput));
 static_assert(kEvents == 0x1400);
-static_assert(kCGKeyboardEventKeycode == 9);
+static_assert(kCGKeyboardEventAutorepeat == 8 && kCGKeyboardEventKeycode == 9);
 
 KeyCode keyCodeOf(CGEventRef event) {
     const std::int64_t code = CGEventGetIntegerValueField(event, kCGKeyboardEventKeycode);
@@ -69,6 +69,7 @@ void MacEventTap::remove() {
     tap_ = {};
     source_ = {};
     handlers_ = {};
+    swallowed_.clear();
     isRecording_ = false;
 }
 
@@ -99,15 +100,25 @@ EventVerdict MacEventTap::handle(CGEventType type, CGEventRef event) {
                 held_.insert(keyCode);
             return deliver(EventType::FlagsChanged, keyCode, flagsOf(event));
         }
-        case kCGEventKeyDown: {
-            const KeyCode keyCode = keyCodeOf(event);
-            if (!isRecording_ && !isWanted(keyCode))
-                return EventVerdict::Pass;
-            return deliver(EventType::KeyDown, keyCode, flagsOf(event));
-        }
+        case kCGEventKeyDown:
+            return handleKeyDown(event);
         default:
             return EventVerdict::Pass;
     }
+}
+
+EventVerdict MacEventTap::handleKeyDown(CGEventRef event) {
+    const KeyCode keyCode = keyCodeOf(event);
+    // A key repeats for whoever got its press, whatever modifiers have come or gone since.
+    if (CGEventGetIntegerValueField(event, kCGKeyboardEventAutorepeat) != 0)
+        return swallowed_.contains(keyCode) ? EventVerdict::Swallow : EventVerdict::Pass;
+    swallowed_.erase(keyCode);
+    if (!isRecording_ && !isWanted(keyCode))
+        return EventVerdict::Pass;
+    const EventVerdict verdict = deliver(EventType::KeyDown, keyCode, flagsOf(event));
+    if (verdict == EventVerdict::Swallow)
+        swallowed_.insert(keyCode);
+    return verdict;
 }
 
 EventVerdict MacEventTap::deliver(EventType type, KeyCode keyCode, ModifierFlags flags) const {

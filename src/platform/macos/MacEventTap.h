@@ -34,6 +34,7 @@ private:
     static CGEventRef callback(CGEventTapProxy proxy, CGEventType type, CGEventRef event,
                                void *userInfo);
     [[nodiscard]] EventVerdict handle(CGEventType type, CGEventRef event);
+    [[nodiscard]] EventVerdict handleKeyDown(CGEventRef event);
     [[nodiscard]] EventVerdict deliver(EventType type, KeyCode keyCode, ModifierFlags flags) const;
     [[nodiscard]] bool isWanted(KeyCode keyCode) const;
 
@@ -45,6 +46,8 @@ private:
     /// Toggled by every change that was delivered and kept across remove(), which is
     /// how whoever matches the hotkeys keeps his own.
     std::set<KeyCode> held_;
+    /// Keys whose last press was swallowed. They may be up by now, which the tap is not told.
+    std::set<KeyCode> swallowed_;
     bool isRecording_ = false;
 };
 

@@ -24,7 +24,7 @@ public:
     /// What becomes of an event on its way past the taps that read it.
     enum class Fate { Unseen, Passed, Swallowed };
     /// The flags are what CGEventGetFlags() gives.
-    Fate post(CGEventType type, std::int64_t keyCode, CGEventFlags flags);
+    Fate post(CGEventType type, std::int64_t keyCode, CGEventFlags flags, bool isRepeat = false);
     /// Calls the newest tap's function with this for user data.
     Fate postTo(void *userInfo, CGEventType type, std::int64_t keyCode);
 

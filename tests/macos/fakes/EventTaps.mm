@@ -12,6 +12,7 @@ using namespace kestrelbay::macos;
 @public
     std::int64_t _keyCode;
     CGEventFlags _flags;
+    BOOL _isRepeat;
 }
 @end
 
@@ -77,10 +78,12 @@ EventTaps &EventTaps::shared() {
     return *current;
 }
 
-EventTaps::Fate EventTaps::post(CGEventType type, std::int64_t keyCode, CGEventFlags flags) {
+EventTaps::Fate EventTaps::post(CGEventType type, std::int64_t keyCode, CGEventFlags flags,
+                                bool isRepeat) {
     FakeEvent *const event = [[FakeEvent alloc] init];
     event->_keyCode = keyCode;
     event->_flags = flags;
+    event->_isRepeat = isRepeat;
     Fate fate = Fate::Unseen;
     const std::set<CFRunLoopSourceRef> sources = sources_;
     for (const CFRunLoopSourceRef source : sources) {
@@ -138,7 +141,9 @@ void CGEventTapEnable(CFMachPortRef tap, bool enable) {
 }
 
 std::int64_t CGEventGetIntegerValueField(CGEventRef event, CGEventField field) {
-    return field == 9 ? ns<FakeEvent *>(event)->_keyCode : 1;
+    const FakeEvent *const read = ns<FakeEvent *>(event);
+    constexpr std::int64_t kOfNoFieldThatIsRead = 1;
+    return field == 9 ? read->_keyCode : field == 8 ? read->_isRepeat : kOfNoFieldThatIsRead;
 }
 
 CGEventFlags CGEventGetFlags(CGEventRef event) {

@@ -1,8 +1,11 @@
+#include <algorithm>
+
 #include <QElapsedTimer>
 
 #include "platform/EventTapContract.h"
 #include "platform/linux/x11/keyboard/XEventTap.h"
 #include "platform/linux/x11/keymap/KeyCodeTable.h"
+#include "support/ChildProcess.h"
 #include "support/FocusedWindow.h"
 #include "support/KeyPresser.h"
 #include "support/Poll.h"
@@ -23,6 +26,23 @@ public:
 
     EventTap &tap() { return *tap_; }
     void hold(KeyCode code) { keys_.press(x11::toXKeycode(code).value()); }
+    void holdLong(KeyCode code) {
+        ChildProcess repeatFast(QStringLiteral("xset"),
+                                {QStringLiteral("r"), QStringLiteral("rate"), QStringLiteral("40"),
+                                 QStringLiteral("100")},
+                                server_.environment());
+        ASSERT_TRUE(repeatFast.waitForExit());
+        ASSERT_EQ(repeatFast.exitCode(), 0);
+        hold(code);
+        // Repeats of a key that is swallowed show nowhere, so they are given the time of forty.
+        QElapsedTimer time;
+        time.start();
+        EXPECT_TRUE(waitUntil([&] { return time.elapsed() > 440; }));
+    }
+    int seenInFront(KeyCode code) {
+        return static_cast<int>(
+            std::ranges::count(front_.pressedKeys(), x11::toXKeycode(code).value()));
+    }
     void letGo(KeyCode code) { keys_.release(x11::toXKeycode(code).value()); }
 
     /// There is nothing to see from outside when the tap has dropped an event, so
@@ -59,7 +79,8 @@ private:
     std::unique_ptr<x11::XEventTap> tap_;
 };
 
+}  // namespace
+
 INSTANTIATE_TYPED_TEST_SUITE_P(X11, EventTapContract, XKeyboard);
 
-}  // namespace
 }  // namespace kestrelbay::testing
