@@ -219,6 +219,7 @@ void ShortcutManager::installTap() {
                         ModifierFlags flags) { return eventTapCallback(type, keyCode, flags); },
         .refusalsChanged = [this] { noteRefusals(); },
         .lost = [this] { noteLostTap(); },
+        .withheldChanged = hooks_.withheldChanged,
     });
     if (!installed) {
         logTapProblem();
@@ -306,8 +307,10 @@ EventVerdict ShortcutManager::eventTapCallback(EventType type, KeyCode keyCode,
         log_.write(QStringLiteral("KestrelBay [WARN] EventTap disabled: %1 — main thread may "
                                   "have been blocked")
                        .arg(QLatin1StringView(reason)));
-        if (installedTap_) {
+        if (installedTap_)
             installedTap_->enable();
+        // Enabling may have shown that it is lost.
+        if (installedTap_) {
             isTapRecording_ = recordingCallback_ && installedTap_->setRecording(true);
             endRecordingWithoutTap();
         }

@@ -42,6 +42,8 @@ public:
         std::function<void()> refusalsChanged{};
         /// The installed tap was taken away (EventTap::Handlers::lost). May be empty.
         std::function<void()> tapLost{};
+        /// areKeysWithheld() answers otherwise now, with the tap still installed. May be empty.
+        std::function<void()> withheldChanged{};
     };
 
     /// Loads the rules and tries to install the tap. The folder is created when it
@@ -107,6 +109,10 @@ public:
     [[nodiscard]] bool isAccessibilityGranted() const { return installedTap_ != nullptr; }
     /// Why there is no installed tap (EventTap::problem).
     [[nodiscard]] TapProblem tapProblem() const { return tap_.problem(); }
+    /// Hotkeys rest, as the system withholds all keys (EventTap::areKeysWithheld).
+    [[nodiscard]] bool areKeysWithheld() const {
+        return installedTap_ && installedTap_->areKeysWithheld();
+    }
     void setupEventTap();
     void teardownEventTap();
     /// Teardown, then setup; how a permission that was just granted takes effect.

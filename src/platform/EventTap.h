@@ -60,6 +60,8 @@ public:
         /// The tap was taken from this program and has removed itself; problem() says
         /// why, and install() may succeed later.
         std::function<void()> lost{};
+        /// The answer of areKeysWithheld() is now another one. May come a second late.
+        std::function<void()> withheldChanged{};
     };
 
     virtual ~EventTap() = default;
@@ -73,7 +75,8 @@ public:
     /// What the last call of install() failed for, or what the tap was lost to since.
     [[nodiscard]] virtual TapProblem problem() const = 0;
 
-    /// Resumes delivery after one of the TapDisabled events, which end recording too.
+    /// Resumes delivery after one of the TapDisabled events, which end recording too. Where
+    /// that shows that the tap has been taken away, `lost` is called within.
     virtual void enable() = 0;
 
     /// Stops delivering and gives every key back. Harmless when not installed.
@@ -98,6 +101,10 @@ public:
     /// they are pressed. Those that the system has refused are asked for again from time
     /// to time, and one that arrives after all is none any more; the handler tells.
     [[nodiscard]] virtual std::vector<RefusedHotkey> refusedHotkeys() const = 0;
+
+    /// Does the system keep all keys from programs like this one just now, though the tap is
+    /// installed, as while the user types a password? False where it never does.
+    [[nodiscard]] virtual bool areKeysWithheld() const = 0;
 };
 
 }  // namespace kestrelbay

@@ -29,13 +29,13 @@ public:
     [[nodiscard]] TapProblem problem() const override { return problem_; }
     void enable() override {
         journal_.add(QStringLiteral("enable"));
+        if (isInstalled_ && !permission_)
+            lose(refusal_);
         isDelivering_ = isInstalled_;
     }
     void remove() override {
         journal_.add(QStringLiteral("remove"));
-        isInstalled_ = isDelivering_ = isRecording_ = false;
-        handlers_ = {};
-        swallowed_.clear();
+        clear();
     }
     void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) override {
         const std::vector<RefusedHotkey> before = refusedHotkeys();
@@ -63,6 +63,8 @@ public:
         }
         return refused;
     }
+
+    [[nodiscard]] bool areKeysWithheld() const override { return areKeysWithheld_; }
 
     // For the test:
     void setPermission(bool granted) { permission_ = granted; }
@@ -118,13 +120,14 @@ public:
     /// Another instance takes the tap, and keeps it until the permission is given again.
     void takeAway() {
         permission_ = false;
-        problem_ = refusal_ = TapProblem::OtherInstance;
-        const auto lost = handlers_.lost;
-        isInstalled_ = isDelivering_ = isRecording_ = false;
-        handlers_ = {};
-        swallowed_.clear();
-        if (lost)
-            lost();
+        refusal_ = TapProblem::OtherInstance;
+        lose(refusal_);
+    }
+    /// The system begins to keep all keys to itself, or ends it.
+    void setKeysWithheld(bool withheld) {
+        areKeysWithheld_ = withheld;
+        if (handlers_.withheldChanged)
+            handlers_.withheldChanged();
     }
     /// The system stops the tap, which only enable() repairs.
     void disable(EventType reason) {
@@ -145,10 +148,22 @@ private:
         });
     }
     std::optional<EventVerdict> deliver(EventType type, KeyCode keyCode) {
-        if (!isDelivering_ || !handlers_.event)
+        if (!isDelivering_ || areKeysWithheld_ || !handlers_.event)
             return std::nullopt;
         const auto handler = handlers_.event;  // the handler may remove the tap
         return handler(type, keyCode, buildDetailedFlags(down_));
+    }
+    void clear() {
+        isInstalled_ = isDelivering_ = isRecording_ = areKeysWithheld_ = false;
+        handlers_ = {};
+        swallowed_.clear();
+    }
+    void lose(TapProblem problem) {
+        const auto lost = handlers_.lost;
+        clear();
+        problem_ = problem;
+        if (lost)
+            lost();
     }
     void tellRefusals(const std::vector<RefusedHotkey> &before) const {
         if (before != refusedHotkeys() && handlers_.refusalsChanged)
@@ -172,6 +187,7 @@ private:
     bool isInstalled_ = false;
     bool isDelivering_ = false;
     bool isRecording_ = false;
+    bool areKeysWithheld_ = false;
 };
 
 }  // namespace kestrelbay

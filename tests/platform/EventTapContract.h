@@ -15,6 +15,10 @@ namespace kestrelbay::testing {
 template <typename Keyboard>
 inline constexpr bool kOthersCanHoldKeys = true;
 
+/// Does the system keep all keys from programs like this one at times?
+template <typename Keyboard>
+inline constexpr bool kSystemWithholdsKeys = true;
+
 /// What every event tap promises. The Keyboard type is made afresh for each test
 /// and has
 ///   EventTap &tap();
@@ -25,6 +29,7 @@ inline constexpr bool kOthersCanHoldKeys = true;
 ///   void setHeldByOthers(Hotkey, bool)       another program grabs it, or lets go
 ///   void setKeyboardHeldByOthers(bool)       … the whole keyboard
 ///   void takeTapAway()                       another instance becomes the tap
+///   void withholdKeys(bool)                  the system keeps all keys to itself
 template <typename Keyboard>
 class EventTapContract : public ::testing::Test {
 protected:
@@ -42,7 +47,8 @@ protected:
                     events_.push_back({type, code, flags});
                     return verdict_;
                 },
-                [this] { ++refusalChanges_; }, [this] { ++losses_; }};
+                [this] { ++refusalChanges_; }, [this] { ++losses_; },
+                [this] { ++withheldChanges_; }};
     }
 
     void press(const std::vector<KeyCode> &keys) {
@@ -66,6 +72,7 @@ protected:
     std::vector<Event> events_;
     int refusalChanges_ = 0;
     int losses_ = 0;
+    int withheldChanges_ = 0;
 };
 
 TYPED_TEST_SUITE_P(EventTapContract);
@@ -249,16 +256,34 @@ TYPED_TEST_P(EventTapContract, SaysThatItWasTakenAway) {
     EXPECT_EQ(this->losses_, 1);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(EventTapContract, DeliversNothingBeforeItIsInstalled,
-                            HasNoProblemUntilItCannotBeInstalled,
-                            DeliversAWantedHotkeyBetweenItsModifiers,
-                            DeliversAHeldKeyOnceAndSwallowsItToTheEnd,
-                            AHeldKeyThatPassedRepeatsForTheProgramInFront,
-                            DeliversEitherSideOfAWantedHotkey, DoesNotDeliverOtherKeys,
-                            KeepsTheWantedHotkeysWhileRemoved, FollowsTheWantedHotkeys,
-                            TellsWhichHotkeysAnotherProgramHolds, DeliversEveryKeyWhileRecording,
-                            CannotRecordUninstalled, CannotRecordWhileTheKeyboardIsHeld,
-                            EndsRecordingWhenItIsRemoved, DeliversWhatWaitsWithoutTheEventLoop,
-                            SaysThatItWasTakenAway);
+TYPED_TEST_P(EventTapContract, TellsWhenTheSystemWithholdsKeys) {
+    EXPECT_FALSE(this->tap().areKeysWithheld());
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    EXPECT_FALSE(this->tap().areKeysWithheld());
+    this->keyboard_.withholdKeys(true);
+    if (!kSystemWithholdsKeys<TypeParam>) {
+        EXPECT_FALSE(this->tap().areKeysWithheld());
+        return;
+    }
+    EXPECT_TRUE(this->tap().areKeysWithheld());
+    EXPECT_EQ(this->withheldChanges_, 1);
+    this->keyboard_.withholdKeys(false);
+    EXPECT_FALSE(this->tap().areKeysWithheld());
+    EXPECT_EQ(this->withheldChanges_, 2);
+
+    this->keyboard_.withholdKeys(true);
+    this->tap().remove();
+    EXPECT_FALSE(this->tap().areKeysWithheld());
+    EXPECT_EQ(this->withheldChanges_, 3);
+}
+
+REGISTER_TYPED_TEST_SUITE_P(
+    EventTapContract, DeliversNothingBeforeItIsInstalled, HasNoProblemUntilItCannotBeInstalled,
+    DeliversAWantedHotkeyBetweenItsModifiers, DeliversAHeldKeyOnceAndSwallowsItToTheEnd,
+    AHeldKeyThatPassedRepeatsForTheProgramInFront, DeliversEitherSideOfAWantedHotkey,
+    DoesNotDeliverOtherKeys, KeepsTheWantedHotkeysWhileRemoved, FollowsTheWantedHotkeys,
+    TellsWhichHotkeysAnotherProgramHolds, DeliversEveryKeyWhileRecording, CannotRecordUninstalled,
+    CannotRecordWhileTheKeyboardIsHeld, EndsRecordingWhenItIsRemoved,
+    DeliversWhatWaitsWithoutTheEventLoop, SaysThatItWasTakenAway, TellsWhenTheSystemWithholdsKeys);
 
 }  // namespace kestrelbay::testing

@@ -28,6 +28,7 @@ public:
     }
     void setKeyboardHeldByOthers(bool held) { tap_.setKeyboardHeldByOthers(held); }
     void takeTapAway() { tap_.takeAway(); }
+    void withholdKeys(bool withhold) { tap_.setKeysWithheld(withhold); }
 
 private:
     void count(KeyCode code, std::optional<EventVerdict> verdict) {

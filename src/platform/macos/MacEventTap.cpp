@@ -4,12 +4,11 @@
 #include <limits>
 #include <utility>
 
+#include <Carbon/Carbon.h>
+
 namespace kestrelbay {
 
 namespace {
-
-constexpr CGEventMask kEvents =
-    (CGEventMask{1} << kCGEventKeyDown) | (CGEventMask{1} << kCGEventFlagsChanged);
 
 // What the program calls events by are the system's numbers.
 static_assert(kCGEventKeyDown == static_cast<CGEventType>(EventType::KeyDown));
@@ -18,7 +17,6 @@ static_assert(kCGEventTapDisabledByTimeout ==
               static_cast<CGEventType>(EventType::TapDisabledByTimeout));
 static_assert(kCGEventTapDisabledByUserInput ==
               static_cast<CGEventType>(EventType::TapDisabledByUserInput));
-static_assert(kEvents == 0x1400);
 static_assert(kCGKeyboardEventAutorepeat == 8 && kCGKeyboardEventKeycode == 9);
 
 KeyCode keyCodeOf(CGEventRef event) {
@@ -35,47 +33,84 @@ ModifierFlags flagsOf(CGEventRef event) {
 
 }  // namespace
 
+MacEventTap::MacEventTap(std::chrono::milliseconds lookInterval) {
+    lookTimer_.setInterval(lookInterval);
+    QObject::connect(&lookTimer_, &QTimer::timeout, &lookTimer_, [this] { look(); });
+}
+
 MacEventTap::~MacEventTap() {
     remove();
 }
 
 bool MacEventTap::install(Handlers handlers) {
-    CFOwner<CFMachPortRef> tap(CGEventTapCreate(kCGSessionEventTap, kCGHeadInsertEventTap,
-                                                kCGEventTapOptionDefault, kEvents, &callback,
-                                                this));
-    CFOwner<CFRunLoopSourceRef> source(
-        tap ? CFMachPortCreateRunLoopSource(kCFAllocatorDefault, tap.get(), 0) : nullptr);
-    problem_ = source ? TapProblem::None : TapProblem::NotPermitted;
-    if (!source)
+    const bool isMade = makeTap();
+    problem_ = isMade ? TapProblem::None : TapProblem::NotPermitted;
+    if (!isMade)
         return false;
-    tap_ = std::move(tap);
-    source_ = std::move(source);
     handlers_ = std::move(handlers);
-    CFRunLoopAddSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
-    CGEventTapEnable(tap_.get(), true);
+    areKeysWithheld_ = IsSecureEventInputEnabled();
+    lookTimer_.start();
+    if (!watch_)
+        watch_.emplace([this] { look(); });
     return true;
 }
 
+bool MacEventTap::makeTap() {
+    tap_ = std::make_unique<SessionTap>(&callback, this);
+    if (!tap_->isThere())
+        tap_.reset();
+    return tap_ != nullptr;
+}
+
 void MacEventTap::enable() {
-    if (tap_)
-        CGEventTapEnable(tap_.get(), true);
+    if (!tap_)
+        return;
+    tap_->enable();
+    keepAlive();
 }
 
 void MacEventTap::remove() {
-    if (tap_)
-        CGEventTapEnable(tap_.get(), false);
-    if (source_)
-        CFRunLoopRemoveSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
-    tap_ = {};
-    source_ = {};
+    lookTimer_.stop();
+    tap_.reset();
     handlers_ = {};
     swallowed_.clear();
     isRecording_ = false;
+    areKeysWithheld_ = false;
 }
 
 bool MacEventTap::setRecording(bool recording) {
     isRecording_ = recording && tap_;
     return isRecording_ == recording;
+}
+
+void MacEventTap::look() {
+    keepAlive();
+    noteWithheldKeys();
+}
+
+void MacEventTap::keepAlive() {
+    if (!tap_ || tap_->isEnabled())
+        return;
+    // First out of the way: while it is in place, keys may wait for it.
+    tap_.reset();
+    if (makeTap() && tap_->isEnabled())
+        return;
+    const auto lost = handlers_.lost;  // it may install the tap
+    remove();
+    problem_ = TapProblem::NotPermitted;
+    if (lost)
+        lost();
+}
+
+void MacEventTap::noteWithheldKeys() {
+    if (!tap_)
+        return;
+    const bool areWithheld = IsSecureEventInputEnabled();
+    if (std::exchange(areKeysWithheld_, areWithheld) == areWithheld)
+        return;
+    const auto changed = handlers_.withheldChanged;  // it may remove the tap
+    if (changed)
+        changed();
 }
 
 CGEventRef MacEventTap::callback(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef event,

@@ -1,20 +1,29 @@
 #pragma once
 
+#include <chrono>
+#include <memory>
+#include <optional>
 #include <set>
 #include <vector>
 
-#include <CoreGraphics/CoreGraphics.h>
+#include <QTimer>
 
 #include "platform/EventTap.h"
-#include "platform/macos/cocoa/CFOwner.h"
+#include "platform/macos/SessionTap.h"
+#include "platform/macos/SessionWatch.h"
 
 namespace kestrelbay {
 
-/// An active tap at the head of the session's events, read by the main run loop. It
-/// can be made only with the Accessibility permission.
+/// A tap of the session, which can be had only with the Accessibility permission.
+///
+/// The system disables a tap when the permission goes, and now and then over a sleep, without
+/// always telling. So it is looked at whenever the user comes back, and regularly: one that is
+/// disabled is made anew, and where that can't be done, the permission has gone. A tap that stays
+/// in place without permission would hold up all typing.
 class MacEventTap final : public EventTap {
 public:
-    MacEventTap() = default;
+    /// The usual interval is that at which a lost permission is asked for again.
+    explicit MacEventTap(std::chrono::milliseconds lookInterval = std::chrono::seconds(1));
     ~MacEventTap() override;
     MacEventTap(const MacEventTap &) = delete;
     MacEventTap &operator=(const MacEventTap &) = delete;
@@ -29,6 +38,8 @@ public:
     void deliverWaiting() override {}
     /// None: a tap sees keys before whoever else wants them.
     [[nodiscard]] std::vector<RefusedHotkey> refusedHotkeys() const override { return {}; }
+    /// While any program has secure input on.
+    [[nodiscard]] bool areKeysWithheld() const override { return areKeysWithheld_; }
 
 private:
     static CGEventRef callback(CGEventTapProxy proxy, CGEventType type, CGEventRef event,
@@ -37,9 +48,15 @@ private:
     [[nodiscard]] EventVerdict handleKeyDown(CGEventRef event);
     [[nodiscard]] EventVerdict deliver(EventType type, KeyCode keyCode, ModifierFlags flags) const;
     [[nodiscard]] bool isWanted(KeyCode keyCode) const;
+    [[nodiscard]] bool makeTap();
+    void look();
+    void keepAlive();
+    void noteWithheldKeys();
 
-    CFOwner<CFMachPortRef> tap_;
-    CFOwner<CFRunLoopSourceRef> source_;
+    std::unique_ptr<SessionTap> tap_;
+    /// From the first installation on.
+    std::optional<SessionWatch> watch_;
+    QTimer lookTimer_;
     Handlers handlers_;
     TapProblem problem_ = TapProblem::None;
     std::vector<Hotkey> wanted_;
@@ -49,6 +66,7 @@ private:
     /// Keys whose last press was swallowed. They may be up by now, which the tap is not told.
     std::set<KeyCode> swallowed_;
     bool isRecording_ = false;
+    bool areKeysWithheld_ = false;
 };
 
 }  // namespace kestrelbay

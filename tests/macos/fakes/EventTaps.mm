@@ -25,6 +25,7 @@ using namespace kestrelbay::macos;
     CGEventTapCallBack _callback;
     void *_userInfo;
     BOOL _isEnabled;
+    BOOL _isInvalid;
 }
 @end
 
@@ -76,6 +77,17 @@ EventTaps::~EventTaps() {
 
 EventTaps &EventTaps::shared() {
     return *current;
+}
+
+void EventTaps::disableSilently() {
+    for (const CFRunLoopSourceRef source : sources_)
+        ns<FakeRunLoopSource *>(source)->_port->_isEnabled = NO;
+}
+
+void EventTaps::withdrawPermission() {
+    refuseTaps(true);
+    refuseEnabling(true);
+    disableSilently();
 }
 
 EventTaps::Fate EventTaps::post(CGEventType type, std::int64_t keyCode, CGEventFlags flags,
@@ -131,13 +143,28 @@ CFMachPortRef CGEventTapCreate(CGEventTapLocation tap, CGEventTapPlacement place
     port->_mask = eventsOfInterest;
     port->_callback = callback;
     port->_userInfo = userInfo;
+    EventTaps::shared().changeCount(1);
     return cf<CFMachPortRef>(port);
 }
 
 void CGEventTapEnable(CFMachPortRef tap, bool enable) {
     record(enable ? QStringLiteral("CGEventTapEnable true")
                   : QStringLiteral("CGEventTapEnable false"));
-    ns<FakeMachPort *>(tap)->_isEnabled = enable;
+    FakeMachPort *const port = ns<FakeMachPort *>(tap);
+    port->_isEnabled = enable && !port->_isInvalid && !EventTaps::shared().isEnablingRefused();
+}
+
+bool CGEventTapIsEnabled(CFMachPortRef tap) {
+    return ns<FakeMachPort *>(tap)->_isEnabled;
+}
+
+void CFMachPortInvalidate(CFMachPortRef tap) {
+    record(QStringLiteral("CFMachPortInvalidate"));
+    FakeMachPort *const port = ns<FakeMachPort *>(tap);
+    if (!port->_isInvalid)
+        EventTaps::shared().changeCount(-1);
+    port->_isInvalid = YES;
+    port->_isEnabled = NO;
 }
 
 std::int64_t CGEventGetIntegerValueField(CGEventRef event, CGEventField field) {

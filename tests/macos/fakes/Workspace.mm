@@ -96,6 +96,11 @@ void launch(NSURL *application, NSWorkspaceOpenConfiguration *configuration,
     return workspace;
 }
 
+- (NSNotificationCenter *)notificationCenter {
+    static NSNotificationCenter *const center = [[NSNotificationCenter alloc] init];
+    return center;
+}
+
 - (NSArray *)runningApplications {
     return makeRunningApplications();
 }

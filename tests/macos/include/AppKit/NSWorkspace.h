@@ -18,8 +18,14 @@
 @property BOOL createsNewApplicationInstance;
 @end
 
+extern NSNotificationName NSWorkspaceDidWakeNotification;
+extern NSNotificationName NSWorkspaceScreensDidWakeNotification;
+extern NSNotificationName NSWorkspaceSessionDidBecomeActiveNotification;
+
 @interface NSWorkspace : NSObject
 + (nonnull NSWorkspace *)sharedWorkspace;
+/// The only one that tells of the notifications above.
+@property(readonly, strong, nonnull) NSNotificationCenter *notificationCenter;
 @property(readonly, copy, nonnull) NSArray<NSRunningApplication *> *runningApplications;
 - (BOOL)openURL:(nonnull NSURL *)url;
 - (void)openURLs:(nonnull NSArray<NSURL *> *)urls

@@ -1,7 +1,8 @@
 #pragma once
 
 // Stands for <Carbon/Carbon.h>: what the back end uses of HIToolbox/TextInputSources.h,
-// HIToolbox/Events.h, CarbonCore/UnicodeUtilities.h and CarbonCore/LowMem.h.
+// HIToolbox/Events.h, HIToolbox/CarbonEventsCore.h, CarbonCore/UnicodeUtilities.h and
+// CarbonCore/LowMem.h.
 
 #include <CoreFoundation/CoreFoundation.h>
 #include <MacTypes.h>
@@ -35,6 +36,8 @@ extern const CFStringRef kTISNotifySelectedKeyboardInputSourceChanged;
 
 TISInputSourceRef TISCopyCurrentKeyboardLayoutInputSource(void);
 void *TISGetInputSourceProperty(TISInputSourceRef inputSource, CFStringRef propertyKey);
+
+Boolean IsSecureEventInputEnabled(void);
 
 #ifdef __cplusplus
 }

@@ -13,6 +13,7 @@ typedef struct __CFMachPort *CFMachPortRef;
 
 CFRunLoopSourceRef _Nullable CFMachPortCreateRunLoopSource(CFAllocatorRef _Nullable allocator,
                                                            CFMachPortRef port, CFIndex order);
+void CFMachPortInvalidate(CFMachPortRef port);
 
 #ifdef __cplusplus
 }

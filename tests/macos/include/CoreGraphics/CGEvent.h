@@ -13,6 +13,7 @@ CFMachPortRef _Nullable CGEventTapCreate(CGEventTapLocation tap, CGEventTapPlace
                                          CGEventTapOptions options, CGEventMask eventsOfInterest,
                                          CGEventTapCallBack callback, void *userInfo);
 void CGEventTapEnable(CFMachPortRef tap, bool enable);
+bool CGEventTapIsEnabled(CFMachPortRef tap);
 int64_t CGEventGetIntegerValueField(CGEventRef _Nullable event, CGEventField field);
 CGEventFlags CGEventGetFlags(CGEventRef _Nullable event);
 

@@ -66,6 +66,8 @@ public:
     bool setRecording(bool recording) override;
     void deliverWaiting() override;
     [[nodiscard]] std::vector<RefusedHotkey> refusedHotkeys() const override;
+    /// Never: only other programs hold keys, which are refused hotkeys then.
+    [[nodiscard]] bool areKeysWithheld() const override { return false; }
 
 private:
     [[nodiscard]] TapProblem tryInstall(Handlers handlers);
