@@ -185,6 +185,27 @@ TEST_F(ShortcutManagerHotkeys, ATapThatWasTakenAwayEndsRecordingAndRefusals) {
     EXPECT_TRUE(manager().isAccessibilityGranted());
 }
 
+TEST_F(ShortcutManagerHotkeys, ATapThatCannotBeEnabledAnyMoreIsLost) {
+    manager().addRule(rule(u"Terminal"_s, 17, 0x100008));
+    int lost = 0;
+    ASSERT_TRUE(manager().setRecordingCallback(
+        [](EventType, KeyCode, ModifierFlags) { return EventVerdict::Swallow; },
+        [&lost] { ++lost; }));
+    tap_.setPermission(false);
+    tap_.disable(EventType::TapDisabledByUserInput);
+    EXPECT_EQ(lost, 1);
+    EXPECT_EQ(manager().eventTap(), nullptr);
+    EXPECT_EQ(manager().tapProblem(), TapProblem::NotPermitted);
+}
+
+TEST_F(ShortcutManagerHotkeys, KeysAreWithheldOnlyFromAnInstalledTap) {
+    EXPECT_FALSE(manager().areKeysWithheld());
+    tap_.setKeysWithheld(true);
+    EXPECT_TRUE(manager().areKeysWithheld());
+    manager().teardownEventTap();
+    EXPECT_FALSE(manager().areKeysWithheld());
+}
+
 }  // namespace
 
 }  // namespace kestrelbay

@@ -68,6 +68,7 @@ public:
         else
             front_.ungrabKeyboard();
     }
+    void withholdKeys(bool /*withhold*/) {}
     void takeTapAway() { front_.ownSelection("_KESTRELBAY_EVENT_TAP"); }
 
 private:
@@ -80,6 +81,9 @@ private:
 };
 
 }  // namespace
+
+template <>
+inline constexpr bool kSystemWithholdsKeys<XKeyboard> = false;
 
 INSTANTIATE_TYPED_TEST_SUITE_P(X11, EventTapContract, XKeyboard);
 
