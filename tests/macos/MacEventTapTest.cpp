@@ -1,10 +1,16 @@
+#include <chrono>
+#include <memory>
 #include <optional>
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+
 #include "fakes/EventTaps.h"
 #include "fakes/LiveObjects.h"
 #include "fakes/MacJournal.h"
+#include "fakes/Session.h"
 #include "fixtures/QtPrinters.h"
 #include "platform/EventTapContract.h"
 #include "platform/macos/MacEventTap.h"
@@ -24,6 +30,7 @@ class MacKeyboard {
 public:
     EventTap &tap() { return *tap_; }
     EventTaps &taps() { return taps_; }
+    ~MacKeyboard() { setSecureInput(false); }
     void hold(KeyCode code) {
         if (isModifierKeyCode(code)) {
             down_.insert(code);
@@ -51,6 +58,10 @@ public:
     void setHeldByOthers(const Hotkey & /*hotkey*/, bool /*held*/) {}
     void setKeyboardHeldByOthers(bool /*held*/) {}
     void takeTapAway() {}
+    void withholdKeys(bool withhold) {
+        setSecureInput(withhold);
+        waitForALook();
+    }
 
     Fate post(CGEventType type, KeyCode code, bool isRepeat = false) {
         return taps_.post(type, toNumber(code),
@@ -58,6 +69,14 @@ public:
                           isRepeat);
     }
     void destroyTap() { tap_.reset(); }
+    /// Returns when an installed tap has looked around.
+    static void waitForALook() {
+        const int before = secureInputQueries();
+        const QDeadlineTimer end(std::chrono::seconds(30));
+        while (secureInputQueries() == before && !end.hasExpired())
+            QCoreApplication::processEvents();
+        EXPECT_NE(secureInputQueries(), before);
+    }
 
 private:
     Fate count(KeyCode code, Fate fate) {
@@ -67,7 +86,7 @@ private:
     }
 
     EventTaps taps_;
-    std::optional<MacEventTap> tap_{std::in_place};
+    std::optional<MacEventTap> tap_{std::chrono::milliseconds(1)};
     std::set<KeyCode> down_;
     std::multiset<KeyCode> seen_;
 };
@@ -105,13 +124,26 @@ protected:
                          within_();
                      return verdict_;
                  },
-             .refusalsChanged = [] { FAIL(); }});
+             .refusalsChanged = [] { FAIL(); },
+             .lost =
+                 [this] {
+                     ++losses_;
+                     if (onLoss_)
+                         onLoss_();
+                 }});
+    }
+    /// A press that a tap in order would swallow.
+    Fate pressWanted() {
+        verdict_ = EventVerdict::Swallow;
+        return keyboard_.post(kCGEventKeyDown, KeyCode{17});
     }
 
     int objectsBefore_ = liveObjects();
     MacKeyboard keyboard_;
     EventVerdict verdict_ = EventVerdict::Pass;
     std::function<void()> within_;
+    std::function<void()> onLoss_;
+    int losses_ = 0;
     std::vector<EventType> types_;
     std::vector<KeyCode> codes_;
     std::vector<ModifierFlags> flags_;
@@ -126,6 +158,7 @@ const QStringList kInstallCalls{
 const QStringList kRemoveCalls{
     QStringLiteral("CGEventTapEnable false"),
     QStringLiteral("CFRunLoopRemoveSource main common"),
+    QStringLiteral("CFMachPortInvalidate"),
 };
 
 TEST_F(MacEventTapTest, IsAnActiveTapAtTheHeadOfTheSession) {
@@ -140,8 +173,17 @@ TEST_F(MacEventTapTest, IsDisabledBeforeItsSourceIsTakenAway) {
     keyboard_.tap().remove();
     EXPECT_EQ(takeCalls(), kRemoveCalls);
     EXPECT_EQ(liveObjects(), objectsBefore_);
+    EXPECT_EQ(keyboard_.taps().count(), 0);
     keyboard_.tap().remove();
     EXPECT_EQ(takeCalls(), QStringList());
+}
+
+TEST_F(MacEventTapTest, ReinstallingLeavesOneTap) {
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(install());
+        EXPECT_EQ(keyboard_.taps().count(), 1);
+        keyboard_.tap().remove();
+    }
 }
 
 TEST_F(MacEventTapTest, IsRemovedWithTheObject) {
@@ -166,7 +208,8 @@ TEST_F(MacEventTapTest, WithoutPermissionThereIsNone) {
 TEST_F(MacEventTapTest, WithoutASourceThereIsNone) {
     keyboard_.taps().refuseSources(true);
     EXPECT_FALSE(install());
-    EXPECT_EQ(takeCalls(), kInstallCalls.mid(0, 2));
+    EXPECT_EQ(takeCalls(), kInstallCalls.mid(0, 2) + kRemoveCalls.mid(2));
+    EXPECT_EQ(keyboard_.taps().count(), 0);
     EXPECT_EQ(keyboard_.tap().problem(), TapProblem::NotPermitted);
     EXPECT_EQ(liveObjects(), objectsBefore_);
 }
@@ -235,6 +278,40 @@ TEST_F(MacEventTapTest, AHandlerMayRemoveIt) {
     EXPECT_EQ(codes_.size(), 1U);
 }
 
+/// Whoever holds what a handler needs must not lose it while the handler runs.
+TEST_F(MacEventTapTest, AHandlerLivesUntilItReturnsAndNoLongerThanTheTap) {
+    auto token = std::make_shared<int>();
+    const std::weak_ptr<int> held = token;
+    bool livedToTheEnd = false;
+    ASSERT_TRUE(keyboard_.tap().install(
+        {.event = [&held, &livedToTheEnd, token, &tap = keyboard_.tap()](auto...) {
+            // What it captured may be gone after the call.
+            const std::weak_ptr<int> &own = held;
+            bool &result = livedToTheEnd;
+            tap.remove();
+            result = !own.expired();
+            return EventVerdict::Pass;
+        }}));
+    token.reset();
+    EXPECT_FALSE(held.expired());
+    EXPECT_EQ(keyboard_.post(kCGEventFlagsChanged, key::kLeftShift), Fate::Passed);
+    EXPECT_TRUE(livedToTheEnd);
+    EXPECT_TRUE(held.expired());
+}
+
+TEST_F(MacEventTapTest, KeepsNoHandlerOnceItIsRemoved) {
+    auto token = std::make_shared<int>();
+    const std::weak_ptr<int> held = token;
+    ASSERT_TRUE(keyboard_.tap().install({.event = [token](auto...) { return EventVerdict::Pass; },
+                                         .refusalsChanged = [token] {},
+                                         .lost = [token] {},
+                                         .withheldChanged = [token] {}}));
+    token.reset();
+    EXPECT_FALSE(held.expired());
+    keyboard_.tap().remove();
+    EXPECT_TRUE(held.expired());
+}
+
 TEST_F(MacEventTapTest, ARepeatGoesWhereItsPressWent) {
     keyboard_.tap().setWantedHotkeys({{KeyCode{17}, modifier::kCommand}});
     ASSERT_TRUE(install());
@@ -266,11 +343,115 @@ TEST_F(MacEventTapTest, RepeatsAreNotRecorded) {
 TEST_F(MacEventTapTest, ARemovedTapForgetsWhatIsHeld) {
     keyboard_.tap().setWantedHotkeys({{KeyCode{17}, ModifierFlags()}});
     ASSERT_TRUE(install());
-    verdict_ = EventVerdict::Swallow;
-    ASSERT_EQ(keyboard_.post(kCGEventKeyDown, KeyCode{17}), Fate::Swallowed);
+    ASSERT_EQ(pressWanted(), Fate::Swallowed);
     keyboard_.tap().remove();
     ASSERT_TRUE(install());
     EXPECT_EQ(keyboard_.repeat(KeyCode{17}), Fate::Passed);
+}
+
+TEST_F(MacEventTapTest, OneThatDiedSilentlyIsMadeAnewWhenTheUserIsBack) {
+    keyboard_.tap().setWantedHotkeys({{KeyCode{17}, ModifierFlags()}});
+    ASSERT_TRUE(install());
+    ASSERT_TRUE(keyboard_.tap().setRecording(true));
+    static_cast<void>(takeCalls());
+    for (const Return how :
+         {Return::MachineWakes, Return::ScreensWake, Return::SessionBecomesActive}) {
+        keyboard_.taps().disableSilently();
+        EXPECT_EQ(pressWanted(), Fate::Unseen);
+        userReturns(how);
+        EXPECT_EQ(takeCalls(), kRemoveCalls + kInstallCalls);
+        EXPECT_EQ(pressWanted(), Fate::Swallowed);
+        EXPECT_EQ(keyboard_.taps().count(), 1);
+    }
+    EXPECT_EQ(losses_, 0);
+    // Whoever records goes on.
+    EXPECT_EQ(keyboard_.post(kCGEventKeyDown, KeyCode{20}), Fate::Swallowed);
+}
+
+TEST_F(MacEventTapTest, OneInOrderIsLeftAloneWhenTheUserIsBack) {
+    ASSERT_TRUE(install());
+    static_cast<void>(takeCalls());
+    userReturns(Return::MachineWakes);
+    EXPECT_EQ(takeCalls(), QStringList());
+    keyboard_.tap().remove();
+    static_cast<void>(takeCalls());
+    userReturns(Return::MachineWakes);
+    EXPECT_EQ(takeCalls(), QStringList());
+}
+
+TEST_F(MacEventTapTest, NobodyIsToldOfTheUserOnceItIsGone) {
+    ASSERT_TRUE(install());
+    keyboard_.taps().disableSilently();
+    keyboard_.destroyTap();
+    userReturns(Return::MachineWakes);
+    EXPECT_EQ(keyboard_.taps().count(), 0);
+}
+
+TEST_F(MacEventTapTest, OneThatDiedSilentlyIsSoonMadeAnew) {
+    keyboard_.tap().setWantedHotkeys({{KeyCode{17}, ModifierFlags()}});
+    ASSERT_TRUE(install());
+    keyboard_.taps().disableSilently();
+    MacKeyboard::waitForALook();
+    EXPECT_EQ(pressWanted(), Fate::Swallowed);
+    EXPECT_EQ(keyboard_.taps().count(), 1);
+}
+
+TEST_F(MacEventTapTest, IsLostWithThePermission) {
+    ASSERT_TRUE(install());
+    static_cast<void>(takeCalls());
+    keyboard_.taps().withdrawPermission();
+    onLoss_ = [this] {
+        EXPECT_EQ(keyboard_.tap().problem(), TapProblem::NotPermitted);
+        EXPECT_EQ(keyboard_.taps().count(), 0);
+        EXPECT_FALSE(install());
+    };
+    userReturns(Return::MachineWakes);
+    EXPECT_EQ(losses_, 1);
+    // Gone before anything else is tried, so that no key waits for it.
+    EXPECT_EQ(takeCalls().mid(0, 4), kRemoveCalls + kInstallCalls.mid(0, 1));
+    EXPECT_EQ(liveObjects(), objectsBefore_);
+    userReturns(Return::MachineWakes);
+    EXPECT_EQ(losses_, 1);
+
+    keyboard_.taps().refuseTaps(false);
+    keyboard_.taps().refuseEnabling(false);
+    onLoss_ = nullptr;
+    EXPECT_TRUE(install());
+    EXPECT_EQ(keyboard_.tap().problem(), TapProblem::None);
+}
+
+TEST_F(MacEventTapTest, OneThatCannotBeEnabledAnyMoreIsLost) {
+    ASSERT_TRUE(install());
+    keyboard_.taps().refuseEnabling(true);
+    within_ = [this] { keyboard_.tap().enable(); };
+    EXPECT_EQ(keyboard_.post(kCGEventTapDisabledByUserInput, KeyCode{0}), Fate::Passed);
+    EXPECT_EQ(losses_, 1);
+    EXPECT_EQ(keyboard_.taps().count(), 0);
+    EXPECT_EQ(keyboard_.tap().problem(), TapProblem::NotPermitted);
+}
+
+TEST_F(MacEventTapTest, KeysMayBeWithheldFromTheStart) {
+    setSecureInput(true);
+    ASSERT_TRUE(install());
+    EXPECT_TRUE(keyboard_.tap().areKeysWithheld());
+}
+
+TEST_F(MacEventTapTest, WhoeverHearsOfWithheldKeysMayRemoveIt) {
+    auto token = std::make_shared<int>();
+    const std::weak_ptr<int> held = token;
+    bool livedToTheEnd = false;
+    ASSERT_TRUE(keyboard_.tap().install(
+        {.withheldChanged = [&held, &livedToTheEnd, token, &tap = keyboard_.tap()] {
+            const std::weak_ptr<int> &own = held;
+            bool &result = livedToTheEnd;
+            tap.remove();
+            result = !own.expired();
+        }}));
+    token.reset();
+    keyboard_.withholdKeys(true);
+    EXPECT_TRUE(livedToTheEnd);
+    EXPECT_EQ(keyboard_.taps().count(), 0);
+    EXPECT_FALSE(keyboard_.tap().areKeysWithheld());
 }
 
 TEST_F(MacEventTapTest, AModifierReleasedWhileThereWasNoTapStaysHeld) {

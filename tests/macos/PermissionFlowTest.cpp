@@ -24,7 +24,8 @@ protected:
     void start() {
         manager_.emplace(
             folder_.path(), tap_, log_,
-            ShortcutManager::Hooks{.ruleFired = [this](const ShortcutRule &) { ++fired_; }});
+            ShortcutManager::Hooks{.ruleFired = [this](const ShortcutRule &) { ++fired_; },
+                                   .tapLost = [this] { ++losses_; }});
         manager_->addRule({.appName = QStringLiteral("One"),
                            .appPath = QStringLiteral("/Applications/One.app"),
                            .keyCode = KeyCode{17},
@@ -43,6 +44,7 @@ protected:
     FakeSystemLog log_;
     std::optional<ShortcutManager> manager_;
     int fired_ = 0;
+    int losses_ = 0;
 };
 
 TEST_F(PermissionFlow, WithPermissionKeysFireFromTheStart) {
@@ -79,6 +81,26 @@ TEST_F(PermissionFlow, WithdrawnPermissionShowsWhenTheTapIsReinstalled) {
     EXPECT_FALSE(manager_->eventTap());
     EXPECT_EQ(log_.take(), QStringList(kRefused));
     EXPECT_EQ(pressLeftCommandT(), Fate::Unseen);
+}
+
+TEST_F(PermissionFlow, APermissionWithdrawnWhileItRunsEndsTheTapUntilItIsBack) {
+    start();
+    static_cast<void>(takeCalls());
+    taps_.withdrawPermission();
+    taps_.post(kCGEventTapDisabledByUserInput, 0, 0);
+    EXPECT_FALSE(manager_->eventTap());
+    EXPECT_EQ(manager_->tapProblem(), TapProblem::NotPermitted);
+    EXPECT_EQ(losses_, 1);
+    EXPECT_EQ(taps_.count(), 0);
+    EXPECT_EQ(pressLeftCommandT(), Fate::Unseen);
+
+    manager_->reinstallEventTap();
+    EXPECT_FALSE(manager_->eventTap());
+    taps_.refuseTaps(false);
+    taps_.refuseEnabling(false);
+    manager_->reinstallEventTap();
+    EXPECT_EQ(pressLeftCommandT(), Fate::Swallowed);
+    EXPECT_EQ(fired_, 1);
 }
 
 TEST_F(PermissionFlow, AHeldHotkeyFiresOnce) {
