@@ -177,7 +177,11 @@ void AppDelegate::bringUpShortcuts() {
     // What was recorded goes into the rules first.
     hooks.recordingEnded = [this] { mainQueue_.async([this] { ruleFileFollower_->lookAgain(); }); };
     hooks.refusalsChanged = [this] { Q_EMIT notifications_.refusedHotkeysDidChange(); };
-    hooks.tapLost = [this] { startAccessibilityPolling(); };
+    hooks.tapLost = [this] {
+        startAccessibilityPolling();
+        Q_EMIT notifications_.keyAccessDidChange();
+    };
+    hooks.withheldChanged = [this] { Q_EMIT notifications_.keyAccessDidChange(); };
     manager_ = std::make_unique<ShortcutManager>(storageDirectory(platform_), platform_.eventTap(),
                                                  platform_.systemLog(), std::move(hooks));
     ShortcutManager::setShared(*manager_);

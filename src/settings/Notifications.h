@@ -12,6 +12,9 @@ class Notifications final : public QObject {
 Q_SIGNALS:
     /// The system now lets the program see keys.
     void accessibilityGranted();
+    /// The program no longer sees keys, or the system now withholds them for a while, or has
+    /// ended that.
+    void keyAccessDidChange();
     /// A wish: show the preferences at the row of that permission.
     void openPreferencesToAccessibility();
     /// Texts now come out in the chosen language, which may be the one from before.

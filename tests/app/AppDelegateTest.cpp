@@ -45,6 +45,8 @@ protected:
         delegate_.emplace(platform_, timers_, false);
         QObject::connect(&delegate_->notifications(), &Notifications::accessibilityGranted,
                          &context_, [this] { ++grantedPosts_; });
+        QObject::connect(&delegate_->notifications(), &Notifications::keyAccessDidChange, &context_,
+                         [this] { ++keyAccessPosts_; });
         delegate_->applicationDidFinishLaunching();
         return *delegate_;
     }
@@ -63,6 +65,7 @@ protected:
     FakeTimers timers_;
     QObject context_;
     int grantedPosts_ = 0;
+    int keyAccessPosts_ = 0;
     std::optional<AppDelegate> delegate_;
 };
 
@@ -148,6 +151,33 @@ TEST_F(AppDelegateTest, AsksForATapThatWasTakenAway) {
     timers_.advance(1000ms);
     EXPECT_TRUE(delegate.shortcutManager().isAccessibilityGranted());
     EXPECT_FALSE(delegate.isPollingAccessibility());
+}
+
+TEST_F(AppDelegateTest, AsksAgainForAPermissionThatWasWithdrawn) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    platform_.eventTap().setPermission(false);
+    platform_.eventTap().disable(EventType::TapDisabledByUserInput);
+    EXPECT_FALSE(delegate.shortcutManager().isAccessibilityGranted());
+    EXPECT_TRUE(delegate.isPollingAccessibility());
+    EXPECT_EQ(keyAccessPosts_, 1);
+    platform_.eventTap().setPermission(true);
+    timers_.advance(1000ms);
+    EXPECT_TRUE(delegate.shortcutManager().isAccessibilityGranted());
+    EXPECT_FALSE(delegate.isPollingAccessibility());
+    EXPECT_EQ(grantedPosts_, 1);
+}
+
+TEST_F(AppDelegateTest, TellsThatTheSystemWithholdsKeys) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    platform_.eventTap().setKeysWithheld(true);
+    EXPECT_EQ(keyAccessPosts_, 1);
+    EXPECT_TRUE(delegate.shortcutManager().areKeysWithheld());
+    EXPECT_FALSE(delegate.isPollingAccessibility());
+    platform_.eventTap().setKeysWithheld(false);
+    EXPECT_EQ(keyAccessPosts_, 2);
+    EXPECT_FALSE(delegate.shortcutManager().areKeysWithheld());
 }
 
 TEST_F(AppDelegateTest, WhatAHotkeyDoesIsDoneInAHurry) {

@@ -67,11 +67,13 @@ AdvancedSettingsViewController::AdvancedSettingsViewController(PreferencesServic
     addRow(new SettingRow(L::launchToast(), L::launchToastText(), makeToastPopup(services_)));
     addRow(makeConfigRow());
 
-    connect(&services_.notifications, &Notifications::accessibilityGranted, this, [this] {
-        // At the next visit it looks again anyway.
-        if (isVisible())
-            refreshAccessibilityRow();
-    });
+    for (const auto news :
+         {&Notifications::accessibilityGranted, &Notifications::keyAccessDidChange})
+        connect(&services_.notifications, news, this, [this] {
+            // At the next visit it looks again anyway.
+            if (isVisible())
+                refreshAccessibilityRow();
+        });
 }
 
 void AdvancedSettingsViewController::addRow(SettingRow *row) {
@@ -100,7 +102,10 @@ SettingRow *AdvancedSettingsViewController::makeConfigRow() const {
 
 SettingRow *AdvancedSettingsViewController::makeAccessibilityRow() const {
     if (services_.manager.isAccessibilityGranted())
-        return new SettingRow(L::accessTitle(), L::accessGranted(), nullptr);
+        return new SettingRow(
+            L::accessTitle(),
+            services_.manager.areKeysWithheld() ? L::accessWithheld() : L::accessGranted(),
+            nullptr);
     QPushButton *const button =
         makeButton(L::accessOpenSettings(), QStringLiteral("accessibility"));
     connect(button, &QPushButton::clicked, this,

@@ -66,6 +66,27 @@ TEST_F(AccessRow, AccessThatIsGrantedShowsAtOnce) {
     EXPECT_EQ(rows().last(), tab().accessibilityRow());
 }
 
+TEST_F(AccessRow, AccessThatIsLostShowsAtOnce) {
+    show();
+    tap_.setPermission(false);
+    tap_.disable(EventType::TapDisabledByUserInput);
+    Q_EMIT notifications_.keyAccessDidChange();
+    EXPECT_EQ(subtitle(tab().accessibilityRow()), L::accessMissing(TapProblem::NotPermitted));
+    EXPECT_NE(accessibilityButton(), nullptr);
+}
+
+TEST_F(AccessRow, KeysThatTheSystemWithholdsShowAtOnceAndAsLongAsItDoes) {
+    show();
+    tap_.setKeysWithheld(true);
+    Q_EMIT notifications_.keyAccessDidChange();
+    EXPECT_EQ(subtitle(tab().accessibilityRow()), L::accessWithheld());
+    EXPECT_EQ(tab().accessibilityRow()->control(), nullptr);
+    tap_.setKeysWithheld(false);
+    Q_EMIT notifications_.keyAccessDidChange();
+    EXPECT_EQ(subtitle(tab().accessibilityRow()), L::accessGranted());
+    EXPECT_EQ(rows().size(), 6);
+}
+
 TEST_F(AccessRow, OutOfViewItHearsNothingButLooksAgainWhenItComesBack) {
     tap_.setPermission(false);
     show();
