@@ -1,5 +1,6 @@
 #include "launcher/AppLauncher.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -107,13 +108,18 @@ void AppLauncher::handle(const ShortcutRule &rule, const MayChangeFront &mayChan
 std::unique_ptr<RunningApplication> AppLauncher::runningInstance(const Press &press) const {
     // Only the place counts: a copy elsewhere is another application.
     const QUrl place = workspace_.standardized(press.appUrl);
-    for (auto &application : workspace_.runningApplications()) {
-        if (application->bundleURL() == place) {
-            std::unique_ptr<RunningApplication> found = std::move(application);
-            return found;
-        }
+    auto applications = workspace_.runningApplications();
+    auto found = std::ranges::find_if(
+        applications, [&](const auto &application) { return application->bundleURL() == place; });
+    if (found == applications.end()) {
+        // The system may know it by the place that a link leads to.
+        const QUrl target = workspace_.resolved(place);
+        found = std::ranges::find_if(applications, [&](const auto &application) {
+            const QUrl bundle = application->bundleURL();
+            return !bundle.isEmpty() && workspace_.resolved(bundle) == target;
+        });
     }
-    return nullptr;
+    return found == applications.end() ? nullptr : std::move(*found);
 }
 
 void AppLauncher::handleRunning(const Press &press, TargetApplication &app) const {

@@ -31,6 +31,11 @@ public:
     /// names that are one name to the file system are spelled alike. Links are not followed.
     [[nodiscard]] virtual QUrl standardized(const QUrl &file) const = 0;
 
+    /// The same for a link and for what it leads to, where applications may be links and run
+    /// under another name than they are kept under; elsewhere as standardized(). So it is for
+    /// what is not there.
+    [[nodiscard]] virtual QUrl resolved(const QUrl &file) const = 0;
+
     /// Launches an application, or tells it to reopen when it is running; opens any
     /// other file as the user's settings say. False when nothing accepted it.
     virtual bool open(const QUrl &file) = 0;

@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include <QHash>
+
 #include "fakes/FakeRunningApplication.h"
 #include "platform/Workspace.h"
 
@@ -26,6 +28,9 @@ public:
     }
     [[nodiscard]] QUrl standardized(const QUrl &file) const override {
         return standardizedFile(file);
+    }
+    [[nodiscard]] QUrl resolved(const QUrl &file) const override {
+        return links_.value(standardizedFile(file), standardizedFile(file));
     }
     bool open(const QUrl &file) override {
         return request(QStringLiteral("open ") + text(file)) && launch(file);
@@ -65,6 +70,10 @@ public:
     [[nodiscard]] FakeProcess &newest() { return *processes_->back(); }
     /// An application that opens one window when it is launched, and comes forward.
     void install(const QString &applicationPath) { installed_.append(applicationPath); }
+    /// The one path is a link to the other.
+    void link(const QString &path, const QString &target) {
+        links_.insert(QUrl::fromLocalFile(path), QUrl::fromLocalFile(target));
+    }
     void quit(const QString &applicationPath) {
         std::erase_if(*processes_, [&](const auto &process) {
             const bool isIt = process->bundleURL == QUrl::fromLocalFile(applicationPath);
@@ -111,6 +120,7 @@ private:
 
     std::shared_ptr<FakeProcesses> processes_ = std::make_shared<FakeProcesses>();
     QStringList installed_;
+    QHash<QUrl, QUrl> links_;
     std::shared_ptr<Journal> requests_ = std::make_shared<Journal>();
     std::shared_ptr<Journal> reads_ = std::make_shared<Journal>();
     QString fileManagerIdentifier_ = QStringLiteral("com.apple.finder");

@@ -176,6 +176,19 @@ TEST_F(AppLauncherTest, ApplicationsWithoutAPlaceAreSkipped) {
     EXPECT_EQ(requestsOf(notes()), QStringList{kActivateNotes});
 }
 
+TEST_F(AppLauncherTest, AnApplicationRunsWhereALinkLeads) {
+    workspace_.link(u"/Applications/Notes.app"_s, u"/System/Volumes/Cryptex/Notes.app"_s);
+    workspace_.link(u"/System/Cryptex/Notes.app"_s, u"/System/Volumes/Cryptex/Notes.app"_s);
+    workspace_.run(u"Daemon"_s, QString())->bundleURL = QUrl();
+    workspace_.run(u"Copy"_s, u"/Users/me/Notes.app"_s)->addWindow(u"A"_s);
+    EXPECT_EQ(requestsOf(notes()), QStringList{kOpenNotes});
+    workspace_.run(u"Linked"_s, u"/System/Cryptex/Notes.app"_s)->addWindow(u"A"_s);
+    EXPECT_EQ(requestsOf(notes()), QStringList{u"activate Linked"_s});
+    // One that is there by its own name comes first, wherever it is listed.
+    workspace_.run(u"Named"_s, u"/Applications/Notes.app"_s)->addWindow(u"A"_s);
+    EXPECT_EQ(requestsOf(notes()), QStringList{u"activate Named"_s});
+}
+
 TEST_F(AppLauncherTest, FirstOfSeveralProcessesIsTaken) {
     runNotes({u"A"_s})->name = u"First"_s;
     runNotes({u"A"_s})->name = u"Second"_s;

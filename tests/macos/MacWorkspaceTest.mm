@@ -98,6 +98,21 @@ TEST_F(MacWorkspaceTest, AnInvalidURLIsNotAskedFor) {
     EXPECT_EQ(takeCalls(), QStringList());
 }
 
+TEST_F(MacWorkspaceTest, AnApplicationIsFoundBehindALink) {
+    const QTemporaryDir folder;
+    const QString place = QFileInfo(folder.path()).canonicalFilePath();
+    ASSERT_TRUE(QDir().mkpath(place + QStringLiteral("/Cryptex/Caf\u00e9.app")));
+    const QUrl target = QUrl::fromLocalFile(place + QStringLiteral("/Cryptex/Caf\u00e9.app"));
+    const QUrl link = QUrl::fromLocalFile(place + QStringLiteral("/Link.app"));
+    ASSERT_TRUE(QFile::link(target.toLocalFile(), link.toLocalFile()));
+    EXPECT_EQ(workspace_.standardized(link), link) << "its own place is the first to count";
+    EXPECT_EQ(workspace_.resolved(link), target);
+    EXPECT_EQ(workspace_.resolved(target), target);
+    EXPECT_EQ(workspace_.resolved(QUrl::fromLocalFile(place + QStringLiteral("/./gone.app"))),
+              QUrl::fromLocalFile(place + QStringLiteral("/gone.app")));
+    EXPECT_EQ(workspace_.resolved(QUrl()), QUrl());
+}
+
 TEST_F(MacWorkspaceTest, NamesAreOneInEveryUnicodeNormalForm) {
     const QUrl composed = QUrl::fromLocalFile(one_ + QStringLiteral("/Caf\u00e9.app"));
     const QUrl decomposed = QUrl::fromLocalFile(one_ + QStringLiteral("/Cafe\u0301.app"));

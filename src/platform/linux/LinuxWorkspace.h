@@ -42,6 +42,8 @@ public:
     [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications() override;
     /// Names are bytes here: one in another Unicode normal form is another name.
     [[nodiscard]] QUrl standardized(const QUrl &file) const override;
+    /// A link to an entry is another entry.
+    [[nodiscard]] QUrl resolved(const QUrl &file) const override { return standardized(file); }
     bool open(const QUrl &file) override;
     bool openUrl(const QString &url) override;
     void openApplication(const QUrl &application, const QStringList &arguments,

@@ -122,6 +122,12 @@ QUrl MacWorkspace::standardized(const QUrl &file) const {
     }
 }
 
+QUrl MacWorkspace::resolved(const QUrl &file) const {
+    const QUrl place = standardized(file);
+    const QString target = QFileInfo(place.toLocalFile()).canonicalFilePath();
+    return target.isEmpty() ? place : standardized(QUrl::fromLocalFile(target));
+}
+
 bool MacWorkspace::open(const QUrl &file) {
     @autoreleasepool {
         NSURL *const target = toNSURL(file);
