@@ -78,16 +78,27 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers, bool isStyleNamed)
     colors::setSystemTints(platform.systemTints());
     platform.keyboardLayout().setChangeHandler(
         [this] { Q_EMIT notifications_.keyboardLayoutDidChange(); });
+    platform.setReopenHandler([this] { openPreferences(); });
+    // Log-out and Command-Q arrive as an event of the application.
+    QCoreApplication::instance()->installEventFilter(this);
     // Not before the language is known.
     qtTexts_.emplace(notifications_);
 }
 
 AppDelegate::~AppDelegate() {
+    platform_.setReopenHandler({});
     platform_.keyboardLayout().setChangeHandler({});
     colors::setSystemTints(nullptr);
     setSystemSymbols(nullptr);
     ToastPanel::setServices(nullptr);
     Language::setDefaults(nullptr);
+}
+
+bool AppDelegate::eventFilter(QObject *watched, QEvent *event) {
+    if (watched != QCoreApplication::instance() || event->type() != QEvent::Quit)
+        return QObject::eventFilter(watched, event);
+    quit();
+    return true;
 }
 
 RuleRunner::Services AppDelegate::ruleRunnerServices() {

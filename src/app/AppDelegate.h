@@ -70,6 +70,10 @@ public:
     [[nodiscard]] PreferencesWindowController *preferences() { return preferences_.get(); }
     [[nodiscard]] bool isPollingAccessibility() const { return accessibilityPoller_ != nullptr; }
 
+protected:
+    /// Quits by itself when the system asks for it, see quit().
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     [[nodiscard]] RuleRunner::Services ruleRunnerServices();
     [[nodiscard]] PreferencesServices preferencesServices();

@@ -70,6 +70,10 @@ public:
     /// the program, which can then only end.
     virtual void setSessionEndedHandler(std::function<void()> handler) = 0;
 
+    /// Called on the main thread each time that the user opens the program while it runs, where
+    /// the system hands that to the one that runs. To be set before the event loop begins.
+    virtual void setReopenHandler(std::function<void()> handler) = 0;
+
     /// Empty when the program can run in this session; otherwise why it cannot,
     /// as one line for the user. To be asked before any service is used.
     [[nodiscard]] virtual QString startupProblem() const = 0;

@@ -294,6 +294,32 @@ TEST_F(AppDelegateTest, QuittingIsNotFinishingTheGuide) {
     EXPECT_FALSE(onboardingCompleted());
 }
 
+TEST_F(AppDelegateTest, BeingAskedToQuitIsNotFinishingTheGuide) {
+    AppDelegate &delegate = launch();
+    ASSERT_NE(delegate.onboarding(), nullptr);
+    // What Qt sends at the system's wish, after which it closes all windows.
+    QTimer::singleShot(0, &context_, [] {
+        QEvent event(QEvent::Quit);
+        QCoreApplication::sendEvent(QCoreApplication::instance(), &event);
+        EXPECT_TRUE(event.isAccepted());
+    });
+    EXPECT_EQ(QCoreApplication::exec(), 0);
+    EXPECT_TRUE(delegate.onboarding()->window()->isVisible());
+    delegate_.reset();
+    EXPECT_FALSE(onboardingCompleted());
+}
+
+TEST_F(AppDelegateTest, OpeningTheProgramAgainOpensThePreferences) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    EXPECT_EQ(delegate.preferences(), nullptr);
+    platform_.reopen();
+    ASSERT_NE(delegate.preferences(), nullptr);
+    EXPECT_TRUE(delegate.preferences()->window()->isVisible());
+    delegate_.reset();
+    platform_.reopen();
+}
+
 TEST_F(AppDelegateTest, TheLastStepOfTheGuideLeadsToThePreferences) {
     AppDelegate &delegate = launch();
     const auto press = [&delegate] {

@@ -51,6 +51,7 @@ public:
     void setSessionEndedHandler(std::function<void()> handler) override {
         sessionEnded_ = std::move(handler);
     }
+    void setReopenHandler(std::function<void()> handler) override { reopen_ = std::move(handler); }
     [[nodiscard]] QString startupProblem() const override { return startupProblem_; }
 
     // For the test:
@@ -64,6 +65,10 @@ public:
     void endSession() {
         if (const auto handler = std::exchange(sessionEnded_, nullptr))
             handler();
+    }
+    void reopen() const {
+        if (reopen_)
+            reopen_();
     }
     void setStartupProblem(const QString &problem) { startupProblem_ = problem; }
 
@@ -87,6 +92,7 @@ private:
     std::atomic<int> hurriedThreads_ = 0;
     std::vector<std::pair<QString, QString>> diagnostics_;
     std::function<void()> sessionEnded_;
+    std::function<void()> reopen_;
     QString supportDirectory_;
     QString startupProblem_;
 };

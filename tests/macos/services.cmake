@@ -4,12 +4,14 @@ target_sources(macos_tests PRIVATE
     MacLoginItemTest.mm
     MacNativeWindowTest.mm
     MacPlatformTest.mm
+    MacReopeningTest.mm
     MacServicesTest.mm
     MacSystemSettingsTest.mm
     MacSystemTintsTest.mm
     MacUserDefaultsTest.mm
     NoSessionBusTest.cpp
     NSImagesTest.mm
+    fakes/AppleEvents.mm
     fakes/Colors.mm
     fakes/Images.mm
     fakes/InputSources.mm

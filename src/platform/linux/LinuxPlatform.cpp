@@ -172,6 +172,9 @@ public:
         sessionEnded_ = std::move(handler);
     }
 
+    /// Never called: there a second instance starts, which asks the first over the session bus.
+    void setReopenHandler(std::function<void()> /*handler*/) override {}
+
     /// A reachable X server, Xwayland's included.
     [[nodiscard]] QString startupProblem() const override {
         if (displayName_.isEmpty())

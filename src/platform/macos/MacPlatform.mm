@@ -14,6 +14,7 @@
 #include "platform/macos/desktop/MacKeyboardLayout.h"
 #include "platform/macos/desktop/MacLoginItem.h"
 #include "platform/macos/desktop/MacNativeWindow.h"
+#include "platform/macos/desktop/MacReopening.h"
 #include "platform/macos/desktop/MacServices.h"
 #include "platform/macos/desktop/MacUserDefaults.h"
 
@@ -89,6 +90,9 @@ public:
     }
     /// Never called: a program ends with the session, which ends it.
     void setSessionEndedHandler(std::function<void()> /*handler*/) override {}
+    void setReopenHandler(std::function<void()> handler) override {
+        reopening_.setHandler(std::move(handler));
+    }
     /// Always empty.
     [[nodiscard]] QString startupProblem() const override { return {}; }
 
@@ -109,6 +113,7 @@ private:
     MacKeyboardLayout keyboardLayout_;
     MacSystemSymbols systemSymbols_;
     MacSystemTints systemTints_;
+    MacReopening reopening_;
 };
 
 }  // namespace

@@ -9,6 +9,7 @@ typedef unsigned int UInt32;
 typedef int SInt32;
 typedef SInt32 OSStatus;
 typedef UInt32 OptionBits;
+typedef UInt32 FourCharCode;
 typedef unsigned long UniCharCount;
 
 enum {

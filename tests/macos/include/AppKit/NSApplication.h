@@ -11,6 +11,8 @@ typedef enum NSApplicationActivationPolicy : NSInteger {
     NSApplicationActivationPolicyProhibited = 2,
 } NSApplicationActivationPolicy;
 
+extern NSNotificationName NSApplicationWillFinishLaunchingNotification;
+
 @interface NSApplication : NSResponder
 + (nonnull NSApplication *)sharedApplication;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
