@@ -32,6 +32,14 @@ public:
     /// (in device-independent pixels of the window), where the desktop blurs.
     virtual void setBehindWindowMaterial(Id window, const QRect &rectangle, int cornerRadius) = 0;
 
+    /// Is what setBehindWindowMaterial() puts there a ground by itself, on which nothing else
+    /// needs to be painted?
+    [[nodiscard]] virtual bool isMaterialAGround() const = 0;
+
+    /// Lets the content of a window that was never shown reach under its title bar, which has
+    /// no ground and no title then, where the desktop can. The content keeps its size.
+    virtual void extendContentUnderTitleBar(Id window) = 0;
+
     /// Cuts a window to a rounded rectangle (in device-independent pixels of the window)
     /// along the pixels of the screen, for desktops that show no translucency.
     virtual void cutToRoundedRectangle(Id window, const QRect &rectangle, int cornerRadius) = 0;

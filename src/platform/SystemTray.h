@@ -33,6 +33,11 @@ public:
     /// Called whenever isDark() may have become another one.
     virtual void setDarkHandler(std::function<void()> handler) = 0;
 
+    /// Has the system draw its own symbol of this name, 16 points high, in the icon that Qt
+    /// shows, with what screen readers are to say of it (nothing when empty). To be called each
+    /// time that Qt was given an icon, which stays where the system has no such symbol.
+    virtual void drawSymbol(const QString &name, const QString &description) = 0;
+
     /// Does a click on the icon open its menu without the program's doing?
     [[nodiscard]] virtual bool opensMenus() const = 0;
 };

@@ -12,6 +12,10 @@ public:
     void setBehindWindowMaterial(Id window, const QRect &rectangle, int cornerRadius) override {
         add("setBehindWindowMaterial", window, rounded(rectangle, cornerRadius));
     }
+    [[nodiscard]] bool isMaterialAGround() const override { return isMaterialAGround_; }
+    void extendContentUnderTitleBar(Id window) override {
+        add("extendContentUnderTitleBar", window);
+    }
     void cutToRoundedRectangle(Id window, const QRect &rectangle, int cornerRadius) override {
         add("cutToRoundedRectangle", window, rounded(rectangle, cornerRadius));
     }
@@ -23,6 +27,7 @@ public:
 
     // For the test:
     void setTranslucencyShown(bool shown) { isTranslucencyShown_ = shown; }
+    void setMaterialAGround(bool isGround) { isMaterialAGround_ = isGround; }
     void setFrameMargins(const QMargins &margins) { frameMargins_ = margins; }
     void setActiveWindowCenter(std::optional<QPoint> center) { activeWindowCenter_ = center; }
     /// Calls since the last take: the name, the window, and what else was given.
@@ -45,6 +50,7 @@ private:
     Journal journal_;
     QMargins frameMargins_;
     bool isTranslucencyShown_ = true;
+    bool isMaterialAGround_ = false;
     std::optional<QPoint> activeWindowCenter_;
 };
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "fakes/Journal.h"
 #include "platform/SystemTray.h"
 
 namespace kestrelbay {
@@ -21,6 +22,9 @@ public:
     void setDarkHandler(std::function<void()> handler) override {
         darkHandler_ = std::move(handler);
     }
+    void drawSymbol(const QString &name, const QString &description) override {
+        journal_.add(QStringLiteral("%1 (%2)").arg(name, description));
+    }
     [[nodiscard]] bool opensMenus() const override { return opensMenus_; }
 
     // For the test:
@@ -32,6 +36,8 @@ public:
         if (std::exchange(isDark_, dark) != dark && darkHandler_)
             darkHandler_();
     }
+    /// The symbols that were to be drawn since the last take.
+    QStringList takeSymbols() { return journal_.take(); }
     void setOpensMenus(bool opens) { opensMenus_ = opens; }
 
 private:
@@ -40,6 +46,7 @@ private:
             std::exchange(availableHandler_, nullptr)();
     }
 
+    Journal journal_;
     bool isAvailable_ = true;
     bool opensMenus_ = false;
     std::optional<bool> isDark_ = false;

@@ -6,6 +6,7 @@
 
 #include "fakes/FakeImages.h"
 #include "fakes/FakeWindows.h"
+#include "fakes/LiveObjects.h"
 #include "fakes/MacJournal.h"
 #include "fixtures/QtPrinters.h"
 
@@ -52,6 +53,17 @@ TEST_F(MacNativeWindowTest, TheMaterialLiesBehindTheContent) {
     EXPECT_TRUE(material().layer.masksToBounds);
 }
 
+TEST_F(MacNativeWindowTest, TheMaterialGoesWithItsWindow) {
+    const int before = liveObjects();
+    @autoreleasepool {
+        NSPanel *const panel = [NSPanel windowWithSize:NSMakeSize(420, 100)];
+        const int withoutMaterial = liveObjects();
+        windows_.setBehindWindowMaterial(idOf(panel), QRect(0, 0, 420, 100), 12);
+        EXPECT_GT(liveObjects(), withoutMaterial);
+    }
+    EXPECT_EQ(liveObjects(), before);
+}
+
 TEST_F(MacNativeWindowTest, TheMaterialFillsTheRectangleCountedFromTheTop) {
     windows_.setBehindWindowMaterial(idOf(panel_), QRect(10, 5, 400, 60), 28);
     EXPECT_TRUE(NSEqualRects(material().frame, NSMakeRect(10, 35, 400, 60)));
@@ -78,6 +90,20 @@ TEST_F(MacNativeWindowTest, ASecondMaterialReplacesTheFirst) {
     EXPECT_TRUE(NSEqualSizes(material().maskImage.size, NSMakeSize(57, 57)));
 }
 
+TEST_F(MacNativeWindowTest, TheContentReachesUnderATitleBarWithoutGroundOrTitle) {
+    NSWindow *const window = [NSWindow titledWindowWithSize:NSMakeSize(468, 468)];
+    windows_.extendContentUnderTitleBar(idOf(window));
+    EXPECT_TRUE(window.titlebarAppearsTransparent);
+    EXPECT_EQ(window.titleVisibility, 1);
+    EXPECT_EQ(window.styleMask, 0x8001U);
+    EXPECT_TRUE(NSEqualSizes(window.contentView.frame.size, NSMakeSize(468, 468)));
+    EXPECT_TRUE(NSEqualSizes(window.contentView.superview.frame.size, NSMakeSize(468, 468)));
+}
+
+TEST_F(MacNativeWindowTest, TheMaterialIsTheWholeGroundOfAToast) {
+    EXPECT_TRUE(windows_.isMaterialAGround());
+}
+
 TEST_F(MacNativeWindowTest, TheWindowIsKeyBeforeTheProgramComesForward) {
     windows_.bringProgramForward(idOf(panel_));
     EXPECT_EQ(takeCalls(), (QStringList{u"make key and order front, sender 0"_s,
@@ -90,6 +116,7 @@ TEST_F(MacNativeWindowTest, WindowsThatAreNotThereAreLeftAlone) {
          {NativeWindow::Id(0), reinterpret_cast<NativeWindow::Id>(loose)}) {
         windows_.makeFloatingPanel(id);
         windows_.setBehindWindowMaterial(id, QRect(0, 0, 10, 10), 2);
+        windows_.extendContentUnderTitleBar(id);
         windows_.bringProgramForward(id);
     }
     EXPECT_EQ(takeCalls(), QStringList());

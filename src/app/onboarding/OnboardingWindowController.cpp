@@ -243,6 +243,7 @@ OnboardingWindowController::OnboardingWindowController(Services services)
     // It has no title that could tell what it is.
     window_->setAccessibleName(L::programName());
     window_->setMovableByBackground(true);
+    services_.nativeWindow.extendContentUnderTitleBar(window_->winId());
     window_->setCloseHandler([this] { windowShouldClose(); });
     viewController_->setOnFinished([this](bool openPreferences) {
         write(services_.defaults, settings::kOnboardingCompleted, true);

@@ -71,12 +71,14 @@ private:
     QString themeName_;
 };
 
+QString symbolOf(bool enabled) {
+    return enabled ? QStringLiteral("bolt.fill") : QStringLiteral("bolt.slash.fill");
+}
+
 }  // namespace
 
 QIcon statusIcon(bool enabled, std::optional<bool> onDark, const QString &themeName) {
-    QIcon icon(new StatusIconEngine(
-        enabled ? QStringLiteral("bolt.fill") : QStringLiteral("bolt.slash.fill"), onDark,
-        themeName));
+    QIcon icon(new StatusIconEngine(symbolOf(enabled), onDark, themeName));
     icon.setIsMask(!onDark);
     return icon;
 }
@@ -101,6 +103,8 @@ StatusItem::~StatusItem() {
 void StatusItem::setShortcutsEnabled(bool enabled) {
     shortcutsEnabled_ = enabled;
     updateIcon();
+    if (icon_)
+        area_.drawSymbol(symbolOf(shortcutsEnabled_), QString());
 }
 
 void StatusItem::appear() {
@@ -116,6 +120,8 @@ void StatusItem::appear() {
                 });
     }
     icon_->show();
+    // Qt makes the system's item only now.
+    area_.drawSymbol(symbolOf(shortcutsEnabled_), L::programName());
 }
 
 void StatusItem::updateIcon() {

@@ -49,8 +49,6 @@ ToastPanel::ToastPanel(int cornerRadius, Input input)
     panels().insert(this);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_QuitOnClose, false);
-    // Otherwise it goes when another program comes to the front.
-    setAttribute(Qt::WA_MacAlwaysShowToolWindow);
     setAttribute(Qt::WA_TranslucentBackground, isTranslucent_);
     opacityAnimation_->setEasingCurve(QEasingCurve::InOutQuad);
     // Qt sends a new opacity to the X server only along with something painted.
@@ -111,6 +109,8 @@ void ToastPanel::closePanel() {
 }
 
 void ToastPanel::paintEvent(QPaintEvent *) {
+    if (isTranslucent_ && services_.nativeWindow.isMaterialAGround())
+        return;
     QPainter painter(this);
     if (isTranslucent_) {
         drawRounded(painter, rect(), cornerRadius_, colors::toast(true));

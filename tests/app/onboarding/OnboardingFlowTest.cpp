@@ -40,8 +40,11 @@ TEST_F(OnboardingFlowTest, BeginsWithTheWelcome) {
 
 TEST_F(OnboardingFlowTest, ComesForwardInTheMiddleOfTheScreen) {
     EXPECT_TRUE(guide_->window()->isVisible());
-    EXPECT_EQ(nativeWindow_.takeCalls(),
-              QStringList{QStringLiteral("bringProgramForward %1").arg(guide_->window()->winId())});
+    EXPECT_EQ(
+        nativeWindow_.takeCalls(),
+        (QStringList{QStringLiteral("extendContentUnderTitleBar %1"),
+                     QStringLiteral("bringProgramForward %1")}
+             .replaceInStrings(QStringLiteral("%1"), QString::number(guide_->window()->winId()))));
     // The frame is not known before the window is in view.
     const QPoint off = guide_->window()->frameGeometry().center() -
                        QGuiApplication::primaryScreen()->availableGeometry().center();

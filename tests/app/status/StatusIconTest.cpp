@@ -101,6 +101,21 @@ TEST(StatusIcon, IsDrawnForEverySize) {
               QList<QSize>({{16, 16}, {22, 22}, {24, 24}, {32, 32}}));
 }
 
+TEST(StatusIcon, HasEveryPixelOfASharpScreen) {
+    for (const std::optional<bool> onDark : {std::optional<bool>(), std::optional(true)}) {
+        const QPixmap sharp = statusIcon(true, onDark).pixmap(QSize(22, 22), 2);
+        EXPECT_EQ(sharp.devicePixelRatio(), 2);
+        QImage image = sharp.toImage().convertToFormat(QImage::Format_ARGB32);
+        image.setDevicePixelRatio(1);
+        EXPECT_EQ(image, drawn(true, onDark, 44));
+    }
+    // None is made of another.
+    const QImage symbol = symbolPixmap(QStringLiteral("bolt.fill"), {32, 32}, Qt::black, 1)
+                              .toImage()
+                              .convertToFormat(QImage::Format_ARGB32);
+    EXPECT_EQ(drawn(true, std::nullopt, 44).copy(6, 6, 32, 32), symbol);
+}
+
 TEST(StatusIcon, IsAMaskWhereTheSystemTints) {
     EXPECT_TRUE(statusIcon(true, std::nullopt).isMask());
     EXPECT_FALSE(statusIcon(true, true).isMask());

@@ -175,6 +175,19 @@ TEST_F(LaunchToastWindowTest, TranslucentWhereTheDesktopShowsIt) {
     EXPECT_EQ(image.pixelColor(96, 20).alpha(), colors::toast(true).alpha());
 }
 
+TEST_F(LaunchToastWindowTest, NothingLiesOverAMaterialThatIsAGround) {
+    nativeWindow_.setMaterialAGround(true);
+    show(LaunchToastDuration::Short);
+    EXPECT_EQ(picture().pixelColor(96, 20).alpha(), 0);
+    EXPECT_EQ(picture().pixelColor(96, 96).alpha(), 255) << "that is the icon";
+}
+
+TEST_F(LaunchToastWindowTest, QtLeavesItsLevelAlone) {
+    show(LaunchToastDuration::Short);
+    // With it, Qt lowers the windows of a program that is no longer active on macOS.
+    EXPECT_FALSE(current()->testAttribute(Qt::WA_MacAlwaysShowToolWindow));
+}
+
 TEST_F(LaunchToastWindowTest, OpaqueAndCutOutWhereItDoesNot) {
     QApplication::setPalette(systemPalette(ColorScheme::Light));
     nativeWindow_.setTranslucencyShown(false);

@@ -17,6 +17,8 @@ void refuseBitmaps(bool refuse);
 @interface NSImage (KestrelBayFake)
 /// It is drawn as a full rectangle of opaque red.
 + (NSImage *)redImageWithSize:(NSSize)size;
+/// The one that it was made with.
+- (NSString *)shownDescription;
 /// Calls its drawing handler. What is drawn there is in the journal afterwards.
 - (BOOL)drawIntoJournal;
 @end

@@ -14,6 +14,9 @@ namespace kestrelbay::macos {
 /// index of the one with the key window.
 void setScreens(const std::vector<QRect> &screens, std::optional<std::size_t> main);
 
+/// What the application gives as its windows; nil for none.
+void setApplicationWindows(NSArray *windows);
+
 }  // namespace kestrelbay::macos
 
 // What the fakes can do besides.
@@ -21,6 +24,8 @@ void setScreens(const std::vector<QRect> &screens, std::optional<std::size_t> ma
 @interface NSWindow (KestrelBayFake)
 /// Its content view is turned upside down, as Qt's are, and lies in a frame view.
 + (instancetype)windowWithSize:(NSSize)size;
+/// With a title bar above the content view.
++ (instancetype)titledWindowWithSize:(NSSize)size;
 @end
 
 @interface NSView (KestrelBayFake)

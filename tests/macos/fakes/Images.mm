@@ -6,6 +6,7 @@
 #include <Block.h>
 
 #include "fakes/Bridge.h"
+#import "fakes/FakeObject.h"
 #include "fakes/MacJournal.h"
 #include "platform/macos/cocoa/Strings.h"
 
@@ -96,6 +97,12 @@ CGContextRef CGBitmapContextCreate(void *data, std::size_t width, std::size_t he
 @synthesize capInsets = capInsets_;
 @synthesize resizingMode = resizingMode_;
 
+- (instancetype)init {
+    if ((self = [super init]))
+        kestrelbay::macos::objectWasMade();
+    return self;
+}
+
 + (NSImage *)redImageWithSize:(NSSize)size {
     NSImage *const image = [[[NSImage alloc] init] autorelease];
     image->size_ = size;
@@ -106,7 +113,11 @@ CGContextRef CGBitmapContextCreate(void *data, std::size_t width, std::size_t he
               accessibilityDescription:(NSString *)description {
     record(
         QStringLiteral("symbol %1, description %2").arg(toQString(name), toQString(description)));
-    return [name isEqualToString:symbolName] ? [NSImage redImageWithSize:symbolSize] : nil;
+    if (![name isEqualToString:symbolName])
+        return nil;
+    NSImage *const image = [NSImage redImageWithSize:symbolSize];
+    image->accessibilityDescription_ = [description copy];
+    return image;
 }
 
 + (NSImage *)imageWithSize:(NSSize)size
@@ -118,9 +129,15 @@ CGContextRef CGBitmapContextCreate(void *data, std::size_t width, std::size_t he
 }
 
 - (void)dealloc {
+    kestrelbay::macos::objectIsGone();
     if (drawingHandler_)
         Block_release(drawingHandler_);
+    [accessibilityDescription_ release];
     [super dealloc];
+}
+
+- (NSString *)shownDescription {
+    return accessibilityDescription_;
 }
 
 - (BOOL)drawIntoJournal {

@@ -1,8 +1,10 @@
 #import <AppKit/NSApplication.h>
 #import <AppKit/NSBezierPath.h>
 #import <AppKit/NSScreen.h>
+#import <AppKit/NSStatusBarButton.h>
 #import <QuartzCore/CALayer.h>
 
+#import "fakes/FakeObject.h"
 #include "fakes/FakeWindows.h"
 #include "fakes/MacJournal.h"
 #include "platform/macos/cocoa/Strings.h"
@@ -12,6 +14,9 @@ using kestrelbay::macos::record;
 
 namespace {
 
+constexpr CGFloat kTitleBarHeight = 28;
+
+NSArray *applicationWindows = nil;
 NSArray *allScreens = nil;
 NSScreen *screenWithKeyWindow = nil;
 
@@ -43,12 +48,15 @@ QString words(NSRect rect) {
 @dynamic layer;
 
 - (instancetype)init {
-    if ((self = [super init]))
+    if ((self = [super init])) {
         subviews_ = [[NSMutableArray alloc] init];
+        kestrelbay::macos::objectWasMade();
+    }
     return self;
 }
 
 - (void)dealloc {
+    kestrelbay::macos::objectIsGone();
     [subviews_ release];
     [layer_ release];
     [super dealloc];
@@ -106,6 +114,23 @@ QString words(NSRect rect) {
 }
 @end
 
+@implementation NSButton
+@synthesize image = image_;
+@synthesize title = title_;
+@synthesize keyEquivalent = keyEquivalent_;
+@synthesize hasDestructiveAction = hasDestructiveAction_;
+
+- (void)dealloc {
+    [image_ release];
+    [title_ release];
+    [keyEquivalent_ release];
+    [super dealloc];
+}
+@end
+
+@implementation NSStatusBarButton
+@end
+
 @implementation NSVisualEffectView
 @synthesize material = material_;
 @synthesize blendingMode = blendingMode_;
@@ -120,6 +145,15 @@ QString words(NSRect rect) {
 
 @implementation NSWindow
 @synthesize contentView = contentView_;
+@synthesize titlebarAppearsTransparent = titlebarAppearsTransparent_;
+@synthesize titleVisibility = titleVisibility_;
+
++ (instancetype)titledWindowWithSize:(NSSize)size {
+    NSWindow *const window = [self windowWithSize:size];
+    window->styleMask_ = 1;
+    [window setContentSize:size];
+    return window;
+}
 
 + (instancetype)windowWithSize:(NSSize)size {
     NSWindow *const window = [[[self alloc] init] autorelease];
@@ -160,9 +194,21 @@ QString words(NSRect rect) {
     return styleMask_;
 }
 
+/// As in the system's, the frame stays and the content takes what the mask gives it.
 - (void)setStyleMask:(NSWindowStyleMask)mask {
+    const NSWindowStyleMask added = mask & ~styleMask_;
     styleMask_ = mask;
+    if (added & NSWindowStyleMaskFullSizeContentView)
+        contentView_.frame = frameView_.frame;
     record(QStringLiteral("style mask %1").arg(mask));
+}
+
+- (void)setContentSize:(NSSize)size {
+    NSRect frame = NSMakeRect(0, 0, size.width, size.height);
+    contentView_.frame = frame;
+    if (!(styleMask_ & NSWindowStyleMaskFullSizeContentView))
+        frame.size.height += kTitleBarHeight;
+    frameView_.frame = frame;
 }
 
 - (NSWindowCollectionBehavior)collectionBehavior {
@@ -192,9 +238,15 @@ QString words(NSRect rect) {
 @end
 
 @implementation NSApplication
+@dynamic windows;
+
 + (NSApplication *)sharedApplication {
     static NSApplication *const application = [[NSApplication alloc] init];
     return application;
+}
+
+- (NSArray *)windows {
+    return applicationWindows;
 }
 
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy {
@@ -246,6 +298,11 @@ QString words(NSRect rect) {
 @end
 
 namespace kestrelbay::macos {
+
+void setApplicationWindows(NSArray *windows) {
+    [applicationWindows release];
+    applicationWindows = [windows copy];
+}
 
 void setScreens(const std::vector<QRect> &screens, std::optional<std::size_t> main) {
     NSMutableArray *const made = [NSMutableArray array];

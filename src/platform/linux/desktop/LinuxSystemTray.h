@@ -49,6 +49,8 @@ public:
     /// while no theme has the icon, as before an installation; then some draw none.
     [[nodiscard]] bool tintsIcon(const QString &name) const override;
     void setDarkHandler(std::function<void()> handler) override;
+    /// Panels are sent Qt's icon.
+    void drawSymbol(const QString & /*name*/, const QString & /*description*/) override {}
     /// A left click is told to the program, by both kinds; those few hosts that open the
     /// menu at it do not tell of it.
     [[nodiscard]] bool opensMenus() const override { return false; }

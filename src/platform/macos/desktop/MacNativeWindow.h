@@ -12,6 +12,8 @@ public:
     /// Puts the system's material for heads-up displays behind the content. A second
     /// call changes the first one's.
     void setBehindWindowMaterial(Id window, const QRect &rectangle, int cornerRadius) override;
+    [[nodiscard]] bool isMaterialAGround() const override { return true; }
+    void extendContentUnderTitleBar(Id window) override;
     /// Never called, since translucency is always shown.
     void cutToRoundedRectangle(Id /*window*/, const QRect & /*rectangle*/,
                                int /*cornerRadius*/) override {}

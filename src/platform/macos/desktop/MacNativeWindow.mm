@@ -21,6 +21,8 @@ constexpr NSWindowCollectionBehavior kEverywhere =
     NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
 static_assert(kEverywhere == 257);
 static_assert(NSWindowStyleMaskNonactivatingPanel == 128);
+static_assert(NSWindowStyleMaskFullSizeContentView == 1 << 15);
+static_assert(NSWindowTitleHidden == 1);
 static_assert(NSVisualEffectMaterialHUDWindow == 13);
 static_assert(NSVisualEffectBlendingModeBehindWindow == 0);
 static_assert(NSVisualEffectStateActive == 1);
@@ -95,6 +97,19 @@ void MacNativeWindow::setBehindWindowMaterial(Id window, const QRect &rectangle,
         material.frame = [content.superview convertRect:frame fromView:content];
         material.layer.cornerRadius = cornerRadius;
         material.maskImage = roundedMask(cornerRadius);
+    }
+}
+
+void MacNativeWindow::extendContentUnderTitleBar(Id window) {
+    @autoreleasepool {
+        NSView *const content = viewOf(window);
+        NSWindow *const native = content.window;
+        const NSSize size = content.frame.size;
+        native.titlebarAppearsTransparent = YES;
+        native.titleVisibility = NSWindowTitleHidden;
+        native.styleMask |= NSWindowStyleMaskFullSizeContentView;
+        // The frame has kept its size, and the content has taken the bar's part of it.
+        [native setContentSize:size];
     }
 }
 

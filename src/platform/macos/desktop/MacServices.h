@@ -24,6 +24,7 @@ public:
     [[nodiscard]] bool tintsIcon(const QString & /*name*/) const override { return false; }
     /// Never called: there is nothing to tell.
     void setDarkHandler(std::function<void()> /*handler*/) override {}
+    void drawSymbol(const QString &name, const QString &description) override;
     [[nodiscard]] bool opensMenus() const override { return true; }
 };
 

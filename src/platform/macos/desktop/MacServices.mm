@@ -8,6 +8,8 @@
 #import <AppKit/NSColorSpace.h>
 #import <AppKit/NSImage.h>
 #import <AppKit/NSSound.h>
+#import <AppKit/NSStatusBarButton.h>
+#import <AppKit/NSWindow.h>
 #import <AppKit/NSWorkspace.h>
 #include <os/log.h>
 
@@ -15,6 +17,42 @@
 #include "platform/macos/cocoa/Strings.h"
 
 namespace kestrelbay {
+
+namespace {
+
+constexpr CGFloat kStatusSymbolSide = 16;
+
+/// In the view or below it; nil where there is none.
+NSStatusBarButton *statusButtonIn(NSView *view) {
+    if ([view isKindOfClass:[NSStatusBarButton class]])
+        return static_cast<NSStatusBarButton *>(view);
+    for (NSView *subview in view.subviews)
+        if (NSStatusBarButton *const button = statusButtonIn(subview))
+            return button;
+    return nil;
+}
+
+/// Qt keeps the item to itself, but its button is in one of the program's own windows.
+NSStatusBarButton *statusButton() {
+    for (NSWindow *window in [[NSApplication sharedApplication] windows])
+        if (NSStatusBarButton *const button = statusButtonIn(window.contentView))
+            return button;
+    return nil;
+}
+
+}  // namespace
+
+void MacSystemTray::drawSymbol(const QString &name, const QString &description) {
+    @autoreleasepool {
+        NSImage *const symbol = [NSImage
+            imageWithSystemSymbolName:toNSString(name)
+             accessibilityDescription:description.isEmpty() ? nil : toNSString(description)];
+        if (!symbol)
+            return;
+        symbol.size = NSMakeSize(kStatusSymbolSide, kStatusSymbolSide);
+        statusButton().image = symbol;
+    }
+}
 
 bool MacSystemSettings::openAccessibilityPane() {
     @autoreleasepool {

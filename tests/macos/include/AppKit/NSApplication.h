@@ -13,8 +13,11 @@ typedef enum NSApplicationActivationPolicy : NSInteger {
 
 extern NSNotificationName NSApplicationWillFinishLaunchingNotification;
 
+@class NSWindow;
+
 @interface NSApplication : NSResponder
 + (nonnull NSApplication *)sharedApplication;
+@property(readonly, copy, nonnull) NSArray<NSWindow *> *windows;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 - (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps;
 @end

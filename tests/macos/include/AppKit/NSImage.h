@@ -12,6 +12,7 @@ typedef enum NSImageResizingMode : NSInteger {
 
 @interface NSImage : NSObject {
     NSSize size_;
+    NSString *accessibilityDescription_;
     BOOL (^drawingHandler_)(NSRect);
     NSEdgeInsets capInsets_;
     NSImageResizingMode resizingMode_;

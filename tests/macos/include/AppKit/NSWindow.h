@@ -13,7 +13,13 @@ enum : NSWindowStyleMask {
     NSWindowStyleMaskBorderless = 0,
     NSWindowStyleMaskUtilityWindow = 1 << 4,
     NSWindowStyleMaskNonactivatingPanel = 1 << 7,
+    NSWindowStyleMaskFullSizeContentView = 1 << 15,
 };
+
+typedef enum NSWindowTitleVisibility : NSInteger {
+    NSWindowTitleVisible = 0,
+    NSWindowTitleHidden = 1,
+} NSWindowTitleVisibility;
 
 typedef NSUInteger NSWindowCollectionBehavior;
 enum : NSWindowCollectionBehavior {
@@ -28,11 +34,16 @@ enum : NSWindowCollectionBehavior {
     NSWindowStyleMask styleMask_;
     NSWindowCollectionBehavior collectionBehavior_;
     BOOL hidesOnDeactivate_;
+    BOOL titlebarAppearsTransparent_;
+    NSWindowTitleVisibility titleVisibility_;
 }
 @property NSWindowLevel level;
 @property NSWindowStyleMask styleMask;
 @property NSWindowCollectionBehavior collectionBehavior;
 @property BOOL hidesOnDeactivate;
 @property(retain, nullable) NSView *contentView;
+@property BOOL titlebarAppearsTransparent;
+@property NSWindowTitleVisibility titleVisibility;
+- (void)setContentSize:(NSSize)size;
 - (void)makeKeyAndOrderFront:(nullable id)sender;
 @end

@@ -30,6 +30,10 @@ public:
     /// Asks the server every time: a compositing manager may start or end any time.
     [[nodiscard]] bool isTranslucencyShown() const override;
     void setBehindWindowMaterial(Id window, const QRect &rectangle, int cornerRadius) override;
+    /// Few desktops blur, and what is blurred may be of any colour.
+    [[nodiscard]] bool isMaterialAGround() const override { return false; }
+    /// Title bars are the window manager's.
+    void extendContentUnderTitleBar(Id /*window*/) override {}
     void cutToRoundedRectangle(Id window, const QRect &rectangle, int cornerRadius) override;
     [[nodiscard]] QMargins frameMargins(Id window) const override;
     /// A window that was just shown follows as soon as it is in the window manager's
