@@ -240,6 +240,11 @@ void AppPickerPanel::selectApp() {
 }
 
 void AppPickerPanel::browseFile() {
+    if (auto *const open = findChild<QFileDialog *>(); open && open->isVisible()) {
+        open->raise();
+        open->activateWindow();
+        return;
+    }
     auto *dialog = new QFileDialog(this, L::appPickerTitle());
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFile);
@@ -250,7 +255,9 @@ void AppPickerPanel::browseFile() {
         if (const QString name = catalog_.nameOfFile(path); !name.isEmpty())
             finish(name, path);
     });
-    dialog->open();
+    // A panel beside the sheet, not a sheet upon it.
+    dialog->setModal(false);
+    dialog->show();
 }
 
 void AppPickerPanel::finish(const QString &name, const QString &path) {

@@ -288,6 +288,9 @@ TEST_F(AppPickerPanelTest, BrowsingTakesApplicationsOnly) {
     button(QStringLiteral("Browse...")).click();
     QPointer<QFileDialog> dialog = panel_->findChild<QFileDialog *>();
     ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->windowModality(), Qt::NonModal) << "it is a panel of its own";
+    button(QStringLiteral("Browse...")).click();
+    EXPECT_EQ(panel_->findChildren<QFileDialog *>().size(), 1);
     EXPECT_EQ(dialog->fileMode(), QFileDialog::ExistingFile);
     EXPECT_EQ(dialog->nameFilters(), QStringList(QStringLiteral("Applications (*.application)")));
     EXPECT_EQ(dialog->directory().path(), folder);
