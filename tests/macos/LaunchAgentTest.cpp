@@ -97,6 +97,16 @@ TEST_F(LegacyLoginItemTest, EnablingReplacesAnOlderFile) {
     EXPECT_EQ(read(path_), content_);
 }
 
+TEST_F(LegacyLoginItemTest, WhoeverReadsTheOldFileMeanwhileHasItWhole) {
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(path_).path()));
+    write(path_, "the old one");
+    QFile reader(path_);
+    ASSERT_TRUE(reader.open(QIODevice::ReadOnly));
+    setLaunchAtLoginLegacy(true, home_.path(), bundle_);
+    EXPECT_EQ(reader.readAll(), "the old one");
+    EXPECT_EQ(read(path_), content_);
+}
+
 TEST_F(LegacyLoginItemTest, DisablingDeletesTheFileAlone) {
     setLaunchAtLoginLegacy(true, home_.path(), bundle_);
     write(QFileInfo(path_).path() + u"/another.plist"_s, "another's");

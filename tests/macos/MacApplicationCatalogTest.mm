@@ -79,6 +79,13 @@ TEST_F(MacApplicationCatalogTest, ListsTheFoldersInTheirOrderOneLevelDeep) {
     EXPECT_EQ(calls.filter(QStringLiteral("iconForFile")), QStringList());
 }
 
+TEST_F(MacApplicationCatalogTest, ThoseThatTheFinderHidesAreListedToo) {
+    const QString hidden = install(QStringLiteral("one"), QStringLiteral(".Tool.app"), kIconFile);
+    const auto found = catalog().installedApplications();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].path, hidden);
+}
+
 TEST_F(MacApplicationCatalogTest, TheNameIsThatOfTheBundlesFolder) {
     install(QStringLiteral("one"), QStringLiteral("Tool 2.5.app"), kIconFile);
     EXPECT_EQ(catalog().installedApplications().at(0).fileName, QStringLiteral("Tool 2.5"));

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes/FakeImages.h"
+#include "fakes/LiveObjects.h"
 #include "fakes/MacJournal.h"
 #include "fixtures/QtPrinters.h"
 #include "platform/macos/desktop/MacServices.h"
@@ -59,6 +60,14 @@ TEST_F(NSImagesTest, SymbolsAreTheSystemsByName) {
     EXPECT_EQ(image.pixelColor(8, 0).alpha(), 255);
     EXPECT_EQ(image.pixelColor(0, 8).alpha(), 0);
     EXPECT_TRUE(symbols.image(u"no.such.symbol"_s, {16, 16}).isNull());
+}
+
+TEST_F(NSImagesTest, NothingOfASymbolIsLeftToThePoolOfTheCaller) {
+    setSystemSymbol(u"bolt.fill"_s, NSMakeSize(10, 20));
+    const int before = liveObjects();
+    const QImage image = MacSystemSymbols().image(u"bolt.fill"_s, {16, 16});
+    EXPECT_FALSE(image.isNull());
+    EXPECT_EQ(liveObjects(), before);
 }
 
 }  // namespace

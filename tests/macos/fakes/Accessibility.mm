@@ -84,8 +84,11 @@ AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attrib
                                       CFTypeRef *value) {
     const std::scoped_lock lock(FakeDesktop::shared().mutex());
     const AXError error = begin("AXUIElementCopyAttributeValue", element, attribute, {});
-    if (error != kAXErrorSuccess)
+    if (error != kAXErrorSuccess) {
+        // Nobody promises that it is left alone.
+        *value = cf<CFTypeRef>(@"not a value");
         return error;
+    }
     FakeDesktop &desktop = FakeDesktop::shared();
     id object = nil;
     if (!fake(element)->_name.isEmpty()) {
