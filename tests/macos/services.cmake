@@ -6,11 +6,13 @@ target_sources(macos_tests PRIVATE
     MacPlatformTest.mm
     MacReopeningTest.mm
     MacServicesTest.mm
+    MacSystemAlertsTest.mm
     MacSystemSettingsTest.mm
     MacSystemTintsTest.mm
     MacUserDefaultsTest.mm
     NoSessionBusTest.cpp
     NSImagesTest.mm
+    fakes/Alerts.mm
     fakes/AppleEvents.mm
     fakes/Colors.mm
     fakes/Images.mm

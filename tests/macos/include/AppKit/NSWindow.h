@@ -47,3 +47,8 @@ enum : NSWindowCollectionBehavior {
 - (void)setContentSize:(NSSize)size;
 - (void)makeKeyAndOrderFront:(nullable id)sender;
 @end
+
+@interface NSWindow (NSWindowSheets)
+@property(readonly, assign, nullable) NSWindow *sheetParent;
+- (void)endSheet:(nonnull NSWindow *)sheetWindow;
+@end
