@@ -23,6 +23,7 @@
 #include "settings/SettingsKeys.h"
 #include "ui/look/Symbols.h"
 #include "ui/look/SystemColors.h"
+#include "ui/windows/Sheet.h"
 
 namespace kestrelbay {
 
@@ -76,6 +77,7 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers, bool isStyleNamed)
     ToastPanel::setServices(&toastServices_);
     setSystemSymbols(platform.systemSymbols());
     colors::setSystemTints(platform.systemTints());
+    setSystemAlerts(platform.systemAlerts());
     platform.keyboardLayout().setChangeHandler(
         [this] { Q_EMIT notifications_.keyboardLayoutDidChange(); });
     platform.setReopenHandler([this] { openPreferences(); });
@@ -88,6 +90,7 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers, bool isStyleNamed)
 AppDelegate::~AppDelegate() {
     platform_.setReopenHandler({});
     platform_.keyboardLayout().setChangeHandler({});
+    setSystemAlerts(nullptr);
     colors::setSystemTints(nullptr);
     setSystemSymbols(nullptr);
     ToastPanel::setServices(nullptr);

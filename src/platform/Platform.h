@@ -17,6 +17,7 @@ class LoginItem;
 class NativeWindow;
 class ScreenLock;
 class SystemTray;
+class SystemAlerts;
 class SystemLog;
 class SystemSettings;
 class SystemSounds;
@@ -49,6 +50,7 @@ public:
     /// Null where the system has none, so that the program's own are used.
     [[nodiscard]] virtual const SystemSymbols *systemSymbols() = 0;
     [[nodiscard]] virtual const SystemTints *systemTints() = 0;
+    [[nodiscard]] virtual SystemAlerts *systemAlerts() = 0;
 
     /// The folder that holds one folder of files for each of the user's programs. Empty when
     /// the system names none.

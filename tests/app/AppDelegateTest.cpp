@@ -18,10 +18,12 @@
 #include "app/onboarding/OnboardingWindowController.h"
 #include "app/toasts/LaunchToastWindow.h"
 #include "fakes/FakePlatform.h"
+#include "fakes/FakeSystemAlerts.h"
 #include "fakes/FakeTimers.h"
 #include "files/FileWatch.h"
 #include "fixtures/QtPrinters.h"
 #include "model/RuleFile.h"
+#include "preferences/rules/RuleRowView.h"
 #include "preferences/rules/RulesViewController.h"
 #include "preferences/window/PreferencesWindowController.h"
 #include "settings/Notifications.h"
@@ -318,6 +320,23 @@ TEST_F(AppDelegateTest, OpeningTheProgramAgainOpensThePreferences) {
     EXPECT_TRUE(delegate.preferences()->window()->isVisible());
     delegate_.reset();
     platform_.reopen();
+}
+
+TEST_F(AppDelegateTest, AlertsAreTheSystemsWhereItHasThem) {
+    FakeSystemAlerts alerts;
+    platform_.setSystemAlerts(&alerts);
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    delegate.openPreferences();
+    bool isDone = false;
+    openDeleteConfirmation(delegate.preferences()->window(), QStringLiteral("Mail"),
+                           [&isDone] { isDone = true; });
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(alerts.alert());
+    EXPECT_EQ(alerts.window(), delegate.preferences()->window()->winId());
+    alerts.answer(true);
+    EXPECT_TRUE(isDone);
+    delegate_.reset();
 }
 
 TEST_F(AppDelegateTest, TheLastStepOfTheGuideLeadsToThePreferences) {

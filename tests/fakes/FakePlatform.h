@@ -42,6 +42,7 @@ public:
     [[nodiscard]] FakeKeyboardLayout &keyboardLayout() override { return keyboardLayout_; }
     [[nodiscard]] FakeSystemSymbols *systemSymbols() override { return &systemSymbols_; }
     [[nodiscard]] FakeSystemTints *systemTints() override { return &systemTints_; }
+    [[nodiscard]] SystemAlerts *systemAlerts() override { return systemAlerts_; }
     [[nodiscard]] QString applicationSupportDirectory() const override { return supportDirectory_; }
     void becomeAccessory() override { isAccessory_ = true; }
     void hurryThisThread() override { ++hurriedThreads_; }
@@ -55,6 +56,7 @@ public:
     [[nodiscard]] QString startupProblem() const override { return startupProblem_; }
 
     // For the test:
+    void setSystemAlerts(SystemAlerts *alerts) { systemAlerts_ = alerts; }
     void setApplicationSupportDirectory(const QString &path) { supportDirectory_ = path; }
     [[nodiscard]] bool isAccessory() const { return isAccessory_; }
     /// How often a thread was told to.
@@ -83,6 +85,7 @@ private:
     FakeSystemSettings systemSettings_;
     FakeSystemSymbols systemSymbols_;
     FakeSystemTints systemTints_;
+    SystemAlerts *systemAlerts_ = nullptr;
     FakeNativeWindow nativeWindow_;
     FakeSystemTray systemTray_;
     FakeScreenLock screenLock_;

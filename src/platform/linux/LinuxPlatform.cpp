@@ -129,6 +129,9 @@ public:
     /// None: no desktop tells of others than the accent, which the palette has.
     [[nodiscard]] const SystemTints *systemTints() override { return nullptr; }
 
+    /// None: desktops bring none that all of them have.
+    [[nodiscard]] SystemAlerts *systemAlerts() override { return nullptr; }
+
     /// $XDG_CONFIG_HOME. Qt takes "/" for the home folder of a user who has none.
     [[nodiscard]] QString applicationSupportDirectory() const override {
         const auto isFolder = [](const char *name) {

@@ -16,6 +16,7 @@
 #include "platform/macos/desktop/MacNativeWindow.h"
 #include "platform/macos/desktop/MacReopening.h"
 #include "platform/macos/desktop/MacServices.h"
+#include "platform/macos/desktop/MacSystemAlerts.h"
 #include "platform/macos/desktop/MacUserDefaults.h"
 
 namespace kestrelbay {
@@ -60,6 +61,7 @@ public:
     [[nodiscard]] KeyboardLayout &keyboardLayout() override { return keyboardLayout_; }
     [[nodiscard]] const SystemSymbols *systemSymbols() override { return &systemSymbols_; }
     [[nodiscard]] const SystemTints *systemTints() override { return &systemTints_; }
+    [[nodiscard]] SystemAlerts *systemAlerts() override { return &systemAlerts_; }
     /// The user's Library/Application Support.
     [[nodiscard]] QString applicationSupportDirectory() const override {
         @autoreleasepool {
@@ -113,6 +115,7 @@ private:
     MacKeyboardLayout keyboardLayout_;
     MacSystemSymbols systemSymbols_;
     MacSystemTints systemTints_;
+    MacSystemAlerts systemAlerts_;
     MacReopening reopening_;
 };
 

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -31,6 +32,8 @@ constexpr int kTitleFont = 13;
 constexpr int kTextFont = 12;
 constexpr int kAnswerFont = 13;
 constexpr int kAnswerWidth = 88;
+
+SystemAlerts *systemAlerts = nullptr;
 
 class WarningSign final : public QWidget {
 public:
@@ -80,7 +83,12 @@ void Sheet::setSizeOnScreen(const QSize &size) {
     setFixedSize(size.boundedTo(screen()->availableSize() - frame));
 }
 
-AlertSheet::AlertSheet(const Content &content, QWidget *parent) : Sheet(content.title, parent) {
+void setSystemAlerts(SystemAlerts *alerts) {
+    systemAlerts = alerts;
+}
+
+AlertSheet::AlertSheet(const Content &content, QWidget *parent)
+    : Sheet(content.title, parent), content_(content) {
     setAccessibleDescription(content.text);
 
     auto *top = new QHBoxLayout;
@@ -128,6 +136,34 @@ QPushButton *AlertSheet::makeAlertButton(const QString &title, bool primary) {
     if (primary)
         button->setFocus();
     return button;
+}
+
+void AlertSheet::setVisible(bool visible) {
+    // As Qt does for its own dialogs that the system shows: it then holds up the window unseen.
+    setAttribute(Qt::WA_DontShowOnScreen, systemAlerts != nullptr);
+    Sheet::setVisible(visible);
+    systemAlert_.reset();
+    // Later, since the system may come back with the answer only, and exec() waits for that.
+    if (visible && systemAlerts)
+        QMetaObject::invokeMethod(this, &AlertSheet::showSystemAlert, Qt::QueuedConnection);
+}
+
+void AlertSheet::showSystemAlert() {
+    if (!isVisible() || !systemAlerts || systemAlert_)
+        return;
+    const QWidget *const parent = parentWidget();
+    systemAlert_ =
+        systemAlerts->show({.message = content_.title,
+                            .text = content_.text,
+                            .acceptTitle = content_.acceptTitle,
+                            .rejectTitle = content_.rejectTitle,
+                            .isWarning = content_.isWarning,
+                            .isDestructive = content_.isDestructive},
+                           parent && parent->window()->isVisible() ? parent->window()->winId() : 0,
+                           [self = QPointer(this)](bool accepts) {
+                               if (self)
+                                   self->done(accepts ? Accepted : Rejected);
+                           });
 }
 
 void AlertSheet::changeEvent(QEvent *event) {

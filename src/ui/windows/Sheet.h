@@ -1,6 +1,10 @@
 #pragma once
 
+#include <memory>
+
 #include <QDialog>
+
+#include "platform/SystemAlerts.h"
 
 class QPushButton;
 
@@ -23,8 +27,13 @@ protected:
     void setSizeOnScreen(const QSize &size);
 };
 
+/// Who shows alerts in the place of ours; null for nobody. It has to be taken back before it
+/// goes. Main thread.
+void setSystemAlerts(SystemAlerts *alerts);
+
 /// Tells the user something, and asks where there is a choice: a title, a text, and one or
-/// two buttons. Accepted by the one, rejected by the other and by Escape.
+/// two buttons. Accepted by the one, rejected by the other and by Escape. Where the system has
+/// alerts, it is that one which is in view, from the next turn of the event loop on.
 class AlertSheet : public Sheet {
     Q_OBJECT
 
@@ -44,13 +53,18 @@ public:
 
     AlertSheet(const Content &content, QWidget *parent);
 
+    void setVisible(bool visible) override;
+
 protected:
     void changeEvent(QEvent *event) override;
 
 private:
     [[nodiscard]] QPushButton *makeAlertButton(const QString &title, bool primary);
     void colorDestructiveButton();
+    void showSystemAlert();
 
+    const Content content_;
+    std::unique_ptr<SystemAlerts::Shown> systemAlert_;
     QPushButton *destructiveButton_ = nullptr;
 };
 

@@ -10,7 +10,9 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
+#include "fakes/FakeSystemAlerts.h"
 #include "fixtures/QtPrinters.h"
 #include "platform/SystemSettings.h"
 #include "ui/look/SystemColors.h"
@@ -124,6 +126,87 @@ TEST_F(AlertSheetTest, RedFollowsTheAppearance) {
     EXPECT_NE(colors::systemRed(), light);
     EXPECT_EQ(ink(), colors::systemRed());
     EXPECT_EQ(buttons()[0]->palette().color(QPalette::ButtonText), colors::label());
+}
+
+class SystemAlertTest : public testing::Test {
+protected:
+    SystemAlertTest() {
+        setSystemAlerts(&alerts_);
+        window_.show();
+    }
+    ~SystemAlertTest() override {
+        delete sheet_.data();
+        setSystemAlerts(nullptr);
+    }
+
+    void open() {
+        sheet_ = new AlertSheet({.title = u"Title"_s,
+                                 .text = u"Text"_s,
+                                 .acceptTitle = u"Yes"_s,
+                                 .rejectTitle = u"No"_s,
+                                 .isWarning = true,
+                                 .isDestructive = true},
+                                &window_);
+        finished_ = std::make_unique<QSignalSpy>(sheet_, &QDialog::finished);
+        sheet_->open();
+        QCoreApplication::processEvents();
+    }
+
+    FakeSystemAlerts alerts_;
+    QWidget window_;
+    QPointer<AlertSheet> sheet_;
+    std::unique_ptr<QSignalSpy> finished_;
+};
+
+TEST_F(SystemAlertTest, IsShownInThePlaceOfOurs) {
+    open();
+    ASSERT_TRUE(alerts_.alert());
+    EXPECT_EQ(alerts_.alert()->message, u"Title"_s);
+    EXPECT_EQ(alerts_.alert()->text, u"Text"_s);
+    EXPECT_EQ(alerts_.alert()->acceptTitle, u"Yes"_s);
+    EXPECT_EQ(alerts_.alert()->rejectTitle, u"No"_s);
+    EXPECT_TRUE(alerts_.alert()->isWarning);
+    EXPECT_TRUE(alerts_.alert()->isDestructive);
+    EXPECT_EQ(alerts_.window(), window_.winId());
+    EXPECT_TRUE(sheet_->testAttribute(Qt::WA_DontShowOnScreen));
+    EXPECT_TRUE(sheet_->isVisible()) << "it still holds up its window";
+}
+
+TEST_F(SystemAlertTest, ItsAnswerIsTheSheets) {
+    for (const bool accepts : {true, false}) {
+        open();
+        alerts_.answer(accepts);
+        ASSERT_EQ(finished_->count(), 1);
+        EXPECT_EQ(finished_->at(0).at(0).toInt(), accepts ? QDialog::Accepted : QDialog::Rejected);
+        EXPECT_TRUE(QTest::qWaitFor([this] { return sheet_.isNull(); }));
+    }
+}
+
+TEST_F(SystemAlertTest, GoesWithTheSheet) {
+    open();
+    delete sheet_.data();
+    EXPECT_FALSE(alerts_.alert());
+}
+
+TEST_F(SystemAlertTest, IsNotShownForASheetThatIsClosedAtOnce) {
+    sheet_ = new AlertSheet({.title = u"T"_s, .text = u"T"_s, .acceptTitle = u"OK"_s}, &window_);
+    sheet_->open();
+    sheet_->reject();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(alerts_.alert());
+}
+
+TEST_F(SystemAlertTest, WaitingForTheAnswerEnds) {
+    AlertSheet sheet({.title = u"T"_s, .text = u"T"_s, .acceptTitle = u"OK"_s}, nullptr);
+    sheet.setAttribute(Qt::WA_DeleteOnClose, false);
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, [&] {
+        if (alerts_.alert())
+            alerts_.answer(true);
+    });
+    answer.start(0);
+    EXPECT_EQ(sheet.exec(), QDialog::Accepted);
+    EXPECT_EQ(alerts_.window(), 0U);
 }
 
 TEST_F(AlertSheetTest, TheFocusedDestructiveButtonIsRed) {
