@@ -91,15 +91,15 @@ QColor label() {
 }
 
 QColor secondaryLabel() {
-    return inked(kSecondaryLabel);
+    return systemTints ? systemTints->secondaryLabel() : inked(kSecondaryLabel);
 }
 
 QColor tertiaryLabel() {
-    return inked(kTertiaryLabel);
+    return systemTints ? systemTints->tertiaryLabel() : inked(kTertiaryLabel);
 }
 
 QColor separator() {
-    return inked(kSeparator);
+    return systemTints ? systemTints->separator() : inked(kSeparator);
 }
 
 QColor controlAccent() {
@@ -107,7 +107,7 @@ QColor controlAccent() {
 }
 
 QColor onAccent() {
-    return systemTints ? QColor(Qt::white) : fromPalette(QPalette::HighlightedText);
+    return systemTints ? systemTints->onAccent() : fromPalette(QPalette::HighlightedText);
 }
 
 QColor focusRing() {
@@ -118,7 +118,7 @@ QColor focusRing() {
 }
 
 QColor link() {
-    return fromPalette(QPalette::Link);
+    return systemTints ? systemTints->accent() : fromPalette(QPalette::Link);
 }
 
 QColor systemGreen() {

@@ -48,7 +48,7 @@ using Function = std::function<QColor()>;
 
 /// Takes effect on what is drawn next; a change of the palette has everything drawn.
 void setContrastHigh(bool isHigh);
-/// Where accent, green, orange and red are taken from; null for the palette and numbers of our
+/// Where all but the grounds and label() are taken from; null for the palette and numbers of our
 /// own. They have to be taken back before they go.
 void setSystemTints(const SystemTints *tints);
 

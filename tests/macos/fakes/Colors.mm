@@ -39,6 +39,22 @@ NSColor *named(NSString *name) {
     return named(@"controlAccentColor");
 }
 
++ (NSColor *)alternateSelectedControlTextColor {
+    return named(@"alternateSelectedControlTextColor");
+}
+
++ (NSColor *)secondaryLabelColor {
+    return named(@"secondaryLabelColor");
+}
+
++ (NSColor *)tertiaryLabelColor {
+    return named(@"tertiaryLabelColor");
+}
+
++ (NSColor *)separatorColor {
+    return named(@"separatorColor");
+}
+
 + (NSColor *)systemGreenColor {
     return named(@"systemGreenColor");
 }

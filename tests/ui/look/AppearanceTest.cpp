@@ -148,7 +148,11 @@ TEST_F(AppearanceTest, TakesTheSystemsTintsAsTheyAre) {
     EXPECT_EQ(colors::systemGreen(), tints.green_);
     EXPECT_EQ(colors::systemOrange(), tints.orange_);
     EXPECT_EQ(colors::systemRed(), tints.red_);
-    EXPECT_EQ(colors::onAccent(), QColor(Qt::white));
+    EXPECT_EQ(colors::onAccent(), tints.onAccent());
+    EXPECT_EQ(colors::link(), tints.accent());
+    EXPECT_EQ(colors::secondaryLabel(), tints.secondaryLabel());
+    EXPECT_EQ(colors::tertiaryLabel(), tints.tertiaryLabel());
+    EXPECT_EQ(colors::separator(), tints.separator());
     colors::setSystemTints(nullptr);
     EXPECT_NE(colors::systemRed(), tints.red_);
 }

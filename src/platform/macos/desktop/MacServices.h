@@ -74,9 +74,13 @@ public:
 class MacSystemTints final : public SystemTints {
 public:
     [[nodiscard]] QColor accent() const override;
+    [[nodiscard]] QColor onAccent() const override;
     [[nodiscard]] QColor green() const override;
     [[nodiscard]] QColor orange() const override;
     [[nodiscard]] QColor red() const override;
+    [[nodiscard]] QColor secondaryLabel() const override;
+    [[nodiscard]] QColor tertiaryLabel() const override;
+    [[nodiscard]] QColor separator() const override;
 };
 
 /// The unified log, under the bundle's identifier as subsystem. Warnings are written

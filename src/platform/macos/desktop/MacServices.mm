@@ -108,6 +108,12 @@ QColor MacSystemTints::accent() const {
     }
 }
 
+QColor MacSystemTints::onAccent() const {
+    @autoreleasepool {
+        return inForce([NSColor alternateSelectedControlTextColor]);
+    }
+}
+
 QColor MacSystemTints::green() const {
     @autoreleasepool {
         return inForce([NSColor systemGreenColor]);
@@ -123,6 +129,24 @@ QColor MacSystemTints::orange() const {
 QColor MacSystemTints::red() const {
     @autoreleasepool {
         return inForce([NSColor systemRedColor]);
+    }
+}
+
+QColor MacSystemTints::secondaryLabel() const {
+    @autoreleasepool {
+        return inForce([NSColor secondaryLabelColor]);
+    }
+}
+
+QColor MacSystemTints::tertiaryLabel() const {
+    @autoreleasepool {
+        return inForce([NSColor tertiaryLabelColor]);
+    }
+}
+
+QColor MacSystemTints::separator() const {
+    @autoreleasepool {
+        return inForce([NSColor separatorColor]);
     }
 }
 

@@ -13,6 +13,10 @@
 }
 + (nonnull NSColor *)blackColor;
 + (nonnull NSColor *)controlAccentColor;
++ (nonnull NSColor *)alternateSelectedControlTextColor;
++ (nonnull NSColor *)secondaryLabelColor;
++ (nonnull NSColor *)tertiaryLabelColor;
++ (nonnull NSColor *)separatorColor;
 + (nonnull NSColor *)systemGreenColor;
 + (nonnull NSColor *)systemOrangeColor;
 + (nonnull NSColor *)systemRedColor;
