@@ -114,6 +114,9 @@ QString words(NSRect rect) {
 }
 @end
 
+@implementation NSControl
+@end
+
 @implementation NSButton
 @synthesize image = image_;
 @synthesize title = title_;

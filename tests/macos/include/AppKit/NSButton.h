@@ -1,12 +1,15 @@
 #pragma once
 
-// Stands for <AppKit/NSButton.h> and the classes above it that are not declared here.
+// Stands for <AppKit/NSButton.h> and <AppKit/NSControl.h>.
 
 #import <AppKit/NSView.h>
 
 @class NSImage;
 
-@interface NSButton : NSView {
+@interface NSControl : NSView
+@end
+
+@interface NSButton : NSControl {
     NSImage *image_;
     NSString *title_;
     NSString *keyEquivalent_;
