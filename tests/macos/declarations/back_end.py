@@ -43,6 +43,7 @@ class BackEnd:
         self.texts = set()
         self._guarded = {}  # classes and functions of ours, by what they need
         self._guarded_ids = {}  # of classes
+        self._superclasses = {}  # of the classes of ours
 
     def check(self, roots):
         for root in roots:
@@ -50,6 +51,8 @@ class BackEnd:
                 if node["kind"] in ("CXXRecordDecl", "FunctionDecl") and availability(node):
                     self._guarded[node["name"]] = availability(node)
                     self._guarded_ids[node["id"]] = availability(node)
+                elif node["kind"] == "ObjCInterfaceDecl" and "name" in node.get("super", {}):
+                    self._superclasses[node["name"]] = node["super"]["name"]
         for root in roots:
             self._visit(root, self.oldest, False)
         for text in self.table.texts("string") - self.texts:
@@ -114,7 +117,10 @@ class BackEnd:
 
     def _member(self, node, owner, selector, is_class, since):
         """The declaration of a method and its row: the nearest, seen from the owner."""
-        keys = [(each, selector, is_class) for each in self.headers.ancestry(owner)]
+        system = owner
+        while system in self._superclasses and not self.table.of_class(system):
+            system = self._superclasses[system]
+        keys = [(each, selector, is_class) for each in self.headers.ancestry(system)]
         fact = next(filter(None, (self.table.of_member(*key) for key in keys)), None)
         declaration = next(filter(None, map(self.headers.members.get, keys)), None)
         self._use(node, fact, f"{owner} {'+' if is_class else '-'}{selector}", since)

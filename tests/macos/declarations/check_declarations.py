@@ -62,7 +62,8 @@ def check(clang, flags, include, sources, table, oldest, foundation):
     uses = back_end.BackEnd(table, found, is_ours, oldest)
     try:
         dumps = [
-            syntax.dump(clang, flags, including(folder), "kestrelbay")
+            # Namespace and classes of ours.
+            syntax.dump(clang, flags, including(folder), "estrel")
             for folder in by_folder(sources)
         ]
     except syntax.DoesNotCompile as error:

@@ -18,7 +18,7 @@ std::map<std::pair<AEEventClass, AEEventID>, Handler> handlers;
 
 }  // namespace
 
-NSNotificationName const NSApplicationWillFinishLaunchingNotification =
+NSNotificationName NSApplicationWillFinishLaunchingNotification =
     @"NSApplicationWillFinishLaunchingNotification";
 
 @implementation NSAppleEventManager (KestrelBayHandlers)

@@ -14,7 +14,7 @@ using TypedTexts = std::map<std::uint16_t, std::pair<QString, QString>>;
 
 /// Has the user type with a layout that types this, and tells who watches. Nothing is typed
 /// until told.
-void selectLayout(TypedTexts texts);
+void selectLayout(TypedTexts typed);
 /// An input source that has no layout.
 void selectSourceWithoutLayout();
 /// Those who watch.

@@ -59,20 +59,21 @@ UInt8 LMGetKbdType() {
     return kKeyboardType;
 }
 
-OSStatus UCKeyTranslate(const UCKeyboardLayout *layout, UInt16 code, UInt16 action,
-                        UInt32 modifiers, UInt32 keyboard, OptionBits options, UInt32 *,
-                        UniCharCount longest, UniCharCount *length, UniChar text[]) {
+OSStatus UCKeyTranslate(const UCKeyboardLayout *layout, UInt16 virtualKeyCode, UInt16 keyAction,
+                        UInt32 modifierKeyState, UInt32 keyboardType, OptionBits options,
+                        UInt32 * /*deadKeyState*/, UniCharCount maxStringLength,
+                        UniCharCount *actualStringLength, UniChar unicodeString[]) {
     if (*reinterpret_cast<const unsigned char *>(layout) != kLayout ||
-        action != kUCKeyActionDisplay || keyboard != kKeyboardType ||
+        keyAction != kUCKeyActionDisplay || keyboardType != kKeyboardType ||
         options != kUCKeyTranslateNoDeadKeysMask)
         return -50;  // paramErr
-    const auto found = texts.find(code);
+    const auto found = texts.find(virtualKeyCode);
     if (found == texts.end())
         return -50;
     constexpr UInt32 kShift = 2;
-    const QString &typed = modifiers == kShift ? found->second.second : found->second.first;
-    *length = std::min(longest, static_cast<UniCharCount>(typed.size()));
-    std::copy_n(typed.utf16(), *length, text);
+    const QString &typed = modifierKeyState == kShift ? found->second.second : found->second.first;
+    *actualStringLength = std::min(maxStringLength, static_cast<UniCharCount>(typed.size()));
+    std::copy_n(typed.utf16(), *actualStringLength, unicodeString);
     return noErr;
 }
 
@@ -80,16 +81,18 @@ CFNotificationCenterRef CFNotificationCenterGetDistributedCenter() {
     return center();
 }
 
-void CFNotificationCenterAddObserver(CFNotificationCenterRef, const void *self,
-                                     CFNotificationCallback callback, CFStringRef name,
-                                     const void *, CFNotificationSuspensionBehavior behavior) {
+void CFNotificationCenterAddObserver(CFNotificationCenterRef /*center*/, const void *observer,
+                                     CFNotificationCallback callBack, CFStringRef name,
+                                     const void * /*object*/,
+                                     CFNotificationSuspensionBehavior suspensionBehavior) {
     if (name == kTISNotifySelectedKeyboardInputSourceChanged &&
-        behavior == CFNotificationSuspensionBehaviorDeliverImmediately)
-        observers.push_back({self, callback});
+        suspensionBehavior == CFNotificationSuspensionBehaviorDeliverImmediately)
+        observers.push_back({observer, callBack});
 }
 
-void CFNotificationCenterRemoveEveryObserver(CFNotificationCenterRef, const void *self) {
-    std::erase_if(observers, [self](const Observer &observer) { return observer.self == self; });
+void CFNotificationCenterRemoveEveryObserver(CFNotificationCenterRef /*center*/,
+                                             const void *observer) {
+    std::erase_if(observers, [observer](const Observer &each) { return each.self == observer; });
 }
 
 namespace kestrelbay::macos {
