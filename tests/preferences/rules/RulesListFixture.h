@@ -1,18 +1,14 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <utility>
 #include <vector>
 
-#include "fixtures/ActiveWindow.h"
 #include "fixtures/ServicesFixture.h"
 #include "model/RuleFile.h"
 #include "preferences/rules/ApplicationIconCache.h"
 #include "preferences/rules/RuleDeletion.h"
-#include "preferences/rules/RuleRowView.h"
 #include "preferences/rules/RulesViewController.h"
-#include "ui/list/RowListView.h"
 
 namespace kestrelbay {
 
@@ -57,25 +53,6 @@ protected:
     int exports_ = 0;
     /// The names of the rules whose options were opened.
     QStringList editedRules_;
-};
-
-/// The same, in view.
-class ShownRulesFixture : public RulesListFixture {
-protected:
-    RulesViewController &list() {
-        if (!list_) {
-            list_ = std::make_unique<RulesViewController>(services(), icons_, deletion_, sheets());
-            list_->show();
-            EXPECT_TRUE(activate(*list_));
-        }
-        return *list_;
-    }
-    RowListView &view() { return *list().listView(); }
-    [[nodiscard]] RuleRowView *row(int index) {
-        return qobject_cast<RuleRowView *>(view().rowWidget(index));
-    }
-
-    std::unique_ptr<RulesViewController> list_;
 };
 
 }  // namespace kestrelbay
