@@ -11,8 +11,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Longer than a row that flashes keeps a colour.
-constexpr std::chrono::milliseconds kRest{400};
+constexpr std::chrono::milliseconds kRest{100};
 /// Of each of the three colours, from 0 to 255.
 constexpr int kClearly = 40;
 

@@ -22,7 +22,7 @@ namespace kestrelbay::desktop {
 /// Is one clearly of another colour?
 [[nodiscard]] bool differ(const QColor &a, const QColor &b);
 
-/// The picture once it is the same as 400 ms before. None when it never comes to
+/// The picture once it is the same as 100 ms before. None when it never comes to
 /// rest within the time.
 [[nodiscard]] std::optional<QImage> settledPictureOf(
     XClient &client, const QRect &area,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 
 #include "desktop/display/HotkeyHolder.h"
 #include "desktop/display/Picture.h"
@@ -361,17 +362,28 @@ void shootMissingKeys(ShotStage &stage) {
     const QPoint ground = places::controlOf(Setting::Access) - QPoint(250, 12);
     constexpr std::array kRows{0, 20, 40};
     stage.pointer().click({toast.right() - 2 * toast.height() / 3, toast.center().y()});
-    stage.prepare(
-        QStringLiteral("a row that flashes"), [] {},
-        [&] {
-            return std::ranges::any_of(kRows, [&](int below) {
-                const QColor color = colorAtPlace(stage, ground + QPoint(0, below));
-                return color.red() > color.blue() + 25;
-            });
+    const auto isOrange = [&] {
+        return std::ranges::any_of(kRows, [&](int below) {
+            const QColor color = colorAtPlace(stage, ground + QPoint(0, below));
+            return color.red() > color.blue() + 25;
         });
+    };
+    stage.prepare(
+        QStringLiteral("a row that flashes"), [] {}, isOrange);
     stage.pointer().moveTo({1, 1});
     stage.shootAtOnce(QStringLiteral("preferences-advanced-highlighted"),
                       stage.withFrame(preferences(stage)));
+    // Longer than it is dark between two flashes.
+    constexpr std::chrono::milliseconds kRest{400};
+    auto since = std::chrono::steady_clock::now();
+    stage.prepare(
+        QStringLiteral("a row at rest"), [] {},
+        [&] {
+            const auto now = std::chrono::steady_clock::now();
+            if (isOrange())
+                since = now;
+            return now - since > kRest;
+        });
     shootPreferences(stage, "advanced-without-keys");
 }
 
