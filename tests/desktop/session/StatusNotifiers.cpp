@@ -28,6 +28,10 @@ QVariant propertyOf(const QDBusConnection &bus, const QString &service, const QS
                : answer.arguments().constFirst().value<QDBusVariant>().variant();
 }
 
+QVariant propertyOfWatcher(const QDBusConnection &bus, const QString &name) {
+    return propertyOf(bus, kWatcher, QStringLiteral("/StatusNotifierWatcher"), kWatcher, name);
+}
+
 /// The keys of the first of the shortcuts (aas).
 QString shortcutIn(const QVariant &value) {
     QList<QStringList> shortcuts;
@@ -61,10 +65,12 @@ StatusNotifiers::~StatusNotifiers() {
     QDBusConnection::disconnectFromBus(QStringLiteral("kestrelbay-desktop"));
 }
 
+bool StatusNotifiers::hasHost() const {
+    return propertyOfWatcher(bus_, QStringLiteral("IsStatusNotifierHostRegistered")).toBool();
+}
+
 QStringList StatusNotifiers::items() const {
-    return propertyOf(bus_, kWatcher, QStringLiteral("/StatusNotifierWatcher"), kWatcher,
-                      QStringLiteral("RegisteredStatusNotifierItems"))
-        .toStringList();
+    return propertyOfWatcher(bus_, QStringLiteral("RegisteredStatusNotifierItems")).toStringList();
 }
 
 std::optional<StatusNotifiers::Place> StatusNotifiers::firstItem() const {

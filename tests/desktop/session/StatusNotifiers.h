@@ -27,6 +27,8 @@ public:
     StatusNotifiers(const StatusNotifiers &) = delete;
     StatusNotifiers &operator=(const StatusNotifiers &) = delete;
 
+    /// Is there a panel for them?
+    [[nodiscard]] bool hasHost() const;
     /// As ":1.5/StatusNotifierItem"; none when there is no watcher.
     [[nodiscard]] QStringList items() const;
     /// A property of the first item; invalid when there is none.

@@ -68,6 +68,10 @@ void seeOnPanels(ShellStage &stage, const QString &enabledName, const QString &d
         const QString picture = pictures + (shade == Shade::Dark ? QStringLiteral("-on-dark")
                                                                  : QStringLiteral("-on-light"));
         TrayHost tray(stage.desktop(), TrayHost::Kind::Notifiers, shade);
+        // Its tray that embeds is there before.
+        stage.prepare(
+            QStringLiteral("a panel for notifiers"), [] {},
+            [&] { return stage.notifiers().hasHost(); });
         stage.restartProgram({});
         seeInk(stage, tray, shade, QStringLiteral("started beside a panel"), [] {});
         seeName(stage, enabledName);
