@@ -150,7 +150,7 @@ CFMachPortRef CGEventTapCreate(CGEventTapLocation tap, CGEventTapPlacement place
 void CGEventTapEnable(CFMachPortRef tap, bool enable) {
     record(enable ? QStringLiteral("CGEventTapEnable true")
                   : QStringLiteral("CGEventTapEnable false"));
-    FakeMachPort *const port = ns<FakeMachPort *>(tap);
+    auto *const port = ns<FakeMachPort *>(tap);
     port->_isEnabled = enable && !port->_isInvalid && !EventTaps::shared().isEnablingRefused();
 }
 
@@ -158,13 +158,13 @@ bool CGEventTapIsEnabled(CFMachPortRef tap) {
     return ns<FakeMachPort *>(tap)->_isEnabled;
 }
 
-void CFMachPortInvalidate(CFMachPortRef tap) {
+void CFMachPortInvalidate(CFMachPortRef port) {
     record(QStringLiteral("CFMachPortInvalidate"));
-    FakeMachPort *const port = ns<FakeMachPort *>(tap);
-    if (!port->_isInvalid)
+    auto *const fake = ns<FakeMachPort *>(port);
+    if (!fake->_isInvalid)
         EventTaps::shared().changeCount(-1);
-    port->_isInvalid = YES;
-    port->_isEnabled = NO;
+    fake->_isInvalid = YES;
+    fake->_isEnabled = NO;
 }
 
 std::int64_t CGEventGetIntegerValueField(CGEventRef event, CGEventField field) {
