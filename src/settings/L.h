@@ -397,9 +397,7 @@ public:
         .onLinux = {u"✓ Available — global shortcuts working", u"✓ 可用 — 全局快捷键正常工作"}};
     static constexpr LText accessWithheld{
         u"⚠️ Granted, but the system withholds keys now — shortcuts rest while a password "
-        u"field "
-        u"or "
-        u"another program has secure input on",
+        u"field or another program has secure input on",
         u"⚠️ 已授权，但系统目前不提供按键 — "
         u"密码框或其他程序启用安全输入期间，快捷键暂停工作"};
     /// Why hotkeys do not work, and what to do about it: one of the five below.
