@@ -22,6 +22,7 @@ struct Conversation {
     /// Empty once it was told, or is not to be.
     std::function<void(bool)> answered;
 
+    /// Whoever is told may let go of this and of the alert.
     void end(NSModalResponse response) {
         if (const auto tell = std::exchange(answered, nullptr))
             tell(response == NSAlertFirstButtonReturn);
@@ -76,11 +77,7 @@ std::unique_ptr<SystemAlerts::Shown> MacSystemAlerts::show(const Alert &alert,
         if (parent) {
             [conversation->alert.get() beginSheetModalForWindow:parent
                                               completionHandler:^(NSModalResponse response) {
-                                                // The block, and with it what it has captured, may
-                                                // go meanwhile.
-                                                const std::shared_ptr<Conversation> kept =
-                                                    conversation;
-                                                kept->end(response);
+                                                conversation->end(response);
                                               }];
         } else {
             conversation->end([conversation->alert.get() runModal]);
