@@ -27,7 +27,7 @@ constexpr std::chrono::milliseconds kBetweenPictures{1};
 /// After a press has asked for the focus, and again if that was in vain. Window managers have
 /// answered by then, and are not busy with a new window for longer, but on busy machines.
 constexpr std::chrono::milliseconds kBeforeLookAtFocus{50};
-constexpr int kMostLooksAtFocus = 3;
+constexpr int kMostLooksAtFocus = 5;
 
 class LinuxWindowElement : public WindowElement {
 public:

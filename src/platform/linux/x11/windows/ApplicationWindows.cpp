@@ -1,6 +1,7 @@
 #include "platform/linux/x11/windows/ApplicationWindows.h"
 
 #include <algorithm>
+#include <iterator>
 #include <thread>
 #include <unordered_map>
 #include <utility>
@@ -167,7 +168,10 @@ bool ApplicationWindows::focus(std::size_t window) {
     // to activate what is not in view.
     if (otherWorkspace)
         tracker_->windowSystem().showWorkspace(address, *otherWorkspace, time);
-    return tracker_->giveFocus(address, time, restored_);
+    std::vector<xcb_window_t> own;
+    std::ranges::transform(windows_, std::back_inserter(own),
+                           [](const ManagedWindow &one) { return one.address.window; });
+    return tracker_->giveFocus(address, time, {.onTheWay = restored_, .own = std::move(own)});
 }
 
 /// A dialog goes and comes with the window it belongs to. Minimised by itself, it
@@ -218,17 +222,18 @@ bool ApplicationWindows::minimizeAll() {
 
 void ApplicationWindows::focusAnother() const {
     const DesktopPicture picture = tracker_->read(index_);
-    bool isOursActive = false;
+    bool isAnotherActive = false;
     std::vector<WindowAddress> others;
     for (const ManagedWindow &window : picture.windows) {
         const bool isOurs = std::ranges::any_of(windows_, [&](const ManagedWindow &own) {
             return own.address.window == window.address.window;
         });
-        isOursActive |= isOurs && window.active;
+        isAnotherActive |= !isOurs && window.active;
         if (!isOurs && window.facts->type != WindowType::Decoration)
             others.push_back(window.address);
     }
-    if (!isOursActive)
+    // None may be for a moment, before a dialog of ours gets the focus.
+    if (isAnotherActive)
         return;
     const std::vector<WindowState> states = tracker_->windowSystem().readStates(others);
     for (std::size_t i = 0; i < others.size(); ++i)

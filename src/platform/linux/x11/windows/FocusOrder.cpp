@@ -5,14 +5,10 @@
 
 namespace kestrelbay::x11 {
 
-bool FocusOrder::give(const WindowAddress &window, std::vector<xcb_window_t> onTheWay,
-                      const Ask &ask) {
+bool FocusOrder::give(const WindowAddress &window, Others others, const Ask &ask) {
     const std::lock_guard lock(mutex_);
-    last_ = {.window = window,
-             .toHaveIt = true,
-             .onTheWay = std::move(onTheWay),
-             .when = now_(),
-             .set = {}};
+    last_ = {
+        .window = window, .toHaveIt = true, .others = std::move(others), .when = now_(), .set = {}};
     return ask(window);
 }
 
@@ -24,7 +20,7 @@ bool FocusOrder::repeatUnheard(const Ask &ask) {
 
 void FocusOrder::take(const WindowAddress &window) {
     const std::lock_guard lock(mutex_);
-    last_ = {.window = window, .toHaveIt = false, .onTheWay = {}, .when = now_(), .set = {}};
+    last_ = {.window = window, .toHaveIt = false, .others = {}, .when = now_(), .set = {}};
 }
 
 void FocusOrder::activeWindowSet(xcb_window_t root, std::uint32_t event) {
@@ -42,9 +38,16 @@ void FocusOrder::activeWindowRead(xcb_window_t root, xcb_window_t active, std::u
     const bool wasSet = last_->set && static_cast<std::int32_t>(request - *last_->set) > 0;
     // The user or a program may have turned elsewhere, even back to where the focus was. Between
     // two windows there may be a moment without an active one.
-    const bool isElsewhere = last_->toHaveIt && wasSet && active != XCB_NONE &&
-                             std::ranges::find(last_->onTheWay, active) == last_->onTheWay.end();
-    last_->isOver = hasComeAbout || isElsewhere;
+    const auto isIn = [active](const std::vector<xcb_window_t> &windows) {
+        return std::ranges::find(windows, active) != windows.end();
+    };
+    const bool isElsewhere =
+        last_->toHaveIt && wasSet && active != XCB_NONE && !isIn(last_->others.onTheWay);
+    const bool isNobodysChoice = isElsewhere && !hasComeAbout && !isIn(last_->others.own) &&
+                                 now_() - last_->when < kNobodysChoice;
+    if (isNobodysChoice)
+        last_->set.reset();
+    last_->isOver = hasComeAbout || (isElsewhere && !isNobodysChoice);
 }
 
 bool FocusOrder::isAwaitedLocked() const {

@@ -33,13 +33,25 @@ public:
     explicit FocusOrder(std::function<Clock::time_point()> now = Clock::now)
         : now_(std::move(now)) {}
 
-    using Ask = std::function<bool(const WindowAddress &)>;
+    /// Sooner after a press nobody decides otherwise. If the focus is elsewhere by then, it was
+    /// the window manager, late with what came before: the end of a hiding, a window that opened.
+    static constexpr std::chrono::milliseconds kNobodysChoice{250};
 
-    /// Asks the window manager to give the focus to a window; the others may have it on the way
-    /// there. Requests are sent one at a time, so that none is repeated after a later one.
-    bool give(const WindowAddress &window, std::vector<xcb_window_t> onTheWay, const Ask &ask);
+    using Ask = std::function<bool(const WindowAddress &)>;
+    /// Other windows of the application that is to have the focus.
+    struct Others {
+        /// May have it on the way there.
+        std::vector<xcb_window_t> onTheWay{};
+        /// May have it in the end, as a dialog that the application turns to.
+        std::vector<xcb_window_t> own{};
+    };
+
+    /// Asks the window manager to give the focus to a window. Requests are sent one at a time, so
+    /// that none is repeated after a later one.
+    bool give(const WindowAddress &window, Others others, const Ask &ask);
     /// The same for the window that give() was last for, if the active window of its screen has
-    /// not been set since: the window manager is late, or has not listened. Did it ask?
+    /// not been set since, or is nobody's choice: the window manager is late, or has not listened.
+    /// Did it ask?
     bool repeatUnheard(const Ask &ask);
     /// The window manager is about to be asked for something that takes the focus from a window.
     void take(const WindowAddress &window);
@@ -57,7 +69,7 @@ private:
     struct Request {
         WindowAddress window;
         bool toHaveIt = true;
-        std::vector<xcb_window_t> onTheWay;
+        Others others;
         Clock::time_point when;
         /// The first event of the active window since.
         std::optional<std::uint32_t> set;

@@ -106,11 +106,11 @@ void WindowTracker::expectActive(xcb_window_t root, std::span<const xcb_window_t
 }
 
 bool WindowTracker::giveFocus(const WindowAddress &window, xcb_timestamp_t time,
-                              std::vector<xcb_window_t> before) {
-    std::vector<xcb_window_t> expected = before;
+                              FocusOrder::Others others) {
+    std::vector<xcb_window_t> expected = others.onTheWay;
     expected.push_back(window.window);
     expectActive(window.root, expected);
-    const bool isSent = focusOrder_.give(window, std::move(before), [&](const WindowAddress &at) {
+    const bool isSent = focusOrder_.give(window, std::move(others), [&](const WindowAddress &at) {
         return system_.activate(at, time);
     });
     tell(&Listener::focusAsked);

@@ -56,10 +56,9 @@ public:
     /// last of them comes first from now on.
     void expectActive(xcb_window_t root, std::span<const xcb_window_t> windows);
 
-    /// Asks for the focus of this window. In pictures it comes first from now on, though the
-    /// others, which have been asked to come back before, may have the focus on the way there.
-    bool giveFocus(const WindowAddress &window, xcb_timestamp_t time,
-                   std::vector<xcb_window_t> before);
+    /// Asks for the focus of this window. In pictures it comes first from now on, though those
+    /// on the way, which have been asked to come back before, may have the focus before it.
+    bool giveFocus(const WindowAddress &window, xcb_timestamp_t time, FocusOrder::Others others);
     /// The window is about to lose the focus, because it has been asked to go.
     void takeFocusFrom(const WindowAddress &window) { focusOrder_.take(window); }
     /// Has what was asked of the focus last not come about yet, as of the last picture? A window

@@ -13,8 +13,8 @@ constexpr xcb_window_t kOtherRoot = 2;
 /// Events bear the number of the last request before them.
 class FocusOrderTest : public ::testing::Test {
 protected:
-    void give(xcb_window_t window, std::vector<xcb_window_t> onTheWay = {}) {
-        EXPECT_TRUE(order_.give({window, kRoot, {}}, std::move(onTheWay),
+    void give(xcb_window_t window, FocusOrder::Others others = {}) {
+        EXPECT_TRUE(order_.give({window, kRoot, {}}, std::move(others),
                                 [&](const WindowAddress &at) { return at.window == window; }));
         ++request_;
     }
@@ -90,13 +90,38 @@ TEST_F(FocusOrderTest, GivesEachRequestAMomentAndNoneForever) {
 TEST_F(FocusOrderTest, LetsTheUserGoElsewhere) {
     read(10);
     give(11);
+    now_ += FocusOrder::kNobodysChoice;
     set();
     read(12);
     EXPECT_FALSE(isAwaited());
     // Even to where the focus was.
     give(11);
+    now_ += FocusOrder::kNobodysChoice;
     set();
     read(12);
+    EXPECT_FALSE(isAwaited());
+    EXPECT_EQ(unheard(), xcb_window_t{XCB_NONE});
+}
+
+TEST_F(FocusOrderTest, LetsTheApplicationTurnToItsDialog) {
+    read(10);
+    give(11, {.own = {11, 12}});
+    set();
+    read(12);
+    EXPECT_FALSE(isAwaited());
+    EXPECT_EQ(unheard(), xcb_window_t{XCB_NONE});
+}
+
+TEST_F(FocusOrderTest, DoesNotTakeALateWindowManagerForTheUser) {
+    read(10);
+    give(11);
+    // It is only now done with what was asked before, and has refused this.
+    set();
+    read(12);
+    EXPECT_TRUE(isAwaited());
+    EXPECT_EQ(unheard(), xcb_window_t{11});
+    set();
+    read(11);
     EXPECT_FALSE(isAwaited());
 }
 
@@ -113,7 +138,7 @@ TEST_F(FocusOrderTest, AWindowThatIsToGoMayHaveTheFocusSetOnceMore) {
 
 TEST_F(FocusOrderTest, KnowsWhoHasTheFocusOnTheWay) {
     read(10);
-    give(11, {12, 11});
+    give(11, {.onTheWay = {12, 11}});
     set();
     read(XCB_NONE);
     EXPECT_TRUE(isAwaited());
