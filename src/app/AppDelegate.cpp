@@ -50,7 +50,14 @@ void quit() {
 
 }  // namespace
 
-AppDelegate::AppDelegate(Platform &platform, Timers &timers, bool isStyleNamed)
+std::unique_ptr<ShortcutManager> AppDelegate::makeManager(Platform &platform,
+                                                          ShortcutManager::Hooks hooks) {
+    return std::make_unique<ShortcutManager>(storageDirectory(platform), platform.eventTap(),
+                                             platform.systemLog(), std::move(hooks));
+}
+
+AppDelegate::AppDelegate(Platform &platform, Timers &timers,
+                         std::unique_ptr<ShortcutManager> manager, bool isStyleNamed)
     : platform_(platform),
       timers_(timers),
       appearance_(platform.systemSettings(), isStyleNamed),
@@ -62,6 +69,7 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers, bool isStyleNamed)
                      [this](const LaunchAtLogin::Failure &failure) {
                          showAlert(preferences_ ? preferences_->window() : nullptr, failure);
                      }),
+      manager_(std::move(manager)),
       menu_({.toggleAllShortcuts = [this] { toggleAllShortcuts(); },
              .openPreferences = [this] { openPreferences(); },
              .openOnboarding = [this] { openOnboarding(); },
@@ -168,7 +176,12 @@ bool AppDelegate::importRules(const QString &rules) {
 
 void AppDelegate::applicationDidFinishLaunching() {
     platform_.becomeAccessory();
-    bringUpShortcuts();
+    ShortcutManager::setShared(*manager_);
+    manager_->setHooks(managerHooks());
+    prepareForRules();
+    ruleFileFollower_ = std::make_unique<RuleFileFollower>(*manager_, timers_, [this] {
+        return manager_->recordingCallback() || (preferences_ && preferences_->waitsForSheet());
+    });
     if (canChange(manager_->tapProblem()))
         startAccessibilityPolling();
     menu_.build(manager_->isEnabled());
@@ -178,30 +191,26 @@ void AppDelegate::applicationDidFinishLaunching() {
         showOnboarding();
 }
 
-void AppDelegate::bringUpShortcuts() {
-    ShortcutManager::Hooks hooks;
-    hooks.ruleFired = [this](const ShortcutRule &rule) { ruleRunner_.ruleFired(rule); };
-    hooks.rulesChanged = [this](const ShortcutManager::Rules &rules) {
-        platform_.workspace().prepare(applicationPaths(rules));
-    };
-    // Later, as it may be a row of the list whose change came upon them.
-    hooks.rulesTakenIn = [this] {
-        mainQueue_.async([this] { Q_EMIT notifications_.rulesWereTakenIn(); });
-    };
-    // What was recorded goes into the rules first.
-    hooks.recordingEnded = [this] { mainQueue_.async([this] { ruleFileFollower_->lookAgain(); }); };
-    hooks.refusalsChanged = [this] { Q_EMIT notifications_.refusedHotkeysDidChange(); };
-    hooks.tapLost = [this] {
-        startAccessibilityPolling();
-        Q_EMIT notifications_.keyAccessDidChange();
-    };
-    hooks.withheldChanged = [this] { Q_EMIT notifications_.keyAccessDidChange(); };
-    manager_ = std::make_unique<ShortcutManager>(storageDirectory(platform_), platform_.eventTap(),
-                                                 platform_.systemLog(), std::move(hooks));
-    ShortcutManager::setShared(*manager_);
-    ruleFileFollower_ = std::make_unique<RuleFileFollower>(*manager_, timers_, [this] {
-        return manager_->recordingCallback() || (preferences_ && preferences_->waitsForSheet());
-    });
+ShortcutManager::Hooks AppDelegate::managerHooks() {
+    return {
+        .ruleFired = [this](const ShortcutRule &rule) { ruleRunner_.ruleFired(rule); },
+        .rulesChanged = [this](const ShortcutManager::Rules &) { prepareForRules(); },
+        // Later, as it may be a row of the list whose change came upon them.
+        .rulesTakenIn =
+            [this] { mainQueue_.async([this] { Q_EMIT notifications_.rulesWereTakenIn(); }); },
+        // What was recorded goes into the rules first.
+        .recordingEnded = [this] { mainQueue_.async([this] { ruleFileFollower_->lookAgain(); }); },
+        .refusalsChanged = [this] { Q_EMIT notifications_.refusedHotkeysDidChange(); },
+        .tapLost =
+            [this] {
+                startAccessibilityPolling();
+                Q_EMIT notifications_.keyAccessDidChange();
+            },
+        .withheldChanged = [this] { Q_EMIT notifications_.keyAccessDidChange(); }};
+}
+
+void AppDelegate::prepareForRules() const {
+    platform_.workspace().prepare(applicationPaths(manager_->rules()));
 }
 
 void AppDelegate::startAccessibilityPolling() {

@@ -34,9 +34,15 @@ class AppDelegate final : public QObject {
     Q_OBJECT
 
 public:
-    /// The platform and the timers have to outlive it.
+    /// The rules and the tap of the running program. To be made before the application object,
+    /// so that hotkeys are in place before all that only windows need.
+    [[nodiscard]] static std::unique_ptr<ShortcutManager> makeManager(
+        Platform &platform, ShortcutManager::Hooks hooks = {});
+
+    /// The platform, which the manager was made with, and the timers have to outlive it.
     /// `isStyleNamed`: the user has named a style of Qt.
-    AppDelegate(Platform &platform, Timers &timers, bool isStyleNamed);
+    AppDelegate(Platform &platform, Timers &timers, std::unique_ptr<ShortcutManager> manager,
+                bool isStyleNamed);
     ~AppDelegate() override;
 
     /// Makes the program reachable for others of this session. False when another
@@ -78,7 +84,8 @@ private:
     [[nodiscard]] RuleRunner::Services ruleRunnerServices();
     [[nodiscard]] PreferencesServices preferencesServices();
     [[nodiscard]] ApplicationService::Actions serviceActions();
-    void bringUpShortcuts();
+    [[nodiscard]] ShortcutManager::Hooks managerHooks();
+    void prepareForRules() const;
     void startAccessibilityPolling();
     void pollAccessibility();
     void observeNotifications();

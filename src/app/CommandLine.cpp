@@ -57,6 +57,9 @@ struct Options {
     QCommandLineOption style{QStringLiteral("style"),
                              QStringLiteral("Use this style of Qt instead of the desktop's look."),
                              QStringLiteral("name")};
+    QCommandLineOption traceStartup{
+        QStringLiteral("trace-startup"),
+        QStringLiteral("Write to standard error how long each step of the start takes.")};
     /// What a session manager starts programs with that were running at log-out.
     QCommandLineOption session{QStringLiteral("session"), {}, QStringLiteral("id")};
 };
@@ -100,7 +103,7 @@ Request readCommandLine(int argc, char **argv) {
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.addOptions({options.action, options.rule, options.listRules, options.json,
                        options.exportFile, options.importFile, options.yes, options.diagnose,
-                       options.style, options.session});
+                       options.style, options.traceStartup, options.session});
     parser.process(application);
     if (const QString problem = problemWith(parser, options); !problem.isEmpty())
         std::exit(fail(problem));
@@ -108,6 +111,7 @@ Request readCommandLine(int argc, char **argv) {
                     .ruleId = parser.value(options.rule),
                     .diagnose = parser.isSet(options.diagnose),
                     .isStyleNamed = parser.isSet(options.style),
+                    .tracesStartup = parser.isSet(options.traceStartup),
                     .listRules = std::nullopt,
                     .exportFile = parser.value(options.exportFile),
                     .importFile = parser.value(options.importFile),

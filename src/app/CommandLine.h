@@ -17,6 +17,8 @@ struct Request {
     bool diagnose = false;
     /// A style of Qt is named, which Qt reads for itself.
     bool isStyleNamed = false;
+    /// Tell how long each step of the start takes.
+    bool tracesStartup = false;
     /// Print the rules, and how.
     std::optional<RuleListFormat> listRules;
     /// Files to write the rules to or to add rules from; empty where that is not asked for.

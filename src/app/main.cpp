@@ -12,14 +12,17 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
 #include "app/DiagnosticReport.h"
 #include "app/RuleList.h"
 #include "app/RuleTransferCommands.h"
+#include "app/StartupTrace.h"
 #include "app/TerminationSignals.h"
 #include "app/instance/RunningInstance.h"
+#include "hotkeys/ShortcutManager.h"
 #include "model/RuleFile.h"
 #include "platform/Platform.h"
 #include "platform/SystemLog.h"
@@ -120,11 +123,15 @@ void forwardMessage(QtMsgType type, const QMessageLogContext & /*context*/,
 }  // namespace
 
 int main(int argc, char **argv) {
+    kestrelbay::StartupTrace trace;
     QCoreApplication::setApplicationName(QStringLiteral("KestrelBay"));
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTRELBAY_VERSION));
     QGuiApplication::setDesktopFileName(kestrelbay::ApplicationService::kName);
     const kestrelbay::Request request =
         argc > 1 ? kestrelbay::readCommandLine(argc, argv) : kestrelbay::Request();
+
+    trace.setEnabled(request.tracesStartup);
+    trace.step("command line");
 
     const std::unique_ptr<kestrelbay::Platform> platform = kestrelbay::makePlatform();
     if (request.diagnose)
@@ -155,12 +162,18 @@ int main(int argc, char **argv) {
     // Launched programs begin where this one is. They expect to be at home, wherever
     // this one was started.
     QDir::setCurrent(QDir::homePath());
+    trace.step("session looked at");
+
+    auto manager = kestrelbay::AppDelegate::makeManager(
+        *platform, {.rulesChanged = [&trace](const auto &) { trace.step("rules read"); }});
+    trace.step("hotkeys in place");
 
     QApplication application(argc, argv);
+    trace.step("application object");
     // Launch at login is the user's choice; session managers need not restore it.
     QObject::connect(
         &application, &QGuiApplication::saveStateRequest, &application,
-        [](QSessionManager &manager) { manager.setRestartHint(QSessionManager::RestartNever); });
+        [](QSessionManager &sessions) { sessions.setRestartHint(QSessionManager::RestartNever); });
     const kestrelbay::KeyboardUse keyboardUse;
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/org.kestrelbay.KestrelBay.svg")));
@@ -175,14 +188,18 @@ int main(int argc, char **argv) {
     });
 
     kestrelbay::QtTimers timers;
-    kestrelbay::AppDelegate delegate(*platform, timers, isStyleNamed(request));
+    kestrelbay::AppDelegate delegate(*platform, timers, std::move(manager), isStyleNamed(request));
+    trace.step("language, colours, menu");
     if (!delegate.registerOnSessionBus()) {
         if (const std::optional<int> code = handOver(request))
             return *code;
     }
+    trace.step("session bus");
     // Before any request of others is heard.
     delegate.applicationDidFinishLaunching();
-    QTimer::singleShot(0, &delegate, [&delegate, &request] {
+    trace.step("status item, applications of the rules");
+    QTimer::singleShot(0, &delegate, [&delegate, &request, &trace] {
+        trace.step("event loop");
         if (request.action == kestrelbay::actions::kRunRule)
             delegate.runRule(request.ruleId, qEnvironmentVariable("XDG_ACTIVATION_TOKEN"));
         else

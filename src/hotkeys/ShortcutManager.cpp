@@ -219,8 +219,17 @@ void ShortcutManager::installTap() {
                         ModifierFlags flags) { return eventTapCallback(type, keyCode, flags); },
         .refusalsChanged = [this] { noteRefusals(); },
         .lost = [this] { noteLostTap(); },
-        .withheldChanged = hooks_.withheldChanged,
+        .withheldChanged =
+            [this] {
+                if (hooks_.withheldChanged)
+                    hooks_.withheldChanged();
+            },
     });
+    const bool wasOtherInstanceThere = std::exchange(
+        isOtherInstanceThere_, !installed && tap_.problem() == TapProblem::OtherInstance);
+    // An instance that only hands a request over to the other has ended before the second try.
+    if (isOtherInstanceThere_ && !wasOtherInstanceThere)
+        return;
     if (!installed) {
         logTapProblem();
         return;

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include <QString>
@@ -47,11 +48,15 @@ public:
     };
 
     /// Loads the rules and tries to install the tap. The folder is created when it
-    /// is missing; no path at all is fatal.
+    /// is missing; no path at all is fatal. Needs no application object: made before it, it has
+    /// the hotkeys in place first, and their presses wait for the event loop.
     ShortcutManager(const QString &storageDirectory, EventTap &tap, SystemLog &log, Hooks hooks);
     ~ShortcutManager();
     ShortcutManager(const ShortcutManager &) = delete;
     ShortcutManager &operator=(const ShortcutManager &) = delete;
+
+    /// In the place of those before. What has happened already is not told.
+    void setHooks(Hooks hooks) { hooks_ = std::move(hooks); }
 
     /// The program's own manager, set by its entry point; unset again when it
     /// is destroyed.
@@ -165,6 +170,8 @@ private:
     EventTap *installedTap_ = nullptr;
     /// The log has said so since the last installation.
     TapProblem loggedProblem_ = TapProblem::None;
+    /// The last try found another instance.
+    bool isOtherInstanceThere_ = false;
     bool isEnabled_ = true;
     std::set<KeyCode> heldModifierCodes_;
     RecordingCallback recordingCallback_;

@@ -69,7 +69,7 @@ public:
     /// Starts delivering, disabled hotkeys included. False when the system does
     /// not let this program see keys, which is what "no permission" means; then
     /// nothing was changed and a later call may succeed. Not called while
-    /// installed.
+    /// installed. The event loop, which delivers, need not be there yet.
     [[nodiscard]] virtual bool install(Handlers handlers) = 0;
 
     /// What the last call of install() failed for, or what the tap was lost to since.

@@ -44,7 +44,7 @@ protected:
         write(platform_.userDefaults(), settings::kOnboardingCompleted, true);
     }
     AppDelegate &launch() {
-        delegate_.emplace(platform_, timers_, false);
+        delegate_.emplace(platform_, timers_, AppDelegate::makeManager(platform_), false);
         QObject::connect(&delegate_->notifications(), &Notifications::accessibilityGranted,
                          &context_, [this] { ++grantedPosts_; });
         QObject::connect(&delegate_->notifications(), &Notifications::keyAccessDidChange, &context_,

@@ -1,6 +1,7 @@
 #include "ui/look/Symbols.h"
 
 #include <QImage>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -67,9 +68,11 @@ TEST(Symbols, AMissingPluginIsNamedWithItsPackages) {
 TEST(Symbols, TheProgramUsesThoseOfItsPlatform) {
     FakePlatform platform;
     platform.systemSymbols()->setNames({u"plus"_s});
+    const QTemporaryDir folder;
+    platform.setApplicationSupportDirectory(folder.path());
     FakeTimers timers;
     {
-        const AppDelegate delegate(platform, timers, false);
+        const AppDelegate delegate(platform, timers, AppDelegate::makeManager(platform), false);
         static_cast<void>(symbolPixmap(u"plus"_s, {9, 9}, Qt::red, 1));
         EXPECT_EQ(platform.systemSymbols()->takeRequests(), QStringList{u"plus 9x9"_s});
     }

@@ -49,7 +49,14 @@ bool MacEventTap::install(Handlers handlers) {
         return false;
     handlers_ = std::move(handlers);
     areKeysWithheld_ = IsSecureEventInputEnabled();
-    lookTimer_.start();
+    // By the event loop, which need not be there yet.
+    QMetaObject::invokeMethod(
+        &lookTimer_,
+        [this] {
+            if (tap_)
+                lookTimer_.start();
+        },
+        Qt::QueuedConnection);
     if (!watch_)
         watch_.emplace([this] { look(); });
     return true;

@@ -80,12 +80,15 @@ void HotkeyGrabs::apply() {
     if (refused == refused_)
         return;
     refused_ = std::move(refused);
+    QMetaObject::invokeMethod(this, &HotkeyGrabs::noteRefusals, Qt::QueuedConnection);
+}
+
+void HotkeyGrabs::noteRefusals() {
     if (refused_.empty())
         retryTimer_.stop();
     else
         retryTimer_.start(firstRetry_);
-    QMetaObject::invokeMethod(
-        this, [this] { hooks_.refusalsChanged(); }, Qt::QueuedConnection);
+    hooks_.refusalsChanged();
 }
 
 }  // namespace kestrelbay::x11

@@ -54,6 +54,7 @@ public:
 
 private:
     void apply();
+    void noteRefusals();
     void retryInTime();
 
     std::chrono::milliseconds firstRetry_;

@@ -95,8 +95,8 @@ TapProblem XEventTap::tryInstall(Handlers handlers) {
                                                                           this, &XEventTap::drain,
                                                                           Qt::QueuedConnection);
                                                                   }});
-    notifier_.emplace(connection_->fileDescriptor(), QSocketNotifier::Read);
-    connect(&*notifier_, &QSocketNotifier::activated, this, &XEventTap::drain);
+    // By the event loop, which need not be there yet.
+    QMetaObject::invokeMethod(this, &XEventTap::listen, Qt::QueuedConnection);
     down_.emplace(*connection_, *device);
     lastRawPress_.reset();
     reconcileWithKeyboard();
@@ -182,6 +182,14 @@ bool XEventTap::setRecording(bool recording) {
         recording_.emplace();
     reconcileWithKeyboard();
     return recording_.has_value();
+}
+
+void XEventTap::listen() {
+    if (!connection_ || notifier_)
+        return;
+    notifier_.emplace(connection_->fileDescriptor(), QSocketNotifier::Read);
+    connect(&*notifier_, &QSocketNotifier::activated, this, &XEventTap::drain);
+    drain();
 }
 
 void XEventTap::drain() {

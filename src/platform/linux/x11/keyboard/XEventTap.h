@@ -34,7 +34,7 @@ namespace kestrelbay::x11 {
 /// keyboard at the press until it is told whether to drop the key or to replay it
 /// to the program in front, so a key is never seen by both and never by neither.
 ///
-/// To be made with a QCoreApplication.
+/// Where there is no event loop yet, presses wait in the frozen keyboard until it begins.
 class XEventTap final : public QObject, public EventTap {
     Q_OBJECT
 
@@ -72,6 +72,7 @@ public:
 private:
     [[nodiscard]] TapProblem tryInstall(Handlers handlers);
     void replayWaitingKeys();
+    void listen();
     void drain();
     void drainLater();
     void deliverRelease();
