@@ -24,10 +24,10 @@ constexpr unsigned kLookAgainMilliseconds = 25;
 
 constexpr std::chrono::milliseconds kBetweenPictures{1};
 
-/// After a press has asked for the focus, and again if that was in vain. Window managers have
-/// answered by then, and are not busy with a new window for longer, but on busy machines.
+/// After a press has asked for the focus. Window managers have answered by then, but on busy
+/// machines: each further look comes after twice the time, the last one 1.5 s after the press.
 constexpr std::chrono::milliseconds kBeforeLookAtFocus{50};
-constexpr int kMostLooksAtFocus = 5;
+constexpr std::chrono::milliseconds kLongestBeforeLookAtFocus{800};
 
 class LinuxWindowElement : public WindowElement {
 public:
@@ -190,7 +190,7 @@ LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log,
     tracker_->setListener({.news = [this] { lookAhead(); },
                            .focusAsked =
                                [this] {
-                                   looksAtFocus_ = kMostLooksAtFocus;
+                                   beforeLookAtFocus_ = kBeforeLookAtFocus;
                                    focusTimer_->start(kBeforeLookAtFocus);
                                }});
     if (QCoreApplication::instance() == nullptr)
@@ -250,11 +250,14 @@ std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplicat
 }
 
 void LinuxWorkspace::lookAtFocus() {
-    if (!tracker_->isFocusAwaited())
+    if (!tracker_->mayFocusBeUnheard())
         return;
     const DesktopPicture picture = look(index_.currentOrEmpty());
-    if (tracker_->repeatUnheardFocus(picture.serverTime) && --looksAtFocus_ > 0)
-        focusTimer_->start(kBeforeLookAtFocus);
+    const std::chrono::milliseconds next = beforeLookAtFocus_.load() * 2;
+    if (!tracker_->repeatUnheardFocus(picture.serverTime) || next > kLongestBeforeLookAtFocus)
+        return;
+    beforeLookAtFocus_ = next;
+    focusTimer_->start(next);
 }
 
 std::vector<std::pair<QString, QString>> LinuxWorkspace::windowReport() {

@@ -82,7 +82,7 @@ private:
     std::atomic<bool> lookingAhead_{false};
     /// How many there were.
     std::atomic<std::uint64_t> presses_{0};
-    std::atomic<int> looksAtFocus_{0};
+    std::atomic<std::chrono::milliseconds> beforeLookAtFocus_{};
     std::optional<LoopTimer> focusTimer_;
     const std::chrono::milliseconds openingTakes_;
     // Last, so that its thread has ended before anything that the thread uses.

@@ -14,8 +14,16 @@ bool FocusOrder::give(const WindowAddress &window, Others others, const Ask &ask
 
 bool FocusOrder::repeatUnheard(const Ask &ask) {
     const std::lock_guard lock(mutex_);
-    return isAwaitedLocked() && last_->toHaveIt && !last_->isOver && !last_->set &&
-           ask(last_->window);
+    return mayBeUnheardLocked() && !last_->set && ask(last_->window);
+}
+
+bool FocusOrder::mayBeUnheardLocked() const {
+    return last_ && last_->toHaveIt && !last_->isOver && now_() - last_->when < kLongestUnheard;
+}
+
+bool FocusOrder::mayBeUnheard() const {
+    const std::lock_guard lock(mutex_);
+    return mayBeUnheardLocked();
 }
 
 void FocusOrder::take(const WindowAddress &window) {
@@ -50,16 +58,12 @@ void FocusOrder::activeWindowRead(xcb_window_t root, xcb_window_t active, std::u
     last_->isOver = hasComeAbout || (isElsewhere && !isNobodysChoice);
 }
 
-bool FocusOrder::isAwaitedLocked() const {
+bool FocusOrder::isAwaited() const {
+    const std::lock_guard lock(mutex_);
     if (!last_)
         return false;
     const Clock::duration age = now_() - last_->when;
     return age < kShortest || (age < kLongest && !last_->isOver);
-}
-
-bool FocusOrder::isAwaited() const {
-    const std::lock_guard lock(mutex_);
-    return isAwaitedLocked();
 }
 
 }  // namespace kestrelbay::x11

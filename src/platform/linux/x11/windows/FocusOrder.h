@@ -37,6 +37,10 @@ public:
     /// the window manager, late with what came before: the end of a hiding, a window that opened.
     static constexpr std::chrono::milliseconds kNobodysChoice{250};
 
+    /// As long as nothing at all happens to the active window, nobody else has decided anything,
+    /// and a window manager on a busy machine may have worked nothing off yet.
+    static constexpr std::chrono::milliseconds kLongestUnheard{2000};
+
     using Ask = std::function<bool(const WindowAddress &)>;
     /// Other windows of the application that is to have the focus.
     struct Others {
@@ -53,6 +57,8 @@ public:
     /// not been set since, or is nobody's choice: the window manager is late, or has not listened.
     /// Did it ask?
     bool repeatUnheard(const Ask &ask);
+    /// Is what give() asked for last worth a look by repeatUnheard()? Not when it has come about.
+    [[nodiscard]] bool mayBeUnheard() const;
     /// The window manager is about to be asked for something that takes the focus from a window.
     void take(const WindowAddress &window);
 
@@ -76,7 +82,7 @@ private:
         bool isOver = false;
     };
 
-    [[nodiscard]] bool isAwaitedLocked() const;
+    [[nodiscard]] bool mayBeUnheardLocked() const;
 
     const std::function<Clock::time_point()> now_;
     mutable std::mutex mutex_;

@@ -68,6 +68,8 @@ public:
     /// by the last picture. mutter does not when it has moved the focus itself since the time
     /// of the press, as it does several times for a new window. Was it necessary?
     bool repeatUnheardFocus(xcb_timestamp_t time);
+    /// May that be necessary, once there is a new picture?
+    [[nodiscard]] bool mayFocusBeUnheard() const { return focusOrder_.mayBeUnheard(); }
 
     /// The server's clock, after one round trip.
     [[nodiscard]] xcb_timestamp_t serverTime();

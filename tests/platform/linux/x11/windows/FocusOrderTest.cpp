@@ -84,6 +84,11 @@ TEST_F(FocusOrderTest, GivesEachRequestAMomentAndNoneForever) {
     EXPECT_TRUE(order_.isAwaited());
     now_ += 1ms;
     EXPECT_FALSE(order_.isAwaited());
+    // By a window manager that does nothing at all.
+    EXPECT_TRUE(order_.mayBeUnheard());
+    EXPECT_EQ(unheard(), xcb_window_t{11});
+    now_ += FocusOrder::kLongestUnheard - FocusOrder::kLongest;
+    EXPECT_FALSE(order_.mayBeUnheard());
     EXPECT_EQ(unheard(), xcb_window_t{XCB_NONE});
 }
 
