@@ -15,7 +15,7 @@ using desktop::Processes;
 using testing::waitUntil;
 
 double Contender::start(desktop::Desktop &desktop) {
-    process_ = std::make_unique<desktop::PtyProcess>(program_, arguments_, desktop.environment());
+    process_ = std::make_unique<desktop::PtyProcess>(program_, arguments_, environment_);
     const bool grabbed = waitUntil([&] {
         return desktop.view().client().grabIsTaken(XCB_MOD_MASK_4, key_.xKeycode) ||
                !process_->isRunning();
@@ -70,11 +70,13 @@ std::vector<Contender> makeContenders(const desktop::Desktop &desktop, const QSt
     const QString sxhkdConfig = home.config(QStringLiteral("sxhkd/sxhkdrc"));
     HomeFolder::write(sxhkdConfig, "super + F2\n\twmctrl -xa xterm.XTerm\n");
     std::vector<Contender> contenders;
-    contenders.emplace_back(QStringLiteral("KestrelBay"), kF1, kestrelbay, QStringList());
+    contenders.emplace_back(QStringLiteral("KestrelBay"), kF1, kestrelbay, QStringList(),
+                            desktop.environment());
     contenders.emplace_back(QStringLiteral("sxhkd + wmctrl"), kF2, QStringLiteral("sxhkd"),
-                            QStringList{QStringLiteral("-c"), sxhkdConfig});
+                            QStringList{QStringLiteral("-c"), sxhkdConfig}, desktop.environment());
     contenders.emplace_back(QStringLiteral("limit"), kF3, QStringLiteral(LIMIT_PROGRAM),
-                            QStringList{QString::number(target), QString::number(kF3.xKeycode)});
+                            QStringList{QString::number(target), QString::number(kF3.xKeycode)},
+                            desktop.environment());
     return contenders;
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 
@@ -16,11 +17,13 @@ namespace kestrelbay::bench {
 /// A program that brings the target forward when Super and its key are pressed.
 class Contender {
 public:
-    Contender(QString name, desktop::Key key, QString program, QStringList arguments)
+    Contender(QString name, desktop::Key key, QString program, QStringList arguments,
+              QProcessEnvironment environment)
         : name_(std::move(name)),
           key_(key),
           program_(std::move(program)),
-          arguments_(std::move(arguments)) {}
+          arguments_(std::move(arguments)),
+          environment_(std::move(environment)) {}
 
     [[nodiscard]] const QString &name() const { return name_; }
     [[nodiscard]] const desktop::Key &key() const { return key_; }
@@ -41,6 +44,7 @@ private:
     desktop::Key key_;
     QString program_;
     QStringList arguments_;
+    QProcessEnvironment environment_;
     std::unique_ptr<desktop::PtyProcess> process_;
 };
 

@@ -8,6 +8,7 @@
 #include "Contender.h"
 #include "Latency.h"
 #include "Samples.h"
+#include "Start.h"
 #include "TextTable.h"
 #include "desktop/display/FrontWindow.h"
 #include "support/Poll.h"
@@ -71,7 +72,8 @@ public:
           contenders_(makeContenders(desktop_, options.program, target_)) {}
 
     void run() {
-        start();
+        measureStart(desktop_, options_.program);
+        startContenders();
         idle();
         Latency latency(desktop_, target_, other_.id());
         measure(latency, {.median = 1.2, .p99 = 1.5});
@@ -90,26 +92,11 @@ private:
         return desktop_.view().windowsOf(QStringLiteral("XTerm")).at(0);
     }
 
-    void start() {
-        constexpr int kStarts = 10;
-        std::vector<Samples> times(contenders_.size());
-        for (int round = 0; round < kStarts; ++round) {
-            for (std::size_t i = 0; i < contenders_.size(); ++i) {
-                if (round > 0)
-                    contenders_[i].stop(desktop_);
-                times[i].add(contenders_[i].start(desktop_));
-            }
+    void startContenders() {
+        for (Contender &contender : contenders_) {
+            contender.start(desktop_);
+            contender.settle();
         }
-        TextTable table({QStringLiteral("program"), QStringLiteral("median ms"),
-                         QStringLiteral("p90 ms"), QStringLiteral("private KiB")});
-        for (std::size_t i = 0; i < contenders_.size(); ++i) {
-            contenders_[i].settle();
-            table.add({contenders_[i].name(), number(times[i].median(), 1),
-                       number(times[i].percentile(90), 1),
-                       inKiB(Processes::privateMemory(contenders_[i].processId()))});
-        }
-        table.print(
-            QStringLiteral("From exec to the key grabbed, %1 starts; memory at rest").arg(kStarts));
     }
 
     void idle() {
