@@ -4,6 +4,7 @@
 
 #include "RulesBench.h"
 #include "model/RuleFile.h"
+#include "model/RuleJson.h"
 
 namespace kestrelbay {
 

@@ -13,6 +13,7 @@
 #include "app/toasts/LaunchToastWindow.h"
 #include "app/toasts/ToastWindow.h"
 #include "hotkeys/TapProblems.h"
+#include "model/RuleJson.h"
 #include "platform/KeyboardLayout.h"
 #include "platform/Platform.h"
 #include "platform/SystemLog.h"

@@ -9,6 +9,7 @@
 #include <iostream>
 
 #include "app/instance/ApplicationService.h"
+#include "model/RuleJson.h"
 
 namespace kestrelbay {
 

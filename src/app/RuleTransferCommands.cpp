@@ -11,6 +11,7 @@
 #include "model/RuleExport.h"
 #include "model/RuleFile.h"
 #include "model/RuleImport.h"
+#include "model/RuleJson.h"
 #include "model/TrimmedText.h"
 #include "platform/ApplicationCatalog.h"
 #include "settings/L.h"

@@ -24,6 +24,7 @@
 #include "app/instance/RunningInstance.h"
 #include "hotkeys/ShortcutManager.h"
 #include "model/RuleFile.h"
+#include "model/RuleJson.h"
 #include "platform/Platform.h"
 #include "platform/SystemLog.h"
 #include "tasks/Timers.h"

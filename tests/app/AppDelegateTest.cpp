@@ -23,6 +23,7 @@
 #include "files/FileWatch.h"
 #include "fixtures/QtPrinters.h"
 #include "model/RuleFile.h"
+#include "model/RuleJson.h"
 #include "preferences/rules/RuleRowView.h"
 #include "preferences/rules/RulesViewController.h"
 #include "preferences/window/PreferencesWindowController.h"

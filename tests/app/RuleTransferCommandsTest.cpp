@@ -7,6 +7,7 @@
 
 #include "fakes/FakeApplicationCatalog.h"
 #include "hotkeys/ManagerFixture.h"
+#include "model/RuleJson.h"
 
 using namespace Qt::StringLiterals;
 using Answer = kestrelbay::RunningInstance::ImportAnswer;

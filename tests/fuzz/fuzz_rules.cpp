@@ -2,7 +2,7 @@
 #include <cstdint>
 
 #include "fuzz/Check.h"
-#include "model/RuleFile.h"
+#include "model/RuleJson.h"
 
 // A list that could be read is written so that it reads as the same list.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {

@@ -1,6 +1,7 @@
 #include <QFileInfo>
 
 #include "hotkeys/ManagerFixture.h"
+#include "model/RuleJson.h"
 
 using namespace Qt::StringLiterals;
 using News = kestrelbay::ShortcutManager::RuleFileNews;

@@ -1,4 +1,5 @@
 #include "hotkeys/ManagerFixture.h"
+#include "model/RuleJson.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,4 +1,4 @@
-#include "model/RuleFile.h"
+#include "model/RuleJson.h"
 
 #include <gtest/gtest.h>
 

@@ -12,6 +12,7 @@
 
 #include "fixtures/ActiveWindow.h"
 #include "fixtures/DoubleClick.h"
+#include "model/RuleJson.h"
 #include "preferences/recorder/HotkeyRecorderField.h"
 #include "preferences/rules/RuleRowView.h"
 #include "preferences/rules/RulesModel.h"

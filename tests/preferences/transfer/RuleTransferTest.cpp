@@ -6,6 +6,7 @@
 #include <QTreeWidget>
 
 #include "fixtures/ServicesFixture.h"
+#include "model/RuleJson.h"
 #include "preferences/transfer/ImportSheet.h"
 #include "ui/widgets/TextLabel.h"
 
