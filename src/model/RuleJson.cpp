@@ -1,12 +1,17 @@
 #include "model/RuleJson.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <limits>
+#include <string>
 #include <string_view>
+#include <utility>
+#include <variant>
 
 #include <QByteArrayView>
 #include <QRegularExpression>
@@ -19,35 +24,46 @@ namespace kestrelbay {
 
 namespace {
 
-constexpr const char *kId = "id";
-constexpr const char *kAppName = "appName";
-constexpr const char *kAppPath = "appPath";
-constexpr const char *kKeyCode = "keyCode";
-constexpr const char *kModifierFlags = "modifierFlags";
-constexpr const char *kIsEnabled = "isEnabled";
-constexpr const char *kRepeatAction = "repeatAction";
-constexpr const char *kLaunchArguments = "launchArguments";
-constexpr const char *kArgumentKind = "argumentKind";
+/// In the order in which they are written.
+enum class Field : std::uint8_t {
+    Id,
+    AppName,
+    AppPath,
+    KeyCode,
+    ModifierFlags,
+    IsEnabled,
+    RepeatAction,
+    LaunchArguments,
+    ArgumentKind,
+};
+
+constexpr std::array<std::string_view, 9> kFieldNames{
+    "id",        "appName",      "appPath",         "keyCode",      "modifierFlags",
+    "isEnabled", "repeatAction", "launchArguments", "argumentKind",
+};
+
+/// What one object of the file says, by field; nothing for what no field can be read from.
+using Value = std::variant<std::monostate, bool, std::uint64_t, double, QString>;
+using Values = std::array<Value, kFieldNames.size()>;
 
 template <typename T>
-const T *field(const json &object, const char *key) {
-    const auto found = object.find(key);
-    return found == object.end() ? nullptr : found->get_ptr<const T *>();
+const T *valueIn(const Values &values, Field field) {
+    return std::get_if<T>(&values.at(static_cast<std::size_t>(field)));
 }
 
 /// Empty when there is none.
-QString textField(const json &object, const char *key) {
-    const auto *text = field<json::string_t>(object, key);
-    return text ? QString::fromStdString(*text) : QString();
+QString textIn(const Values &values, Field field) {
+    const auto *const text = valueIn<QString>(values, field);
+    return text ? *text : QString();
 }
 
 template <std::unsigned_integral Number>
-std::optional<Number> numberField(const json &object, const char *key) {
+std::optional<Number> numberIn(const Values &values, Field field) {
     constexpr Number kMax = std::numeric_limits<Number>::max();
-    if (const auto *number = field<json::number_unsigned_t>(object, key))
+    if (const auto *const number = valueIn<std::uint64_t>(values, field))
         return *number <= kMax ? std::optional(static_cast<Number>(*number)) : std::nullopt;
     // Other JSON writers may put whole numbers down as 45.0.
-    if (const auto *number = field<json::number_float_t>(object, key)) {
+    if (const auto *const number = valueIn<double>(values, field)) {
         // 2^bits is exact in a double, whereas kMax may not be.
         const double limit = std::ldexp(1.0, std::numeric_limits<Number>::digits);
         if (*number >= 0 && *number < limit && std::trunc(*number) == *number)
@@ -56,25 +72,110 @@ std::optional<Number> numberField(const json &object, const char *key) {
     return std::nullopt;
 }
 
-ShortcutRule decodeRule(const json &object, std::set<QUuid> *madeUpIds) {
-    ShortcutRule rule;
-    if (const std::optional<QUuid> id = ruleIdFromText(textField(object, kId)))
-        rule.id = *id;
-    else if (madeUpIds)
-        madeUpIds->insert(rule.id);
-    rule.appName = textField(object, kAppName);
-    rule.appPath = textField(object, kAppPath);
-    rule.keyCode = KeyCode{numberField<std::uint16_t>(object, kKeyCode).value_or(std::uint16_t{0})};
+ShortcutRule decodeRule(const Values &values, std::set<QUuid> &madeUpIds) {
+    const std::optional<QUuid> id = ruleIdFromText(textIn(values, Field::Id));
+    ShortcutRule rule{.id = id ? *id : QUuid::createUuid()};
+    if (!id)
+        madeUpIds.insert(rule.id);
+    rule.appName = textIn(values, Field::AppName);
+    rule.appPath = textIn(values, Field::AppPath);
+    rule.keyCode = KeyCode{numberIn<std::uint16_t>(values, Field::KeyCode).value_or(0)};
     rule.modifierFlags =
-        ModifierFlags(numberField<std::uint64_t>(object, kModifierFlags).value_or(0));
-    if (const auto *isEnabled = field<json::boolean_t>(object, kIsEnabled))
+        ModifierFlags(numberIn<std::uint64_t>(values, Field::ModifierFlags).value_or(0));
+    if (const auto *const isEnabled = valueIn<bool>(values, Field::IsEnabled))
         rule.isEnabled = *isEnabled;
     rule.repeatAction =
-        repeatActionFromRawValue(textField(object, kRepeatAction)).value_or(rule.repeatAction);
-    rule.launchArguments = textField(object, kLaunchArguments);
-    rule.argumentKind = argumentKindFromRawValue(textField(object, kArgumentKind))
-                            .value_or(ShortcutRule::inferKind(rule.launchArguments));
+        repeatActionFromRawValue(textIn(values, Field::RepeatAction)).value_or(rule.repeatAction);
+    rule.launchArguments = textIn(values, Field::LaunchArguments);
+    const auto kind = argumentKindFromRawValue(textIn(values, Field::ArgumentKind));
+    rule.argumentKind = kind ? *kind : ShortcutRule::inferKind(rule.launchArguments);
     return rule;
+}
+
+/// Takes rules from the text as it is read. A tree of all its values would cost more time
+/// and memory than everything else about it.
+class RuleReader final : public nlohmann::json_sax<json> {
+public:
+    /// Of a text that was read to its end.
+    [[nodiscard]] std::vector<ShortcutRule> takeRules() { return std::move(rules_); }
+    [[nodiscard]] std::set<QUuid> takeMadeUpIds() { return std::move(madeUpIds_); }
+
+    bool null() override { return scalar({}); }
+    bool boolean(bool value) override { return scalar(value); }
+    /// A negative one.
+    bool number_integer(std::int64_t /*value*/) override { return scalar({}); }
+    bool number_unsigned(std::uint64_t value) override { return scalar(value); }
+    bool number_float(double value, const std::string & /*token*/) override {
+        return scalar(value);
+    }
+    bool string(std::string &value) override {
+        return scalar(isWanted() ? QString::fromStdString(value) : QString());
+    }
+    bool binary(binary_t & /*value*/) override { return false; }
+
+    bool start_object(std::size_t /*elements*/) override {
+        if (depth_ == kInFile)
+            return false;
+        if (depth_ == kInList)
+            values_.fill({});
+        ++depth_;
+        return true;
+    }
+    bool key(std::string &name) override {
+        if (depth_ != kInRule)
+            return true;
+        const auto *const found = std::ranges::find(kFieldNames, name);
+        value_ = found == kFieldNames.end()
+                     ? nullptr
+                     : &values_.at(static_cast<std::size_t>(found - kFieldNames.begin()));
+        // Of two values the later one counts, also one that cannot be read.
+        if (value_)
+            *value_ = {};
+        return true;
+    }
+    bool end_object() override {
+        if (--depth_ == kInList)
+            rules_.push_back(decodeRule(values_, madeUpIds_));
+        return true;
+    }
+    bool start_array(std::size_t /*elements*/) override { return depth_++ != kInList; }
+    bool end_array() override {
+        --depth_;
+        return true;
+    }
+    bool parse_error(std::size_t /*position*/, const std::string & /*token*/,
+                     const nlohmann::detail::exception & /*error*/) override {
+        return false;
+    }
+
+private:
+    /// Values deeper down are of no field.
+    static constexpr std::size_t kInFile = 0;
+    static constexpr std::size_t kInList = 1;
+    static constexpr std::size_t kInRule = 2;
+
+    [[nodiscard]] bool isWanted() const { return depth_ == kInRule && value_; }
+    bool scalar(Value value) {
+        if (isWanted())
+            *value_ = std::move(value);
+        return depth_ >= kInRule;
+    }
+
+    std::vector<ShortcutRule> rules_;
+    std::set<QUuid> madeUpIds_;
+    std::size_t depth_ = kInFile;
+    Values values_;
+    Value *value_ = nullptr;  ///< of the key that was read last
+};
+
+std::optional<std::vector<ShortcutRule>> readRules(const QByteArray &text,
+                                                   std::set<QUuid> *madeUpIds) {
+    RuleReader reader;
+    if (!json::sax_parse(text.begin(), text.end(), &reader))
+        return std::nullopt;
+    if (madeUpIds)
+        madeUpIds->merge(reader.takeMadeUpIds());
+    return reader.takeRules();
 }
 
 /// Is it a number by JSON's rules which no double can hold?
@@ -114,21 +215,21 @@ bool blankOutHugeNumbers(QByteArray &text) {
     return changed;
 }
 
-json parse(const QByteArray &text) {
-    return json::parse(text.begin(), text.end(), nullptr, /*allow_exceptions=*/false);
+std::string nameOf(Field field) {
+    return std::string(kFieldNames.at(static_cast<std::size_t>(field)));
 }
 
 ordered_json encodeRule(const ShortcutRule &rule) {
     ordered_json object;
-    object[kId] = rule.id.toString(QUuid::WithoutBraces).toUpper().toStdString();
-    object[kAppName] = rule.appName.toStdString();
-    object[kAppPath] = rule.appPath.toStdString();
-    object[kKeyCode] = toNumber(rule.keyCode);
-    object[kModifierFlags] = rule.modifierFlags.bits();
-    object[kIsEnabled] = rule.isEnabled;
-    object[kRepeatAction] = rawValue(rule.repeatAction).toStdString();
-    object[kLaunchArguments] = rule.launchArguments.toStdString();
-    object[kArgumentKind] = rawValue(rule.argumentKind).toStdString();
+    object[nameOf(Field::Id)] = rule.id.toString(QUuid::WithoutBraces).toUpper().toStdString();
+    object[nameOf(Field::AppName)] = rule.appName.toStdString();
+    object[nameOf(Field::AppPath)] = rule.appPath.toStdString();
+    object[nameOf(Field::KeyCode)] = toNumber(rule.keyCode);
+    object[nameOf(Field::ModifierFlags)] = rule.modifierFlags.bits();
+    object[nameOf(Field::IsEnabled)] = rule.isEnabled;
+    object[nameOf(Field::RepeatAction)] = rawValue(rule.repeatAction).toStdString();
+    object[nameOf(Field::LaunchArguments)] = rule.launchArguments.toStdString();
+    object[nameOf(Field::ArgumentKind)] = rawValue(rule.argumentKind).toStdString();
     return object;
 }
 
@@ -136,28 +237,22 @@ ordered_json encodeRule(const ShortcutRule &rule) {
 
 std::optional<std::vector<ShortcutRule>> decodeRules(const QByteArray &text,
                                                      std::set<QUuid> *madeUpIds) {
-    json document = parse(text);
-    if (document.is_discarded()) {
-        QByteArray repaired = text;
-        if (blankOutHugeNumbers(repaired))
-            document = parse(repaired);
-    }
-    // A discarded document is no array either.
-    if (!document.is_array() ||
-        !std::ranges::all_of(document, [](const json &element) { return element.is_object(); }))
-        return std::nullopt;
-
-    std::vector<ShortcutRule> rules;
-    rules.reserve(document.size());
-    for (const json &object : document)
-        rules.push_back(decodeRule(object, madeUpIds));
-    return rules;
+    if (auto rules = readRules(text, madeUpIds))
+        return rules;
+    QByteArray repaired = text;
+    return blankOutHugeNumbers(repaired) ? readRules(repaired, madeUpIds) : std::nullopt;
 }
 
 std::optional<QUuid> ruleIdFromText(const QString &text) {
-    const QUuid id = QUuid::fromString(text);
-    const bool isExact = id.toString(QUuid::WithoutBraces).compare(text, Qt::CaseInsensitive) == 0;
-    return isExact ? std::optional(id) : std::nullopt;
+    constexpr QStringView kForm(u"hhhhhhhh-hhhh-hhhh-hhhh-hhhhhhhhhhhh");
+    const auto fits = [](QChar c, QChar form) {
+        const bool isHexDigit =
+            (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+        return form == u'h' ? isHexDigit : c == form;
+    };
+    if (!std::ranges::equal(text, kForm, fits))
+        return std::nullopt;
+    return QUuid::fromString(text);
 }
 
 QByteArray encodeRules(const std::vector<ShortcutRule> &rules) {

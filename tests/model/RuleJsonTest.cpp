@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <map>
+#include <set>
+#include <vector>
 
 #include "fixtures/QtPrinters.h"
 
@@ -186,6 +189,18 @@ TEST(RuleJson, HugeNumbersSpoilNothingElse) {
     EXPECT_EQ(rules->at(1).keyCode, KeyCode{7});
 }
 
+TEST(RuleJson, MadeUpIdsAreThoseOfTheRulesAlone) {
+    for (const char *text : {"[{},{\"keyCode\":1e999}]", "[{},{}]"}) {
+        std::set<QUuid> madeUpIds;
+        const auto rules = decodeRules(text, &madeUpIds);
+        ASSERT_EQ(rules.value_or(std::vector<ShortcutRule>()).size(), 2U) << text;
+        EXPECT_EQ(madeUpIds, (std::set{rules->at(0).id, rules->at(1).id})) << text;
+    }
+    std::set<QUuid> madeUpIds;
+    EXPECT_EQ(decodeRules("[{},1]", &madeUpIds), std::nullopt);
+    EXPECT_TRUE(madeUpIds.empty());
+}
+
 TEST(RuleJson, IsEnabledOfAnotherTypeIsTrue) {
     for (const char *value : {"\"false\"", "0", "null", "[]"})
         EXPECT_TRUE(decodeOne(QByteArray("{\"isEnabled\":") + value + "}").isEnabled) << value;
@@ -269,8 +284,46 @@ TEST(RuleJson, HugeNestingIsSafe) {
     EXPECT_EQ(rules->front().keyCode, KeyCode{7});
 }
 
-TEST(RuleJson, RepeatedKeysAreSafe) {
+TEST(RuleJson, OfRepeatedKeysTheLastCountsWhateverItsValue) {
     EXPECT_EQ(decodeOne(R"({"keyCode":7,"keyCode":8})").keyCode, KeyCode{8});
+    for (const char *value : {"null", "-8", R"("8")", "[8]", R"({"keyCode":8})"})
+        EXPECT_EQ(decodeOne(QByteArray(R"({"keyCode":7,"keyCode":)") + value + '}').keyCode,
+                  KeyCode{0})
+            << value;
+}
+
+TEST(RuleJson, FieldsAreThoseOfTheObjectItself) {
+    const ShortcutRule rule = decodeOne(
+        R"({"later":{"keyCode":3,"isEnabled":false},"appName":["x",{"appPath":"/x"}],"appPath":"/y"})");
+    EXPECT_EQ(rule.keyCode, KeyCode{0});
+    EXPECT_TRUE(rule.isEnabled);
+    EXPECT_EQ(rule.appName, QString());
+    EXPECT_EQ(rule.appPath, u"/y"_s);
+}
+
+TEST(RuleJson, FieldsOfOneRuleAreNoneOfTheNext) {
+    const auto rules = decodeRules(R"([{"appName":"a","isEnabled":false,"keyCode":3},{}])");
+    ASSERT_EQ(rules.value_or(std::vector<ShortcutRule>()).size(), 2U);
+    ShortcutRule plain;
+    plain.id = rules->at(1).id;
+    EXPECT_EQ(rules->at(1), plain);
+}
+
+TEST(RuleJson, TextsAreWrittenAsTheyAreButForWhatJsonEscapes) {
+    const auto written = [](const QString &name) {
+        ShortcutRule rule = sampleRule();
+        rule.appName = name;
+        EXPECT_EQ(decodeRules(encodeRules({rule})), std::vector{rule});
+        return encodeRules({rule}).split(',').at(1);
+    };
+    EXPECT_EQ(written(u"\u007f/é€😀'"_s), "\"appName\":\"\x7f/é€😀'\"");
+    const std::map<QString, QByteArray> escapes{
+        {u"\""_s, R"(\")"},     {u"\\"_s, R"(\\)"},         {u"\b"_s, R"(\b)"},
+        {u"\f"_s, R"(\f)"},     {u"\n"_s, R"(\n)"},         {u"\r"_s, R"(\r)"},
+        {u"\t"_s, R"(\t)"},     {u"\u0001"_s, R"(\u0001)"}, {u"\u001f"_s, R"(\u001f)"},
+        {QChar(0), R"(\u0000)"}};
+    for (const auto &[text, escape] : escapes)
+        EXPECT_EQ(written(u"é"_s + text + u"x"_s), R"("appName":"é)" + escape + R"(x")");
 }
 
 TEST(RuleJson, LoneSurrogatesEncodeAsValidText) {
