@@ -18,7 +18,6 @@
 #include <nlohmann/json.hpp>
 
 using nlohmann::json;
-using nlohmann::ordered_json;
 
 namespace kestrelbay {
 
@@ -215,22 +214,41 @@ bool blankOutHugeNumbers(QByteArray &text) {
     return changed;
 }
 
-std::string nameOf(Field field) {
-    return std::string(kFieldNames.at(static_cast<std::size_t>(field)));
+/// Only the escapes are the library's, for the texts that need them.
+void appendText(QByteArray &out, const QByteArray &text) {
+    const bool isPlain = std::ranges::all_of(text, [](char c) {
+        return static_cast<unsigned char>(c) >= 0x20 && c != '"' && c != '\\';
+    });
+    if (isPlain)
+        out.append('"').append(text).append('"');
+    else
+        out.append(json(text.toStdString()).dump());
 }
 
-ordered_json encodeRule(const ShortcutRule &rule) {
-    ordered_json object;
-    object[nameOf(Field::Id)] = rule.id.toString(QUuid::WithoutBraces).toUpper().toStdString();
-    object[nameOf(Field::AppName)] = rule.appName.toStdString();
-    object[nameOf(Field::AppPath)] = rule.appPath.toStdString();
-    object[nameOf(Field::KeyCode)] = toNumber(rule.keyCode);
-    object[nameOf(Field::ModifierFlags)] = rule.modifierFlags.bits();
-    object[nameOf(Field::IsEnabled)] = rule.isEnabled;
-    object[nameOf(Field::RepeatAction)] = rawValue(rule.repeatAction).toStdString();
-    object[nameOf(Field::LaunchArguments)] = rule.launchArguments.toStdString();
-    object[nameOf(Field::ArgumentKind)] = rawValue(rule.argumentKind).toStdString();
-    return object;
+void appendRule(QByteArray &out, const ShortcutRule &rule) {
+    const auto appendName = [&](Field field) {
+        out.append(field == Field::Id ? "{\"" : ",\"");
+        out.append(kFieldNames.at(static_cast<std::size_t>(field)));
+        out.append("\":");
+    };
+    const auto appendTextField = [&](Field field, const QString &text) {
+        appendName(field);
+        appendText(out, text.toUtf8());
+    };
+    appendName(Field::Id);
+    appendText(out, rule.id.toByteArray(QUuid::WithoutBraces).toUpper());
+    appendTextField(Field::AppName, rule.appName);
+    appendTextField(Field::AppPath, rule.appPath);
+    appendName(Field::KeyCode);
+    out.append(QByteArray::number(toNumber(rule.keyCode)));
+    appendName(Field::ModifierFlags);
+    out.append(QByteArray::number(rule.modifierFlags.bits()));
+    appendName(Field::IsEnabled);
+    out.append(rule.isEnabled ? "true" : "false");
+    appendTextField(Field::RepeatAction, rawValue(rule.repeatAction));
+    appendTextField(Field::LaunchArguments, rule.launchArguments);
+    appendTextField(Field::ArgumentKind, rawValue(rule.argumentKind));
+    out.append('}');
 }
 
 }  // namespace
@@ -256,11 +274,13 @@ std::optional<QUuid> ruleIdFromText(const QString &text) {
 }
 
 QByteArray encodeRules(const std::vector<ShortcutRule> &rules) {
-    ordered_json document = ordered_json::array();
-    for (const ShortcutRule &rule : rules)
-        document.push_back(encodeRule(rule));
-    return QByteArray::fromStdString(
-        document.dump(-1, ' ', false, ordered_json::error_handler_t::replace));
+    QByteArray text(1, '[');
+    for (const ShortcutRule &rule : rules) {
+        if (&rule != &rules.front())
+            text.append(',');
+        appendRule(text, rule);
+    }
+    return text.append(']');
 }
 
 }  // namespace kestrelbay
