@@ -1,6 +1,6 @@
 #include "hotkeys/HotkeyMatcher.h"
 
-#include <set>
+#include <algorithm>
 
 namespace kestrelbay {
 
@@ -30,13 +30,13 @@ bool canBePressed(const Hotkey &hotkey) {
         return false;
     if (!hasSideBits(hotkey.modifierFlags))
         return true;
-    std::set<KeyCode> held;
+    ModifierFlags held;
     for (const KeyCode code : kModifierKeyCodes) {
-        const ModifierFlags side = buildDetailedFlags({code}) & modifier::kSideMask;
-        if (hotkey.modifierFlags.contains(side))
-            held.insert(code);
+        const ModifierFlags flags = flagsOfModifierKey(code);
+        if (hotkey.modifierFlags.contains(flags & modifier::kSideMask))
+            held |= flags;
     }
-    return buildDetailedFlags(held) == (hotkey.modifierFlags & kMatchedBits);
+    return held == (hotkey.modifierFlags & kMatchedBits);
 }
 
 std::optional<Hotkey> matchableHotkey(const ShortcutRule &rule) {
@@ -49,25 +49,45 @@ std::optional<Hotkey> matchableHotkey(const ShortcutRule &rule) {
 HotkeyMatcher::HotkeyMatcher(const std::vector<ShortcutRule> &rules) {
     entries_.reserve(rules.size());
     for (std::size_t i = 0; i < rules.size(); ++i) {
-        const ShortcutRule &rule = rules[i];
-        if (!hasTarget(rule))
-            continue;
-        const ModifierFlags mask =
-            hasSideBits(rule.modifierFlags) ? kMatchedBits : modifier::kGenericMask;
-        entries_.push_back({.flags = narrow(rule.modifierFlags),
-                            .mask = narrow(mask),
-                            .ruleIndex = static_cast<std::uint32_t>(i),
-                            .keyCode = rule.keyCode});
+        if (hasTarget(rules[i]))
+            entries_.push_back({.keyCode = rules[i].keyCode,
+                                .flags = narrow(rules[i].modifierFlags),
+                                .ruleIndex = static_cast<std::uint32_t>(i)});
     }
+    std::ranges::sort(entries_);
+    const auto isSameHotkey = [](const Entry &a, const Entry &b) {
+        return a.keyCode == b.keyCode && a.flags == b.flags;
+    };
+    entries_.erase(std::unique(entries_.begin(), entries_.end(), isSameHotkey), entries_.end());
 }
 
 std::optional<std::size_t> HotkeyMatcher::firstMatch(KeyCode keyCode, ModifierFlags current) const {
-    const std::uint32_t flags = narrow(current);
+    // A rule with side bits asks for exactly the flags of the held keys, one without for
+    // their generic ones.
+    const std::optional<std::size_t> sided = ruleOf(keyCode, current & kMatchedBits);
+    const std::optional<std::size_t> generic = ruleOf(keyCode, current & modifier::kGenericMask);
+    if (sided && generic)
+        return std::min(*sided, *generic);
+    return sided ? sided : generic;
+}
+
+std::optional<std::size_t> HotkeyMatcher::ruleOf(KeyCode keyCode, ModifierFlags flags) const {
+    const Entry first{.keyCode = keyCode, .flags = narrow(flags), .ruleIndex = 0};
+    const auto found = std::ranges::lower_bound(entries_, first);
+    if (found == entries_.end() || found->keyCode != keyCode || found->flags != first.flags)
+        return std::nullopt;
+    return found->ruleIndex;
+}
+
+std::vector<Hotkey> HotkeyMatcher::matchableHotkeys() const {
+    std::vector<Hotkey> hotkeys;
+    hotkeys.reserve(entries_.size());
     for (const Entry &entry : entries_) {
-        if (entry.keyCode == keyCode && (flags & entry.mask) == entry.flags)
-            return entry.ruleIndex;
+        const Hotkey hotkey{entry.keyCode, ModifierFlags(entry.flags)};
+        if (canBePressed(hotkey))
+            hotkeys.push_back(hotkey);
     }
-    return std::nullopt;
+    return hotkeys;
 }
 
 }  // namespace kestrelbay

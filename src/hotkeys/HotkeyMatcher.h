@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -18,8 +19,8 @@ namespace kestrelbay {
 /// the rule can never match a key.
 [[nodiscard]] std::optional<Hotkey> matchableHotkey(const ShortcutRule &rule);
 
-/// Finds the rule of a key press. Holds only what matching needs, side by side in
-/// memory, since it is walked at every press of a wanted key.
+/// Finds the rule of a key press, in a time that hardly grows with their number, and
+/// without asking for memory: the user's keyboard waits for it.
 class HotkeyMatcher {
 public:
     HotkeyMatcher() = default;
@@ -30,16 +31,22 @@ public:
     [[nodiscard]] std::optional<std::size_t> firstMatch(KeyCode keyCode,
                                                         ModifierFlags current) const;
 
+    /// The matchableHotkey() of all rules, sorted, each once.
+    [[nodiscard]] std::vector<Hotkey> matchableHotkeys() const;
+
 private:
-    /// The bits that take part in matching all fit into 32.
+    /// The first rule that has this hotkey.
     struct Entry {
-        std::uint32_t flags;
-        std::uint32_t mask;
-        std::uint32_t ruleIndex;
         KeyCode keyCode;
+        std::uint32_t flags;  ///< those that take part in matching all fit
+        std::uint32_t ruleIndex;
+
+        auto operator<=>(const Entry &) const = default;  // NOLINT(modernize-use-nullptr)
     };
 
-    std::vector<Entry> entries_;
+    [[nodiscard]] std::optional<std::size_t> ruleOf(KeyCode keyCode, ModifierFlags flags) const;
+
+    std::vector<Entry> entries_;  // sorted, each hotkey once
 };
 
 }  // namespace kestrelbay

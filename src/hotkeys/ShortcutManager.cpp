@@ -374,16 +374,7 @@ void ShortcutManager::rulesWereChanged() {
 }
 
 void ShortcutManager::publishWantedHotkeys() {
-    wantedHotkeys_.clear();
-    if (isEnabled_) {
-        for (const ShortcutRule &rule : rules_) {
-            if (const std::optional<Hotkey> hotkey = matchableHotkey(rule))
-                wantedHotkeys_.push_back(*hotkey);
-        }
-        std::ranges::sort(wantedHotkeys_);
-        wantedHotkeys_.erase(std::unique(wantedHotkeys_.begin(), wantedHotkeys_.end()),
-                             wantedHotkeys_.end());
-    }
+    wantedHotkeys_ = isEnabled_ ? matcher_.matchableHotkeys() : std::vector<Hotkey>();
     tap_.setWantedHotkeys(wantedHotkeys_);
     noteRefusals();
 }

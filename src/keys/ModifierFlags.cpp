@@ -1,5 +1,6 @@
 #include "keys/ModifierFlags.h"
 
+#include <algorithm>
 #include <array>
 
 namespace kestrelbay {
@@ -38,12 +39,15 @@ constexpr std::array<Kind, 4> kKindsInDisplayOrder{{
 
 }  // namespace
 
+ModifierFlags flagsOfModifierKey(KeyCode keyCode) {
+    const auto *const found = std::ranges::find(kFlagsOfKeys, keyCode, &KeyFlags::keyCode);
+    return found == kFlagsOfKeys.end() ? ModifierFlags() : found->flags;
+}
+
 ModifierFlags buildDetailedFlags(const std::set<KeyCode> &held) {
     ModifierFlags flags;
-    for (const KeyFlags &key : kFlagsOfKeys) {
-        if (held.contains(key.keyCode))
-            flags |= key.flags;
-    }
+    for (const KeyCode keyCode : held)
+        flags |= flagsOfModifierKey(keyCode);
     return flags;
 }
 

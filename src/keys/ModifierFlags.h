@@ -62,8 +62,10 @@ inline constexpr ModifierFlags kGenericMask{0x1E0000};
 inline constexpr ModifierFlags kSideMask{0x207F};
 }  // namespace modifier
 
-/// The flags of the held keys: for each modifier key its generic and its side
-/// bit. Codes of other keys are ignored.
+/// Its generic and its side bit; none of another key than the eight.
+[[nodiscard]] ModifierFlags flagsOfModifierKey(KeyCode keyCode);
+
+/// The flags of the held keys together. Codes of other keys are ignored.
 [[nodiscard]] ModifierFlags buildDetailedFlags(const std::set<KeyCode> &held);
 
 /// The flags as symbols in the order control, option, shift, command, each with

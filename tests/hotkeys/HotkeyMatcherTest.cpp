@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <optional>
+#include <random>
+#include <set>
+#include <vector>
+
 #include "fixtures/QtPrinters.h"
 
 using namespace Qt::StringLiterals;
@@ -133,6 +139,57 @@ TEST(HotkeyMatcher, AgreesWithThePlainRuleForAllModifierSets) {
                 }
             }
         }
+    }
+}
+
+/// Rules on few keys, so that many have the same one: with and without side bits, with foreign
+/// bits, unset, without an application, disabled.
+std::vector<ShortcutRule> anyRules(std::mt19937 &random) {
+    const auto oneOf = [&](const std::vector<std::uint64_t> &values) {
+        return values[random() % values.size()];
+    };
+    std::vector<ShortcutRule> rules(random() % 40);
+    for (ShortcutRule &rule : rules) {
+        rule.appPath = random() % 8 == 0 ? QString() : u"/App"_s;
+        rule.isEnabled = random() % 4 != 0;
+        rule.keyCode = KeyCode{static_cast<std::uint16_t>(oneOf({0, 0, 17, 17, 18, 55, 0xffff}))};
+        const std::uint64_t few = oneOf({0, 0x100000, 0x100008, 0x100010, 0x100018, 0x120002, 0x8});
+        const std::uint64_t any = (std::uint64_t{random()} << 32U | random()) & 0x3E2080;
+        rule.modifierFlags = ModifierFlags(random() % 3 == 0 ? few | any : few);
+    }
+    return rules;
+}
+
+TEST(HotkeyMatcher, AgreesWithAWalkThroughTheListForAnyRules) {
+    std::mt19937 random(1);
+    for (int list = 0; list < 2000; ++list) {
+        const std::vector<ShortcutRule> rules = anyRules(random);
+        const HotkeyMatcher matcher(rules);
+        for (const ShortcutRule &pressed : anyRules(random)) {
+            const ModifierFlags current = pressed.modifierFlags;
+            const auto found = std::ranges::find_if(rules, [&](const ShortcutRule &rule) {
+                return plainMatch(rule, pressed.keyCode, current.bits());
+            });
+            const std::optional<std::size_t> match = matcher.firstMatch(pressed.keyCode, current);
+            ASSERT_EQ(match.value_or(rules.size()), static_cast<std::size_t>(found - rules.begin()))
+                << "list " << list << ", key " << toNumber(pressed.keyCode) << ", flags "
+                << current.bits();
+        }
+    }
+}
+
+TEST(HotkeyMatcher, TellsTheMatchableHotkeysOfItsRules) {
+    std::mt19937 random(1);
+    for (int list = 0; list < 2000; ++list) {
+        const std::vector<ShortcutRule> rules = anyRules(random);
+        std::set<Hotkey> hotkeys;
+        for (const ShortcutRule &rule : rules) {
+            if (const std::optional<Hotkey> hotkey = matchableHotkey(rule))
+                hotkeys.insert(*hotkey);
+        }
+        ASSERT_EQ(HotkeyMatcher(rules).matchableHotkeys(),
+                  std::vector<Hotkey>(hotkeys.begin(), hotkeys.end()))
+            << "list " << list;
     }
 }
 
