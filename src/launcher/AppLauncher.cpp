@@ -111,7 +111,7 @@ std::unique_ptr<RunningApplication> AppLauncher::runningInstance(const Press &pr
     auto applications = workspace_.runningApplications();
     auto found = std::ranges::find_if(
         applications, [&](const auto &application) { return application->bundleURL() == place; });
-    if (found == applications.end()) {
+    if (found == applications.end() && workspace_.followsLinks()) {
         // The system may know it by the place that a link leads to.
         const QUrl target = workspace_.resolved(place);
         found = std::ranges::find_if(applications, [&](const auto &application) {

@@ -31,9 +31,11 @@ public:
     /// names that are one name to the file system are spelled alike. Links are not followed.
     [[nodiscard]] virtual QUrl standardized(const QUrl &file) const = 0;
 
-    /// The same for a link and for what it leads to, where applications may be links and run
-    /// under another name than they are kept under; elsewhere as standardized(). So it is for
-    /// what is not there.
+    /// May applications be links, and run under another name than they are kept under?
+    [[nodiscard]] virtual bool followsLinks() const = 0;
+
+    /// The same for a link and for what it leads to where links are followed; elsewhere as
+    /// standardized(). So it is for what is not there.
     [[nodiscard]] virtual QUrl resolved(const QUrl &file) const = 0;
 
     /// Launches an application, or tells it to reopen when it is running; opens any

@@ -29,7 +29,11 @@ public:
     [[nodiscard]] QUrl standardized(const QUrl &file) const override {
         return standardizedFile(file);
     }
+    [[nodiscard]] bool followsLinks() const override { return followsLinks_; }
     [[nodiscard]] QUrl resolved(const QUrl &file) const override {
+        reads_->add(QStringLiteral("resolved"));
+        if (!followsLinks_)
+            return standardizedFile(file);
         return links_.value(standardizedFile(file), standardizedFile(file));
     }
     bool open(const QUrl &file) override {
@@ -70,6 +74,7 @@ public:
     [[nodiscard]] FakeProcess &newest() { return *processes_->back(); }
     /// An application that opens one window when it is launched, and comes forward.
     void install(const QString &applicationPath) { installed_.append(applicationPath); }
+    void setFollowsLinks(bool follows) { followsLinks_ = follows; }
     /// The one path is a link to the other.
     void link(const QString &path, const QString &target) {
         links_.insert(QUrl::fromLocalFile(path), QUrl::fromLocalFile(target));
@@ -120,6 +125,7 @@ private:
 
     std::shared_ptr<FakeProcesses> processes_ = std::make_shared<FakeProcesses>();
     QStringList installed_;
+    bool followsLinks_ = true;
     QHash<QUrl, QUrl> links_;
     std::shared_ptr<Journal> requests_ = std::make_shared<Journal>();
     std::shared_ptr<Journal> reads_ = std::make_shared<Journal>();

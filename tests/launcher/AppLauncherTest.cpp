@@ -189,6 +189,15 @@ TEST_F(AppLauncherTest, AnApplicationRunsWhereALinkLeads) {
     EXPECT_EQ(requestsOf(notes()), QStringList{u"activate Named"_s});
 }
 
+TEST_F(AppLauncherTest, WhereNoLinksAreFollowedNobodyAsksWhereTheyLead) {
+    workspace_.run(u"Copy"_s, u"/Users/me/Notes.app"_s)->addWindow(u"A"_s);
+    EXPECT_EQ(requestsOf(notes()), QStringList{kOpenNotes});
+    EXPECT_EQ(asked(u"resolved"_s), 2) << "of the rule's and of the one that runs";
+    workspace_.setFollowsLinks(false);
+    EXPECT_EQ(requestsOf(notes()), QStringList{kOpenNotes});
+    EXPECT_EQ(asked(u"resolved"_s), 0);
+}
+
 TEST_F(AppLauncherTest, FirstOfSeveralProcessesIsTaken) {
     runNotes({u"A"_s})->name = u"First"_s;
     runNotes({u"A"_s})->name = u"Second"_s;

@@ -106,6 +106,7 @@ TEST_F(MacWorkspaceTest, AnApplicationIsFoundBehindALink) {
     const QUrl link = QUrl::fromLocalFile(place + QStringLiteral("/Link.app"));
     ASSERT_TRUE(QFile::link(target.toLocalFile(), link.toLocalFile()));
     EXPECT_EQ(workspace_.standardized(link), link) << "its own place is the first to count";
+    EXPECT_TRUE(workspace_.followsLinks());
     EXPECT_EQ(workspace_.resolved(link), target);
     EXPECT_EQ(workspace_.resolved(target), target);
     EXPECT_EQ(workspace_.resolved(QUrl::fromLocalFile(place + QStringLiteral("/./gone.app"))),

@@ -43,6 +43,7 @@ public:
     /// Names are bytes here: one in another Unicode normal form is another name.
     [[nodiscard]] QUrl standardized(const QUrl &file) const override;
     /// A link to an entry is another entry.
+    [[nodiscard]] bool followsLinks() const override { return false; }
     [[nodiscard]] QUrl resolved(const QUrl &file) const override { return standardized(file); }
     bool open(const QUrl &file) override;
     bool openUrl(const QString &url) override;

@@ -7,6 +7,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
+#include <QUrl>
 
 #include "appsWindows.h"
 #include "support/Poll.h"
@@ -51,6 +53,15 @@ TEST_F(LinuxWorkspaceWindows, NamesOfEntriesAreBytes) {
     EXPECT_FALSE(running(composed));
     EXPECT_NE(workspace().standardized(QUrl::fromLocalFile(composed)),
               workspace().standardized(QUrl::fromLocalFile(decomposed)));
+}
+
+TEST_F(LinuxWorkspaceWindows, ALinkToAnEntryIsAnotherEntry) {
+    const QTemporaryDir folder;
+    const QString link = folder.filePath(QStringLiteral("Link.desktop"));
+    ASSERT_TRUE(QFile::link(entry("Aaa"), link));
+    startWorkspace();
+    EXPECT_FALSE(workspace().followsLinks());
+    EXPECT_EQ(workspace().resolved(QUrl::fromLocalFile(link)), QUrl::fromLocalFile(link));
 }
 
 TEST_F(LinuxWorkspaceWindows, ARuleMayNameItsEntryByAWayAboveTheRoot) {

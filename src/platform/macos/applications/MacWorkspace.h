@@ -13,6 +13,7 @@ public:
     /// As the system standardises it, in one Unicode normal form: names of files are one in
     /// all of them. Capital and small letters stay different, as the system's URLs are too.
     [[nodiscard]] QUrl standardized(const QUrl &file) const override;
+    [[nodiscard]] bool followsLinks() const override { return true; }
     [[nodiscard]] QUrl resolved(const QUrl &file) const override;
     bool open(const QUrl &file) override;
     bool openUrl(const QString &url) override;
