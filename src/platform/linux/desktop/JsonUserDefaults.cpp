@@ -1,8 +1,12 @@
 #include "platform/linux/desktop/JsonUserDefaults.h"
 
+#include <sys/inotify.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <mutex>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -37,6 +41,29 @@ FileState stateOf(const QByteArray &path) {
     return {facts.st_dev, facts.st_ino, facts.st_size,
             std::chrono::seconds(changed.tv_sec) + std::chrono::nanoseconds(changed.tv_nsec)};
 }
+
+/// Notes what is done to a file from now on, also what leaves no trace in its times. Nobody is
+/// woken by it.
+class FileAlarm {
+public:
+    explicit FileAlarm(const QByteArray &path)
+        : queue_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)),
+          isSet_(::inotify_add_watch(queue_, path.constData(),
+                                     IN_MODIFY | IN_ATTRIB | IN_MOVE_SELF | IN_DELETE_SELF) >= 0) {}
+    ~FileAlarm() { ::close(queue_); }
+    FileAlarm(const FileAlarm &) = delete;
+    FileAlarm &operator=(const FileAlarm &) = delete;
+
+    /// Was nothing done? False also when the system could not watch.
+    [[nodiscard]] bool isQuiet() const {
+        int noted = 0;
+        return isSet_ && ::ioctl(queue_, FIONREAD, &noted) == 0 && noted == 0;
+    }
+
+private:
+    const int queue_;
+    const bool isSet_;
+};
 
 /// Not an object when the text is not one.
 Json parse(const QByteArray &text) {
@@ -79,10 +106,17 @@ private:
     void bringUpToDate() {
         // Asked before the file is read: what changes meanwhile is then seen the next time.
         const FileState now = stateOf(path_);
-        if (isKnown_ && now == state_)
+        const bool isPast =
+            now.changed + timeStep_ < std::chrono::system_clock::now().time_since_epoch();
+        const bool isSame = now == state_ && (isKnown_ || (alarm_ && alarm_->isQuiet()));
+        isKnown_ = isPast;
+        if (isPast)
+            alarm_.reset();
+        else if (!isSame)
+            alarm_.emplace(path_);
+        if (isSame)
             return;
         state_ = now;
-        isKnown_ = now.changed + timeStep_ < std::chrono::system_clock::now().time_since_epoch();
         object_ = parse(file_.read().bytes);
     }
 
@@ -93,6 +127,8 @@ private:
     FileState state_;
     // Could no other content of the file have this state?
     bool isKnown_ = false;
+    // Until then.
+    std::optional<FileAlarm> alarm_;
     Json object_;
 };
 

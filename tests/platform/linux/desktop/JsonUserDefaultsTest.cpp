@@ -128,6 +128,20 @@ TEST_F(JsonUserDefaultsTest, AFileThatDoesNotChangeIsReadOnce) {
     EXPECT_EQ(defaults.string(key_), std::nullopt);
 }
 
+TEST_F(JsonUserDefaultsTest, AFileJustWrittenIsReadOncePerChange) {
+    const JsonUserDefaults defaults(path_);
+    for (const QString &value : {QStringLiteral("100"), QStringLiteral("101")}) {
+        write(path_, R"({"appLanguage": ")" + value.toUtf8() + R"("})");
+        const Opens opens(path_);
+        EXPECT_EQ(defaults.string(key_), value);
+        EXPECT_EQ(opens.count(), 1);
+        for (int i = 0; i < 100; ++i) {
+            EXPECT_EQ(defaults.string(key_), value);
+            ASSERT_EQ(opens.count(), 0);
+        }
+    }
+}
+
 TEST_F(JsonUserDefaultsTest, ChangesOfTheSameSizeOneRightAfterTheOtherAreAllSeen) {
     const JsonUserDefaults defaults(path_);
     for (int i = 100; i < 300; ++i) {
