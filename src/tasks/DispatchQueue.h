@@ -56,6 +56,10 @@ public:
             static_cast<void>(pool_.release());
     }
 
+    /// Ends all threads unless one is at work: some libraries keep for a thread what it has used
+    /// once. Later work gets new ones.
+    void endIdleThreads() { static_cast<void>(pool_->waitForDone(0)); }
+
     void async(std::function<void()> work) override {
         pool_->start([prepare = prepareThread_, work = std::move(work)] {
             if (prepare)

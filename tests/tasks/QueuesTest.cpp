@@ -84,6 +84,42 @@ TEST(ThreadPoolQueue, ThreadsAreReadiedBeforeTheirWork) {
     EXPECT_FALSE(isReady);
 }
 
+TEST(ThreadPoolQueue, ThreadsAreKeptUntilTheyAreToEnd) {
+    static std::atomic<int> ended = 0;
+    struct OfThread {
+        ~OfThread() { ++ended; }
+    };
+    ThreadPoolQueue queue;
+    const auto work = [&queue] {
+        std::promise<void> done;
+        queue.async([&] {
+            const thread_local OfThread ofThread;
+            done.set_value();
+        });
+        ASSERT_EQ(done.get_future().wait_for(kLongTime), std::future_status::ready);
+    };
+    work();
+    work();
+    EXPECT_EQ(ended, 0);
+    // A thread is idle a moment after its work has ended.
+    while (ended == 0)
+        queue.endIdleThreads();
+    work();
+}
+
+TEST(ThreadPoolQueue, AThreadAtWorkDoesNotEnd) {
+    ThreadPoolQueue queue;
+    std::promise<void> release;
+    std::promise<void> done;
+    queue.async([&, released = release.get_future().share()] {
+        released.wait();
+        done.set_value();
+    });
+    queue.endIdleThreads();
+    release.set_value();
+    EXPECT_EQ(done.get_future().wait_for(kLongTime), std::future_status::ready);
+}
+
 TEST(ThreadPoolQueue, NoWorkWaitsBehindWorkThatHangs) {
     constexpr int kHanging = 50;
     std::promise<void> release;
