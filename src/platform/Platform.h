@@ -64,6 +64,10 @@ public:
     /// threads that do nothing else; where the system has no such classes, nothing. Any thread.
     virtual void hurryThisThread() = 0;
 
+    /// Gives what was freed back to the system, where its allocator keeps that for later. Takes
+    /// some milliseconds at most; of use when much was freed and the program comes to rest.
+    virtual void giveBackMemory() = 0;
+
     /// What a report of a problem has to say of the system: names of things in
     /// English, and how each is here. Usable also when startupProblem() is not empty.
     [[nodiscard]] virtual std::vector<std::pair<QString, QString>> diagnostics() = 0;

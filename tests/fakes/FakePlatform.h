@@ -46,6 +46,7 @@ public:
     [[nodiscard]] QString applicationSupportDirectory() const override { return supportDirectory_; }
     void becomeAccessory() override { isAccessory_ = true; }
     void hurryThisThread() override { ++hurriedThreads_; }
+    void giveBackMemory() override { ++memoryReturns_; }
     [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override {
         return diagnostics_;
     }
@@ -61,6 +62,8 @@ public:
     [[nodiscard]] bool isAccessory() const { return isAccessory_; }
     /// How often a thread was told to.
     [[nodiscard]] int hurriedThreads() const { return hurriedThreads_; }
+    /// How often memory was given back.
+    [[nodiscard]] int memoryReturns() const { return memoryReturns_; }
     void setDiagnostics(std::vector<std::pair<QString, QString>> diagnostics) {
         diagnostics_ = std::move(diagnostics);
     }
@@ -93,6 +96,7 @@ private:
     FakeKeyboardLayout keyboardLayout_;
     bool isAccessory_ = false;
     std::atomic<int> hurriedThreads_ = 0;
+    int memoryReturns_ = 0;
     std::vector<std::pair<QString, QString>> diagnostics_;
     std::function<void()> sessionEnded_;
     std::function<void()> reopen_;

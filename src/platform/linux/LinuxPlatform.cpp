@@ -1,3 +1,5 @@
+#include <malloc.h>
+
 #include <optional>
 #include <utility>
 
@@ -147,6 +149,8 @@ public:
 
     /// Nothing: without privileges a thread gets only slower.
     void hurryThisThread() override {}
+
+    void giveBackMemory() override { ::malloc_trim(0); }
 
     /// Takes up to a few tenths of a second when services do not answer.
     [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override {

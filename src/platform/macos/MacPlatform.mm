@@ -80,6 +80,8 @@ public:
         // Refused only to threads that have left the classes, which none of ours do.
         static_cast<void>(pthread_set_qos_class_self_np(QOS_CLASS_USER_INTERACTIVE, 0));
     }
+    /// Nothing to do: the system takes freed pages when it is short of memory.
+    void giveBackMemory() override {}
     [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override {
         @autoreleasepool {
             return {{QStringLiteral("System"),
