@@ -47,6 +47,11 @@ void ApplicationIconCache::refresh() {
         Q_EMIT iconsArrived();
 }
 
+void ApplicationIconCache::forget() {
+    entries_.clear();
+    wanted_.clear();
+}
+
 void ApplicationIconCache::readWanted() {
     isReading_ = !wanted_.isEmpty();
     if (!isReading_)

@@ -39,6 +39,9 @@ public:
     /// until then: the theme and the applications may have changed.
     void refresh();
 
+    /// Has none any more, for a time in which no list is shown.
+    void forget();
+
 Q_SIGNALS:
     /// What was asked for is there, or is not what it was before.
     void iconsArrived();

@@ -26,7 +26,6 @@ constexpr QSize kMinimumSize{616, 483};
 constexpr int kBarTop = 12;
 constexpr QSize kBarSize{330, 32};
 constexpr int kBarToContent = 8;
-constexpr int kRulesTab = 0;
 constexpr int kAdvancedTab = 1;
 
 std::unique_ptr<QWidget> makeWindow() {
@@ -70,12 +69,14 @@ private:
 PreferencesWindowController::PreferencesWindowController(PreferencesServices services)
     : services_(std::move(services)), window_(makeWindow()) {
     window_->setWindowTitle(L::preferencesTitle());
-    buildContainer(kRulesTab);
+    buildContainer();
     connect(&services_.notifications, &Notifications::languageDidChange, this,
             &PreferencesWindowController::rebuildUI);
 }
 
 void PreferencesWindowController::showWindow() {
+    if (!container_)
+        buildContainer();
     if (!wasShown_)
         centerOnActiveScreen(*window_, services_.nativeWindow);
     wasShown_ = true;
@@ -87,6 +88,14 @@ void PreferencesWindowController::showWindow() {
     window_->raise();
     window_->activateWindow();
     services_.nativeWindow.bringProgramForward(window_->winId());
+}
+
+void PreferencesWindowController::forgetViews() {
+    if (window_->isVisible() || openSheet())
+        return;
+    delete std::exchange(container_, nullptr);
+    currentChild_ = nullptr;
+    icons_.forget();
 }
 
 void PreferencesWindowController::switchToAccessibilityRow() {
@@ -140,14 +149,14 @@ void PreferencesWindowController::waitedSheetFinished() {
     });
 }
 
-void PreferencesWindowController::buildContainer(int tab) {
+void PreferencesWindowController::buildContainer() {
     container_ = new ContainerViewController(window_.get());
     window_->layout()->addWidget(container_);
     container_->show();
-    container_->tabBarView()->select(tab);
+    container_->tabBarView()->select(tab_);
     connect(container_->tabBarView(), &TabBarView::onSelect, this,
             &PreferencesWindowController::showTab);
-    showTab(tab);
+    showTab(tab_);
 }
 
 void PreferencesWindowController::closeCurrentChild() {
@@ -163,6 +172,7 @@ void PreferencesWindowController::closeCurrentChild() {
 
 void PreferencesWindowController::showTab(int index) {
     closeCurrentChild();
+    tab_ = index;
     if (index == kAdvancedTab)
         currentChild_ = new AdvancedSettingsViewController(services_);
     else
@@ -172,19 +182,20 @@ void PreferencesWindowController::showTab(int index) {
 }
 
 void PreferencesWindowController::rebuildUI() {
+    window_->setWindowTitle(L::preferencesTitle());
+    if (!container_)
+        return;
     const bool wasVisible = window_->isVisible();
-    const int tab = container_->tabBarView()->selectedIndex();
     const QWidget *const focused = window_->focusWidget();
     const QString focusedName = focused ? focused->objectName() : QString();
 
     // All of it is one change for the user.
     window_->setUpdatesEnabled(false);
-    window_->setWindowTitle(L::preferencesTitle());
     closeCurrentChild();
     container_->hide();
     window_->layout()->removeWidget(container_);
     container_->deleteLater();
-    buildContainer(tab);
+    buildContainer();
     if (!focusedName.isEmpty()) {
         if (auto *const again = container_->findChild<QWidget *>(focusedName))
             again->setFocus(Qt::OtherFocusReason);

@@ -25,6 +25,10 @@ public:
     /// last.
     void showWindow();
 
+    /// Destroys what is in the window, unless that is in sight: it is built anew when the window
+    /// is shown again, at the same tab. From the event loop only.
+    void forgetViews();
+
     /// Shows the window at the row that tells whether hotkeys can work; while a sheet is
     /// open, only that, and the row when it has been closed.
     void switchToAccessibilityRow();
@@ -39,7 +43,7 @@ Q_SIGNALS:
     void sheetClosed();
 
 private:
-    void buildContainer(int tab);
+    void buildContainer();
     void showTab(int index);
     [[nodiscard]] Sheet *openSheet() const;
     void sheetFinished();
@@ -51,9 +55,10 @@ private:
     ApplicationIconCache icons_{services_};
     RuleDeletion deletion_{services_};
     const std::unique_ptr<QWidget> window_;
-    // All belong to the window.
+    // Both belong to the window, and are null while its views are forgotten.
     ContainerViewController *container_ = nullptr;
     QWidget *currentChild_ = nullptr;
+    int tab_ = 0;
     bool wasShown_ = false;
 };
 

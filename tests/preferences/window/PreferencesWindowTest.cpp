@@ -168,6 +168,67 @@ TEST_F(PreferencesWindow, ClosedItComesBackWithItsTab) {
     expectTab(1);
 }
 
+TEST_F(PreferencesWindow, ForgottenViewsAreBuiltAnewAtTheirTabAndPlace) {
+    controller().showWindow();
+    clickTab(1);
+    window().move(30, 40);
+    const QPoint put = window().pos();
+    window().close();
+    controller().forgetViews();
+    EXPECT_EQ(view<TabBarView>(), nullptr);
+    EXPECT_EQ(view<AdvancedSettingsViewController>(), nullptr);
+    controller().showWindow();
+    expectTab(1);
+    EXPECT_TRUE(view<AdvancedSettingsViewController>()->isVisible());
+    EXPECT_EQ(window().pos(), put);
+}
+
+TEST_F(PreferencesWindow, ViewsInSightAreNotForgotten) {
+    controller().showWindow();
+    controller().forgetViews();
+    EXPECT_NE(view<RulesViewController>(), nullptr);
+}
+
+TEST_F(PreferencesWindow, ForgottenViewsLeadToTheAccessibilityRow) {
+    tap_.setPermission(false);
+    controller().showWindow();
+    window().close();
+    controller().forgetViews();
+    controller().switchToAccessibilityRow();
+    expectTab(1);
+    EXPECT_NE(view<AdvancedSettingsViewController>()->accessibilityRow(), nullptr);
+}
+
+TEST_F(PreferencesWindow, ADeletionOutlivesForgottenViews) {
+    manager().addRule({.appName = u"Mail"_s});
+    controller().showWindow();
+    view<RulesViewController>()->ruleRowViewDidDelete(nullptr, manager().rules().front());
+    window().close();
+    controller().forgetViews();
+    lastToastAction_.run();
+    EXPECT_EQ(names(), QStringList{u"Mail"_s});
+}
+
+TEST_F(PreferencesWindow, IconsAreForgottenWithTheViews) {
+    QPixmap red(28, 28);
+    red.fill(Qt::red);
+    catalog_.add(u"/mail"_s, u"Mail"_s, QIcon(red));
+    manager().addRule({.appName = u"Mail"_s, .appPath = u"/mail"_s});
+    const auto isIconShown = [this] {
+        SymbolView *const icon = view<RuleRowView>()->findChild<SymbolView *>();
+        return icon->grab().toImage().pixelColor(14, 14) == Qt::red;
+    };
+    controller().showWindow();
+    mainQueue_.runAll();
+    backgroundQueue_.runAll();
+    mainQueue_.runAll();
+    EXPECT_TRUE(isIconShown());
+    window().close();
+    controller().forgetViews();
+    controller().showWindow();
+    EXPECT_FALSE(isIconShown());
+}
+
 TEST_F(PreferencesWindow, MinimizedItComesBack) {
     controller().showWindow();
     window().setWindowState(Qt::WindowMinimized);
