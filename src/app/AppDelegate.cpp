@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include <QCoreApplication>
+#include <QPixmapCache>
 
 #include <chrono>
 #include <utility>
@@ -253,6 +254,19 @@ PreferencesWindowController &AppDelegate::preferencesWindow() {
 
 void AppDelegate::openPreferences() {
     preferencesWindow().showWindow();
+}
+
+void AppDelegate::giveUpClosedWindows() {
+    if (preferences_)
+        preferences_->forgetViews();
+    // Left by a link, it has not told of its end.
+    if (onboarding_ && !onboarding_->window()->isVisible())
+        onboarding_.reset();
+    about_.reset();
+    QPixmapCache::clear();
+    // Qt keeps the fonts that the text in an icon needs for the thread that has drawn it.
+    backgroundQueue_.endIdleThreads();
+    platform_.giveBackMemory();
 }
 
 void AppDelegate::showOnboarding() {

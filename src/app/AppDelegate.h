@@ -8,6 +8,7 @@
 #include "app/QtTexts.h"
 #include "app/RuleFileFollower.h"
 #include "app/RuleRunner.h"
+#include "app/WindowRest.h"
 #include "app/instance/ApplicationService.h"
 #include "app/status/StatusMenu.h"
 #include "app/toasts/ToastPanel.h"
@@ -91,6 +92,7 @@ private:
     void observeNotifications();
     void showOnboarding();
     PreferencesWindowController &preferencesWindow();
+    void giveUpClosedWindows();
 
     Platform &platform_;
     Timers &timers_;
@@ -113,6 +115,7 @@ private:
     std::unique_ptr<PreferencesWindowController> preferences_;
     std::unique_ptr<OnboardingWindowController> onboarding_;
     std::unique_ptr<AboutWindowController> about_;
+    const WindowRest windowRest_{timers_, [this] { giveUpClosedWindows(); }};
     ApplicationService service_;
 };
 

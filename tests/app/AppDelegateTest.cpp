@@ -279,6 +279,32 @@ TEST_F(AppDelegateTest, ThePreferencesAreMadeOnceAndClosingThemEndsNothing) {
     EXPECT_TRUE(window->isVisible());
 }
 
+TEST_F(AppDelegateTest, WhatClosedWindowsNeedIsGivenUpAfterAWhile) {
+    completeOnboarding();
+    AppDelegate &delegate = launch();
+    delegate.openPreferences();
+    delegate.showAbout();
+    delegate.openOnboarding();
+    const QList<QWidget *> windows = visibleWindows();
+    delegate.onboarding()->viewController().skipOnboarding();
+    timers_.advance(WindowRest::kDelay);
+    EXPECT_EQ(visibleWindows().size(), windows.size() - 1);
+    EXPECT_EQ(platform_.memoryReturns(), 0);
+
+    const QWidget *const preferences = delegate.preferences()->window();
+    for (QWidget *const window : visibleWindows())
+        window->close();
+    timers_.advance(WindowRest::kDelay);
+    EXPECT_EQ(platform_.memoryReturns(), 1);
+    EXPECT_EQ(delegate.onboarding(), nullptr);
+    EXPECT_EQ(preferences->findChild<RulesViewController *>(), nullptr);
+    // The toast of the skipped guide.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(QApplication::topLevelWidgets().size(), 2) << "the menu and an empty window";
+    delegate.openPreferences();
+    EXPECT_NE(preferences->findChild<RulesViewController *>(), nullptr);
+}
+
 TEST_F(AppDelegateTest, AWishForThePermissionRowOpensThePreferences) {
     completeOnboarding();
     AppDelegate &delegate = launch();

@@ -1,0 +1,39 @@
+#include "app/WindowRest.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QWidget>
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrelbay {
+
+namespace {
+
+/// Minimised ones as well; not the icon in an embedding tray, which is a window too.
+bool isAnyInSight() {
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::ranges::any_of(windows, [](const QWidget *window) {
+        return window->isVisible() && window->testAttribute(Qt::WA_QuitOnClose);
+    });
+}
+
+}  // namespace
+
+WindowRest::WindowRest(Timers &timers, std::function<void()> begun)
+    : timers_(timers), begun_(std::move(begun)) {
+    qApp->installEventFilter(this);
+}
+
+bool WindowRest::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::Hide && watched->isWidgetType() &&
+        static_cast<QWidget *>(watched)->isWindow())
+        timer_ = timers_.once(kDelay, [this] {
+            if (!isAnyInSight())
+                begun_();
+        });
+    return QObject::eventFilter(watched, event);
+}
+
+}  // namespace kestrelbay
