@@ -256,6 +256,9 @@ void RulesViewController::layout() {
     count.moveCenter(addButton_->geometry().center());
     count.moveRight(width() - kBarSide - 1);
     countLabel_->setGeometry(count);
+    // Measured only where it is shown: no other text needs the font that has its sign.
+    if (emptyLabel_->isHidden())
+        return;
     QRect empty({}, emptyLabel_->sizeHint());
     empty.moveCenter(rect().center());
     emptyLabel_->setGeometry(empty);
