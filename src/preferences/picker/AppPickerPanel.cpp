@@ -103,6 +103,8 @@ AppPickerPanel::AppPickerPanel(const PreferencesServices &services, Completion c
       backgroundQueue_(services.backgroundQueue),
       completion_(std::move(completion)),
       model_(new AppPickerModel(this)) {
+    // Meanwhile the sheet is built.
+    loadApps();
     setSizeOnScreen(kSize);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
@@ -112,7 +114,6 @@ AppPickerPanel::AppPickerPanel(const PreferencesServices &services, Completion c
     addSearchField(*column);
     addList(*column);
     addButtons(*column);
-    loadApps();
 }
 
 void AppPickerPanel::addSearchField(QVBoxLayout &column) {

@@ -4,6 +4,7 @@
 #include <array>
 
 #include <QDir>
+#include <QFile>
 
 #include "platform/linux/applications/entries/Interpreters.h"
 #include "platform/linux/glib/GObjectPtr.h"
@@ -148,6 +149,12 @@ std::optional<QStringList> wordsOfExec(const QString &exec) {
         return std::nullopt;
     const GStringList owned(raw);
     return textsOf(owned);
+}
+
+QString executable(const QString &program) {
+    // Qt's own search takes five times as long, which counts for thousands of entries.
+    const GCharPtr found(g_find_program_in_path(QFile::encodeName(program).constData()));
+    return QFile::decodeName(found.get());
 }
 
 QString programOfExec(const QString &exec) {

@@ -28,6 +28,10 @@ struct CommandLine {
 /// The path of the text where it is absolute, or is in the folder. Empty when it has none.
 [[nodiscard]] QString pathFrom(const QString &folder, const QString &text);
 
+/// The path of a program that is given by its path or is found in PATH. Empty when there is none
+/// that the user may run.
+[[nodiscard]] QString executable(const QString &program);
+
 /// A program without its folder.
 [[nodiscard]] QString baseName(const QString &program);
 

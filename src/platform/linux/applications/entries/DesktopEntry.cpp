@@ -34,8 +34,8 @@ void locateProgram(const CommandLine &command, DesktopEntry &entry) {
         entry.program = interpretedProgram(command);
         return;
     }
-    const QString found = QStandardPaths::findExecutable(
-        program.contains(u'/') ? pathFrom(command.folder, program) : program);
+    const QString found =
+        executable(program.contains(u'/') ? pathFrom(command.folder, program) : program);
     const QString real = found.isEmpty() ? found : QFileInfo(found).canonicalFilePath();
     if (program.isEmpty() || isInterpreterOrWrapper(baseName(real)))
         return;
@@ -90,7 +90,7 @@ bool isShownIn(const QStringList &currentDesktops, const std::optional<QStringLi
 bool belongsInMenus(const DesktopEntry &entry, const QStringList &currentDesktops) {
     return !entry.hidden && !entry.noDisplay &&
            isShownIn(currentDesktops, entry.onlyShowIn, entry.notShowIn) &&
-           (entry.tryExec.isEmpty() || !QStandardPaths::findExecutable(entry.tryExec).isEmpty());
+           (entry.tryExec.isEmpty() || !executable(entry.tryExec).isEmpty());
 }
 
 std::optional<DesktopEntry> parseDesktopEntry(const QByteArray &text, const QString &path,

@@ -44,7 +44,8 @@ constexpr QLatin1String kJavaValued(
     "--add-reads --add-exports --add-opens --limit-modules --patch-module");
 
 bool has(QLatin1String list, const QString &word) {
-    return QString(list).split(u' ').contains(word);
+    return std::ranges::any_of(qTokenize(list, u' '),
+                               [&word](QLatin1String each) { return each == word; });
 }
 
 QString nameOf(const QStringList &words) {
