@@ -4,7 +4,6 @@
 #include <QLoggingCategory>
 #include <QTemporaryDir>
 
-#include <chrono>
 #include <cstdlib>
 
 #ifdef __linux__
@@ -26,11 +25,9 @@ int main(int argc, char **argv) {
     QApplication::setStyle(new kestrelbay::SystemStyle);
     QApplication::setPalette(kestrelbay::systemPalette(kestrelbay::ColorScheme::Light));
 #ifdef __linux__
-    // As in the program, where every text asks it for the language. The file counts as one
-    // that has not changed for long.
+    // As in the program, where every text asks it for the language.
     const QTemporaryDir folder;
-    kestrelbay::JsonUserDefaults defaults(folder.filePath(QStringLiteral("settings.json")),
-                                          std::chrono::nanoseconds::zero());
+    kestrelbay::JsonUserDefaults defaults(folder.filePath(QStringLiteral("settings.json")));
     defaults.setString(QStringLiteral("appLanguage"), QStringLiteral("en"));
     kestrelbay::Language::setDefaults(&defaults);
 #endif

@@ -2,21 +2,26 @@
 // process which has not opened a window before.
 
 #include <QApplication>
+#include <QDir>
+#include <QEvent>
+#include <QFileInfo>
 #include <QProcess>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <memory>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "app/AppDelegate.h"
 #include "core/RulesBench.h"
 #include "desktop/session/Desktop.h"
 #include "fakes/FakePlatform.h"
+#include "hotkeys/ShortcutManager.h"
 #include "model/RuleFile.h"
 #include "platform/Platform.h"
 #include "preferences/window/PreferencesWindowController.h"
@@ -80,7 +85,7 @@ int openPreferences(int argc, char **argv) {
         platform = makePlatform();
     }
     QtTimers timers;
-    AppDelegate delegate(*platform, timers, false);
+    AppDelegate delegate(*platform, timers, AppDelegate::makeManager(*platform), false);
     delegate.applicationDidFinishLaunching();
     for (const bool isAfterRest : {false, false, true}) {
         if (isAfterRest)
