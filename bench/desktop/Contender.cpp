@@ -28,8 +28,10 @@ double Contender::start(desktop::Desktop &desktop) {
 }
 
 void Contender::stop(desktop::Desktop &desktop) {
-    process_->sendSignal(SIGTERM);
     const auto gone = [&] {
+        // sxhkd does not see one that comes just before it waits for events.
+        if (process_->isRunning())
+            process_->sendSignal(SIGTERM);
         return !process_->isRunning() &&
                !desktop.view().client().grabIsTaken(XCB_MOD_MASK_4, key_.xKeycode);
     };
@@ -43,7 +45,7 @@ void Contender::expectRunning() {
                                  (process_ ? process_->lines().join(u' ').toStdString() : ""));
 }
 
-void Contender::settle() {
+void Contender::settle(std::chrono::seconds quiet) {
     Clock::time_point lastChange = Clock::now();
     std::optional<qint64> wakeUps;
     (void)waitUntil(
@@ -53,7 +55,7 @@ void Contender::settle() {
                 wakeUps = newer;
                 lastChange = now;
             }
-            return now - lastChange > 1s;
+            return now - lastChange > quiet;
         },
         30s);
 }

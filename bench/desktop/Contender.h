@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -36,8 +37,8 @@ public:
     void stop(desktop::Desktop &desktop);
     /// Throws std::runtime_error when it has ended.
     void expectRunning();
-    /// Waits until it has done nothing for a second, or half a minute at most.
-    void settle();
+    /// Waits until it has done nothing for so long, or half a minute at most.
+    void settle(std::chrono::seconds quiet = std::chrono::seconds(1));
 
 private:
     QString name_;
