@@ -24,15 +24,20 @@ bool isAnyInSight() {
 WindowRest::WindowRest(Timers &timers, std::function<void()> begun)
     : timers_(timers), begun_(std::move(begun)) {
     qApp->installEventFilter(this);
+    waitFor(kDelayOfStart);
+}
+
+void WindowRest::waitFor(std::chrono::seconds delay) {
+    timer_ = timers_.once(delay, [this] {
+        if (!isAnyInSight())
+            begun_();
+    });
 }
 
 bool WindowRest::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::Hide && watched->isWidgetType() &&
         static_cast<QWidget *>(watched)->isWindow())
-        timer_ = timers_.once(kDelay, [this] {
-            if (!isAnyInSight())
-                begun_();
-        });
+        waitFor(kDelay);
     return QObject::eventFilter(watched, event);
 }
 

@@ -64,8 +64,8 @@ public:
     /// threads that do nothing else; where the system has no such classes, nothing. Any thread.
     virtual void hurryThisThread() = 0;
 
-    /// Gives what was freed back to the system, where its allocator keeps that for later. Takes
-    /// some milliseconds at most; of use when much was freed and the program comes to rest.
+    /// Gives back to the system what is not in use just now, where it does not take that by
+    /// itself. Takes some milliseconds; of use when the program comes to rest.
     virtual void giveBackMemory() = 0;
 
     /// What a report of a problem has to say of the system: names of things in

@@ -121,6 +121,7 @@ TEST_F(AppDelegateTest, WhatCannotChangeIsLoggedOnceAndNotAskedForAgain) {
     completeOnboarding();
     const AppDelegate &delegate = launch();
     EXPECT_FALSE(delegate.isPollingAccessibility());
+    timers_.advance(WindowRest::kDelayOfStart);
     EXPECT_EQ(timers_.waitingCount(), 0U) << "the program sleeps";
     EXPECT_EQ(platform_.systemLog().take(),
               QStringList(QStringLiteral("KestrelBay [WARN] No hotkeys: the keyboard cannot be "

@@ -12,14 +12,31 @@ namespace {
 
 using std::chrono_literals::operator""ms;
 
+/// The start is over.
 class WindowRestTest : public ::testing::Test {
 protected:
+    WindowRestTest() {
+        timers_.advance(WindowRest::kDelayOfStart);
+        rests_ = 0;
+    }
+
     FakeTimers timers_;
     int rests_ = 0;
     const WindowRest rest_{timers_, [this] { ++rests_; }};
     QWidget first_;
     QWidget second_;
 };
+
+TEST(WindowRest, BeginsSoonAfterAStartWithoutAWindow) {
+    FakeTimers timers;
+    int rests = 0;
+    const WindowRest rest(timers, [&rests] { ++rests; });
+    timers.advance(WindowRest::kDelayOfStart - 1ms);
+    EXPECT_EQ(rests, 0);
+    timers.advance(1ms);
+    EXPECT_EQ(rests, 1);
+    EXPECT_EQ(timers.waitingCount(), 0U);
+}
 
 TEST_F(WindowRestTest, BeginsOnceAWhileAfterTheLastWindowWasClosed) {
     first_.show();

@@ -1,5 +1,3 @@
-#include <malloc.h>
-
 #include <optional>
 #include <utility>
 
@@ -8,6 +6,7 @@
 
 #include "platform/Platform.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/MemoryRelease.h"
 #include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
 #include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/desktop/AutostartLoginItem.h"
@@ -150,7 +149,7 @@ public:
     /// Nothing: without privileges a thread gets only slower.
     void hurryThisThread() override {}
 
-    void giveBackMemory() override { ::malloc_trim(0); }
+    void giveBackMemory() override { releaseMemory(); }
 
     /// Takes up to a few tenths of a second when services do not answer.
     [[nodiscard]] std::vector<std::pair<QString, QString>> diagnostics() override {

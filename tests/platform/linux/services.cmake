@@ -2,6 +2,7 @@ kestrelbay_test(linux_services_tests
     LABEL fast
     SOURCES
         linux/LinuxPlatformFoldersTest.cpp
+        linux/MemoryReleaseTest.cpp
         linux/desktop/CanberraSoundsTest.cpp
         linux/desktop/JsonUserDefaultsTest.cpp
         linux/desktop/SyslogLogTest.cpp
