@@ -18,6 +18,10 @@ Turns::Turn::~Turn() {
     ended_.set_value();
 }
 
+bool Turns::Turn::isNext() const {
+    return previous_.ended.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+}
+
 void Turns::Turn::run(const std::function<void()> &work) {
     previous_.ended.wait_until(previous_.began.get() + patience_);
     hasRun_ = true;

@@ -31,6 +31,9 @@ public:
         Turn(const Turn &) = delete;
         Turn &operator=(const Turn &) = delete;
 
+        /// Has the one before ended? Any thread.
+        [[nodiscard]] bool isNext() const;
+
         /// Does the work when the one before has ended, or has gone on for longer than the
         /// patience. To be called once, on the thread of the work.
         void run(const std::function<void()> &work);

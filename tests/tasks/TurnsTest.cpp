@@ -78,6 +78,20 @@ TEST(Turns, ATurnThatIsGivenUpHoldsNobodyUp) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, kLongTime);
 }
 
+TEST(Turns, ATurnIsNextWhenTheOneBeforeHasEnded) {
+    Turns turns{kLongTime};
+    const auto first = turns.take();
+    auto second = turns.take();
+    const auto third = turns.take();
+    EXPECT_TRUE(first->isNext());
+    EXPECT_FALSE(second->isNext());
+    first->run([&] { EXPECT_FALSE(second->isNext()); });
+    EXPECT_TRUE(second->isNext());
+    EXPECT_FALSE(third->isNext());
+    second.reset();
+    EXPECT_TRUE(third->isNext());
+}
+
 TEST(Turns, WhatALaterTurnHasClaimedIsLostToEarlierOnes) {
     Turns turns{kLongTime};
     const auto first = turns.take();
