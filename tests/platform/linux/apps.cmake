@@ -6,6 +6,7 @@ kestrelbay_test(linux_apps_fast_tests LABEL fast
         linux/x11/windows/ApplicationWindowsTest.cpp
         linux/x11/windows/FocusOrderTest.cpp
         linux/x11/windows/UseOrderTest.cpp
+        linux/x11/windows/WindowStatesTest.cpp
         linux/applications/matching/ApplicationMatchTest.cpp
         linux/applications/entries/CommandLineApplicationTest.cpp
         linux/applications/entries/DesktopEntryApplicationTest.cpp
