@@ -7,6 +7,13 @@
 
 namespace kestrelbay::x11 {
 
+bool areModifiersOf(const Hotkey &hotkey, ModifierFlags held) {
+    const ModifierFlags different = hotkey.modifierFlags ^ held;
+    const bool hasSides = !(hotkey.modifierFlags & modifier::kSideMask).isEmpty();
+    return (different & modifier::kGenericMask).isEmpty() &&
+           (!hasSides || (different & modifier::kSideMask).isEmpty());
+}
+
 HotkeyGrabs::HotkeyGrabs(std::chrono::milliseconds firstRetry,
                          std::chrono::milliseconds longestRetry, Hooks hooks)
     : firstRetry_(firstRetry), longestRetry_(longestRetry), hooks_(std::move(hooks)) {
@@ -41,6 +48,14 @@ void HotkeyGrabs::retry() {
         apply();
 }
 
+void HotkeyGrabs::keyWentDown(KeyCode key, ModifierFlags held) {
+    const bool isOnItsWay = std::ranges::any_of(refused_, [&](const Hotkey &hotkey) {
+        return (isModifierKeyCode(key) || hotkey.keyCode == key) && areModifiersOf(hotkey, held);
+    });
+    if (isOnItsWay)
+        apply();
+}
+
 void HotkeyGrabs::renew() {
     if (grabber_)
         grabber_->forget();
@@ -55,8 +70,9 @@ void HotkeyGrabs::release() {
 void HotkeyGrabs::retryInTime() {
     const std::vector<Hotkey> before = refused_;
     apply();
-    if (!refused_.empty() && refused_ == before)
-        retryTimer_.start(std::min(retryTimer_.intervalAsDuration() * 2, longestRetry_));
+    const auto next = retryTimer_.intervalAsDuration() * 2;
+    if (!refused_.empty() && refused_ == before && next <= longestRetry_)
+        retryTimer_.start(next);
 }
 
 void HotkeyGrabs::apply() {

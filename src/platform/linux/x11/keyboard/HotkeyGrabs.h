@@ -13,8 +13,12 @@
 
 namespace kestrelbay::x11 {
 
-/// The grabs of the wanted hotkeys. Those that another program holds are asked for again
-/// from time to time. Main thread.
+/// Are exactly these modifiers held, where the hotkey says on which side?
+[[nodiscard]] bool areModifiersOf(const Hotkey &hotkey, ModifierFlags held);
+
+/// The grabs of the wanted hotkeys. Those that another program holds are asked for again:
+/// from time to time for a while, as programs settle, and later on when somebody is about to
+/// press one. Main thread.
 class HotkeyGrabs final : public QObject {
     Q_OBJECT
 
@@ -27,7 +31,7 @@ public:
     };
 
     /// Refused grabs are asked for again after the first time, then after twice that, and
-    /// so on up to the longest.
+    /// so on; the longest is the last.
     HotkeyGrabs(std::chrono::milliseconds firstRetry, std::chrono::milliseconds longestRetry,
                 Hooks hooks);
 
@@ -40,6 +44,9 @@ public:
     void setKeyboard(const KeyboardModel &keyboard);
     /// Asks again, now, if anything was refused.
     void retry();
+    /// A key has gone down, after which these modifiers are held. Asks again if with them, or
+    /// with that key, a refused hotkey is on its way.
+    void keyWentDown(KeyCode key, ModifierFlags held);
     /// Asks for all again, since the server has dropped them.
     void renew();
     /// Lets go of every grab; setWanted() and the like bring them back.

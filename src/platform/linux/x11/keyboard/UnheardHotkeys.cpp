@@ -4,16 +4,14 @@
 #include <utility>
 
 #include "platform/linux/x11/keyboard/ForeignGrabs.h"
+#include "platform/linux/x11/keyboard/HotkeyGrabs.h"
 
 namespace kestrelbay::x11 {
 
 namespace {
 
 bool isPressOf(const Hotkey &hotkey, KeyCode keyCode, ModifierFlags held) {
-    const ModifierFlags different = hotkey.modifierFlags ^ held;
-    const bool hasSides = !(hotkey.modifierFlags & modifier::kSideMask).isEmpty();
-    return hotkey.keyCode == keyCode && (different & modifier::kGenericMask).isEmpty() &&
-           (!hasSides || (different & modifier::kSideMask).isEmpty());
+    return hotkey.keyCode == keyCode && areModifiersOf(hotkey, held);
 }
 
 }  // namespace

@@ -298,6 +298,8 @@ void XEventTap::handleRawKey(XKeycode keycode, bool pressed) {
     const std::optional<KeyCode> code = toKeyCode(keycode);
     if (code && isModifierKeyCode(*code))
         deliverModifier(*code, pressed);
+    if (code && pressed && !recording_)
+        grabs_.keyWentDown(*code, buildDetailedFlags(delivered_));
 }
 
 void XEventTap::handleKeyPress(const KeyPress &press) {

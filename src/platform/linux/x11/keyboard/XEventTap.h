@@ -45,9 +45,10 @@ public:
         /// their X server would see some keys and not others. There is none then.
         bool isX11Session = true;
         /// Refused grabs are asked for again after this time, then after twice this
-        /// time, and so on. Programs that start at login settle within seconds.
+        /// time, and so on up to the longest. Programs that start at login settle within
+        /// seconds.
         std::chrono::milliseconds firstRetry{500};
-        std::chrono::milliseconds longestRetry{std::chrono::minutes(1)};
+        std::chrono::milliseconds longestRetry{std::chrono::seconds(8)};
         /// How long a press may wait for the main thread, and all typing with it: longer
         /// than a busy machine needs, shorter than what people take for a hang.
         std::chrono::milliseconds patience{1000};

@@ -20,7 +20,6 @@ public:
         x11::XEventTap::Settings settings;
         settings.displayName = server_.displayName();
         settings.firstRetry = std::chrono::milliseconds(5);
-        settings.longestRetry = settings.firstRetry;
         tap_ = std::make_unique<x11::XEventTap>(settings);
     }
 

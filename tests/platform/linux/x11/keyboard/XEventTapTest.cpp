@@ -1,4 +1,8 @@
+#include <QElapsedTimer>
+
+#include "platform/linux/x11/keyboard/HotkeyGrabs.h"
 #include "platform/linux/x11/keyboard/XEventTapFixture.h"
+#include "platform/linux/x11/keymap/KeyboardState.h"
 
 namespace kestrelbay::x11 {
 namespace {
@@ -79,6 +83,81 @@ TEST_F(XEventTapTest, AsksAgainWhenAWindowManagerStarts) {
     front_->ungrabKey(xkey::kT, kMod4Mask);
     front_->announceWindowManager();
     EXPECT_TRUE(waitUntil([&] { return tap.refusedHotkeys().empty(); }));
+}
+
+/// The grabs alone, with the Command T of the test refused.
+class RefusedGrabs : public XEventTapFixture {
+protected:
+    void SetUp() override {
+        XEventTapFixture::SetUp();
+        connection_.emplace(server_->displayName());
+        ASSERT_TRUE(watchKeymap(connection_->get()));
+        keyboard_ = readKeyboardModel(connection_->get());
+        ASSERT_TRUE(keyboard_);
+        ASSERT_TRUE(front_->grabKey(xkey::kT, kMod4Mask));
+    }
+    std::unique_ptr<HotkeyGrabs> grabs(std::chrono::milliseconds first,
+                                       std::chrono::milliseconds longest) {
+        auto grabs = std::make_unique<HotkeyGrabs>(
+            first, longest,
+            HotkeyGrabs::Hooks{.refusalsChanged = [] {}, .serverAsked = [this] { ++asked_; }});
+        grabs->setWanted({kLeftCommandT});
+        grabs->start(*connection_, *keyboard_);
+        return grabs;
+    }
+
+    std::optional<XConnection> connection_;
+    std::optional<KeyboardModel> keyboard_;
+    int asked_ = 0;
+};
+
+TEST_F(RefusedGrabs, AreAskedForOnlyForAWhileByThemselves) {
+    const auto grabs = this->grabs(std::chrono::milliseconds(1), std::chrono::milliseconds(4));
+    // After 1, 2 and 4 ms. That nothing more comes shows nowhere, so it is given the time of ten.
+    QElapsedTimer time;
+    time.start();
+    ASSERT_TRUE(waitUntil([&] { return asked_ >= 4 && time.elapsed() > 40; }));
+    EXPECT_EQ(asked_, 4);
+}
+
+TEST_F(RefusedGrabs, AreAskedForAgainWhenTheirHotkeyIsOnItsWay) {
+    const auto grabs = this->grabs(std::chrono::hours(1), std::chrono::hours(1));
+    ASSERT_EQ(asked_, 1);
+    const auto goDown = [&](KeyCode key, const std::set<KeyCode> &held) {
+        grabs->keyWentDown(key, buildDetailedFlags(held));
+    };
+    goDown(key::kLeftControl, {key::kLeftControl});
+    goDown(key::kRightCommand, {key::kRightCommand});
+    goDown(key::kLeftShift, {key::kLeftCommand, key::kLeftShift});
+    goDown(kLeftCommandE.keyCode, {key::kLeftCommand});
+    goDown(kLeftCommandT.keyCode, {});
+    EXPECT_EQ(asked_, 1);
+    goDown(kLeftCommandT.keyCode, {key::kLeftCommand});
+    EXPECT_EQ(asked_, 2);
+    front_->ungrabKey(xkey::kT, kMod4Mask);
+    // Before the key itself goes down, so that even this press arrives.
+    goDown(key::kLeftCommand, {key::kLeftCommand});
+    EXPECT_THAT(grabs->refused(), IsEmpty());
+    EXPECT_EQ(asked_, 3);
+    goDown(key::kLeftCommand, {key::kLeftCommand});
+    EXPECT_EQ(asked_, 3);
+}
+
+TEST_F(XEventTapTest, AsksAgainWhenARefusedHotkeyIsOnItsWay) {
+    XEventTap::Settings settings;
+    settings.displayName = server_->displayName();
+    settings.firstRetry = std::chrono::hours(1);
+    XEventTap tap(settings);
+    ASSERT_TRUE(front_->grabKey(xkey::kT, kMod4Mask));
+    tap.setWantedHotkeys({kLeftCommandT});
+    ASSERT_TRUE(tap.install(handlers()));
+    front_->ungrabKey(xkey::kT, kMod4Mask);
+    keys_->press(xkey::kLeftSuper);
+    EXPECT_TRUE(waitUntil([&] { return tap.refusedHotkeys().empty(); }));
+    keys_->press(xkey::kT);
+    EXPECT_TRUE(cameKeyDowns(1));
+    keys_->release(xkey::kT);
+    keys_->release(xkey::kLeftSuper);
 }
 
 TEST_F(XEventTapTest, HoldsAHotkeyThroughAChangeOfTheWantedOnes) {
