@@ -37,43 +37,65 @@ void WindowSystem::askTime() const {
                         atoms_["_KESTRELBAY_SERVER_TIME"], XCB_ATOM_CARDINAL, 32, 0, nullptr);
 }
 
+WindowSystem::StateQuestion WindowSystem::askState(const WindowAddress &window) const {
+    const auto ask = [this](xcb_window_t of, WindowAtoms::Name property, xcb_atom_t type,
+                            std::uint32_t units = 1) {
+        return connection_.askProperty(of, atoms_[property], type, units);
+    };
+    return {.abilities = window.abilities,
+            .icccm = ask(window.window, "WM_STATE", atoms_["WM_STATE"]),
+            .ewmh = ask(window.window, "_NET_WM_STATE", XCB_ATOM_ATOM, kLongestStateList),
+            .workspace = ask(window.window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL),
+            .workspaceInView = ask(window.root, "_NET_CURRENT_DESKTOP", XCB_ATOM_CARDINAL)};
+}
+
+WindowState WindowSystem::takeState(const StateQuestion &question) const {
+    const PropertyReply icccm = connection_.takeProperty(question.icccm);
+    const PropertyReply ewmh = connection_.takeProperty(question.ewmh);
+    const auto workspace = propertyWord(connection_.takeProperty(question.workspace));
+    const auto inView = propertyWord(connection_.takeProperty(question.workspaceInView));
+    WindowState answer;
+    if (!icccm || !ewmh)
+        return answer;
+    if (workspace && inView && workspace != inView && workspace != kAllWorkspaces)
+        answer.otherWorkspace = workspace;
+    const auto list = propertyWords(ewmh);
+    const auto state = propertyWord(icccm);
+    answer.exists = true;
+    answer.managed = state && state != kWithdrawnState;
+    answer.skipsTaskbar = contains(list, atoms_["_NET_WM_STATE_SKIP_TASKBAR"]);
+    answer.minimized = question.abilities.marksHiddenWindows
+                           ? contains(list, atoms_["_NET_WM_STATE_HIDDEN"])
+                           : state == kIconicState;
+    return answer;
+}
+
+void WindowSystem::discardStates(std::span<const StateQuestion> questions) const {
+    for (const StateQuestion &question : questions)
+        for (const auto &cookie :
+             {question.icccm, question.ewmh, question.workspace, question.workspaceInView})
+            xcb_discard_reply(connection_.get(), cookie.sequence);
+}
+
 std::vector<WindowState> WindowSystem::readStates(std::span<const WindowAddress> windows) const {
     std::vector<WindowState> states(windows.size());
     if (!connection_.isUsable())
         return states;
-    struct Cookies {
-        xcb_get_property_cookie_t icccm, ewmh, workspace, workspaceInView;
-    };
-    std::vector<Cookies> cookies;
-    cookies.reserve(windows.size());
-    const auto ask = [this](xcb_window_t window, WindowAtoms::Name property, xcb_atom_t type,
-                            std::uint32_t units = 1) {
-        return connection_.askProperty(window, atoms_[property], type, units);
-    };
-    for (const WindowAddress &at : windows)
-        cookies.push_back({ask(at.window, "WM_STATE", atoms_["WM_STATE"]),
-                           ask(at.window, "_NET_WM_STATE", XCB_ATOM_ATOM, kLongestStateList),
-                           ask(at.window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL),
-                           ask(at.root, "_NET_CURRENT_DESKTOP", XCB_ATOM_CARDINAL)});
-    for (std::size_t i = 0; i < windows.size(); ++i) {
-        const PropertyReply icccm = connection_.takeProperty(cookies[i].icccm);
-        const PropertyReply ewmh = connection_.takeProperty(cookies[i].ewmh);
-        const auto workspace = propertyWord(connection_.takeProperty(cookies[i].workspace));
-        const auto inView = propertyWord(connection_.takeProperty(cookies[i].workspaceInView));
-        if (!icccm || !ewmh)
-            continue;
-        if (workspace && inView && workspace != inView && workspace != kAllWorkspaces)
-            states[i].otherWorkspace = workspace;
-        const auto list = propertyWords(ewmh);
-        const auto state = propertyWord(icccm);
-        states[i].exists = true;
-        states[i].managed = state && state != kWithdrawnState;
-        states[i].skipsTaskbar = contains(list, atoms_["_NET_WM_STATE_SKIP_TASKBAR"]);
-        states[i].minimized = windows[i].abilities.marksHiddenWindows
-                                  ? contains(list, atoms_["_NET_WM_STATE_HIDDEN"])
-                                  : state == kIconicState;
-    }
+    std::vector<StateQuestion> questions;
+    questions.reserve(windows.size());
+    for (const WindowAddress &window : windows)
+        questions.push_back(askState(window));
+    std::ranges::transform(questions, states.begin(),
+                           [this](const StateQuestion &question) { return takeState(question); });
     return states;
+}
+
+bool WindowSystem::isState(xcb_atom_t property) const {
+    return atoms_.isOneOf(property, {"WM_STATE", "_NET_WM_STATE", "_NET_WM_DESKTOP"});
+}
+
+bool WindowSystem::isStateOfAll(xcb_atom_t property) const {
+    return atoms_.isOneOf(property, {"_NET_CURRENT_DESKTOP", "_NET_SUPPORTED"});
 }
 
 bool WindowSystem::tellWindowManager(xcb_window_t root, xcb_window_t about,

@@ -51,8 +51,20 @@ public:
     void askTime() const;
     [[nodiscard]] xcb_window_t clockWindow() const { return clockWindow_; }
 
+    struct StateQuestion {
+        WindowManagerAbilities abilities;
+        xcb_get_property_cookie_t icccm, ewmh, workspace, workspaceInView;
+    };
+    /// Each answer has to be taken or discarded, or it stays in memory.
+    [[nodiscard]] StateQuestion askState(const WindowAddress &window) const;
+    [[nodiscard]] WindowState takeState(const StateQuestion &question) const;
+    void discardStates(std::span<const StateQuestion> questions) const;
     /// Of every window, in order, in one round trip.
     [[nodiscard]] std::vector<WindowState> readStates(std::span<const WindowAddress> windows) const;
+    /// Does a change of this property of a window change its state?
+    [[nodiscard]] bool isState(xcb_atom_t property) const;
+    /// Does a change of this property of a root window change the states of its windows?
+    [[nodiscard]] bool isStateOfAll(xcb_atom_t property) const;
 
     /// Window managers refuse a time that is older than the user's last deed.
     bool activate(const WindowAddress &window, xcb_timestamp_t time) const;
