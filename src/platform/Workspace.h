@@ -60,6 +60,11 @@ public:
     /// bundleIdentifier() of the file manager; empty when there is none.
     [[nodiscard]] virtual QString fileManagerIdentifier() const = 0;
 
+    /// A rule is about to be carried out on another thread, and none is at work: what
+    /// runningApplications() will answer may be asked for already, which spares that thread the
+    /// wait. Never waits itself.
+    virtual void askAhead() {}
+
     /// By which the desktop lets the program that is launched next come forward
     /// (xdg-activation), as whoever asks for the launch has got it. Used once; empty for none.
     virtual void setActivationToken(const QString &token) = 0;

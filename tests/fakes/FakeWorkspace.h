@@ -62,6 +62,7 @@ public:
         return fileManagerIdentifier_;
     }
     void setActivationToken(const QString &token) override { activationToken_ = token; }
+    void askAhead() override { ++askedAhead_; }
     void prepare(const QStringList &applicationPaths) override { prepared_ = applicationPaths; }
 
     // For the test:
@@ -94,6 +95,8 @@ public:
     void setLaunchError(const QString &errorText) { launchError_ = errorText; }
     /// Called within every request to the workspace itself.
     void setRequestHook(std::function<void()> hook) { requestHook_ = std::move(hook); }
+    /// How often.
+    [[nodiscard]] int askedAhead() const { return askedAhead_; }
     [[nodiscard]] const QString &activationToken() const { return activationToken_; }
     [[nodiscard]] const QStringList &preparedPaths() const { return prepared_; }
     [[nodiscard]] Journal &requests() { return *requests_; }
@@ -132,6 +135,7 @@ private:
     QString fileManagerIdentifier_ = QStringLiteral("com.apple.finder");
     QString launchError_;
     QString activationToken_;
+    int askedAhead_ = 0;
     QStringList prepared_;
     std::function<void()> requestHook_;
 };

@@ -4,10 +4,7 @@
 #include <thread>
 #include <utility>
 
-#include <QCoreApplication>
 #include <QFileInfo>
-#include <QSocketNotifier>
-#include <QTimer>
 
 #include <gio/gdesktopappinfo.h>
 
@@ -133,46 +130,6 @@ QString defaultEntryPath(const QString &url) {
 
 }  // namespace
 
-/// Has the main loop take in what the X server sends the tracker unasked, so that the
-/// server never has to keep it. To be made and destroyed on the main thread, with a
-/// QCoreApplication and a usable connection.
-///
-/// Answers come over the same descriptor. A main thread that reads them takes them
-/// from the thread that waits, which then has to be woken a second time; so for the
-/// time of a press it looks away, and whoever asks takes in the events as well.
-class LinuxWorkspace::WindowEventPump {
-public:
-    explicit WindowEventPump(WindowTracker &tracker)
-        : tracker_(tracker),
-          notifier_(tracker.windowSystem().connection().fileDescriptor(), QSocketNotifier::Read) {
-        QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { takeIn(); });
-    }
-
-    /// Somebody is about to ask the server. Any thread.
-    void pressBegins() { lastPress_ = Clock::now(); }
-
-private:
-    using Clock = std::chrono::steady_clock;
-
-    /// The round trips of a press are over long before.
-    static constexpr std::chrono::milliseconds kPressLasts{50};
-
-    void takeIn() {
-        if (Clock::now() - lastPress_.load() < kPressLasts) {
-            notifier_.setEnabled(false);
-            QTimer::singleShot(kPressLasts, &notifier_, [this] { takeIn(); });
-            return;
-        }
-        tracker_.processEvents();
-        // A server that has gone leaves a descriptor that can be read forever.
-        notifier_.setEnabled(tracker_.windowSystem().connection().isUsable());
-    }
-
-    WindowTracker &tracker_;
-    std::atomic<Clock::time_point> lastPress_{};
-    QSocketNotifier notifier_;
-};
-
 LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log,
                                std::chrono::milliseconds openingTakes)
     : tracker_(std::make_shared<WindowTracker>(
@@ -187,19 +144,21 @@ LinuxWorkspace::LinuxWorkspace(const QString &displayName, SystemLog &log,
         return;
     }
     focusTimer_.emplace(index_.loop(), [this] { lookAtFocus(); });
-    tracker_->setListener({.news = [this] { lookAhead(); },
-                           .focusAsked =
-                               [this] {
-                                   beforeLookAtFocus_ = kBeforeLookAtFocus;
-                                   focusTimer_->start(kBeforeLookAtFocus);
-                               }});
-    if (QCoreApplication::instance() == nullptr)
-        return;
-    pump_ = std::make_unique<WindowEventPump>(*tracker_);
+    tracker_->setFocusAsked([this] {
+        beforeLookAtFocus_ = kBeforeLookAtFocus;
+        focusTimer_->start(kBeforeLookAtFocus);
+    });
+    news_.emplace(displayName, *tracker_, index_.loop(),
+                  WindowNews::Handlers{.activeChanged = [this] { lookAhead(); },
+                                       .windowsChanged =
+                                           [this] {
+                                               if (launcher_.launches().isWindowAwaited())
+                                                   lookAhead();
+                                           }});
 }
 
 LinuxWorkspace::~LinuxWorkspace() {
-    tracker_->setListener({});
+    tracker_->setFocusAsked({});
 }
 
 void LinuxWorkspace::addLaunch(std::int64_t pid, ProcessFacts &facts) {
@@ -210,19 +169,19 @@ void LinuxWorkspace::addLaunch(std::int64_t pid, ProcessFacts &facts) {
 }
 
 void LinuxWorkspace::lookAhead() {
-    if (lookingAhead_.exchange(true))
-        return;
-    index_.loop().post([this] {
-        lookingAhead_ = false;
-        static_cast<void>(look(index_.currentOrEmpty()));
-    });
+    takeIn(tracker_->read(index_.currentOrEmpty()));
 }
 
 DesktopPicture LinuxWorkspace::look(std::shared_ptr<const ApplicationIndex> index) {
     DesktopPicture picture = tracker_->read(std::move(index));
+    takeIn(picture);
+    return picture;
+}
+
+void LinuxWorkspace::takeIn(const DesktopPicture &picture) {
     Launches &launches = launcher_.launches();
     if (!launches.isWindowAwaited())
-        return picture;
+        return;
     for (const ManagedWindow &window : picture.windows) {
         if (window.facts->type == WindowType::Decoration)
             continue;
@@ -231,14 +190,20 @@ DesktopPicture LinuxWorkspace::look(std::shared_ptr<const ApplicationIndex> inde
             entryPaths.append(picture.index->entries()[match.entry].path);
         launches.windowAppeared(window.facts->pid, entryPaths);
     }
-    return picture;
+}
+
+void LinuxWorkspace::askAhead() {
+    if (news_)
+        news_->pressBegins();
+    tracker_->askAhead();
 }
 
 std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplications() {
     ++presses_;
-    if (pump_)
-        pump_->pressBegins();
-    DesktopPicture picture = look(index_.current());
+    if (news_)
+        news_->pressBegins();
+    DesktopPicture picture = tracker_->readAsked(index_.current());
+    takeIn(picture);
     while (tracker_->isFocusAwaited()) {
         std::this_thread::sleep_for(kBetweenPictures);
         picture = look(index_.current());

@@ -10,6 +10,7 @@
 
 #include "platform/SystemLog.h"
 #include "platform/Workspace.h"
+#include "platform/linux/WindowNews.h"
 #include "platform/linux/applications/entries/ApplicationIndexKeeper.h"
 #include "platform/linux/applications/launching/EntryLauncher.h"
 #include "platform/linux/glib/LoopTimer.h"
@@ -54,6 +55,7 @@ public:
     [[nodiscard]] QString fileManagerIdentifier() const override;
     void setActivationToken(const QString &token) override { launcher_.setActivationToken(token); }
     void prepare(const QStringList &applicationPaths) override;
+    void askAhead() override;
 
     /// All applications, as ApplicationIndexKeeper::current(). Any thread.
     [[nodiscard]] std::shared_ptr<const ApplicationIndex> applicationIndex() const {
@@ -64,13 +66,15 @@ public:
     [[nodiscard]] std::vector<std::pair<QString, QString>> windowReport();
 
 private:
-    class WindowEventPump;
-
     /// What we know of a process by having launched it.
     void addLaunch(std::int64_t pid, ProcessFacts &facts);
+    /// At the active window, for the order of use, and at windows that are new. On the index's
+    /// thread.
     void lookAhead();
-    /// The desktop as it is; launches whose windows are there are over then.
+    /// The desktop as it is, taken in.
     [[nodiscard]] DesktopPicture look(std::shared_ptr<const ApplicationIndex> index);
+    /// Launches whose windows are there are over then.
+    void takeIn(const DesktopPicture &picture);
     /// Has the window manager listened to the last press?
     void lookAtFocus();
     /// Until it has been brought forward, or the next press. On the index's thread.
@@ -79,8 +83,7 @@ private:
 
     std::shared_ptr<WindowTracker> tracker_;
     EntryLauncher launcher_;
-    std::unique_ptr<WindowEventPump> pump_;
-    std::atomic<bool> lookingAhead_{false};
+    std::optional<WindowNews> news_;
     /// How many there were.
     std::atomic<std::uint64_t> presses_{0};
     std::atomic<std::chrono::milliseconds> beforeLookAtFocus_{};

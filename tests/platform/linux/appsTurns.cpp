@@ -3,6 +3,7 @@
 #include <array>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 
 #include <poll.h>
 #include <sys/socket.h>
@@ -66,6 +67,8 @@ TurnCounter::~TurnCounter() {
     stop_ = true;
     thread_.join();
     ::close(server_);
+    if (listener_ < 0)
+        return;
     ::close(listener_);
     QFile::remove(socketPath_);
 }
@@ -78,8 +81,11 @@ void TurnCounter::forward() {
             {{client < 0 ? listener_ : client, POLLIN, 0}, {server_, POLLIN, 0}}};
         ::poll(ends.data(), client < 0 ? 1 : 2, 20);
         if (client < 0) {
-            if (ends[0].revents != 0)
+            if (ends[0].revents != 0) {
                 client = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+                QFile::remove(socketPath_);
+                ::close(std::exchange(listener_, -1));
+            }
             continue;
         }
         if (ends[0].revents != 0) {

@@ -16,7 +16,7 @@ public:
     TurnCounter(const TurnCounter &) = delete;
     TurnCounter &operator=(const TurnCounter &) = delete;
 
-    /// The display to connect to instead; serves one client.
+    /// The display to connect to instead; serves one client and refuses others.
     [[nodiscard]] const QString &displayName() const { return displayName_; }
     [[nodiscard]] int turns() const { return turns_; }
 

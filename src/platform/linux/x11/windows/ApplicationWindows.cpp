@@ -57,6 +57,11 @@ ApplicationWindows::ApplicationWindows(std::shared_ptr<WindowTracker> tracker,
     for (const std::size_t window : group.windows)
         if (picture.windows[window].facts->type != WindowType::Decoration)
             windows_.push_back(picture.windows[window]);
+    if (!std::ranges::all_of(windows_, [](const ManagedWindow &w) { return w.state.has_value(); }))
+        return;
+    std::ranges::transform(windows_, std::back_inserter(states_),
+                           [](const ManagedWindow &window) { return *window.state; });
+    readAt_ = timeAskedAt_;
 }
 
 ApplicationWindows::~ApplicationWindows() {
@@ -78,9 +83,8 @@ void ApplicationWindows::readStates() {
     const auto now = std::chrono::steady_clock::now();
     if (!states_.empty() && now - readAt_ < kStatesLast)
         return;
-    states_ = tracker_->windowSystem().readStates(addresses());
+    states_ = tracker_->readStates(addresses());
     readAt_ = now;
-    tracker_->processQueuedEvents();
 }
 
 std::vector<WindowAddress> ApplicationWindows::addresses() const {

@@ -1,79 +1,55 @@
 #include "platform/linux/x11/windows/WindowTracker.h"
 
 #include <algorithm>
-#include <array>
-#include <string>
-#include <string_view>
-#include <unordered_set>
 #include <utility>
 
 namespace kestrelbay::x11 {
 
 namespace {
 
-// In units of four bytes, that is windows or atoms. More windows than this are
-// nobody's desktop, but somebody's mistake.
-constexpr std::uint32_t kMostWindows = 4096;
-constexpr std::uint32_t kMostAbilities = 1024;
 /// Dialogs of dialogs of dialogs; and some name each other.
 constexpr std::size_t kLongestTransientChain = 8;
+/// Longer than it takes to wake a thread on a busy machine.
+constexpr std::chrono::milliseconds kSameMoment{50};
 
 }  // namespace
 
-struct WindowTracker::Root {
-    xcb_window_t root = XCB_NONE;
-    /// Front-most first, as the window manager has it, later as they were used.
-    std::vector<xcb_window_t> windows;
-    xcb_window_t active = XCB_NONE;
-    /// The number of the request that told of it.
-    std::uint32_t request = 0;
-    /// The window by which the window manager shows that it is there.
-    xcb_window_t check = XCB_NONE;
-    /// That is one of a living client for certain.
-    bool isAlive = false;
-    WindowManagerAbilities abilities;
-};
-
 WindowTracker::WindowTracker(const QString &displayName, WindowFactsReader::AddLaunch addLaunch)
-    : system_(displayName), reader_(system_, std::move(addLaunch)) {
+    : system_(displayName), rootReader_(system_), reader_(system_, std::move(addLaunch)) {
     const XConnection &connection = system_.connection();
     if (!connection.isUsable())
         return;
-    const std::string selection = "WM_S" + std::to_string(connection.defaultScreen());
-    managerSelection_ = internAtoms(connection, std::array<std::string_view, 1>{selection})[0];
     for (const xcb_window_t root : connection.roots())
         connection.selectEvents(root, XCB_EVENT_MASK_PROPERTY_CHANGE);
     system_.flush();
 }
 
-void WindowTracker::setListener(Listener listener) {
-    const std::lock_guard lock(listenerMutex_);
-    listener_ = std::move(listener);
+void WindowTracker::setFocusAsked(std::function<void()> focusAsked) {
+    const std::lock_guard lock(focusAskedMutex_);
+    focusAsked_ = std::move(focusAsked);
 }
 
-void WindowTracker::tell(std::function<void()> Listener::*what) {
-    const std::lock_guard lock(listenerMutex_);
-    if (const auto &listener = listener_.*what)
-        listener();
+std::size_t WindowTracker::processEvents() {
+    const std::lock_guard lock(mutex_);
+    return takeEvents();
 }
 
-void WindowTracker::process(xcb_generic_event_t *pollForFirst(xcb_connection_t *)) {
-    bool isNews = false;
-    {
-        const std::lock_guard lock(mutex_);
-        if (const Reply<xcb_generic_event_t> first{pollForFirst(system_.connection().get())})
-            apply(*first);
-        takeQueuedEvents();
-        isNews = std::exchange(isNews_, false);
-    }
-    if (isNews)
-        tell(&Listener::news);
+std::size_t WindowTracker::takeEvents() {
+    const Reply<xcb_generic_event_t> first{xcb_poll_for_event(system_.connection().get())};
+    if (!first)
+        return 0;
+    apply(*first);
+    return 1 + takeQueuedEvents();
 }
 
-void WindowTracker::takeQueuedEvents() {
+std::size_t WindowTracker::takeQueuedEvents() {
+    std::size_t events = 0;
     while (const Reply<xcb_generic_event_t> event{
-        xcb_poll_for_queued_event(system_.connection().get())})
+        xcb_poll_for_queued_event(system_.connection().get())}) {
         apply(*event);
+        ++events;
+    }
+    return events;
 }
 
 void WindowTracker::apply(const xcb_generic_event_t &event) {
@@ -83,15 +59,18 @@ void WindowTracker::apply(const xcb_generic_event_t &event) {
             time_ = change.time;
             if (change.atom == system_.atoms()["_NET_ACTIVE_WINDOW"])
                 focusOrder_.activeWindowSet(change.window, event.full_sequence);
-            isNews_ |=
-                system_.atoms().isOneOf(change.atom, {"_NET_ACTIVE_WINDOW", "_NET_CLIENT_LIST",
-                                                      "_NET_SUPPORTING_WM_CHECK"}) ||
-                (reader_.isIdentity(change.atom) && records_.erase(change.window) > 0);
+            if (reader_.isIdentity(change.atom))
+                records_.erase(change.window);
+            if (system_.isState(change.atom))
+                states_.windowChanged(change.window);
+            if (system_.isStateOfAll(change.atom))
+                states_.allChanged();
             break;
         }
         case XCB_DESTROY_NOTIFY: {
             const auto &end = reinterpret_cast<const xcb_destroy_notify_event_t &>(event);
             records_.erase(end.window);
+            states_.windowGone(end.window);
             verified_.erase(end.window);
             break;
         }
@@ -113,7 +92,9 @@ bool WindowTracker::giveFocus(const WindowAddress &window, xcb_timestamp_t time,
     const bool isSent = focusOrder_.give(window, std::move(others), [&](const WindowAddress &at) {
         return system_.activate(at, time);
     });
-    tell(&Listener::focusAsked);
+    const std::lock_guard lock(focusAskedMutex_);
+    if (focusAsked_)
+        focusAsked_();
     return isSent;
 }
 
@@ -127,62 +108,55 @@ xcb_timestamp_t WindowTracker::serverTime() {
         return XCB_CURRENT_TIME;
     system_.askTime();
     synchronize(system_.connection().get());
-    processQueuedEvents();
     const std::lock_guard lock(mutex_);
+    takeQueuedEvents();
     return time_;
 }
 
-std::vector<WindowTracker::Root> WindowTracker::readRoots() const {
-    const XConnection &connection = system_.connection();
-    const WindowAtoms &atoms = system_.atoms();
-    struct Cookies {
-        xcb_get_property_cookie_t stacking, clients, active, check, supported;
-    };
-    std::vector<Cookies> cookies;
-    for (const xcb_window_t root : connection.roots()) {
-        const auto ask = [&](WindowAtoms::Name property, xcb_atom_t type, std::uint32_t units) {
-            return connection.askProperty(root, atoms[property], type, units);
-        };
-        cookies.push_back(
-            {.stacking = ask("_NET_CLIENT_LIST_STACKING", XCB_ATOM_WINDOW, kMostWindows),
-             .clients = ask("_NET_CLIENT_LIST", XCB_ATOM_WINDOW, kMostWindows),
-             .active = ask("_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, 1),
-             .check = ask("_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW, 1),
-             .supported = ask("_NET_SUPPORTED", XCB_ATOM_ATOM, kMostAbilities)});
+std::vector<WindowState> WindowTracker::readStates(std::span<const WindowAddress> windows) {
+    WindowStates::Asking asking;
+    {
+        const std::lock_guard lock(mutex_);
+        asking = states_.want(windows);
     }
+    std::vector<WindowState> states = system_.readStates(windows);
+    const std::lock_guard lock(mutex_);
+    takeQueuedEvents();
+    states_.keep(asking, states);
+    return states;
+}
 
-    std::vector<Root> roots(cookies.size());
-    for (std::size_t i = 0; i < roots.size(); ++i) {
-        const PropertyReply stacking = connection.takeProperty(cookies[i].stacking);
-        const PropertyReply clients = connection.takeProperty(cookies[i].clients);
-        const auto active = propertyWord(connection.takeProperty(cookies[i].active));
-        const auto check = propertyWord(connection.takeProperty(cookies[i].check));
-        const PropertyReply supported = connection.takeProperty(cookies[i].supported);
-
-        Root &root = roots[i];
-        root.root = connection.roots()[i];
-        // Small window managers keep no list in stacking order: the newest in front
-        // is the best guess then.
-        const auto list = propertyWords(propertyWords(stacking).empty() ? clients : stacking);
-        std::unordered_set<xcb_window_t> seen;
-        for (auto window = list.rbegin(); window != list.rend(); ++window)
-            if (*window != XCB_NONE && seen.insert(*window).second)
-                root.windows.push_back(*window);
-        root.active = active.value_or(XCB_NONE);
-        root.request = cookies[i].active.sequence;
-        root.check = check.value_or(XCB_NONE);
-        // When mutter takes over from mutter, the earlier one deletes the later one's
-        // announcement, which still owns the window managers' selection.
-        if (root.check == XCB_NONE && root.root == connection.root()) {
-            root.check = connection.ownerOf(managerSelection_);
-            root.isAlive = root.check != XCB_NONE;
-        }
-        for (const xcb_atom_t ability : propertyWords(supported)) {
-            root.abilities.restacksWindows |= ability == atoms["_NET_RESTACK_WINDOW"];
-            root.abilities.marksHiddenWindows |= ability == atoms["_NET_WM_STATE_HIDDEN"];
-        }
+WindowTracker::Questions WindowTracker::ask() {
+    Questions questions;
+    questions.when = std::chrono::steady_clock::now();
+    {
+        const std::lock_guard lock(mutex_);
+        takeEvents();
+        questions.states = states_.askUnknown();
     }
-    return roots;
+    system_.askTime();
+    for (const WindowAddress &window : questions.states.windows)
+        questions.stateQuestions.push_back(system_.askState(window));
+    questions.roots = rootReader_.ask();
+    return questions;
+}
+
+void WindowTracker::discard(const Questions &questions) const {
+    rootReader_.discard(questions.roots);
+    system_.discardStates(questions.stateQuestions);
+}
+
+void WindowTracker::askAhead() {
+    if (!system_.connection().isUsable())
+        return;
+    std::optional<Questions> asked = ask();
+    system_.flush();
+    {
+        const std::lock_guard lock(mutex_);
+        asked.swap(askedAhead_);
+    }
+    if (asked)
+        discard(*asked);
 }
 
 void WindowTracker::verifyWindowManagers(std::span<Root *const> unverified) {
@@ -213,8 +187,6 @@ WindowTracker::Known WindowTracker::collect(std::span<const xcb_window_t> window
     {
         const std::lock_guard lock(mutex_);
         takeQueuedEvents();
-        // What these were about is looked at right here.
-        isNews_ = false;
         for (Root &root : roots)
             if (root.check != XCB_NONE && !root.isAlive && !verified_[root.check])
                 unverified.push_back(&root);
@@ -280,13 +252,38 @@ void WindowTracker::putInOrderOfUse(Root &root, const Known &known) {
 }
 
 DesktopPicture WindowTracker::read(std::shared_ptr<const ApplicationIndex> index) {
+    if (!system_.connection().isUsable())
+        return {.serverTime = XCB_CURRENT_TIME, .index = std::move(index), .windows = {}};
+    return answer(ask(), std::move(index));
+}
+
+DesktopPicture WindowTracker::readAsked(std::shared_ptr<const ApplicationIndex> index) {
+    std::optional<Questions> asked;
+    {
+        const std::lock_guard lock(mutex_);
+        asked.swap(askedAhead_);
+    }
+    if (asked && std::chrono::steady_clock::now() - asked->when < kSameMoment)
+        return answer(*asked, std::move(index));
+    if (asked)
+        discard(*asked);
+    return read(std::move(index));
+}
+
+DesktopPicture WindowTracker::answer(const Questions &questions,
+                                     std::shared_ptr<const ApplicationIndex> index) {
     DesktopPicture picture;
     picture.index = std::move(index);
-    if (!system_.connection().isUsable())
-        return picture;
-
-    system_.askTime();
-    std::vector<Root> roots = readRoots();
+    std::vector<WindowState> states;
+    states.reserve(questions.stateQuestions.size());
+    for (const WindowSystem::StateQuestion &question : questions.stateQuestions)
+        states.push_back(system_.takeState(question));
+    std::vector<Root> roots = rootReader_.take(questions.roots);
+    {
+        const std::lock_guard lock(mutex_);
+        takeQueuedEvents();
+        states_.keep(questions.states, states);
+    }
 
     std::vector<xcb_window_t> wanted;
     for (Root &root : roots) {
@@ -329,19 +326,22 @@ DesktopPicture WindowTracker::read(std::shared_ptr<const ApplicationIndex> index
             picture.windows.push_back({.address = {window, root.root, root.abilities},
                                        .facts = record->facts,
                                        .matches = named ? named->matches : record->matches,
-                                       .active = window == root.active});
+                                       .active = window == root.active,
+                                       .state = {}});
         }
     }
 
     {
         const std::lock_guard lock(mutex_);
+        takeQueuedEvents();
         picture.serverTime = time_;
+        for (ManagedWindow &window : picture.windows)
+            window.state = states_.of(window.address.window);
         for (const auto &[window, record] : known)
             if (const auto kept = records_.find(window);
                 kept != records_.end() && kept->second.facts == record.facts)
                 kept->second = record;
     }
-    processQueuedEvents();
     return picture;
 }
 

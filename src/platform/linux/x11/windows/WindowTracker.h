@@ -1,9 +1,12 @@
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <span>
 #include <unordered_map>
 #include <vector>
@@ -12,8 +15,10 @@
 #include "platform/linux/applications/matching/ApplicationMatch.h"
 #include "platform/linux/x11/connection/WindowSystem.h"
 #include "platform/linux/x11/windows/FocusOrder.h"
+#include "platform/linux/x11/windows/RootReader.h"
 #include "platform/linux/x11/windows/UseOrder.h"
 #include "platform/linux/x11/windows/WindowFactsReader.h"
+#include "platform/linux/x11/windows/WindowStates.h"
 
 namespace kestrelbay::x11 {
 
@@ -23,6 +28,8 @@ struct ManagedWindow {
     std::shared_ptr<const std::vector<ApplicationMatch>> matches;
     /// It has the focus of its screen.
     bool active = false;
+    /// Where readStates() has asked for it before.
+    std::optional<WindowState> state;
 };
 
 /// The desktop at one moment.
@@ -37,9 +44,9 @@ struct DesktopPicture {
 ///
 /// Which windows there are and the active one are asked of the server every time; their
 /// order is that in which they were active, as far as pictures have shown it. What
-/// identifies a window is asked once and forgotten when the server tells of a change. The
-/// server tells before it answers any later question, so a picture never shows an identity
-/// that had changed by the time it was asked for.
+/// identifies a window, and the state of one whose state was asked for, is asked once and
+/// forgotten when the server tells of a change. The server tells before it answers any later
+/// question, so a picture never shows what had changed by the time it was asked for.
 ///
 /// Any thread; no lock is held while the server is waited for.
 class WindowTracker {
@@ -51,6 +58,15 @@ public:
     /// One round trip when every window is known already, otherwise two. No
     /// windows without a server or a window manager that keeps EWMH's lists.
     [[nodiscard]] DesktopPicture read(std::shared_ptr<const ApplicationIndex> index);
+    /// Asks what the next readAsked() answers, without waiting for it.
+    void askAhead();
+    /// The desktop as it was at askAhead(), if that was called since the last time and not so
+    /// long ago that nobody would call it the same moment; otherwise read().
+    [[nodiscard]] DesktopPicture readAsked(std::shared_ptr<const ApplicationIndex> index);
+
+    /// Of windows that pictures have shown, in order, in one round trip. From now on pictures
+    /// have their states without another one.
+    [[nodiscard]] std::vector<WindowState> readStates(std::span<const WindowAddress> windows);
 
     /// Windows of one screen have been asked to come back, one after the other; in pictures the
     /// last of them comes first from now on.
@@ -74,21 +90,12 @@ public:
     /// The server's clock, after one round trip.
     [[nodiscard]] xcb_timestamp_t serverTime();
 
-    /// Takes in what the server has sent; to be called when its descriptor can be
-    /// read.
-    void processEvents() { process(xcb_poll_for_event); }
-    /// The same for what an answer has brought along.
-    void processQueuedEvents() { process(xcb_poll_for_queued_event); }
+    /// Takes in what the server has sent. How many events were that?
+    std::size_t processEvents();
 
-    struct Listener {
-        /// There are windows that are not known yet, or another one is active.
-        std::function<void()> news;
-        /// The focus has been asked for.
-        std::function<void()> focusAsked;
-    };
-    /// Called from whichever thread notices. To be set before there is a second thread, and
-    /// cleared by an empty one.
-    void setListener(Listener listener);
+    /// Called when the focus has been asked for, on the thread that asks. To be set before
+    /// there is a second thread, and cleared by an empty one.
+    void setFocusAsked(std::function<void()> focusAsked);
 
 private:
     struct Record {
@@ -99,27 +106,37 @@ private:
         std::shared_ptr<const ApplicationIndex> index;
         std::uint64_t reading = 0;
     };
-    struct Root;
     using Known = std::unordered_map<xcb_window_t, Record>;
+    /// What the first round trip of a picture brings.
+    struct Questions {
+        std::chrono::steady_clock::time_point when;
+        std::vector<RootReader::Question> roots;
+        WindowStates::Asking states;
+        std::vector<WindowSystem::StateQuestion> stateQuestions;
+    };
 
-    /// Every screen's, in one round trip.
-    [[nodiscard]] std::vector<Root> readRoots() const;
+    [[nodiscard]] Questions ask();
+    [[nodiscard]] DesktopPicture answer(const Questions &questions,
+                                        std::shared_ptr<const ApplicationIndex> index);
+    void discard(const Questions &questions) const;
     [[nodiscard]] Known collect(std::span<const xcb_window_t> windows, std::vector<Root> &roots);
     void verifyWindowManagers(std::span<Root *const> unverified);
     void putInOrderOfUse(Root &root, const Known &known);
-    void process(xcb_generic_event_t *pollForFirst(xcb_connection_t *));
 
     // With the lock held.
-    void takeQueuedEvents();
+    std::size_t takeEvents();
+    std::size_t takeQueuedEvents();
     void apply(const xcb_generic_event_t &event);
 
     WindowSystem system_;
     FocusOrder focusOrder_;
+    RootReader rootReader_;
     WindowFactsReader reader_;
-    xcb_atom_t managerSelection_ = XCB_ATOM_NONE;
 
     std::mutex mutex_;
     Known records_;
+    WindowStates states_;
+    std::optional<Questions> askedAhead_;
     struct Used {
         UseOrder order;
         /// The number of the request that told of it.
@@ -131,12 +148,9 @@ private:
     std::unordered_map<xcb_window_t, bool> verified_;
     xcb_timestamp_t time_ = XCB_CURRENT_TIME;
     std::uint64_t readings_ = 0;
-    bool isNews_ = false;
 
-    void tell(std::function<void()> Listener::*what);
-
-    std::mutex listenerMutex_;
-    Listener listener_;
+    std::mutex focusAskedMutex_;
+    std::function<void()> focusAsked_;
 };
 
 }  // namespace kestrelbay::x11
