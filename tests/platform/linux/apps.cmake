@@ -33,7 +33,9 @@ kestrelbay_test(linux_apps_tests LABEL display
         linux/SlowStartTest.cpp
         linux/TerminalProgramsTest.cpp
         linux/UnheardFocusTest.cpp
+        linux/WindowNewsTest.cpp
         linux/WindowRoundTripsTest.cpp
+        linux/WindowStateTest.cpp
         linux/WorkspaceContractLinuxTest.cpp
         linux/WorkspaceLaunchTest.cpp
         linux/appsBus.cpp
