@@ -116,6 +116,7 @@ bool AppDelegate::eventFilter(QObject *watched, QEvent *event) {
 
 RuleRunner::Services AppDelegate::ruleRunnerServices() {
     return {.launcher = launcher_,
+            .workspace = platform_.workspace(),
             .catalog = platform_.applicationCatalog(),
             .defaults = platform_.userDefaults(),
             .sounds = platform_.systemSounds(),

@@ -10,6 +10,7 @@
 #include "platform/ApplicationCatalog.h"
 #include "platform/SystemLog.h"
 #include "platform/SystemSounds.h"
+#include "platform/Workspace.h"
 #include "settings/SettingsKeys.h"
 #include "tasks/DispatchQueue.h"
 #include "tasks/Timers.h"
@@ -60,12 +61,16 @@ RuleRunner::RuleRunner(Services services)
     : services_(std::make_shared<const Services>(std::move(services))), turns_(kSlowLaunch) {}
 
 void RuleRunner::ruleFired(const ShortcutRule &rule) {
-    services_->mainQueue.async([services = services_] { playFeedbackSound(*services); });
-    services_->launchQueue.async([services = services_, rule, turn = turns_.take(),
+    auto turn = turns_.take();
+    // What the one before asks for would not be in the answer, which a launch does not take.
+    if (turn->isNext() && rule.argumentKind != ArgumentKind::LaunchArgs)
+        services_->workspace.askAhead();
+    services_->launchQueue.async([services = services_, rule, turn = std::move(turn),
                                   icons = listIconsForScreens(LaunchToastWindow::kIconSide)] {
         turn->run([&] { handleTimed(*services, rule, *turn); });
         queueLaunchToast(services, rule, icons);
     });
+    services_->mainQueue.async([services = services_] { playFeedbackSound(*services); });
 }
 
 }  // namespace kestrelbay

@@ -17,6 +17,7 @@ class DispatchQueue;
 class SystemLog;
 class SystemSounds;
 class UserDefaults;
+class Workspace;
 struct ShortcutRule;
 
 /// Does what a hotkey that fired asks for: the feedback sound, then the launch,
@@ -29,6 +30,7 @@ public:
     /// runner.
     struct Services {
         const AppLauncher &launcher;
+        Workspace &workspace;
         const ApplicationCatalog &catalog;
         const UserDefaults &defaults;
         SystemSounds &sounds;

@@ -62,6 +62,7 @@ protected:
                 toasts_.emplace_back(icon.pixel(36, 36), duration);
             };
         return RuleRunner({.launcher = launcher_,
+                           .workspace = workspace_,
                            .catalog = catalog_,
                            .defaults = defaults_,
                            .sounds = sounds_,
@@ -103,6 +104,22 @@ TEST_F(RuleRunnerTest, FiringOnlyQueuesWork) {
     EXPECT_EQ(launchQueue_.pendingCount(), 1U);
     EXPECT_EQ(sounds_.played(), QStringList());
     EXPECT_EQ(workspace_.requests().lines(), QStringList());
+}
+
+TEST_F(RuleRunnerTest, AsksAheadUnlessALaunchBeforeMayChangeTheAnswer) {
+    RuleRunner runner = this->runner();
+    runner.ruleFired(rule_);
+    EXPECT_EQ(workspace_.askedAhead(), 1);
+    runner.ruleFired(rule_);
+    EXPECT_EQ(workspace_.askedAhead(), 1);
+    launchQueue_.runAll();
+    runner.ruleFired(rule_);
+    EXPECT_EQ(workspace_.askedAhead(), 2);
+    launchQueue_.runAll();
+    // Nobody would take the answer.
+    rule_.argumentKind = ArgumentKind::LaunchArgs;
+    runner.ruleFired(rule_);
+    EXPECT_EQ(workspace_.askedAhead(), 2);
 }
 
 TEST_F(RuleRunnerTest, SoundPlaysOnTheMainQueueWithoutWaitingForTheLaunch) {
