@@ -27,6 +27,7 @@ public:
           environment_(std::move(environment)) {}
 
     [[nodiscard]] const QString &name() const { return name_; }
+    [[nodiscard]] const QString &program() const { return program_; }
     [[nodiscard]] const desktop::Key &key() const { return key_; }
     [[nodiscard]] pid_t processId() const { return process_ ? process_->processId() : 0; }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <optional>
 #include <vector>
 
 #include "Contender.h"
@@ -16,15 +18,24 @@ public:
     /// other window is the active one.
     Latency(desktop::Desktop &desktop, xcb_window_t target, xcb_window_t other);
 
-    /// So many trials of each contender, by turns. Throws std::runtime_error when
-    /// one of them does not bring the target forward.
-    [[nodiscard]] std::vector<Samples> run(std::vector<Contender> &contenders, int trials);
+    /// Longer than any contender takes to finish what a press has started, with processors to
+    /// spare and with none.
+    static constexpr std::chrono::milliseconds kQuiet{15};
+    static constexpr std::chrono::milliseconds kQuietUnderLoad{100};
+
+    /// So many trials of each contender, by turns, each after nothing has happened for so long.
+    /// A press is lost when the target has not come forward after some seconds. Throws
+    /// std::runtime_error when a contender has ended.
+    [[nodiscard]] std::vector<Samples> run(std::vector<Contender> &contenders, int trials,
+                                           std::chrono::milliseconds quiet = kQuiet);
+    /// One trial of one contender, in milliseconds. No value when the press was lost.
+    [[nodiscard]] std::optional<double> trial(Contender &contender,
+                                              std::chrono::milliseconds quiet = kQuiet);
 
 private:
-    [[nodiscard]] double trial(Contender &contender);
     /// Waits for the next change of the active window; false when there is none.
     [[nodiscard]] bool waitForChange(std::chrono::milliseconds timeout);
-    void waitUntilQuiet();
+    void waitUntilQuiet(std::chrono::milliseconds quiet);
     [[nodiscard]] xcb_window_t active();
 
     desktop::Desktop &desktop_;

@@ -9,6 +9,9 @@ namespace kestrelbay::bench {
 class Samples {
 public:
     void add(double value) { values_.push_back(value); }
+    void addLost() { ++lost_; }
+    /// Of those that never came to an end, which no percentile knows of.
+    [[nodiscard]] int lost() const { return lost_; }
     [[nodiscard]] std::size_t count() const { return values_.size(); }
     /// The smallest value that so many percent of all do not exceed; 0 of none.
     [[nodiscard]] double percentile(double percent) const;
@@ -16,6 +19,7 @@ public:
 
 private:
     std::vector<double> values_;
+    int lost_ = 0;
 };
 
 }  // namespace kestrelbay::bench
