@@ -71,40 +71,50 @@ private:
 
 class LinuxRunningApplication : public RunningApplication {
 public:
-    LinuxRunningApplication(std::shared_ptr<WindowTracker> tracker, const DesktopPicture &picture,
-                            const ApplicationGroup &group)
-        : pid_(group.pid > 0 ? ProcessIdentifier{group.pid} : kRemoteProcess),
-          active_(group.active),
-          windows_(std::make_shared<ApplicationWindows>(std::move(tracker), picture, group)) {
-        if (!group.entry)
+    LinuxRunningApplication(std::shared_ptr<WindowTracker> tracker,
+                            std::shared_ptr<const DesktopPicture> picture, ApplicationGroup group)
+        : tracker_(std::move(tracker)), picture_(std::move(picture)), group_(std::move(group)) {
+        if (!group_.entry)
             return;
-        const DesktopEntry &entry = picture.index->entries()[*group.entry];
+        const DesktopEntry &entry = picture_->index->entries()[*group_.entry];
         bundleURL_ = QUrl::fromLocalFile(entry.path);
         bundleIdentifier_ = entry.id;
     }
 
     [[nodiscard]] QUrl bundleURL() const override { return bundleURL_; }
     [[nodiscard]] QString bundleIdentifier() const override { return bundleIdentifier_; }
-    [[nodiscard]] ProcessIdentifier processIdentifier() const override { return pid_; }
-    [[nodiscard]] bool isActive() const override { return active_ && !windows_->areMinimized(); }
+    [[nodiscard]] ProcessIdentifier processIdentifier() const override {
+        return group_.pid > 0 ? ProcessIdentifier{group_.pid} : kRemoteProcess;
+    }
+    [[nodiscard]] bool isActive() const override {
+        return group_.active && !ownWindows()->areMinimized();
+    }
     /// Tool palettes, dialogs and windows that keep out of task bars are left out
     /// as long as there are others; desktops, panels and the like always.
     [[nodiscard]] std::vector<std::unique_ptr<WindowElement>> windows() const override {
         std::vector<std::unique_ptr<WindowElement>> elements;
-        for (const std::size_t position : windows_->listed())
-            elements.push_back(std::make_unique<LinuxWindowElement>(windows_, position));
+        for (const std::size_t position : ownWindows()->listed())
+            elements.push_back(std::make_unique<LinuxWindowElement>(ownWindows(), position));
         return elements;
     }
 
-    bool hide() override { return windows_->minimizeAll(); }
-    bool activate() override { return windows_->activate(); }
+    bool hide() override { return ownWindows()->minimizeAll(); }
+    bool activate() override { return ownWindows()->activate(); }
 
 private:
+    /// A press lists all applications, and looks at the windows of one.
+    [[nodiscard]] const std::shared_ptr<ApplicationWindows> &ownWindows() const {
+        if (!windows_)
+            windows_ = std::make_shared<ApplicationWindows>(tracker_, *picture_, group_);
+        return windows_;
+    }
+
+    const std::shared_ptr<WindowTracker> tracker_;
+    const std::shared_ptr<const DesktopPicture> picture_;
+    const ApplicationGroup group_;
     QUrl bundleURL_;
     QString bundleIdentifier_;
-    ProcessIdentifier pid_;
-    bool active_;
-    std::shared_ptr<ApplicationWindows> windows_;
+    mutable std::shared_ptr<ApplicationWindows> windows_;
 };
 
 QString encoded(const QUrl &url) {
@@ -208,9 +218,11 @@ std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplicat
         std::this_thread::sleep_for(kBetweenPictures);
         picture = look(index_.current());
     }
+    const auto shared = std::make_shared<const DesktopPicture>(std::move(picture));
     std::vector<std::unique_ptr<RunningApplication>> applications;
-    for (const ApplicationGroup &group : groupApplications(picture))
-        applications.push_back(std::make_unique<LinuxRunningApplication>(tracker_, picture, group));
+    for (ApplicationGroup &group : groupApplications(*shared))
+        applications.push_back(
+            std::make_unique<LinuxRunningApplication>(tracker_, shared, std::move(group)));
     return applications;
 }
 

@@ -53,7 +53,10 @@ std::vector<ApplicationGroup> groupApplications(const DesktopPicture &picture) {
 
 ApplicationWindows::ApplicationWindows(std::shared_ptr<WindowTracker> tracker,
                                        const DesktopPicture &picture, const ApplicationGroup &group)
-    : tracker_(std::move(tracker)), index_(picture.index), time_(picture.serverTime) {
+    : tracker_(std::move(tracker)),
+      index_(picture.index),
+      time_(picture.serverTime),
+      timeAskedAt_(picture.when) {
     for (const std::size_t window : group.windows)
         if (picture.windows[window].facts->type != WindowType::Decoration)
             windows_.push_back(picture.windows[window]);

@@ -95,7 +95,7 @@ private:
     const std::shared_ptr<const ApplicationIndex> index_;
     /// The server's, and ours when it was asked.
     xcb_timestamp_t time_;
-    std::chrono::steady_clock::time_point timeAskedAt_ = std::chrono::steady_clock::now();
+    std::chrono::steady_clock::time_point timeAskedAt_;
     /// Without desktops, panels and the like.
     std::vector<ManagedWindow> windows_;
 

@@ -253,7 +253,7 @@ void WindowTracker::putInOrderOfUse(Root &root, const Known &known) {
 
 DesktopPicture WindowTracker::read(std::shared_ptr<const ApplicationIndex> index) {
     if (!system_.connection().isUsable())
-        return {.serverTime = XCB_CURRENT_TIME, .index = std::move(index), .windows = {}};
+        return {.index = std::move(index), .windows = {}};
     return answer(ask(), std::move(index));
 }
 
@@ -272,8 +272,7 @@ DesktopPicture WindowTracker::readAsked(std::shared_ptr<const ApplicationIndex> 
 
 DesktopPicture WindowTracker::answer(const Questions &questions,
                                      std::shared_ptr<const ApplicationIndex> index) {
-    DesktopPicture picture;
-    picture.index = std::move(index);
+    DesktopPicture picture{.when = questions.when, .index = std::move(index), .windows = {}};
     std::vector<WindowState> states;
     states.reserve(questions.stateQuestions.size());
     for (const WindowSystem::StateQuestion &question : questions.stateQuestions)
@@ -301,13 +300,16 @@ DesktopPicture WindowTracker::answer(const Questions &questions,
         const auto record = known.find(window);
         return record == known.end() ? nullptr : &record->second;
     };
+    std::vector<xcb_window_t> matched;
     for (auto &[window, record] : known) {
         if (record.index == picture.index)
             continue;
+        matched.push_back(window);
         record.matches = std::make_shared<const std::vector<ApplicationMatch>>(
             matchWindow(*record.facts, *picture.index));
         record.index = picture.index;
     }
+    picture.windows.reserve(known.size());
     for (Root &root : roots) {
         if (root.check == XCB_NONE)
             continue;
@@ -337,10 +339,10 @@ DesktopPicture WindowTracker::answer(const Questions &questions,
         picture.serverTime = time_;
         for (ManagedWindow &window : picture.windows)
             window.state = states_.of(window.address.window);
-        for (const auto &[window, record] : known)
+        for (const xcb_window_t window : matched)
             if (const auto kept = records_.find(window);
-                kept != records_.end() && kept->second.facts == record.facts)
-                kept->second = record;
+                kept != records_.end() && kept->second.facts == known[window].facts)
+                kept->second = known[window];
     }
     return picture;
 }

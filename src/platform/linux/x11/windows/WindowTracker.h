@@ -34,6 +34,7 @@ struct ManagedWindow {
 
 /// The desktop at one moment.
 struct DesktopPicture {
+    std::chrono::steady_clock::time_point when = std::chrono::steady_clock::now();
     xcb_timestamp_t serverTime = XCB_CURRENT_TIME;
     std::shared_ptr<const ApplicationIndex> index;
     /// Front-most first, that is last used first, screen by screen.
