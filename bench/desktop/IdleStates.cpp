@@ -49,8 +49,7 @@ void IdleStates::run() {
 void IdleStates::measure(const QString &state, const std::function<void()> &each) {
     kestrelbay_.settle();
     kestrelbay_.expectRunning();
-    const auto wakeUps = [this] { return Processes::wakeUps(kestrelbay_.processId()).value_or(0); };
-    const qint64 before = wakeUps();
+    const auto before = Processes::wakeUpsOfThreads(kestrelbay_.processId());
     const Clock::time_point end = Clock::now() + time_;
     while (Clock::now() < end) {
         if (each)
@@ -58,7 +57,8 @@ void IdleStates::measure(const QString &state, const std::function<void()> &each
         waitFor(1s);
     }
     kestrelbay_.expectRunning();
-    table_.add({state, QString::number(wakeUps() - before), QStringLiteral("0")});
+    table_.add({state, QString::number(Processes::wakeUpsSince(before, kestrelbay_.processId())),
+                QStringLiteral("0")});
 }
 
 void IdleStates::ask(const QString &action) {

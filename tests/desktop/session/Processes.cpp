@@ -86,15 +86,37 @@ QStringList Processes::commandLine(pid_t process) {
     return text.isEmpty() ? QStringList() : QString::fromUtf8(text).split(QChar(u'\0'));
 }
 
-std::optional<qint64> Processes::wakeUps(pid_t process) {
-    qint64 sum = 0;
+std::map<pid_t, qint64> Processes::wakeUpsOfThreads(pid_t process) {
+    std::map<pid_t, qint64> wakeUps;
     const QStringList threads =
         QDir(procFile(process, "task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QString &thread : threads) {
         const QString status = procFile(process, "task/") + thread + QStringLiteral("/status");
-        sum += sumOf(contents(status), {"voluntary_ctxt_switches", "nonvoluntary_ctxt_switches"});
+        wakeUps[thread.toInt()] =
+            sumOf(contents(status), {"voluntary_ctxt_switches", "nonvoluntary_ctxt_switches"});
     }
-    return threads.isEmpty() ? std::nullopt : std::optional(sum);
+    return wakeUps;
+}
+
+std::optional<qint64> Processes::wakeUps(pid_t process) {
+    const auto threads = wakeUpsOfThreads(process);
+    qint64 sum = 0;
+    for (const auto &[thread, wakeUps] : threads)
+        sum += wakeUps;
+    return threads.empty() ? std::nullopt : std::optional(sum);
+}
+
+qint64 Processes::wakeUpsSince(const std::map<pid_t, qint64> &before, pid_t process) {
+    std::map<pid_t, qint64> now = wakeUpsOfThreads(process);
+    qint64 sum = 0;
+    for (const auto &[thread, wakeUps] : before)
+        if (const auto left = now.extract(thread); !left.empty())
+            sum += left.mapped() - wakeUps;
+        else
+            ++sum;
+    for (const auto &[thread, wakeUps] : now)
+        sum += wakeUps;
+    return sum;
 }
 
 std::optional<qint64> Processes::privateMemory(pid_t process) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -29,6 +30,10 @@ public:
     /// Voluntary and involuntary context switches of all its threads: every
     /// wake-up counts as one. No value when there is no such process.
     [[nodiscard]] static std::optional<qint64> wakeUps(pid_t process);
+    /// The same, thread by thread.
+    [[nodiscard]] static std::map<pid_t, qint64> wakeUpsOfThreads(pid_t process);
+    /// How many there were since then. A thread that has ended woke up for that.
+    [[nodiscard]] static qint64 wakeUpsSince(const std::map<pid_t, qint64> &before, pid_t process);
     /// Memory that no other process shares, in KiB.
     [[nodiscard]] static std::optional<qint64> privateMemory(pid_t process);
 
