@@ -69,5 +69,26 @@ TEST_F(UnheardFocus, IsAskedForAgain) {
     EXPECT_TRUE(becomesActive(a));
 }
 
+TEST_F(UnheardFocus, IsAskedForAgainOfAManagerThatHasRefused) {
+    const QString a = entry("Aaa");
+    const xcb_window_t target = maker_->make({.className = "Aaa"});
+    const xcb_window_t other = maker_->make({.className = "Bbb"});
+    manage(target, other);
+    startWorkspace();
+    const Application application = waitForRunning(a);
+    ASSERT_TRUE(application);
+    EXPECT_TRUE(waitUntil([&] {
+        if (!application->activate() || !isAskedFor(target, 1))
+            return false;
+        // Late with what came before, it refuses, and marks the window.
+        makeActive(other);
+        maker_->setRaw(target, "_NET_WM_STATE", "ATOM", 32,
+                       bytesOf({maker_->atom("_NET_WM_STATE_DEMANDS_ATTENTION")}));
+        return isAskedFor(target, 1);
+    }));
+    makeActive(target);
+    EXPECT_TRUE(becomesActive(a));
+}
+
 }  // namespace
 }  // namespace kestrelbay::testing

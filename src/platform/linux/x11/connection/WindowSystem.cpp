@@ -64,6 +64,7 @@ WindowState WindowSystem::takeState(const StateQuestion &question) const {
     answer.exists = true;
     answer.managed = state && state != kWithdrawnState;
     answer.skipsTaskbar = contains(list, atoms_["_NET_WM_STATE_SKIP_TASKBAR"]);
+    answer.wantsAttention = contains(list, atoms_["_NET_WM_STATE_DEMANDS_ATTENTION"]);
     answer.minimized = question.abilities.marksHiddenWindows
                            ? contains(list, atoms_["_NET_WM_STATE_HIDDEN"])
                            : state == kIconicState;

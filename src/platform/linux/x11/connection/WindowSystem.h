@@ -25,6 +25,8 @@ struct WindowState {
     bool managed = false;
     bool minimized = false;
     bool skipsTaskbar = false;
+    /// Also a mark of window managers for a window that they have refused the focus.
+    bool wantsAttention = false;
     /// The workspace it is on, when that is not the one in view.
     std::optional<std::uint32_t> otherWorkspace;
 };

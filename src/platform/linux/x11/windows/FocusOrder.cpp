@@ -14,11 +14,26 @@ bool FocusOrder::give(const WindowAddress &window, Others others, const Ask &ask
 
 bool FocusOrder::repeatUnheard(const Ask &ask) {
     const std::lock_guard lock(mutex_);
-    return mayBeUnheardLocked() && !last_->set && ask(last_->window);
+    return mayBeUnheardLocked() && !last_->isOver && !last_->set && ask(last_->window);
 }
 
 bool FocusOrder::mayBeUnheardLocked() const {
-    return last_ && last_->toHaveIt && !last_->isOver && now_() - last_->when < kLongestUnheard;
+    return last_ && last_->toHaveIt && (!last_->isOver || last_->isPerhapsRefused) &&
+           now_() - last_->when < kLongestUnheard;
+}
+
+std::optional<WindowAddress> FocusOrder::perhapsRefused() const {
+    const std::lock_guard lock(mutex_);
+    return last_ && last_->isPerhapsRefused ? std::optional(last_->window) : std::nullopt;
+}
+
+void FocusOrder::noteRefusal(const WindowAddress &window) {
+    const std::lock_guard lock(mutex_);
+    if (!last_ || !last_->isPerhapsRefused || last_->window.window != window.window)
+        return;
+    last_->isPerhapsRefused = false;
+    last_->isOver = false;
+    last_->set.reset();
 }
 
 bool FocusOrder::mayBeUnheard() const {
@@ -51,11 +66,9 @@ void FocusOrder::activeWindowRead(xcb_window_t root, xcb_window_t active, std::u
     };
     const bool isElsewhere =
         last_->toHaveIt && wasSet && active != XCB_NONE && !isIn(last_->others.onTheWay);
-    const bool isNobodysChoice = isElsewhere && !hasComeAbout && !isIn(last_->others.own) &&
-                                 now_() - last_->when < kNobodysChoice;
-    if (isNobodysChoice)
-        last_->set.reset();
-    last_->isOver = hasComeAbout || (isElsewhere && !isNobodysChoice);
+    last_->isOver = hasComeAbout || isElsewhere;
+    last_->isPerhapsRefused = isElsewhere && !hasComeAbout && !isIn(last_->others.own) &&
+                              now_() - last_->when < kNobodysChoice;
 }
 
 bool FocusOrder::isAwaited() const {

@@ -33,8 +33,7 @@ public:
     explicit FocusOrder(std::function<Clock::time_point()> now = Clock::now)
         : now_(std::move(now)) {}
 
-    /// Sooner after a press nobody decides otherwise. If the focus is elsewhere by then, it was
-    /// the window manager, late with what came before: the end of a hiding, a window that opened.
+    /// Sooner after a press people do not decide otherwise.
     static constexpr std::chrono::milliseconds kNobodysChoice{250};
 
     /// As long as nothing at all happens to the active window, nobody else has decided anything,
@@ -54,9 +53,14 @@ public:
     /// that none is repeated after a later one.
     bool give(const WindowAddress &window, Others others, const Ask &ask);
     /// The same for the window that give() was last for, if the active window of its screen has
-    /// not been set since, or is nobody's choice: the window manager is late, or has not listened.
-    /// Did it ask?
+    /// not been set since: the window manager is late, or has not listened. Did it ask?
     bool repeatUnheard(const Ask &ask);
+    /// The window that give() was last for, if the focus has gone elsewhere instead, and so soon
+    /// that it may not be anybody's choice: a window manager on a busy machine, late with what
+    /// came before, such as a hiding or a window that opened, refuses what is older than that.
+    [[nodiscard]] std::optional<WindowAddress> perhapsRefused() const;
+    /// Its window manager says that it has. The request then counts as unheard.
+    void noteRefusal(const WindowAddress &window);
     /// Is what give() asked for last worth a look by repeatUnheard()? Not when it has come about.
     [[nodiscard]] bool mayBeUnheard() const;
     /// The window manager is about to be asked for something that takes the focus from a window.
@@ -80,6 +84,7 @@ private:
         /// The first event of the active window since.
         std::optional<std::uint32_t> set;
         bool isOver = false;
+        bool isPerhapsRefused = false;
     };
 
     [[nodiscard]] bool mayBeUnheardLocked() const;

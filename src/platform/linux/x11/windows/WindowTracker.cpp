@@ -99,6 +99,9 @@ bool WindowTracker::giveFocus(const WindowAddress &window, xcb_timestamp_t time,
 }
 
 bool WindowTracker::repeatUnheardFocus(xcb_timestamp_t time) {
+    if (const auto window = focusOrder_.perhapsRefused();
+        window && readStates(std::span(&*window, 1)).front().wantsAttention)
+        focusOrder_.noteRefusal(*window);
     return focusOrder_.repeatUnheard(
         [&](const WindowAddress &window) { return system_.activate(window, time); });
 }

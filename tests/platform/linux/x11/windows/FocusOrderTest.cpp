@@ -106,6 +106,7 @@ TEST_F(FocusOrderTest, LetsTheUserGoElsewhere) {
     read(12);
     EXPECT_FALSE(isAwaited());
     EXPECT_EQ(unheard(), xcb_window_t{XCB_NONE});
+    EXPECT_FALSE(order_.perhapsRefused());
 }
 
 TEST_F(FocusOrderTest, LetsTheApplicationTurnToItsDialog) {
@@ -114,20 +115,29 @@ TEST_F(FocusOrderTest, LetsTheApplicationTurnToItsDialog) {
     set();
     read(12);
     EXPECT_FALSE(isAwaited());
-    EXPECT_EQ(unheard(), xcb_window_t{XCB_NONE});
+    EXPECT_FALSE(order_.perhapsRefused());
 }
 
 TEST_F(FocusOrderTest, DoesNotTakeALateWindowManagerForTheUser) {
     read(10);
     give(11);
-    // It is only now done with what was asked before, and has refused this.
+    // It is only now done with what was asked before.
     set();
     read(12);
-    EXPECT_TRUE(isAwaited());
+    EXPECT_FALSE(isAwaited());
+    EXPECT_TRUE(order_.mayBeUnheard());
+    EXPECT_EQ(unheard(), xcb_window_t{XCB_NONE}) << "it may have done as it was told before that";
+    ASSERT_TRUE(order_.perhapsRefused());
+    EXPECT_EQ(order_.perhapsRefused()->window, xcb_window_t{11});
+
+    order_.noteRefusal({10, kRoot, {}});
+    EXPECT_EQ(unheard(), xcb_window_t{XCB_NONE}) << "that was of an earlier request";
+    order_.noteRefusal({11, kRoot, {}});
+    EXPECT_FALSE(order_.perhapsRefused());
     EXPECT_EQ(unheard(), xcb_window_t{11});
     set();
     read(11);
-    EXPECT_FALSE(isAwaited());
+    EXPECT_FALSE(order_.mayBeUnheard());
 }
 
 TEST_F(FocusOrderTest, AWindowThatIsToGoMayHaveTheFocusSetOnceMore) {
