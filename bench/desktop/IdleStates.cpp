@@ -22,6 +22,10 @@ namespace {
 
 /// Longer than refused hotkeys are asked for again.
 constexpr auto kUntilRefused = 20s;
+/// Longer than what only windows need is kept after the last one was closed.
+constexpr auto kUntilRest = 35s;
+/// Longer than after its arrival a panel is looked at again.
+constexpr auto kQuiet = 3s;
 
 void waitFor(Clock::duration time) {
     const Clock::time_point end = Clock::now() + time;
@@ -47,7 +51,7 @@ void IdleStates::run() {
 }
 
 void IdleStates::measure(const QString &state, const std::function<void()> &each) {
-    kestrelbay_.settle();
+    kestrelbay_.settle(kQuiet);
     kestrelbay_.expectRunning();
     const auto before = Processes::wakeUpsOfThreads(kestrelbay_.processId());
     const Clock::time_point end = Clock::now() + time_;
@@ -97,7 +101,8 @@ void IdleStates::withPreferences() {
     desktop_.view().close(desktop_.view().active());
     if (!waitUntil([&] { return desktop_.view().stacking().size() == windows; }, 10s))
         throw std::runtime_error("the preferences did not close");
-    measure(QStringLiteral("preferences closed again"));
+    waitFor(kUntilRest);
+    measure(QStringLiteral("preferences closed again, at rest"));
 }
 
 void IdleStates::withoutTray() {

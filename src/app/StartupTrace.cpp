@@ -22,8 +22,9 @@ void StartupTrace::step(std::string_view done) {
     if (!isEnabled_)
         return;
     const auto write = [](Clock::duration own, Clock::duration all, std::string_view name) {
-        std::fprintf(stderr, "%8.2f ms %8.2f ms  %.*s\n", milliseconds(own), milliseconds(all),
-                     static_cast<int>(name.size()), name.data());
+        static_cast<void>(std::fprintf(stderr, "%8.2f ms %8.2f ms  %.*s\n", milliseconds(own),
+                                       milliseconds(all), static_cast<int>(name.size()),
+                                       name.data()));
     };
     if (last_ == main_)
         write(beforeMain_, beforeMain_, "loaded and linked (processor time)");

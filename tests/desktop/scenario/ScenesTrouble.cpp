@@ -26,6 +26,19 @@ private:
 
 constexpr auto kPromptly = 2s;
 
+/// Hotkeys are in place before the rest of the program is there.
+bool isOnSessionBus(Stage &stage) {
+    testing::ChildProcess call(
+        QStringLiteral("gdbus"),
+        {QStringLiteral("call"), QStringLiteral("--session"), QStringLiteral("--dest"),
+         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("--object-path"),
+         QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("--method"),
+         QStringLiteral("org.freedesktop.DBus.NameHasOwner"),
+         QStringLiteral("org.kestrelbay.KestrelBay")},
+        stage.desktop().environment());
+    return call.waitForExit() && call.output().contains("true");
+}
+
 }  // namespace
 
 void sceneHungTargets(Stage &stage) {
@@ -152,7 +165,7 @@ void sceneServerDies(Stage &stage) {
     HomeFolder::write(path, stage.rulesBytes());
     stage.prepare(
         QStringLiteral("KestrelBay started again"), [&] { stage.startProgram(); },
-        [&] { return stage.grabbedCount() == stage.ruleCount(); });
+        [&] { return stage.grabbedCount() == stage.ruleCount() && isOnSessionBus(stage); });
     PtyProcess &program = stage.program();
     const qsizetype said = program.lines().size();
     const auto lastWords = [&] { return program.lines().mid(said, 2).join(QStringLiteral(" ⏎ ")); };
