@@ -19,12 +19,12 @@ namespace kestrelbay::bench {
 class Contender {
 public:
     Contender(QString name, desktop::Key key, QString program, QStringList arguments,
-              QProcessEnvironment environment)
+              const QProcessEnvironment &environment)
         : name_(std::move(name)),
           key_(key),
           program_(std::move(program)),
           arguments_(std::move(arguments)),
-          environment_(std::move(environment)) {}
+          environment_(environment) {}
 
     [[nodiscard]] const QString &name() const { return name_; }
     [[nodiscard]] const QString &program() const { return program_; }

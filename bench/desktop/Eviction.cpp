@@ -1,5 +1,6 @@
 #include "Eviction.h"
 
+#include <bit>
 #include <cerrno>
 #include <fstream>
 #include <sstream>
@@ -47,11 +48,15 @@ void pageOut(pid_t process) {
         std::uintptr_t begin = 0;
         std::uintptr_t end = 0;
         char dash = 0;
-        std::string access, offset, device, inode, name;
+        std::string access;
+        std::string offset;
+        std::string device;
+        std::string inode;
+        std::string name;
         words >> std::hex >> begin >> dash >> end >> access >> offset >> device >> inode >> name;
         if (isKernels(name))
             continue;
-        const iovec range{reinterpret_cast<void *>(begin), end - begin};
+        const iovec range{std::bit_cast<void *>(begin), end - begin};
         isDone |= ::syscall(SYS_process_madvise, descriptor, &range, 1, MADV_PAGEOUT, 0) > 0;
     }
     ::close(descriptor);

@@ -41,17 +41,23 @@ void handleTimed(const RuleRunner::Services &services, const ShortcutRule &rule,
                        rule.appPath);
 }
 
+/// After the launch: only the main thread knows the screens, and reading an icon can take longer
+/// than a key press may wait.
 void queueLaunchToast(const std::shared_ptr<const RuleRunner::Services> &services,
-                      const ShortcutRule &rule, const ListIcons &icons) {
+                      const QString &appPath) {
     if (!services->showLaunchToast)
         return;
     const LaunchToastDuration duration = currentLaunchToastDuration(services->defaults);
     if (duration == LaunchToastDuration::None)
         return;
-    // Reading an icon can take longer than a key press may wait.
-    std::vector<QImage> images = services->catalog.listIcons({rule.appPath}, icons);
-    services->mainQueue.async([services, image = std::move(images.front()), duration] {
-        services->showLaunchToast(image, duration);
+    services->mainQueue.async([services, appPath, duration] {
+        services->launchQueue.async([services, appPath, duration,
+                                     icons = listIconsForScreens(LaunchToastWindow::kIconSide)] {
+            std::vector<QImage> images = services->catalog.listIcons({appPath}, icons);
+            services->mainQueue.async([services, image = std::move(images.front()), duration] {
+                services->showLaunchToast(image, duration);
+            });
+        });
     });
 }
 
@@ -63,13 +69,16 @@ RuleRunner::RuleRunner(Services services)
 void RuleRunner::ruleFired(const ShortcutRule &rule) {
     auto turn = turns_.take();
     // What the one before asks for would not be in the answer, which a launch does not take.
-    if (turn->isNext() && rule.argumentKind != ArgumentKind::LaunchArgs)
-        services_->workspace.askAhead();
-    services_->launchQueue.async([services = services_, rule, turn = std::move(turn),
-                                  icons = listIconsForScreens(LaunchToastWindow::kIconSide)] {
+    const bool asksAhead = turn->isNext() && rule.argumentKind != ArgumentKind::LaunchArgs;
+    if (asksAhead)
+        services_->workspace.pressBegins();
+    services_->launchQueue.async([services = services_, rule, turn = std::move(turn)] {
         turn->run([&] { handleTimed(*services, rule, *turn); });
-        queueLaunchToast(services, rule, icons);
+        queueLaunchToast(services, rule.appPath);
     });
+    // While that thread wakes up.
+    if (asksAhead)
+        services_->workspace.askAhead();
     services_->mainQueue.async([services = services_] { playFeedbackSound(*services); });
 }
 

@@ -74,8 +74,14 @@ protected:
     }
     void fireAndRunAll() {
         runner().ruleFired(rule_);
-        mainQueue_.runAll();
-        launchQueue_.runAll();
+        runAll();
+    }
+    /// A press, and then its toast, go from one queue to the other and back.
+    void runAll() {
+        for (int i = 0; i < 2; ++i) {
+            mainQueue_.runAll();
+            launchQueue_.runAll();
+        }
         mainQueue_.runAll();
     }
     void launchTakes(std::chrono::milliseconds duration) {
@@ -224,7 +230,7 @@ TEST_F(RuleRunnerTest, ToastIsQueuedBackAfterTheLaunch) {
     EXPECT_TRUE(toasts_.empty());
     launchQueue_.runAll();
     EXPECT_TRUE(toasts_.empty());
-    mainQueue_.runAll();
+    runAll();
     EXPECT_EQ(toasts_, (std::vector{std::pair{kIconColor, LaunchToastDuration::Medium}}));
     EXPECT_EQ(catalog_.listIconRequests(), QStringList{u"/Applications/Notes.app"_s});
 }
@@ -232,6 +238,8 @@ TEST_F(RuleRunnerTest, ToastIsQueuedBackAfterTheLaunch) {
 TEST_F(RuleRunnerTest, IconIsDrawnWhereTheLaunchRunsAndNeverOnTheMainThread) {
     defaults_.setString(u"launchToastDuration"_s, u"short"_s);
     runner().ruleFired(rule_);
+    launchQueue_.runAll();
+    mainQueue_.runAll();
     std::thread worker([this] { launchQueue_.runAll(); });
     const std::thread::id workerId = worker.get_id();
     worker.join();
@@ -254,7 +262,7 @@ TEST_F(RuleRunnerTest, ToastSettingIsReadAfterTheLaunch) {
     defaults_.setString(u"launchToastDuration"_s, u"short"_s);
     launchQueue_.runAll();
     defaults_.setString(u"launchToastDuration"_s, u"none"_s);
-    mainQueue_.runAll();
+    runAll();
     EXPECT_EQ(toasts_.size(), 1U);
 }
 
@@ -271,8 +279,7 @@ TEST_F(RuleRunnerTest, NoOrUnknownDurationShowsNoToast) {
 TEST_F(RuleRunnerTest, WithoutAToastWindowNothingIsShown) {
     defaults_.setString(u"launchToastDuration"_s, u"long"_s);
     runner(false).ruleFired(rule_);
-    launchQueue_.runAll();
-    mainQueue_.runAll();
+    runAll();
     EXPECT_TRUE(toasts_.empty());
 }
 

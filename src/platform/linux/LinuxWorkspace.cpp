@@ -202,9 +202,13 @@ void LinuxWorkspace::takeIn(const DesktopPicture &picture) {
     }
 }
 
-void LinuxWorkspace::askAhead() {
+void LinuxWorkspace::pressBegins() {
     if (news_)
         news_->pressBegins();
+    tracker_->pressBegins();
+}
+
+void LinuxWorkspace::askAhead() {
     tracker_->askAhead();
 }
 

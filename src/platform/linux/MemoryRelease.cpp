@@ -3,6 +3,7 @@
 #include <malloc.h>
 #include <sys/mman.h>
 
+#include <bit>
 #include <cstdint>
 #include <optional>
 
@@ -51,7 +52,7 @@ void dropUnalteredFilePages() {
             current = readOnlyFile(line);
         } else if (current && line.startsWith("Anonymous:")) {
             if (line.simplified() == "Anonymous: 0 kB")
-                ::madvise(reinterpret_cast<void *>(current->begin), current->end - current->begin,
+                ::madvise(std::bit_cast<void *>(current->begin), current->end - current->begin,
                           MADV_DONTNEED);
             current.reset();
         }

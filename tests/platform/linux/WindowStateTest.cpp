@@ -13,6 +13,10 @@ protected:
         maker_->setRaw(window, "_NET_WM_STATE", "ATOM", 32,
                        hidden ? QByteArray(state.data(), state.size()) : QByteArray());
     }
+    void askAhead() {
+        workspace().pressBegins();
+        workspace().askAhead();
+    }
     [[nodiscard]] static std::optional<bool> isMinimized(const Application &application) {
         const auto windows = application->windows();
         return windows.empty() ? std::nullopt : windows[0]->isMinimized();
@@ -30,7 +34,7 @@ TEST_F(WindowStateOnTheServer, IsSeenAsOfThePress) {
         for (const bool hidden : {true, false}) {
             setHidden(windows[0], hidden);
             if (i % 2 == 1)
-                workspace().askAhead();
+                askAhead();
             const Application application = running(a);
             ASSERT_TRUE(application);
             EXPECT_EQ(isMinimized(application), hidden) << i;
@@ -44,11 +48,26 @@ TEST_F(WindowStateOnTheServer, WhatWasAskedAheadIsTakenOnce) {
     startWorkspace();
     const auto windows = make("Aaa", 1);
     ASSERT_TRUE(waitForRunning(a));
-    workspace().askAhead();
-    workspace().askAhead();
+    askAhead();
+    askAhead();
     EXPECT_EQ(isMinimized(running(a)), false);
     setHidden(windows[0], true);
     EXPECT_EQ(isMinimized(running(a)), true);
+}
+
+TEST_F(WindowStateOnTheServer, WhatWasAskedTooLateIsTakenByNoLaterPress) {
+    const QString a = entry("Aaa");
+    startWindowManager();
+    startWorkspace();
+    const xcb_window_t window = make("Aaa", 1)[0];
+    make("Bbb", 1);
+    ASSERT_TRUE(waitForRunning(a));
+    workspace().pressBegins();
+    EXPECT_FALSE(running(a)->isActive());
+    workspace().askAhead();
+    maker_->activate(window);
+    ASSERT_TRUE(waitUntil([&] { return maker_->active() == window; }));
+    EXPECT_TRUE(running(a)->isActive());
 }
 
 TEST_F(WindowStateOnTheServer, WhatWasAskedLongAgoIsAskedAgain) {
@@ -57,7 +76,7 @@ TEST_F(WindowStateOnTheServer, WhatWasAskedLongAgoIsAskedAgain) {
     startWorkspace();
     const auto windows = make("Aaa", 1);
     ASSERT_TRUE(waitForRunning(a));
-    workspace().askAhead();
+    askAhead();
     const auto asked = std::chrono::steady_clock::now();
     setHidden(windows[0], true);
     ASSERT_TRUE(waitUntil([&] { return std::chrono::steady_clock::now() - asked > 100ms; }));

@@ -215,7 +215,7 @@ TEST_F(PreferencesWindow, IconsAreForgottenWithTheViews) {
     catalog_.add(u"/mail"_s, u"Mail"_s, QIcon(red));
     manager().addRule({.appName = u"Mail"_s, .appPath = u"/mail"_s});
     const auto isIconShown = [this] {
-        SymbolView *const icon = view<RuleRowView>()->findChild<SymbolView *>();
+        auto *const icon = view<RuleRowView>()->findChild<SymbolView *>();
         return icon->grab().toImage().pixelColor(14, 14) == Qt::red;
     };
     controller().showWindow();

@@ -30,7 +30,7 @@ private:
 
     const std::function<void()> readable_;
     const GSourcePtr source_;
-    const gpointer watch_;
+    void *const watch_;
 };
 
 }  // namespace kestrelbay

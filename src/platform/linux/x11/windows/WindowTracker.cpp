@@ -149,6 +149,17 @@ void WindowTracker::discard(const Questions &questions) const {
     system_.discardStates(questions.stateQuestions);
 }
 
+void WindowTracker::pressBegins() {
+    std::optional<Questions> leftOver;
+    {
+        const std::lock_guard lock(mutex_);
+        leftOver.swap(askedAhead_);
+        isAskingAhead_ = true;
+    }
+    if (leftOver)
+        discard(*leftOver);
+}
+
 void WindowTracker::askAhead() {
     if (!system_.connection().isUsable())
         return;
@@ -156,7 +167,8 @@ void WindowTracker::askAhead() {
     system_.flush();
     {
         const std::lock_guard lock(mutex_);
-        asked.swap(askedAhead_);
+        if (std::exchange(isAskingAhead_, false))
+            asked.swap(askedAhead_);
     }
     if (asked)
         discard(*asked);
@@ -265,6 +277,7 @@ DesktopPicture WindowTracker::readAsked(std::shared_ptr<const ApplicationIndex> 
     {
         const std::lock_guard lock(mutex_);
         asked.swap(askedAhead_);
+        isAskingAhead_ = false;
     }
     if (asked && std::chrono::steady_clock::now() - asked->when < kSameMoment)
         return answer(*asked, std::move(index));

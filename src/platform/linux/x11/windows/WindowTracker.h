@@ -59,10 +59,12 @@ public:
     /// One round trip when every window is known already, otherwise two. No
     /// windows without a server or a window manager that keeps EWMH's lists.
     [[nodiscard]] DesktopPicture read(std::shared_ptr<const ApplicationIndex> index);
-    /// Asks what the next readAsked() answers, without waiting for it.
+    /// The next readAsked() is that of a press, and askAhead() is about to be called for it.
+    void pressBegins();
+    /// Asks what that readAsked() answers, without waiting for it, unless that has come before.
     void askAhead();
-    /// The desktop as it was at askAhead(), if that was called since the last time and not so
-    /// long ago that nobody would call it the same moment; otherwise read().
+    /// The desktop as it was at askAhead(), if that was called for this press and not so long ago
+    /// that nobody would call it the same moment; otherwise read().
     [[nodiscard]] DesktopPicture readAsked(std::shared_ptr<const ApplicationIndex> index);
 
     /// Of windows that pictures have shown, in order, in one round trip. From now on pictures
@@ -138,6 +140,8 @@ private:
     Known records_;
     WindowStates states_;
     std::optional<Questions> askedAhead_;
+    /// It is about to be.
+    bool isAskingAhead_ = false;
     struct Used {
         UseOrder order;
         /// The number of the request that told of it.
