@@ -50,6 +50,9 @@ private:
     std::unique_ptr<desktop::PtyProcess> process_;
 };
 
+/// KestrelBay gives back what only its start has needed three seconds after that.
+inline constexpr std::chrono::seconds kBeforeRest{5};
+
 /// The function keys, one for each contender.
 inline constexpr desktop::Key kF1{122, 67, u'1'}, kF2{120, 68, u'2'}, kF3{99, 69, u'3'};
 

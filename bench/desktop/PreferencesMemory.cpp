@@ -39,7 +39,7 @@ void measurePreferencesMemory(desktop::Desktop &desktop, Contender &kestrelbay,
                    QString::number(double(*memory) / double(*before), 'f', 2), goal});
     };
 
-    kestrelbay.settle();
+    kestrelbay.settle(kBeforeRest);
     addRow(QStringLiteral("before"), {});
     const std::vector<xcb_window_t> others = view.stacking();
     desktop.start(program, {QStringLiteral("--action=preferences")});

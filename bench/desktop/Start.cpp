@@ -1,7 +1,6 @@
 #include "Start.h"
 
 #include <array>
-#include <chrono>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -22,9 +21,6 @@ using desktop::HomeFolder;
 using desktop::Processes;
 
 constexpr int kStarts = 20;
-
-/// KestrelBay gives back what only its start has needed three seconds after that.
-constexpr std::chrono::seconds kBeforeRest{5};
 
 /// The bits of rules: none, the left and the right key of Shift, Control, Option and Command.
 constexpr std::array<std::array<std::uint64_t, 3>, 4> kSides{

@@ -11,6 +11,7 @@
 #include "Eviction.h"
 #include "IdleStates.h"
 #include "Latency.h"
+#include "PreferencesMemory.h"
 #include "Samples.h"
 #include "Start.h"
 #include "TextTable.h"
@@ -81,6 +82,7 @@ public:
     void run() {
         measureStart(desktop_, options_.program);
         startContenders();
+        measurePreferencesMemory(desktop_, contenders_.front(), options_.program);
         idle();
         Latency latency(desktop_, target_, other_.id());
         const double median = measure(latency, Load::None, {.median = 1.15, .p99 = 1.4});

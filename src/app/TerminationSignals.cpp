@@ -27,30 +27,35 @@ void noteSignal(int /*number*/) {
 void setHandler(void (*handler)(int)) {
     struct sigaction action {};
     action.sa_handler = handler;
-    action.sa_flags = SA_RESTART;
+    action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
     for (const int number : kSignals)
         ::sigaction(number, &action, nullptr);
 }
 
 }  // namespace
 
-TerminationSignals::TerminationSignals(std::function<void()> terminate) {
+TerminationSignals::TerminationSignals(std::function<void()> terminate)
+    : terminate_(std::move(terminate)) {
     if (::pipe(pipeEnds.data()) != 0)
         return;  // then the signals end the program as they always do
     for (const int end : pipeEnds) {
         ::fcntl(end, F_SETFD, FD_CLOEXEC);
         ::fcntl(end, F_SETFL, O_NONBLOCK);
     }
-    notifier_.emplace(pipeEnds[0], QSocketNotifier::Read);
-    connect(&*notifier_, &QSocketNotifier::activated, this, [this, call = std::move(terminate)] {
-        notifier_->setEnabled(false);
-        call();
-    });
+    QMetaObject::invokeMethod(this, &TerminationSignals::listen, Qt::QueuedConnection);
     setHandler(noteSignal);
 }
 
+void TerminationSignals::listen() {
+    notifier_.emplace(pipeEnds[0], QSocketNotifier::Read);
+    connect(&*notifier_, &QSocketNotifier::activated, this, [this] {
+        notifier_->setEnabled(false);
+        terminate_();
+    });
+}
+
 TerminationSignals::~TerminationSignals() {
-    if (!notifier_)
+    if (pipeEnds[0] < 0)
         return;
     setHandler(SIG_DFL);
     notifier_.reset();

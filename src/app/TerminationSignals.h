@@ -8,8 +8,9 @@
 
 namespace kestrelbay {
 
-/// Turns SIGTERM, SIGINT and SIGHUP into a call on the main loop, so that the end
-/// of the session ends the program the way its menu does. One object a process.
+/// Turns SIGTERM, SIGINT and SIGHUP into a call on the main loop, which need not be there yet, so
+/// that the end of the session ends the program the way its menu does. A second such signal ends
+/// it at once. One object a process.
 class TerminationSignals final : public QObject {
     Q_OBJECT
 
@@ -18,6 +19,9 @@ public:
     ~TerminationSignals() override;
 
 private:
+    void listen();
+
+    const std::function<void()> terminate_;
     std::optional<QSocketNotifier> notifier_;
 };
 

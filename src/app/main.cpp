@@ -165,6 +165,8 @@ int main(int argc, char **argv) {
     QDir::setCurrent(QDir::homePath());
     trace.step("session looked at");
 
+    // Whoever sees the hotkeys taken may end the program already.
+    const kestrelbay::TerminationSignals signals([] { QCoreApplication::exit(EXIT_SUCCESS); });
     auto manager = kestrelbay::AppDelegate::makeManager(
         *platform, {.rulesChanged = [&trace](const auto &) { trace.step("rules read"); }});
     trace.step("hotkeys in place");
@@ -181,7 +183,6 @@ int main(int argc, char **argv) {
     messageLog = &platform->systemLog();
     qInstallMessageHandler(forwardMessage);
     const auto restoreMessages = qScopeGuard([] { qInstallMessageHandler(nullptr); });
-    const kestrelbay::TerminationSignals signals([] { QCoreApplication::exit(EXIT_SUCCESS); });
     platform->setSessionEndedHandler([&platform] {
         platform->systemLog().write(
             QStringLiteral("KestrelBay [WARN] The connection to the display is gone, ending"));

@@ -18,6 +18,17 @@ QByteArray bytesOf(std::initializer_list<std::uint32_t> words) {
 /// The test is the window manager itself, one that leaves requests unheard.
 class UnheardFocus : public LinuxWorkspaceWindows {
 protected:
+    void SetUp() override {
+        LinuxWorkspaceWindows::SetUp();
+        entry_ = entry("Aaa");
+        target_ = maker_->make({.className = "Aaa"});
+        other_ = maker_->make({.className = "Bbb"});
+        manage(target_, other_);
+        startWorkspace();
+        application_ = waitForRunning(entry_);
+        ASSERT_TRUE(application_);
+    }
+
     void manage(xcb_window_t target, xcb_window_t other) {
         const xcb_window_t root = maker_->connection().root();
         const xcb_window_t check = maker_->make({.unmapped = true});
@@ -49,6 +60,11 @@ protected:
         setWindows(maker_->connection().root(), "_NET_ACTIVE_WINDOW", bytesOf({window}));
     }
 
+    QString entry_;
+    xcb_window_t target_ = XCB_NONE;
+    xcb_window_t other_ = XCB_NONE;
+    Application application_;
+
 private:
     void setWindows(xcb_window_t window, const char *property, const QByteArray &words) {
         maker_->setRaw(window, property, "WINDOW", 32, words);
@@ -56,38 +72,24 @@ private:
 };
 
 TEST_F(UnheardFocus, IsAskedForAgain) {
-    const QString a = entry("Aaa");
-    const xcb_window_t target = maker_->make({.className = "Aaa"});
-    const xcb_window_t other = maker_->make({.className = "Bbb"});
-    manage(target, other);
-    startWorkspace();
-    const Application application = waitForRunning(a);
-    ASSERT_TRUE(application);
     // A request is soon too old to be repeated, which a busy machine may be too late for.
-    EXPECT_TRUE(waitUntil([&] { return application->activate() && isAskedFor(target, 2); }));
-    makeActive(target);
-    EXPECT_TRUE(becomesActive(a));
+    EXPECT_TRUE(waitUntil([&] { return application_->activate() && isAskedFor(target_, 2); }));
+    makeActive(target_);
+    EXPECT_TRUE(becomesActive(entry_));
 }
 
 TEST_F(UnheardFocus, IsAskedForAgainOfAManagerThatHasRefused) {
-    const QString a = entry("Aaa");
-    const xcb_window_t target = maker_->make({.className = "Aaa"});
-    const xcb_window_t other = maker_->make({.className = "Bbb"});
-    manage(target, other);
-    startWorkspace();
-    const Application application = waitForRunning(a);
-    ASSERT_TRUE(application);
     EXPECT_TRUE(waitUntil([&] {
-        if (!application->activate() || !isAskedFor(target, 1))
+        if (!application_->activate() || !isAskedFor(target_, 1))
             return false;
         // Late with what came before, it refuses, and marks the window.
-        makeActive(other);
-        maker_->setRaw(target, "_NET_WM_STATE", "ATOM", 32,
+        makeActive(other_);
+        maker_->setRaw(target_, "_NET_WM_STATE", "ATOM", 32,
                        bytesOf({maker_->atom("_NET_WM_STATE_DEMANDS_ATTENTION")}));
-        return isAskedFor(target, 1);
+        return isAskedFor(target_, 1);
     }));
-    makeActive(target);
-    EXPECT_TRUE(becomesActive(a));
+    makeActive(target_);
+    EXPECT_TRUE(becomesActive(entry_));
 }
 
 }  // namespace

@@ -8,6 +8,15 @@ namespace {
 
 class WindowStateOnTheServer : public LinuxWorkspaceWindows {
 protected:
+    void SetUp() override {
+        LinuxWorkspaceWindows::SetUp();
+        entry_ = entry("Aaa");
+        startWindowManager();
+        startWorkspace();
+        window_ = make("Aaa", 1)[0];
+        ASSERT_TRUE(waitForRunning(entry_));
+    }
+
     void setHidden(xcb_window_t window, bool hidden) {
         const auto state = std::bit_cast<std::array<char, 4>>(maker_->atom("_NET_WM_STATE_HIDDEN"));
         maker_->setRaw(window, "_NET_WM_STATE", "ATOM", 32,
@@ -21,21 +30,19 @@ protected:
         const auto windows = application->windows();
         return windows.empty() ? std::nullopt : windows[0]->isMinimized();
     }
+
+    QString entry_;
+    xcb_window_t window_ = XCB_NONE;
 };
 
 TEST_F(WindowStateOnTheServer, IsSeenAsOfThePress) {
-    const QString a = entry("Aaa");
-    startWindowManager();
-    startWorkspace();
-    const auto windows = make("Aaa", 1);
-    ASSERT_TRUE(waitForRunning(a));
     // Without any waiting: what the server was told before the question counts.
     for (int i = 0; i < 50; ++i) {
         for (const bool hidden : {true, false}) {
-            setHidden(windows[0], hidden);
+            setHidden(window_, hidden);
             if (i % 2 == 1)
                 askAhead();
-            const Application application = running(a);
+            const Application application = running(entry_);
             ASSERT_TRUE(application);
             EXPECT_EQ(isMinimized(application), hidden) << i;
         }
@@ -43,63 +50,44 @@ TEST_F(WindowStateOnTheServer, IsSeenAsOfThePress) {
 }
 
 TEST_F(WindowStateOnTheServer, WhatWasAskedAheadIsTakenOnce) {
-    const QString a = entry("Aaa");
-    startWindowManager();
-    startWorkspace();
-    const auto windows = make("Aaa", 1);
-    ASSERT_TRUE(waitForRunning(a));
     askAhead();
     askAhead();
-    EXPECT_EQ(isMinimized(running(a)), false);
-    setHidden(windows[0], true);
-    EXPECT_EQ(isMinimized(running(a)), true);
+    EXPECT_EQ(isMinimized(running(entry_)), false);
+    setHidden(window_, true);
+    EXPECT_EQ(isMinimized(running(entry_)), true);
 }
 
 TEST_F(WindowStateOnTheServer, WhatWasAskedTooLateIsTakenByNoLaterPress) {
-    const QString a = entry("Aaa");
-    startWindowManager();
-    startWorkspace();
-    const xcb_window_t window = make("Aaa", 1)[0];
     make("Bbb", 1);
-    ASSERT_TRUE(waitForRunning(a));
     workspace().pressBegins();
-    EXPECT_FALSE(running(a)->isActive());
+    EXPECT_FALSE(running(entry_)->isActive());
     workspace().askAhead();
-    maker_->activate(window);
-    ASSERT_TRUE(waitUntil([&] { return maker_->active() == window; }));
-    EXPECT_TRUE(running(a)->isActive());
+    maker_->activate(window_);
+    ASSERT_TRUE(waitUntil([&] { return maker_->active() == window_; }));
+    EXPECT_TRUE(running(entry_)->isActive());
 }
 
 TEST_F(WindowStateOnTheServer, WhatWasAskedLongAgoIsAskedAgain) {
-    const QString a = entry("Aaa");
-    startWindowManager();
-    startWorkspace();
-    const auto windows = make("Aaa", 1);
-    ASSERT_TRUE(waitForRunning(a));
     askAhead();
     const auto asked = std::chrono::steady_clock::now();
-    setHidden(windows[0], true);
+    setHidden(window_, true);
     ASSERT_TRUE(waitUntil([&] { return std::chrono::steady_clock::now() - asked > 100ms; }));
-    EXPECT_EQ(isMinimized(running(a)), true);
+    EXPECT_EQ(isMinimized(running(entry_)), true);
 }
 
 TEST_F(WindowStateOnTheServer, FollowsTheWorkspaceInView) {
-    const QString a = entry("Aaa");
-    startWindowManager();
-    startWorkspace();
-    const auto windows = make("Aaa", 1);
-    Application application = waitForRunning(a);
+    Application application = running(entry_);
     ASSERT_TRUE(application);
     static_cast<void>(application->windows());
-    const std::uint32_t here = maker_->words(windows[0], "_NET_WM_DESKTOP").at(0);
-    maker_->moveToWorkspace(windows[0], here + 1);
+    const std::uint32_t here = maker_->words(window_, "_NET_WM_DESKTOP").at(0);
+    maker_->moveToWorkspace(window_, here + 1);
     ASSERT_TRUE(
-        waitUntil([&] { return maker_->words(windows[0], "_NET_WM_DESKTOP").at(0) == here + 1; }));
-    application = running(a);
+        waitUntil([&] { return maker_->words(window_, "_NET_WM_DESKTOP").at(0) == here + 1; }));
+    application = running(entry_);
     ASSERT_TRUE(application);
     // Only by its workspace being shown first does openbox activate it.
     EXPECT_TRUE(application->activate());
-    EXPECT_TRUE(becomesActive(a));
+    EXPECT_TRUE(becomesActive(entry_));
     EXPECT_EQ(maker_->words(maker_->connection().root(), "_NET_CURRENT_DESKTOP").at(0), here + 1);
 }
 
