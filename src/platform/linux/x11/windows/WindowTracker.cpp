@@ -267,9 +267,11 @@ void WindowTracker::putInOrderOfUse(Root &root, const Known &known) {
 }
 
 DesktopPicture WindowTracker::read(std::shared_ptr<const ApplicationIndex> index) {
-    if (!system_.connection().isUsable())
-        return {.index = std::move(index), .windows = {}};
-    return answer(ask(), std::move(index));
+    if (system_.connection().isUsable())
+        return answer(ask(), std::move(index));
+    DesktopPicture empty;
+    empty.index = std::move(index);
+    return empty;
 }
 
 DesktopPicture WindowTracker::readAsked(std::shared_ptr<const ApplicationIndex> index) {
