@@ -19,6 +19,7 @@
 #include "app/DiagnosticReport.h"
 #include "app/RuleList.h"
 #include "app/RuleTransferCommands.h"
+#include "app/SessionLoss.h"
 #include "app/StartupTrace.h"
 #include "app/TerminationSignals.h"
 #include "app/instance/RunningInstance.h"
@@ -183,11 +184,7 @@ int main(int argc, char **argv) {
     messageLog = &platform->systemLog();
     qInstallMessageHandler(forwardMessage);
     const auto restoreMessages = qScopeGuard([] { qInstallMessageHandler(nullptr); });
-    platform->setSessionEndedHandler([&platform] {
-        platform->systemLog().write(
-            QStringLiteral("KestrelBay [WARN] The connection to the display is gone, ending"));
-        QCoreApplication::exit(EXIT_FAILURE);
-    });
+    const kestrelbay::SessionLoss sessionLoss(*platform);
 
     kestrelbay::QtTimers timers;
     kestrelbay::AppDelegate delegate(*platform, timers, std::move(manager), isStyleNamed(request));

@@ -39,6 +39,14 @@ bool isOnSessionBus(Stage &stage) {
     return call.waitForExit() && call.output().contains("true");
 }
 
+/// A window of KestrelBay; none while it shows none.
+WindowManagerView::Window ownWindow(Stage &stage) {
+    for (const WindowManagerView::Window window : stage.view().stacking())
+        if (stage.view().processId(window) == stage.program().processId())
+            return window;
+    return XCB_NONE;
+}
+
 }  // namespace
 
 void sceneHungTargets(Stage &stage) {
@@ -163,31 +171,52 @@ void sceneBrokenRules(Stage &stage) {
 void sceneServerDies(Stage &stage) {
     const QString path = stage.desktop().home().rulesPath();
     HomeFolder::write(path, stage.rulesBytes());
+    const auto losesDisplay = [&](const QString &done, const QString &log,
+                                  const std::function<void()> &act) {
+        PtyProcess &program = stage.program();
+        const qsizetype said = program.lines().size();
+        stage.story().step({
+            .done = done,
+            .expected = QStringLiteral("KestrelBay says so and ends with an error, rules kept"),
+            .act = act,
+            .seen = [&] { return !program.isRunning(); },
+            .saw =
+                [&] {
+                    return QStringLiteral("%1, “%2”")
+                        .arg(program.ending(),
+                             program.lines().mid(said).join(QStringLiteral(" ⏎ ")));
+                },
+            .objection =
+                [&] {
+                    if (program.exitCode().value_or(0) == 0)
+                        return QStringLiteral("that is no exit code of an error");
+                    const QStringList lines = program.lines().mid(said);
+                    if (lines.filter(QStringLiteral("The connection to the display is gone"))
+                            .size() != 1)
+                        return QStringLiteral("it did not say once that the display is gone");
+                    return HomeFolder::read(path) == stage.rulesBytes()
+                               ? QString()
+                               : QStringLiteral("rules.json has changed");
+                },
+        });
+        stage.keepLog(log);
+    };
+
     stage.prepare(
-        QStringLiteral("KestrelBay started again"), [&] { stage.startProgram(); },
+        QStringLiteral("KestrelBay started again with its preferences"),
+        [&] { stage.startProgram({QStringLiteral("--action=preferences")}); },
+        [&] { return ownWindow(stage) != XCB_NONE; });
+    losesDisplay(QStringLiteral("closed the connection of its windows, as xkill does"),
+                 QStringLiteral("kestrelbay-windows-killed"), [&] {
+                     XClient client(stage.desktop().displayName());
+                     xcb_kill_client(client.get(), ownWindow(stage));
+                     client.sync();
+                 });
+    stage.prepare(
+        QStringLiteral("KestrelBay started once more"), [&] { stage.startProgram(); },
         [&] { return stage.grabbedCount() == stage.ruleCount() && isOnSessionBus(stage); });
-    PtyProcess &program = stage.program();
-    const qsizetype said = program.lines().size();
-    const auto lastWords = [&] { return program.lines().mid(said, 2).join(QStringLiteral(" ⏎ ")); };
-    stage.story().step({
-        .done = QStringLiteral("killed the X server"),
-        .expected = QStringLiteral("KestrelBay says so and ends with an error, rules kept"),
-        .act = [&] { stage.desktop().killServer(); },
-        .seen = [&] { return !program.isRunning(); },
-        .saw = [&] { return QStringLiteral("%1, “%2”").arg(program.ending(), lastWords()); },
-        .objection =
-            [&] {
-                if (program.exitCode().value_or(0) == 0)
-                    return QStringLiteral("that is no exit code of an error");
-                if (!program.line({QStringLiteral("display")}, said) &&
-                    !program.line({QStringLiteral("X server")}, said))
-                    return QStringLiteral("it did not say that the display is gone");
-                return HomeFolder::read(path) == stage.rulesBytes()
-                           ? QString()
-                           : QStringLiteral("rules.json has changed");
-            },
-    });
-    stage.keepLog(QStringLiteral("kestrelbay-server-died"));
+    losesDisplay(QStringLiteral("killed the X server"), QStringLiteral("kestrelbay-server-died"),
+                 [&] { stage.desktop().killServer(); });
 }
 
 }  // namespace kestrelbay::desktop
