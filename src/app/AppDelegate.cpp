@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QPixmapCache>
+#include <QThreadPool>
 
 #include <chrono>
 #include <utility>
@@ -83,6 +84,8 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers,
                                   const QString &token) { return runRule(id, token); },
                 .report = [this] { return diagnosticReport(platform_, manager_.get()); },
                 .importRules = [this](const QString &rules) { return importRules(rules); }}) {
+    // Qt scales images in it. Its threads sleep until they are ended with the others.
+    QThreadPool::globalInstance()->setExpiryTimeout(-1);
     Language::setDefaults(&platform.userDefaults());
     ToastPanel::setServices(&toastServices_);
     setSystemSymbols(platform.systemSymbols());
@@ -267,6 +270,7 @@ void AppDelegate::giveUpClosedWindows() {
     QPixmapCache::clear();
     // Qt keeps the fonts that the text in an icon needs for the thread that has drawn it.
     backgroundQueue_.endIdleThreads();
+    static_cast<void>(QThreadPool::globalInstance()->waitForDone(0));
     platform_.giveBackMemory();
 }
 

@@ -28,16 +28,20 @@ WindowRest::WindowRest(Timers &timers, std::function<void()> begun)
 }
 
 void WindowRest::waitFor(std::chrono::seconds delay) {
-    timer_ = timers_.once(delay, [this] {
-        if (!isAnyInSight())
-            begun_();
-    });
+    timer_ = timers_.once(delay, begun_);
 }
 
 bool WindowRest::eventFilter(QObject *watched, QEvent *event) {
-    if (event->type() == QEvent::Hide && watched->isWidgetType() &&
-        static_cast<QWidget *>(watched)->isWindow())
-        waitFor(kDelay);
+    const bool isHidden = event->type() == QEvent::Hide;
+    if ((isHidden || event->type() == QEvent::Show) && watched->isWidgetType() &&
+        static_cast<QWidget *>(watched)->isWindow()) {
+        // Much that is no window the user knows comes and goes: tool tips, menus, parts of a
+        // window that is being made.
+        if (isAnyInSight())
+            timer_.reset();
+        else if (isHidden)
+            waitFor(kDelay);
+    }
     return QObject::eventFilter(watched, event);
 }
 

@@ -11,8 +11,8 @@
 namespace kestrelbay {
 
 /// Tells when no window of the program has been in sight for a while, so that what only windows
-/// and the start need can go. Sleeps but for one timer, which runs from the start, and from the
-/// moment that a window has gone out of sight. Main thread.
+/// and the start need can go. Sleeps but for one timer, which runs from the start, or from the
+/// moment that a window has gone out of sight, and only while none is in sight. Main thread.
 class WindowRest final : public QObject {
     Q_OBJECT
 

@@ -73,6 +73,18 @@ TEST_F(WindowRestTest, TakesNoNoticeOfWhatIsHiddenInAWindow) {
     EXPECT_EQ(timers_.waitingCount(), 0U);
 }
 
+TEST_F(WindowRestTest, NothingWaitsWhileAWindowIsInSight) {
+    second_.show();
+    second_.close();
+    EXPECT_EQ(timers_.waitingCount(), 1U);
+    first_.show();
+    EXPECT_EQ(timers_.waitingCount(), 0U);
+    QWidget toolTip(&first_, Qt::ToolTip);
+    toolTip.show();
+    toolTip.hide();
+    EXPECT_EQ(timers_.waitingCount(), 0U);
+}
+
 TEST_F(WindowRestTest, AMinimisedWindowIsInUse) {
     first_.show();
     second_.show();
