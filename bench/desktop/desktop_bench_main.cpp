@@ -27,11 +27,15 @@ using kestrelbay::desktop::FrontWindow;
 using kestrelbay::desktop::Processes;
 using kestrelbay::testing::waitUntil;
 
+const QStringList kParts{QStringLiteral("start"), QStringLiteral("preferences"),
+                         QStringLiteral("presses"), QStringLiteral("idle")};
+
 struct Options {
     QString program = QStringLiteral(KESTRELBAY_PROGRAM);
     QString windowManager = QStringLiteral("openbox");
     int trials = 200;
     int idleSeconds = 60;
+    QString only;  ///< one part of the measurements; empty: all
 };
 
 std::optional<Options> parse(const QStringList &arguments) {
@@ -45,6 +49,8 @@ std::optional<Options> parse(const QStringList &arguments) {
             options.trials = arguments[i + 1].toInt();
         else if (arguments[i] == u"--idle-seconds")
             options.idleSeconds = arguments[i + 1].toInt();
+        else if (arguments[i] == u"--only" && kParts.contains(arguments[i + 1]))
+            options.only = arguments[i + 1];
         else
             return std::nullopt;
     }
@@ -80,10 +86,26 @@ public:
           contenders_(makeContenders(desktop_, options.program, target_)) {}
 
     void run() {
-        measureStart(desktop_, options_.program);
+        if (wants(u"start"))
+            measureStart(desktop_, options_.program);
         startContenders();
-        measurePreferencesMemory(desktop_, contenders_.front(), options_.program);
-        idle();
+        if (wants(u"preferences"))
+            measurePreferencesMemory(desktop_, contenders_.front(), options_.program);
+        if (wants(u"idle"))
+            idle();
+        if (wants(u"presses"))
+            presses();
+        if (wants(u"idle"))
+            IdleStates(desktop_, contenders_.front(), std::chrono::seconds(options_.idleSeconds))
+                .run();
+    }
+
+private:
+    [[nodiscard]] bool wants(QStringView part) const {
+        return options_.only.isEmpty() || options_.only == part;
+    }
+
+    void presses() {
         Latency latency(desktop_, target_, other_.id());
         const double median = measure(latency, Load::None, {.median = 1.15, .p99 = 1.4});
         (void)measure(latency, Load::Full, {.median = 1.15, .p99 = 1.4});
@@ -92,10 +114,8 @@ public:
         (void)measure(latency, Load::None, {.median = 1.2, .p99 = 1.4});
         (void)measure(latency, Load::Full, {.median = 1.2, .p99 = 1.4});
         memory();
-        IdleStates(desktop_, contenders_.front(), std::chrono::seconds(options_.idleSeconds)).run();
     }
 
-private:
     std::size_t windowCount() { return desktop_.view().stacking().size(); }
 
     xcb_window_t startTarget() {
@@ -255,7 +275,7 @@ int main(int argc, char *argv[]) {
     if (!options) {
         std::fputs(
             "usage: desktop_bench [--program PATH] [--wm openbox|xfwm4|metacity] [--trials N] "
-            "[--idle-seconds N]\n",
+            "[--idle-seconds N] [--only start|preferences|presses|idle]\n",
             stderr);
         return 2;
     }
