@@ -69,16 +69,13 @@ RuleRunner::RuleRunner(Services services)
 void RuleRunner::ruleFired(const ShortcutRule &rule) {
     auto turn = turns_.take();
     // What the one before asks for would not be in the answer, which a launch does not take.
-    const bool asksAhead = turn->isNext() && rule.argumentKind != ArgumentKind::LaunchArgs;
-    if (asksAhead)
-        services_->workspace.pressBegins();
+    // What the one before asks for would not be in the answer, which a launch does not take.
+    if (turn->isNext() && rule.argumentKind != ArgumentKind::LaunchArgs)
+        services_->workspace.askAhead();
     services_->launchQueue.async([services = services_, rule, turn = std::move(turn)] {
         turn->run([&] { handleTimed(*services, rule, *turn); });
         queueLaunchToast(services, rule.appPath);
     });
-    // While that thread wakes up.
-    if (asksAhead)
-        services_->workspace.askAhead();
     services_->mainQueue.async([services = services_] { playFeedbackSound(*services); });
 }
 

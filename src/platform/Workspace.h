@@ -60,11 +60,8 @@ public:
     /// bundleIdentifier() of the file manager; empty when there is none.
     [[nodiscard]] virtual QString fileManagerIdentifier() const = 0;
 
-    /// A rule is about to be carried out on another thread, and none is at work. Before that
-    /// thread begins.
-    virtual void pressBegins() {}
-    /// Asks already what runningApplications() will answer to that thread, which spares it the
-    /// wait; nothing when it was faster. After pressBegins(). Never waits.
+    /// A rule is about to be carried out on another thread, and none is at work: asks already what
+    /// runningApplications() will answer to that thread, which spares it the wait. Never waits.
     virtual void askAhead() {}
 
     /// By which the desktop lets the program that is launched next come forward

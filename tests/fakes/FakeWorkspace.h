@@ -62,8 +62,7 @@ public:
         return fileManagerIdentifier_;
     }
     void setActivationToken(const QString &token) override { activationToken_ = token; }
-    void pressBegins() override { isPressBegun_ = true; }
-    void askAhead() override { askedAhead_ += std::exchange(isPressBegun_, false) ? 1 : 0; }
+    void askAhead() override { ++askedAhead_; }
     void prepare(const QStringList &applicationPaths) override { prepared_ = applicationPaths; }
 
     // For the test:
@@ -136,7 +135,6 @@ private:
     QString fileManagerIdentifier_ = QStringLiteral("com.apple.finder");
     QString launchError_;
     QString activationToken_;
-    bool isPressBegun_ = false;
     int askedAhead_ = 0;
     QStringList prepared_;
     std::function<void()> requestHook_;

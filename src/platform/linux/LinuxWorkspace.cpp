@@ -202,13 +202,9 @@ void LinuxWorkspace::takeIn(const DesktopPicture &picture) {
     }
 }
 
-void LinuxWorkspace::pressBegins() {
+void LinuxWorkspace::askAhead() {
     if (news_)
         news_->pressBegins();
-    tracker_->pressBegins();
-}
-
-void LinuxWorkspace::askAhead() {
     tracker_->askAhead();
 }
 

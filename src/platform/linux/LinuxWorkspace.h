@@ -55,7 +55,6 @@ public:
     [[nodiscard]] QString fileManagerIdentifier() const override;
     void setActivationToken(const QString &token) override { launcher_.setActivationToken(token); }
     void prepare(const QStringList &applicationPaths) override;
-    void pressBegins() override;
     void askAhead() override;
 
     /// All applications, as ApplicationIndexKeeper::current(). Any thread.

@@ -63,7 +63,6 @@ TEST_P(WindowRoundTrips, IsOneHoweverManyWindows) {
         EXPECT_TRUE(waitUntil([&] {
             const int before = counter.turns();
             for (int i = 0; i < 10; ++i) {
-                counted.pressBegins();
                 counted.askAhead();
                 press(counted, url);
             }

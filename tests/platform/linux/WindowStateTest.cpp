@@ -22,10 +22,6 @@ protected:
         maker_->setRaw(window, "_NET_WM_STATE", "ATOM", 32,
                        hidden ? QByteArray(state.data(), state.size()) : QByteArray());
     }
-    void askAhead() {
-        workspace().pressBegins();
-        workspace().askAhead();
-    }
     [[nodiscard]] static std::optional<bool> isMinimized(const Application &application) {
         const auto windows = application->windows();
         return windows.empty() ? std::nullopt : windows[0]->isMinimized();
@@ -41,7 +37,7 @@ TEST_F(WindowStateOnTheServer, IsSeenAsOfThePress) {
         for (const bool hidden : {true, false}) {
             setHidden(window_, hidden);
             if (i % 2 == 1)
-                askAhead();
+                workspace().askAhead();
             const Application application = running(entry_);
             ASSERT_TRUE(application);
             EXPECT_EQ(isMinimized(application), hidden) << i;
@@ -50,25 +46,15 @@ TEST_F(WindowStateOnTheServer, IsSeenAsOfThePress) {
 }
 
 TEST_F(WindowStateOnTheServer, WhatWasAskedAheadIsTakenOnce) {
-    askAhead();
-    askAhead();
+    workspace().askAhead();
+    workspace().askAhead();
     EXPECT_EQ(isMinimized(running(entry_)), false);
     setHidden(window_, true);
     EXPECT_EQ(isMinimized(running(entry_)), true);
 }
 
-TEST_F(WindowStateOnTheServer, WhatWasAskedTooLateIsTakenByNoLaterPress) {
-    make("Bbb", 1);
-    workspace().pressBegins();
-    EXPECT_FALSE(running(entry_)->isActive());
-    workspace().askAhead();
-    maker_->activate(window_);
-    ASSERT_TRUE(waitUntil([&] { return maker_->active() == window_; }));
-    EXPECT_TRUE(running(entry_)->isActive());
-}
-
 TEST_F(WindowStateOnTheServer, WhatWasAskedLongAgoIsAskedAgain) {
-    askAhead();
+    workspace().askAhead();
     const auto asked = std::chrono::steady_clock::now();
     setHidden(window_, true);
     ASSERT_TRUE(waitUntil([&] { return std::chrono::steady_clock::now() - asked > 100ms; }));

@@ -86,4 +86,10 @@ void RootReader::discard(const std::vector<Question> &questions) const {
             xcb_discard_reply(system_.connection().get(), cookie.sequence);
 }
 
+bool RootReader::reads(xcb_atom_t property) const {
+    return system_.atoms().isOneOf(
+        property, {"_NET_CLIENT_LIST_STACKING", "_NET_CLIENT_LIST", "_NET_ACTIVE_WINDOW",
+                   "_NET_SUPPORTING_WM_CHECK", "_NET_SUPPORTED"});
+}
+
 }  // namespace kestrelbay::x11

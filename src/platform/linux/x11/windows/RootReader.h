@@ -34,6 +34,8 @@ public:
     [[nodiscard]] std::vector<Question> ask() const;
     [[nodiscard]] std::vector<Root> take(const std::vector<Question> &questions) const;
     void discard(const std::vector<Question> &questions) const;
+    /// Does a change of this property of a root window change the answers?
+    [[nodiscard]] bool reads(xcb_atom_t property) const;
 
 private:
     const WindowSystem &system_;

@@ -59,6 +59,10 @@ void WindowTracker::apply(const xcb_generic_event_t &event) {
             time_ = change.time;
             if (change.atom == system_.atoms()["_NET_ACTIVE_WINDOW"])
                 focusOrder_.activeWindowSet(change.window, event.full_sequence);
+            if (rootReader_.reads(change.atom)) {
+                ++rootChanges_;
+                knownRoots_.reset();
+            }
             if (reader_.isIdentity(change.atom))
                 records_.erase(change.window);
             if (system_.isState(change.atom))
@@ -136,42 +140,67 @@ WindowTracker::Questions WindowTracker::ask() {
         const std::lock_guard lock(mutex_);
         takeEvents();
         questions.states = states_.askUnknown();
+        questions.knownRoots = knownRoots_;
+        questions.rootChanges = rootChanges_;
     }
     system_.askTime();
     for (const WindowAddress &window : questions.states.windows)
         questions.stateQuestions.push_back(system_.askState(window));
-    questions.roots = rootReader_.ask();
+    if (!questions.knownRoots)
+        questions.roots = rootReader_.ask();
+    questions.last = xcb_get_input_focus(system_.connection().get());
     return questions;
 }
 
 void WindowTracker::discard(const Questions &questions) const {
     rootReader_.discard(questions.roots);
     system_.discardStates(questions.stateQuestions);
+    xcb_discard_reply(system_.connection().get(), questions.last.sequence);
 }
 
-void WindowTracker::pressBegins() {
-    std::optional<Questions> leftOver;
+std::vector<Root> WindowTracker::takeRoots(const Questions &questions) {
+    std::vector<Root> asked;
+    if (!questions.knownRoots)
+        asked = rootReader_.take(questions.roots);
+    const Reply<xcb_get_input_focus_reply_t> last(
+        xcb_get_input_focus_reply(system_.connection().get(), questions.last, nullptr));
+    if (!questions.knownRoots)
+        return keepRoots(std::move(asked), questions.rootChanges);
+    std::uint64_t rootChanges = 0;
     {
         const std::lock_guard lock(mutex_);
-        leftOver.swap(askedAhead_);
-        isAskingAhead_ = true;
+        takeQueuedEvents();
+        rootChanges = rootChanges_;
     }
-    if (leftOver)
-        discard(*leftOver);
+    if (rootChanges != questions.rootChanges)
+        return keepRoots(rootReader_.take(rootReader_.ask()), rootChanges);
+    std::vector<Root> roots = *questions.knownRoots;
+    for (Root &root : roots)
+        root.request = questions.last.sequence;
+    return roots;
+}
+
+std::vector<Root> WindowTracker::keepRoots(std::vector<Root> roots, std::uint64_t rootChanges) {
+    const std::lock_guard lock(mutex_);
+    takeQueuedEvents();
+    // That a selection has another owner nobody is told.
+    if (rootChanges == rootChanges_ && std::ranges::none_of(roots, &Root::isAlive))
+        knownRoots_ = std::make_shared<const std::vector<Root>>(roots);
+    return roots;
 }
 
 void WindowTracker::askAhead() {
     if (!system_.connection().isUsable())
         return;
-    std::optional<Questions> asked = ask();
+    std::optional<Questions> questions = ask();
     system_.flush();
     {
         const std::lock_guard lock(mutex_);
-        if (std::exchange(isAskingAhead_, false))
-            asked.swap(askedAhead_);
+        askedAhead_.swap(questions);
     }
-    if (asked)
-        discard(*asked);
+    // Of a press that nobody has carried out.
+    if (questions)
+        discard(*questions);
 }
 
 void WindowTracker::verifyWindowManagers(std::span<Root *const> unverified) {
@@ -279,7 +308,6 @@ DesktopPicture WindowTracker::readAsked(std::shared_ptr<const ApplicationIndex> 
     {
         const std::lock_guard lock(mutex_);
         asked.swap(askedAhead_);
-        isAskingAhead_ = false;
     }
     if (asked && std::chrono::steady_clock::now() - asked->when < kSameMoment)
         return answer(*asked, std::move(index));
@@ -295,7 +323,7 @@ DesktopPicture WindowTracker::answer(const Questions &questions,
     states.reserve(questions.stateQuestions.size());
     for (const WindowSystem::StateQuestion &question : questions.stateQuestions)
         states.push_back(system_.takeState(question));
-    std::vector<Root> roots = rootReader_.take(questions.roots);
+    std::vector<Root> roots = takeRoots(questions);
     {
         const std::lock_guard lock(mutex_);
         takeQueuedEvents();

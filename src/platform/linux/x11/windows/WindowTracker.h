@@ -43,11 +43,11 @@ struct DesktopPicture {
 
 /// Reads the windows that the window manager manages.
 ///
-/// Which windows there are and the active one are asked of the server every time; their
-/// order is that in which they were active, as far as pictures have shown it. What
-/// identifies a window, and the state of one whose state was asked for, is asked once and
-/// forgotten when the server tells of a change. The server tells before it answers any later
-/// question, so a picture never shows what had changed by the time it was asked for.
+/// The order of windows is that in which they were active, as far as pictures have shown it.
+/// Which there are and the active one, what identifies a window, and the state of one whose state
+/// was asked for, is asked once and forgotten when the server tells of a change. The server tells
+/// before it answers any later question, and each picture asks one, so none shows what had changed
+/// by the time it was asked for.
 ///
 /// Any thread; no lock is held while the server is waited for.
 class WindowTracker {
@@ -59,12 +59,10 @@ public:
     /// One round trip when every window is known already, otherwise two. No
     /// windows without a server or a window manager that keeps EWMH's lists.
     [[nodiscard]] DesktopPicture read(std::shared_ptr<const ApplicationIndex> index);
-    /// The next readAsked() is that of a press, and askAhead() is about to be called for it.
-    void pressBegins();
-    /// Asks what that readAsked() answers, without waiting for it, unless that has come before.
+    /// Asks what the next readAsked() answers, without waiting for it.
     void askAhead();
-    /// The desktop as it was at askAhead(), if that was called for this press and not so long ago
-    /// that nobody would call it the same moment; otherwise read().
+    /// The desktop as it was at askAhead(), if that was called since the last time, and not so long
+    /// ago that nobody would call it the same moment; otherwise read().
     [[nodiscard]] DesktopPicture readAsked(std::shared_ptr<const ApplicationIndex> index);
 
     /// Of windows that pictures have shown, in order, in one round trip. From now on pictures
@@ -113,7 +111,12 @@ private:
     /// What the first round trip of a picture brings.
     struct Questions {
         std::chrono::steady_clock::time_point when;
+        /// Where that is known, in place of the questions.
+        std::shared_ptr<const std::vector<Root>> knownRoots;
         std::vector<RootReader::Question> roots;
+        std::uint64_t rootChanges = 0;
+        /// Its answer comes after all that had changed before.
+        xcb_get_input_focus_cookie_t last{};
         WindowStates::Asking states;
         std::vector<WindowSystem::StateQuestion> stateQuestions;
     };
@@ -122,6 +125,8 @@ private:
     [[nodiscard]] DesktopPicture answer(const Questions &questions,
                                         std::shared_ptr<const ApplicationIndex> index);
     void discard(const Questions &questions) const;
+    [[nodiscard]] std::vector<Root> takeRoots(const Questions &questions);
+    [[nodiscard]] std::vector<Root> keepRoots(std::vector<Root> roots, std::uint64_t rootChanges);
     [[nodiscard]] Known collect(std::span<const xcb_window_t> windows, std::vector<Root> &roots);
     void verifyWindowManagers(std::span<Root *const> unverified);
     void putInOrderOfUse(Root &root, const Known &known);
@@ -139,9 +144,10 @@ private:
     std::mutex mutex_;
     Known records_;
     WindowStates states_;
+    /// Null when something of it has changed.
+    std::shared_ptr<const std::vector<Root>> knownRoots_;
+    std::uint64_t rootChanges_ = 0;
     std::optional<Questions> askedAhead_;
-    /// It is about to be.
-    bool isAskingAhead_ = false;
     struct Used {
         UseOrder order;
         /// The number of the request that told of it.
