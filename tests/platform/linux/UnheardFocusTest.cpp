@@ -7,6 +7,8 @@ namespace {
 
 /// NormalState of ICCCM 4.1.3.1.
 constexpr std::uint32_t kNormal = 1;
+/// IconicState.
+constexpr std::uint32_t kMinimised = 3;
 
 QByteArray bytesOf(std::initializer_list<std::uint32_t> words) {
     QByteArray bytes;
@@ -23,33 +25,39 @@ protected:
         entry_ = entry("Aaa");
         target_ = maker_->make({.className = "Aaa"});
         other_ = maker_->make({.className = "Bbb"});
-        manage(target_, other_);
+        manage({target_, other_});
         startWorkspace();
         application_ = waitForRunning(entry_);
         ASSERT_TRUE(application_);
     }
 
-    void manage(xcb_window_t target, xcb_window_t other) {
+    /// The last of them is in front and active.
+    void manage(std::initializer_list<xcb_window_t> windows) {
         const xcb_window_t root = maker_->connection().root();
         const xcb_window_t check = maker_->make({.unmapped = true});
         for (const xcb_window_t announced : {check, root})
             setWindows(announced, "_NET_SUPPORTING_WM_CHECK", bytesOf({check}));
-        for (const xcb_window_t window : {target, other})
-            maker_->setRaw(window, "WM_STATE", "WM_STATE", 32, bytesOf({kNormal, XCB_NONE}));
-        setWindows(root, "_NET_CLIENT_LIST_STACKING", bytesOf({target, other}));
-        setWindows(root, "_NET_ACTIVE_WINDOW", bytesOf({other}));
+        for (const xcb_window_t window : windows)
+            setState(window, kNormal);
+        setWindows(root, "_NET_CLIENT_LIST_STACKING", bytesOf(windows));
+        makeActive(std::data(windows)[windows.size() - 1]);
         maker_->listen();
     }
 
-    /// So many more requests for the focus have come, all for the target.
-    [[nodiscard]] bool isAskedFor(xcb_window_t target, int requests) {
+    void setState(xcb_window_t window, std::uint32_t state) {
+        maker_->setRaw(window, "WM_STATE", "WM_STATE", 32, bytesOf({state, XCB_NONE}));
+    }
+
+    /// So many more requests for the focus of the window have come, and none for the other
+    /// program's.
+    [[nodiscard]] bool isAskedFor(xcb_window_t window, int requests) {
         return waitUntil(
             [&] {
                 for (const WindowMaker::Message &message : maker_->heard()) {
                     if (message.type != maker_->atom("_NET_ACTIVE_WINDOW"))
                         continue;
-                    EXPECT_EQ(message.window, target);
-                    --requests;
+                    EXPECT_NE(message.window, other_);
+                    requests -= message.window == window ? 1 : 0;
                 }
                 return requests <= 0;
             },
@@ -90,6 +98,28 @@ TEST_F(UnheardFocus, IsAskedForAgainOfAManagerThatHasRefused) {
     }));
     makeActive(target_);
     EXPECT_TRUE(becomesActive(entry_));
+}
+
+TEST_F(UnheardFocus, BringsBackWhatWasRefusedOnTheWay) {
+    const xcb_window_t first = maker_->make({.className = "Aaa"});
+    manage({first, target_, other_});
+    EXPECT_TRUE(waitUntil([&] {
+        for (const xcb_window_t window : {first, target_})
+            setState(window, kMinimised);
+        makeActive(other_);
+        application_ = running(entry_);
+        const auto windows = application_->windows();
+        if (windows.size() != 2)
+            return false;
+        for (const auto &window : windows)
+            window->setMinimized(false);
+        if (!application_->activate() || !isAskedFor(target_, 2))
+            return false;
+        // Used as soon as it was back, it has made the request for the first one too old.
+        setState(target_, kNormal);
+        makeActive(target_);
+        return isAskedFor(first, 1) && isAskedFor(target_, 1);
+    }));
 }
 
 }  // namespace

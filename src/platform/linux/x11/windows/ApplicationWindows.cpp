@@ -147,10 +147,10 @@ void ApplicationWindows::restoreAsked() {
         if (!states_[*window].exists)
             continue;
         addresses.push_back(windows_[*window].address);
-        restored_.push_back(addresses.back().window);
+        restored_.push_back(addresses.back());
     }
     if (!addresses.empty())
-        tracker_->expectActive(addresses.back().root, restored_);
+        tracker_->expectActive(restored_);
     // Programs may have told of their use since the picture, as when they were hidden.
     askTime();
     tracker_->windowSystem().restore(addresses, time_);

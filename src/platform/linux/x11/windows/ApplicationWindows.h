@@ -104,7 +104,7 @@ private:
     /// Asked to come back.
     std::set<std::size_t> returning_;
     /// Those of them for which the window manager has been asked; some are active for a moment.
-    std::vector<xcb_window_t> restored_;
+    std::vector<WindowAddress> restored_;
     std::optional<std::size_t> main_;
     std::optional<std::size_t> focused_;
 };

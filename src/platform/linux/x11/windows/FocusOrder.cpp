@@ -18,8 +18,23 @@ bool FocusOrder::repeatUnheard(const Ask &ask) {
 }
 
 bool FocusOrder::mayBeUnheardLocked() const {
-    return last_ && last_->toHaveIt && (!last_->isOver || last_->isPerhapsRefused) &&
+    return last_ && last_->toHaveIt &&
+           (!last_->isOver || last_->isPerhapsRefused || isOnTheWayLocked()) &&
            now_() - last_->when < kLongestUnheard;
+}
+
+bool FocusOrder::isOnTheWayLocked() const {
+    return last_ && !last_->others.onTheWay.empty() && (!last_->isOver || last_->hasComeAbout);
+}
+
+std::vector<WindowAddress> FocusOrder::onTheWay() const {
+    const std::lock_guard lock(mutex_);
+    return isOnTheWayLocked() ? last_->others.onTheWay : std::vector<WindowAddress>();
+}
+
+bool FocusOrder::repeat(const Ask &ask) {
+    const std::lock_guard lock(mutex_);
+    return last_ && last_->toHaveIt && ask(last_->window);
 }
 
 std::optional<WindowAddress> FocusOrder::perhapsRefused() const {
@@ -61,13 +76,14 @@ void FocusOrder::activeWindowRead(xcb_window_t root, xcb_window_t active, std::u
     const bool wasSet = last_->set && static_cast<std::int32_t>(request - *last_->set) > 0;
     // The user or a program may have turned elsewhere, even back to where the focus was. Between
     // two windows there may be a moment without an active one.
-    const auto isIn = [active](const std::vector<xcb_window_t> &windows) {
-        return std::ranges::find(windows, active) != windows.end();
-    };
+    const auto &[onTheWay, own] = last_->others;
     const bool isElsewhere =
-        last_->toHaveIt && wasSet && active != XCB_NONE && !isIn(last_->others.onTheWay);
+        last_->toHaveIt && wasSet && active != XCB_NONE &&
+        std::ranges::find(onTheWay, active, &WindowAddress::window) == onTheWay.end();
+    last_->hasComeAbout = hasComeAbout;
     last_->isOver = hasComeAbout || isElsewhere;
-    last_->isPerhapsRefused = isElsewhere && !hasComeAbout && !isIn(last_->others.own) &&
+    last_->isPerhapsRefused = isElsewhere && !hasComeAbout &&
+                              std::ranges::find(own, active) == own.end() &&
                               now_() - last_->when < kNobodysChoice;
 }
 

@@ -43,8 +43,8 @@ public:
     using Ask = std::function<bool(const WindowAddress &)>;
     /// Other windows of the application that is to have the focus.
     struct Others {
-        /// May have it on the way there.
-        std::vector<xcb_window_t> onTheWay{};
+        /// Have been asked to come back before it, and may have it on the way there.
+        std::vector<WindowAddress> onTheWay{};
         /// May have it in the end, as a dialog that the application turns to.
         std::vector<xcb_window_t> own{};
     };
@@ -61,7 +61,12 @@ public:
     [[nodiscard]] std::optional<WindowAddress> perhapsRefused() const;
     /// Its window manager says that it has. The request then counts as unheard.
     void noteRefusal(const WindowAddress &window);
-    /// Is what give() asked for last worth a look by repeatUnheard()? Not when it has come about.
+    /// Those that give() was told to be on the way, as long as nobody has turned elsewhere.
+    [[nodiscard]] std::vector<WindowAddress> onTheWay() const;
+    /// Asks for what give() asked for last once more, whatever has come of it.
+    bool repeat(const Ask &ask);
+    /// Is what give() asked for last worth a look by repeatUnheard()? Not when it has come about
+    /// and no window is on the way.
     [[nodiscard]] bool mayBeUnheard() const;
     /// The window manager is about to be asked for something that takes the focus from a window.
     void take(const WindowAddress &window);
@@ -84,10 +89,12 @@ private:
         /// The first event of the active window since.
         std::optional<std::uint32_t> set;
         bool isOver = false;
+        bool hasComeAbout = false;
         bool isPerhapsRefused = false;
     };
 
     [[nodiscard]] bool mayBeUnheardLocked() const;
+    [[nodiscard]] bool isOnTheWayLocked() const;
 
     const std::function<Clock::time_point()> now_;
     mutable std::mutex mutex_;

@@ -83,16 +83,18 @@ void WindowTracker::apply(const xcb_generic_event_t &event) {
     }
 }
 
-void WindowTracker::expectActive(xcb_window_t root, std::span<const xcb_window_t> windows) {
+void WindowTracker::expectActive(std::span<const WindowAddress> windows) {
+    std::vector<xcb_window_t> expected(windows.size());
+    std::ranges::transform(windows, expected.begin(), &WindowAddress::window);
     const std::lock_guard lock(mutex_);
-    usedByRoot_[root].order.expect(windows);
+    usedByRoot_[windows.back().root].order.expect(expected);
 }
 
 bool WindowTracker::giveFocus(const WindowAddress &window, xcb_timestamp_t time,
                               FocusOrder::Others others) {
-    std::vector<xcb_window_t> expected = others.onTheWay;
-    expected.push_back(window.window);
-    expectActive(window.root, expected);
+    std::vector<WindowAddress> expected = others.onTheWay;
+    expected.push_back(window);
+    expectActive(expected);
     const bool isSent = focusOrder_.give(window, std::move(others), [&](const WindowAddress &at) {
         return system_.activate(at, time);
     });
@@ -106,8 +108,20 @@ bool WindowTracker::repeatUnheardFocus(xcb_timestamp_t time) {
     if (const auto window = focusOrder_.perhapsRefused();
         window && readStates(std::span(&*window, 1)).front().wantsAttention)
         focusOrder_.noteRefusal(*window);
-    return focusOrder_.repeatUnheard(
-        [&](const WindowAddress &window) { return system_.activate(window, time); });
+    const auto ask = [&](const WindowAddress &window) { return system_.activate(window, time); };
+    if (restoreLeftBehind(time))
+        return focusOrder_.repeat(ask);
+    return focusOrder_.repeatUnheard(ask);
+}
+
+bool WindowTracker::restoreLeftBehind(xcb_timestamp_t time) {
+    const std::vector<WindowAddress> windows = focusOrder_.onTheWay();
+    const std::vector<WindowState> states = readStates(windows);
+    std::vector<WindowAddress> left;
+    for (std::size_t i = 0; i < windows.size(); ++i)
+        if (states[i].minimized)
+            left.push_back(windows[i]);
+    return !left.empty() && system_.restore(left, time);
 }
 
 xcb_timestamp_t WindowTracker::serverTime() {

@@ -71,7 +71,7 @@ public:
 
     /// Windows of one screen have been asked to come back, one after the other; in pictures the
     /// last of them comes first from now on.
-    void expectActive(xcb_window_t root, std::span<const xcb_window_t> windows);
+    void expectActive(std::span<const WindowAddress> windows);
 
     /// Asks for the focus of this window. In pictures it comes first from now on, though those
     /// on the way, which have been asked to come back before, may have the focus before it.
@@ -82,8 +82,9 @@ public:
     /// manager that refuses is waited for 400 ms.
     [[nodiscard]] bool isFocusAwaited() const { return focusOrder_.isAwaited(); }
     /// Asks once more for the focus that was asked for last, if the window manager did not listen
-    /// by the last picture. mutter does not when it has moved the focus itself since the time
-    /// of the press, as it does several times for a new window. Was it necessary?
+    /// by the last picture, and for windows that were to come back before. mutter does not when it
+    /// has moved the focus itself since the time of the press, as it does several times for a new
+    /// window, or when the first one to come back tells that it is used. Was it necessary?
     bool repeatUnheardFocus(xcb_timestamp_t time);
     /// May that be necessary, once there is a new picture?
     [[nodiscard]] bool mayFocusBeUnheard() const { return focusOrder_.mayBeUnheard(); }
@@ -128,6 +129,8 @@ private:
     [[nodiscard]] std::vector<Root> takeRoots(const Questions &questions);
     [[nodiscard]] std::vector<Root> keepRoots(std::vector<Root> roots, std::uint64_t rootChanges);
     [[nodiscard]] Known collect(std::span<const xcb_window_t> windows, std::vector<Root> &roots);
+    /// Asks windows to come back that have been asked before the last focus, and have not.
+    bool restoreLeftBehind(xcb_timestamp_t time);
     void verifyWindowManagers(std::span<Root *const> unverified);
     void putInOrderOfUse(Root &root, const Known &known);
 
