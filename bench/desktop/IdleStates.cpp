@@ -26,6 +26,9 @@ constexpr auto kUntilRefused = 20s;
 constexpr auto kUntilRest = 35s;
 /// Longer than after its arrival a panel is looked at again.
 constexpr auto kQuiet = 3s;
+/// Qt looks through its cache of pictures half a minute after the first one has come in, and once
+/// or twice more.
+constexpr auto kUntilPicturesRest = 60s;
 
 void waitFor(Clock::duration time) {
     const Clock::time_point end = Clock::now() + time;
@@ -97,6 +100,7 @@ void IdleStates::withPreferences() {
     ask(QStringLiteral("preferences"));
     if (!waitUntil([&] { return desktop_.view().stacking().size() == windows + 1; }, 10s))
         throw std::runtime_error("the preferences did not open");
+    waitFor(kUntilPicturesRest);
     measure(QStringLiteral("preferences open"));
     desktop_.view().close(desktop_.view().active());
     if (!waitUntil([&] { return desktop_.view().stacking().size() == windows; }, 10s))
@@ -108,8 +112,10 @@ void IdleStates::withPreferences() {
 void IdleStates::withoutTray() {
     {
         const TrayHost host(desktop_, TrayHost::Kind::Notifiers);
+        waitFor(kUntilPicturesRest);
         measure(QStringLiteral("in a tray"));
     }
+    waitFor(kUntilPicturesRest);
     measure(QStringLiteral("its tray gone"));
 }
 
