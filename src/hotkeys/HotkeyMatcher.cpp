@@ -9,10 +9,6 @@ namespace {
 constexpr ModifierFlags kMatchedBits = modifier::kGenericMask | modifier::kSideMask;
 static_assert(kMatchedBits.bits() <= UINT32_MAX);
 
-bool hasSideBits(ModifierFlags flags) {
-    return !(flags & modifier::kSideMask).isEmpty();
-}
-
 /// Key code 0 is the key A, but without any flags it stands for "no hotkey".
 bool hasTarget(const ShortcutRule &rule) {
     const bool isUnset = rule.keyCode == KeyCode{} && rule.modifierFlags.isEmpty();
@@ -28,7 +24,7 @@ std::uint32_t narrow(ModifierFlags flags) {
 bool canBePressed(const Hotkey &hotkey) {
     if (isModifierKeyCode(hotkey.keyCode))
         return false;
-    if (!hasSideBits(hotkey.modifierFlags))
+    if (!namesSide(hotkey.modifierFlags))
         return true;
     ModifierFlags held;
     for (const KeyCode code : kModifierKeyCodes) {

@@ -62,6 +62,11 @@ inline constexpr ModifierFlags kGenericMask{0x1E0000};
 inline constexpr ModifierFlags kSideMask{0x207F};
 }  // namespace modifier
 
+/// Is a left or right key meant, for any of the modifiers?
+[[nodiscard]] constexpr bool namesSide(ModifierFlags flags) {
+    return !(flags & modifier::kSideMask).isEmpty();
+}
+
 /// Its generic and its side bit; none of another key than the eight.
 [[nodiscard]] ModifierFlags flagsOfModifierKey(KeyCode keyCode);
 

@@ -12,8 +12,7 @@ const ShortcutRule *conflictingRule(const std::vector<ShortcutRule> &rules, cons
         const ModifierFlags different = rule.modifierFlags ^ recorded.modifierFlags;
         if (!(different & modifier::kGenericMask).isEmpty())
             return false;
-        return (rule.modifierFlags & modifier::kSideMask).isEmpty() ||
-               (different & modifier::kSideMask).isEmpty();
+        return !namesSide(rule.modifierFlags) || !namesSide(different);
     });
     return found == rules.end() ? nullptr : &*found;
 }

@@ -9,9 +9,8 @@ namespace kestrelbay::x11 {
 
 bool areModifiersOf(const Hotkey &hotkey, ModifierFlags held) {
     const ModifierFlags different = hotkey.modifierFlags ^ held;
-    const bool hasSides = !(hotkey.modifierFlags & modifier::kSideMask).isEmpty();
     return (different & modifier::kGenericMask).isEmpty() &&
-           (!hasSides || (different & modifier::kSideMask).isEmpty());
+           (!namesSide(hotkey.modifierFlags) || !namesSide(different));
 }
 
 HotkeyGrabs::HotkeyGrabs(std::chrono::milliseconds firstRetry,

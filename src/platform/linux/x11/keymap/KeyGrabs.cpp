@@ -63,7 +63,7 @@ Masks masksOfKind(const Kind &kind, ModifierFlags flags, const KeyboardModel &ke
         return left;
     if (wantsRight)
         return right;
-    if (!(flags & modifier::kSideMask).isEmpty())
+    if (namesSide(flags))
         return {};
     Masks either = combine(left, right);
     either.insert(left.begin(), left.end());
