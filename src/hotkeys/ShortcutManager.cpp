@@ -217,6 +217,7 @@ void ShortcutManager::installTap() {
     const bool installed = tap_.install({
         .event = [this](EventType type, KeyCode keyCode,
                         ModifierFlags flags) { return eventTapCallback(type, keyCode, flags); },
+        .hotkeyPressed = [this](const Hotkey &hotkey) { hotkeyPressed(hotkey); },
         .refusalsChanged = [this] { noteRefusals(); },
         .lost = [this] { noteLostTap(); },
         .withheldChanged =
@@ -237,7 +238,10 @@ void ShortcutManager::installTap() {
     loggedProblem_ = TapProblem::None;
     installedTap_ = &tap_;
     isTapRecording_ = recordingCallback_ && tap_.setRecording(true);
-    noteRefusals();
+    if (tap_.abilities() == abilities_)
+        noteRefusals();
+    else
+        publishWantedHotkeys();
 }
 
 void ShortcutManager::logTapProblem() {
@@ -308,6 +312,15 @@ std::optional<RefusedHotkey> ShortcutManager::refusal(const ShortcutRule &rule) 
     return found == refusedHotkeys_.end() ? std::nullopt : std::optional(*found);
 }
 
+bool ShortcutManager::needsSides(const ShortcutRule &rule) const {
+    const std::optional<Hotkey> hotkey = matchableHotkey(rule);
+    return !canTellSides() && hotkey && namesSide(hotkey->modifierFlags);
+}
+
+bool ShortcutManager::canTellSides() const {
+    return !installedTap_ || installedTap_->abilities().tellsSides;
+}
+
 EventVerdict ShortcutManager::eventTapCallback(EventType type, KeyCode keyCode,
                                                ModifierFlags flags) {
     if (type == EventType::TapDisabledByTimeout || type == EventType::TapDisabledByUserInput) {
@@ -334,16 +347,21 @@ EventVerdict ShortcutManager::eventTapCallback(EventType type, KeyCode keyCode,
         const RecordingCallback callback = recordingCallback_;
         return callback(type, keyCode, flags);
     }
-    if (type == EventType::KeyDown && handleKeyDown(keyCode))
+    if (type == EventType::KeyDown &&
+        fireFirstMatch(keyCode, buildDetailedFlags(heldModifierCodes_)))
         return EventVerdict::Swallow;
     return EventVerdict::Pass;
 }
 
-bool ShortcutManager::handleKeyDown(KeyCode keyCode) {
+void ShortcutManager::hotkeyPressed(const Hotkey &hotkey) const {
+    if (!recordingCallback_)
+        fireFirstMatch(hotkey.keyCode, hotkey.modifierFlags);
+}
+
+bool ShortcutManager::fireFirstMatch(KeyCode keyCode, ModifierFlags flags) const {
     if (!isEnabled_)
         return false;
-    const std::optional<std::size_t> match =
-        matcher_.firstMatch(keyCode, buildDetailedFlags(heldModifierCodes_));
+    const std::optional<std::size_t> match = matcher_.firstMatch(keyCode, flags);
     if (!match)
         return false;
     // A disabled rule keeps its hotkey: nobody gets the key.
@@ -375,6 +393,10 @@ void ShortcutManager::rulesWereChanged() {
 
 void ShortcutManager::publishWantedHotkeys() {
     wantedHotkeys_ = isEnabled_ ? matcher_.matchableHotkeys() : std::vector<Hotkey>();
+    abilities_ = tap_.abilities();
+    if (!abilities_.tellsSides)
+        std::erase_if(wantedHotkeys_,
+                      [](const Hotkey &hotkey) { return namesSide(hotkey.modifierFlags); });
     tap_.setWantedHotkeys(wantedHotkeys_);
     noteRefusals();
 }
@@ -402,7 +424,9 @@ void ShortcutManager::noteRefusals() {
 void ShortcutManager::tellRefusals() {
     const std::vector<RefusedHotkey> refused =
         installedTap_ ? refusedHotkeys_ : std::vector<RefusedHotkey>();
-    if (std::exchange(toldRefusals_, refused) != refused && hooks_.refusalsChanged)
+    const bool areOthers = std::exchange(toldRefusals_, refused) != refused;
+    const bool areSidesOthers = std::exchange(toldSides_, canTellSides()) != canTellSides();
+    if ((areOthers || areSidesOthers) && hooks_.refusalsChanged)
         hooks_.refusalsChanged();
 }
 

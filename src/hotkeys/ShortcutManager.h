@@ -39,7 +39,7 @@ public:
         std::function<void()> rulesTakenIn{};
         /// No callback records any more. May be empty.
         std::function<void()> recordingEnded{};
-        /// refusal() may answer otherwise now. May be empty.
+        /// refusal() or needsSides() may answer otherwise now. May be empty.
         std::function<void()> refusalsChanged{};
         /// The installed tap was taken away (EventTap::Handlers::lost). May be empty.
         std::function<void()> tapLost{};
@@ -137,15 +137,25 @@ public:
     /// nobody does.
     [[nodiscard]] std::optional<RefusedHotkey> refusal(const ShortcutRule &rule) const;
 
+    /// Does the rule's hotkey name a side which the installed tap cannot tell from the other? Then
+    /// it does not fire.
+    [[nodiscard]] bool needsSides(const ShortcutRule &rule) const;
+
     /// What the tap calls for each event.
     EventVerdict eventTapCallback(EventType type, KeyCode keyCode, ModifierFlags flags);
+    /// What a tap that is told of hotkeys calls for each press of one. Nothing fires while a
+    /// callback records.
+    void hotkeyPressed(const Hotkey &hotkey) const;
 
 private:
-    [[nodiscard]] bool handleKeyDown(KeyCode keyCode);
+    /// False when no rule has the hotkey, or the switch is off.
+    bool fireFirstMatch(KeyCode keyCode, ModifierFlags flags) const;
     void fire(const ShortcutRule &rule) const;
     void rulesWereChanged();
     RuleFileNews followRuleFile();
     void publishWantedHotkeys();
+    /// Where there is no tap, nothing is amiss.
+    [[nodiscard]] bool canTellSides() const;
     void removeTap();
     void noteLostTap();
     void installTap();
@@ -164,9 +174,12 @@ private:
     QString ruleFileProblem_;
     Rules rules_;
     HotkeyMatcher matcher_;
-    std::vector<Hotkey> wantedHotkeys_;          // sorted
+    std::vector<Hotkey> wantedHotkeys_;  // sorted
+    /// Those the wanted hotkeys were chosen for.
+    TapAbilities abilities_;
     std::vector<RefusedHotkey> refusedHotkeys_;  // sorted; as the tap last said
     std::vector<RefusedHotkey> toldRefusals_;    // sorted; as known to the hook
+    bool toldSides_ = true;                      // canTellSides() as known to the hook
     EventTap *installedTap_ = nullptr;
     /// The log has said so since the last installation.
     TapProblem loggedProblem_ = TapProblem::None;

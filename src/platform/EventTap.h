@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -32,6 +33,14 @@ enum class TapProblem : std::uint8_t {
     OtherInstance,     ///< another instance has the keys
 };
 
+/// What a tap can tell apart and do.
+struct TapAbilities {
+    bool tellsSides = true;      ///< left and right modifier keys
+    bool passesKeysBack = true;  ///< a key can go on to the program in front after it was looked at
+
+    auto operator<=>(const TapAbilities &) const = default;
+};
+
 /// A wanted hotkey whose KeyDown does not arrive.
 struct RefusedHotkey {
     Hotkey hotkey;
@@ -55,6 +64,9 @@ public:
         /// counts for a key though none is held is told of as its left key, which then
         /// goes up again.
         std::function<EventVerdict(EventType, KeyCode, ModifierFlags)> event{};
+        /// A wanted hotkey was pressed, from a tap that is told of hotkeys and not of keys. Once
+        /// a press, however long it is held.
+        std::function<void(const Hotkey &)> hotkeyPressed{};
         /// The answer of refusedHotkeys() is now another one.
         std::function<void()> refusalsChanged{};
         /// The tap was taken from this program and has removed itself; problem() says
@@ -75,6 +87,9 @@ public:
     /// What the last call of install() failed for, or what the tap was lost to since.
     [[nodiscard]] virtual TapProblem problem() const = 0;
 
+    /// May be others after install(), and at no other time.
+    [[nodiscard]] virtual TapAbilities abilities() const = 0;
+
     /// Resumes delivery after one of the TapDisabled events, which end recording too. Where
     /// that shows that the tap has been taken away, `lost` is called within.
     virtual void enable() = 0;
@@ -83,7 +98,9 @@ public:
     virtual void remove() = 0;
 
     /// The only keys for which KeyDown has to be delivered. Kept across remove()
-    /// and install(). Hotkeys wanted before and after are never let go in between.
+    /// and install(). Hotkeys wanted before and after are never let go in between. None names
+    /// a side where the tap does not tell sides; if only install() shows that, those wanted until
+    /// then may, and are set anew right after it.
     virtual void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) = 0;
 
     /// While on, KeyDown is delivered for every key, hotkeys that belong to other

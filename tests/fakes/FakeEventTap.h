@@ -24,9 +24,11 @@ public:
         handlers_ = std::move(handlers);
         isInstalled_ = true;
         isDelivering_ = true;
+        abilities_ = abilitiesOnceInstalled_;
         return true;
     }
     [[nodiscard]] TapProblem problem() const override { return problem_; }
+    [[nodiscard]] TapAbilities abilities() const override { return abilities_; }
     void enable() override {
         journal_.add(QStringLiteral("enable"));
         if (isInstalled_ && !permission_)
@@ -70,6 +72,8 @@ public:
     void setPermission(bool granted) { permission_ = granted; }
     /// What it then says is missing.
     void setRefusal(TapProblem problem) { refusal_ = problem; }
+    /// The next installation shows that it has these.
+    void setAbilities(TapAbilities abilities) { abilitiesOnceInstalled_ = abilities; }
     [[nodiscard]] bool isInstalled() const { return isInstalled_; }
     [[nodiscard]] bool isDelivering() const { return isDelivering_; }
     [[nodiscard]] bool isRecording() const { return isRecording_; }
@@ -111,6 +115,15 @@ public:
     /// What becomes of a repeat of the key, which is held since it was pressed last.
     EventVerdict repeat(KeyCode keyCode) const {
         return swallowed_.contains(keyCode) ? EventVerdict::Swallow : EventVerdict::Pass;
+    }
+    /// Presses a hotkey of which the tap is told as such, if it is wanted. True when it was told.
+    bool pressHotkey(const Hotkey &hotkey) const {
+        if (!isDelivering_ || !std::ranges::binary_search(wanted_, hotkey) ||
+            heldByOthers_.contains(hotkey))
+            return false;
+        const auto handler = handlers_.hotkeyPressed;  // the handler may remove the tap
+        handler(hotkey);
+        return true;
     }
     std::optional<EventVerdict> release(KeyCode modifierKey) {
         return down_.contains(modifierKey) ? press(modifierKey) : std::nullopt;
@@ -180,6 +193,8 @@ private:
     std::vector<KeyCode> waiting_;
     std::optional<KeyCode> pressedAtRecording_;
     int wantedHotkeysCalls_ = 0;
+    TapAbilities abilities_;
+    TapAbilities abilitiesOnceInstalled_;
     TapProblem problem_ = TapProblem::None;
     TapProblem refusal_ = TapProblem::NotPermitted;
     bool permission_ = true;

@@ -303,6 +303,7 @@ TEST_F(MacEventTapTest, KeepsNoHandlerOnceItIsRemoved) {
     auto token = std::make_shared<int>();
     const std::weak_ptr<int> held = token;
     ASSERT_TRUE(keyboard_.tap().install({.event = [token](auto...) { return EventVerdict::Pass; },
+                                         .hotkeyPressed = [token](const Hotkey &) {},
                                          .refusalsChanged = [token] {},
                                          .lost = [token] {},
                                          .withheldChanged = [token] {}}));

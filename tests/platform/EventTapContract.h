@@ -19,8 +19,8 @@ inline constexpr bool kOthersCanHoldKeys = true;
 template <typename Keyboard>
 inline constexpr bool kSystemWithholdsKeys = true;
 
-/// What every event tap promises. The Keyboard type is made afresh for each test
-/// and has
+/// What every event tap promises that is told of keys. The Keyboard type is made afresh for each
+/// test and has
 ///   EventTap &tap();
 ///   void hold(KeyCode), letGo(KeyCode)       any key goes down, or up
 ///   void holdLong(KeyCode)                   it goes down and repeats many times
@@ -43,12 +43,15 @@ protected:
     EventTap &tap() { return keyboard_.tap(); }
 
     EventTap::Handlers handlers() {
-        return {[this](EventType type, KeyCode code, ModifierFlags flags) {
-                    events_.push_back({type, code, flags});
-                    return verdict_;
-                },
-                [this] { ++refusalChanges_; }, [this] { ++losses_; },
-                [this] { ++withheldChanges_; }};
+        return {.event =
+                    [this](EventType type, KeyCode code, ModifierFlags flags) {
+                        events_.push_back({type, code, flags});
+                        return verdict_;
+                    },
+                .hotkeyPressed = [this](const Hotkey &) { ++hotkeysTold_; },
+                .refusalsChanged = [this] { ++refusalChanges_; },
+                .lost = [this] { ++losses_; },
+                .withheldChanged = [this] { ++withheldChanges_; }};
     }
 
     void press(const std::vector<KeyCode> &keys) {
@@ -70,6 +73,7 @@ protected:
     Keyboard keyboard_;
     EventVerdict verdict_ = EventVerdict::Swallow;
     std::vector<Event> events_;
+    int hotkeysTold_ = 0;
     int refusalChanges_ = 0;
     int losses_ = 0;
     int withheldChanges_ = 0;
@@ -90,6 +94,12 @@ TYPED_TEST_P(EventTapContract, HasNoProblemUntilItCannotBeInstalled) {
     EXPECT_EQ(this->tap().problem(), TapProblem::None);
 }
 
+TYPED_TEST_P(EventTapContract, TellsSidesAndPassesKeysBack) {
+    EXPECT_EQ(this->tap().abilities(), TapAbilities());
+    ASSERT_TRUE(this->tap().install(this->handlers()));
+    EXPECT_EQ(this->tap().abilities(), TapAbilities());
+}
+
 TYPED_TEST_P(EventTapContract, DeliversAWantedHotkeyBetweenItsModifiers) {
     this->tap().setWantedHotkeys({this->leftCommandT_});
     ASSERT_TRUE(this->tap().install(this->handlers()));
@@ -100,6 +110,7 @@ TYPED_TEST_P(EventTapContract, DeliversAWantedHotkeyBetweenItsModifiers) {
         {EventType::KeyDown, KeyCode{17}, ModifierFlags(0x100008)},
         {EventType::FlagsChanged, key::kLeftCommand, ModifierFlags()}};
     EXPECT_EQ(this->events_, expected);
+    EXPECT_EQ(this->hotkeysTold_, 0) << "a press is told of once";
 }
 
 TYPED_TEST_P(EventTapContract, DeliversAHeldKeyOnceAndSwallowsItToTheEnd) {
@@ -279,11 +290,11 @@ TYPED_TEST_P(EventTapContract, TellsWhenTheSystemWithholdsKeys) {
 
 REGISTER_TYPED_TEST_SUITE_P(
     EventTapContract, DeliversNothingBeforeItIsInstalled, HasNoProblemUntilItCannotBeInstalled,
-    DeliversAWantedHotkeyBetweenItsModifiers, DeliversAHeldKeyOnceAndSwallowsItToTheEnd,
-    AHeldKeyThatPassedRepeatsForTheProgramInFront, DeliversEitherSideOfAWantedHotkey,
-    DoesNotDeliverOtherKeys, KeepsTheWantedHotkeysWhileRemoved, FollowsTheWantedHotkeys,
-    TellsWhichHotkeysAnotherProgramHolds, DeliversEveryKeyWhileRecording, CannotRecordUninstalled,
-    CannotRecordWhileTheKeyboardIsHeld, EndsRecordingWhenItIsRemoved,
+    TellsSidesAndPassesKeysBack, DeliversAWantedHotkeyBetweenItsModifiers,
+    DeliversAHeldKeyOnceAndSwallowsItToTheEnd, AHeldKeyThatPassedRepeatsForTheProgramInFront,
+    DeliversEitherSideOfAWantedHotkey, DoesNotDeliverOtherKeys, KeepsTheWantedHotkeysWhileRemoved,
+    FollowsTheWantedHotkeys, TellsWhichHotkeysAnotherProgramHolds, DeliversEveryKeyWhileRecording,
+    CannotRecordUninstalled, CannotRecordWhileTheKeyboardIsHeld, EndsRecordingWhenItIsRemoved,
     DeliversWhatWaitsWithoutTheEventLoop, SaysThatItWasTakenAway, TellsWhenTheSystemWithholdsKeys);
 
 }  // namespace kestrelbay::testing

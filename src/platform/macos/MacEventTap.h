@@ -30,6 +30,7 @@ public:
 
     [[nodiscard]] bool install(Handlers handlers) override;
     [[nodiscard]] TapProblem problem() const override { return problem_; }
+    [[nodiscard]] TapAbilities abilities() const override { return {}; }
     void enable() override;
     void remove() override;
     void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) override { wanted_ = hotkeys; }

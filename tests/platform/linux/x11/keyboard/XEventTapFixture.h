@@ -48,22 +48,23 @@ protected:
     }
 
     EventTap::Handlers handlers() {
-        return {[this](EventType type, KeyCode code, ModifierFlags flags) {
-                    if (type == EventType::FlagsChanged) {
-                        if (!held_.erase(code))
-                            held_.insert(code);
-                        return EventVerdict::Pass;
-                    }
-                    if (type == EventType::TapDisabledByTimeout) {
-                        ++timeouts_;
-                        tap_->enable();
-                        return EventVerdict::Pass;
-                    }
-                    EXPECT_EQ(flags, buildDetailedFlags(held_));
-                    keyDowns_.push_back({code, flags});
-                    return onKeyDown_ ? onKeyDown_() : verdict_;
-                },
-                [this] { ++refusalChanges_; }};
+        return {.event =
+                    [this](EventType type, KeyCode code, ModifierFlags flags) {
+                        if (type == EventType::FlagsChanged) {
+                            if (!held_.erase(code))
+                                held_.insert(code);
+                            return EventVerdict::Pass;
+                        }
+                        if (type == EventType::TapDisabledByTimeout) {
+                            ++timeouts_;
+                            tap_->enable();
+                            return EventVerdict::Pass;
+                        }
+                        EXPECT_EQ(flags, buildDetailedFlags(held_));
+                        keyDowns_.push_back({code, flags});
+                        return onKeyDown_ ? onKeyDown_() : verdict_;
+                    },
+                .refusalsChanged = [this] { ++refusalChanges_; }};
     }
 
     void install(const std::vector<Hotkey> &wanted = {kLeftCommandT}) {
