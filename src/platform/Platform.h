@@ -83,6 +83,11 @@ public:
     /// Empty when the program can run in this session; otherwise why it cannot,
     /// as one line for the user. To be asked before any service is used.
     [[nodiscard]] virtual QString startupProblem() const = 0;
+
+    /// The platform plugin of Qt that shows this program's windows best in this session, as Qt's
+    /// option -platform takes it. Empty where Qt chooses that by itself, and where the user has
+    /// chosen. For the application object: the environment is also that of launched programs.
+    [[nodiscard]] virtual QString qtPlatform() const = 0;
 };
 
 /// Implemented by the one back end that is compiled in.

@@ -55,6 +55,7 @@ public:
     }
     void setReopenHandler(std::function<void()> handler) override { reopen_ = std::move(handler); }
     [[nodiscard]] QString startupProblem() const override { return startupProblem_; }
+    [[nodiscard]] QString qtPlatform() const override { return {}; }
 
     // For the test:
     void setSystemAlerts(SystemAlerts *alerts) { systemAlerts_ = alerts; }

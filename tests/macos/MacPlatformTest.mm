@@ -69,6 +69,7 @@ TEST_F(MacPlatformTest, WhoeverAsksNextRemovesTheTapThatWasInstalled) {
 TEST_F(MacPlatformTest, AsksForNothingBeforeItIsAsked) {
     platform_->setSessionEndedHandler([] { ADD_FAILURE(); });
     EXPECT_EQ(platform_->startupProblem(), QString());
+    EXPECT_EQ(platform_->qtPlatform(), QString());
     EXPECT_EQ(takeCalls(), QStringList());
 }
 

@@ -1,10 +1,13 @@
+#include <memory>
 #include <optional>
 #include <utility>
 
 #include <QDir>
+#include <QGuiApplication>
 #include <QStandardPaths>
 
 #include "platform/Platform.h"
+#include "platform/linux/DisplayFacts.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/MemoryRelease.h"
 #include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
@@ -15,10 +18,10 @@
 #include "platform/linux/desktop/JsonUserDefaults.h"
 #include "platform/linux/desktop/LinuxSystemTray.h"
 #include "platform/linux/desktop/PortalSystemSettings.h"
+#include "platform/linux/desktop/QtNativeWindow.h"
 #include "platform/linux/desktop/SyslogLog.h"
 #include "platform/linux/shortcuts/DesktopHotkeyHolders.h"
 #include "platform/linux/x11/connection/DisplayDiagnostics.h"
-#include "platform/linux/x11/connection/XConnection.h"
 #include "platform/linux/x11/keyboard/XEventTap.h"
 #include "platform/linux/x11/keymap/X11KeyboardLayout.h"
 #include "platform/linux/x11/panels/X11NativeWindow.h"
@@ -27,24 +30,21 @@ namespace kestrelbay {
 
 namespace {
 
-bool isWaylandSession() {
-    return qgetenv("XDG_SESSION_TYPE") == "wayland" || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-}
-
 QString variable(const char *name) {
     const QString value = qEnvironmentVariable(name);
     return value.isEmpty() ? QStringLiteral("not set") : value;
 }
 
-/// The services of an X11 session. Each that does anything is made when it is first
-/// asked for, so that asking for the start-up problem needs none of them.
+/// The services of an X11 session, and of a Wayland one as far as they reach. Each that does
+/// anything is made when it is first asked for, so that asking for the start-up problem needs none
+/// of them.
 class LinuxPlatform final : public Platform {
 public:
     [[nodiscard]] EventTap &eventTap() override {
         if (!tap_) {
             x11::XEventTap::Settings settings;
             settings.displayName = displayName_;
-            settings.isX11Session = !isWaylandSession();
+            settings.isX11Session = !displayFacts().isWaylandSession;
             settings.displayLost = [this] {
                 if (const auto handler = std::exchange(sessionEnded_, nullptr))
                     handler();
@@ -97,8 +97,13 @@ public:
     }
 
     [[nodiscard]] NativeWindow &nativeWindow() override {
-        if (!nativeWindow_)
-            nativeWindow_.emplace(displayName_);
+        if (!nativeWindow_) {
+            // Identifiers of other windows than X's would be taken for some of X.
+            if (areWindowsOnX())
+                nativeWindow_ = std::make_unique<x11::X11NativeWindow>(displayName_);
+            else
+                nativeWindow_ = std::make_unique<QtNativeWindow>();
+        }
         return *nativeWindow_;
     }
 
@@ -157,7 +162,8 @@ public:
             {QStringLiteral("Session"), QStringLiteral("%1 (DISPLAY: %2, WAYLAND_DISPLAY: %3)")
                                             .arg(variable("XDG_SESSION_TYPE"), variable("DISPLAY"),
                                                  variable("WAYLAND_DISPLAY"))},
-            {QStringLiteral("Desktop"), variable("XDG_CURRENT_DESKTOP")}};
+            {QStringLiteral("Desktop"), variable("XDG_CURRENT_DESKTOP")},
+            {QStringLiteral("Own windows"), qtPlatformInWords()}};
         for (auto &pair : x11::describeDisplay(displayName_))
             pairs.push_back(std::move(pair));
         systemTray().waitForAnswer();
@@ -168,7 +174,7 @@ public:
         pairs.emplace_back(QStringLiteral("Portal"), systemSettings().isPortalPresent()
                                                          ? QStringLiteral("present")
                                                          : QStringLiteral("not present"));
-        if (startupProblem().isEmpty())
+        if (displayFacts().doesXAnswer)
             for (auto &pair : workspace().windowReport())
                 pairs.push_back(std::move(pair));
         return pairs;
@@ -181,17 +187,35 @@ public:
     /// Never called: there a second instance starts, which asks the first over the session bus.
     void setReopenHandler(std::function<void()> /*handler*/) override {}
 
-    /// A reachable X server, Xwayland's included.
-    [[nodiscard]] QString startupProblem() const override {
-        if (displayName_.isEmpty())
-            return QStringLiteral("there is no X server to work with (DISPLAY is not set)");
-        if (!x11::XConnection(displayName_).isUsable())
-            return QStringLiteral("the X server %1 does not answer").arg(displayName_);
-        return {};
-    }
+    [[nodiscard]] QString startupProblem() const override { return displayProblem(displayFacts()); }
+
+    [[nodiscard]] QString qtPlatform() const override { return qtPlatformFor(displayFacts()); }
 
 private:
+    /// As they were when they were first asked for.
+    [[nodiscard]] const DisplayFacts &displayFacts() const {
+        if (!displayFacts_)
+            displayFacts_ = readDisplayFacts();
+        return *displayFacts_;
+    }
+
+    [[nodiscard]] static bool areWindowsOnX() {
+        return QGuiApplication::platformName() == QLatin1StringView("xcb");
+    }
+
+    /// Of this process, if it has windows, and otherwise of one that were to start now.
+    [[nodiscard]] QString qtPlatformInWords() const {
+        if (qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
+            return QGuiApplication::platformName();
+        if (displayFacts().isQtPlatformNamed)
+            return qEnvironmentVariable("QT_QPA_PLATFORM") +
+                   QStringLiteral(", as QT_QPA_PLATFORM says");
+        const QString platform = qtPlatform();
+        return platform.isEmpty() ? QStringLiteral("as Qt chooses") : platform;
+    }
+
     const QString displayName_ = qEnvironmentVariable("DISPLAY");
+    mutable std::optional<DisplayFacts> displayFacts_;
     std::function<void()> sessionEnded_;
     SyslogLog log_;
     std::optional<JsonUserDefaults> defaults_;
@@ -201,7 +225,7 @@ private:
     std::optional<x11::XEventTap> tap_;
     std::optional<x11::X11KeyboardLayout> keyboardLayout_;
     std::optional<AutostartLoginItem> loginItem_;
-    std::optional<x11::X11NativeWindow> nativeWindow_;
+    std::unique_ptr<NativeWindow> nativeWindow_;
     SessionBus bus_;
     std::optional<PortalSystemSettings> systemSettings_;
     std::optional<LinuxSystemTray> systemTray_;

@@ -99,6 +99,8 @@ public:
     }
     /// Always empty.
     [[nodiscard]] QString startupProblem() const override { return {}; }
+    /// Always empty: there is one.
+    [[nodiscard]] QString qtPlatform() const override { return {}; }
 
 private:
     MacEventTap tap_;

@@ -111,6 +111,7 @@ TEST_F(LinuxPlatformDiagnostics, TellWhatIsMissing) {
     auto values = read();
     EXPECT_EQ(values[QStringLiteral("X server")], QStringLiteral("none (DISPLAY is not set)"));
     EXPECT_EQ(values[QStringLiteral("Desktop")], QStringLiteral("not set"));
+    EXPECT_EQ(values[QStringLiteral("Own windows")], QStringLiteral("offscreen"));
     EXPECT_EQ(values[QStringLiteral("Tray")], QStringLiteral("none"));
     EXPECT_EQ(values[QStringLiteral("Session bus")], QStringLiteral("not reachable"));
     EXPECT_EQ(values[QStringLiteral("Portal")], QStringLiteral("not present"));

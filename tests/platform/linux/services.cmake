@@ -1,6 +1,7 @@
 kestrelbay_test(linux_services_tests
     LABEL fast
     SOURCES
+        linux/DisplayFactsTest.cpp
         linux/LinuxPlatformFoldersTest.cpp
         linux/MemoryReleaseTest.cpp
         linux/desktop/CanberraSoundsTest.cpp
