@@ -58,6 +58,11 @@ struct Options {
     QCommandLineOption style{QStringLiteral("style"),
                              QStringLiteral("Use this style of Qt instead of the desktop's look."),
                              QStringLiteral("name")};
+    QCommandLineOption platform{
+        QStringLiteral("platform"),
+        QStringLiteral("Show windows by this platform plugin of Qt instead of the one that suits "
+                       "the session."),
+        QStringLiteral("name")};
     QCommandLineOption traceStartup{
         QStringLiteral("trace-startup"),
         QStringLiteral("Write to standard error how long each step of the start takes.")};
@@ -104,7 +109,7 @@ Request readCommandLine(int argc, char **argv) {
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.addOptions({options.action, options.rule, options.listRules, options.json,
                        options.exportFile, options.importFile, options.yes, options.diagnose,
-                       options.style, options.traceStartup, options.session});
+                       options.style, options.platform, options.traceStartup, options.session});
     parser.process(application);
     if (const QString problem = problemWith(parser, options); !problem.isEmpty())
         std::exit(fail(problem));
@@ -112,6 +117,7 @@ Request readCommandLine(int argc, char **argv) {
                     .ruleId = parser.value(options.rule),
                     .diagnose = parser.isSet(options.diagnose),
                     .isStyleNamed = parser.isSet(options.style),
+                    .qtPlatform = parser.value(options.platform),
                     .tracesStartup = parser.isSet(options.traceStartup),
                     .listRules = std::nullopt,
                     .exportFile = parser.value(options.exportFile),

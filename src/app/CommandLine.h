@@ -17,6 +17,8 @@ struct Request {
     bool diagnose = false;
     /// A style of Qt is named, which Qt reads for itself.
     bool isStyleNamed = false;
+    /// The platform plugin of Qt that is named; empty when none is.
+    QString qtPlatform;
     /// Tell how long each step of the start takes.
     bool tracesStartup = false;
     /// Print the rules, and how.

@@ -17,6 +17,7 @@
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
 #include "app/DiagnosticReport.h"
+#include "app/QtArguments.h"
 #include "app/RuleList.h"
 #include "app/RuleTransferCommands.h"
 #include "app/SessionLoss.h"
@@ -172,7 +173,9 @@ int main(int argc, char **argv) {
         *platform, {.rulesChanged = [&trace](const auto &) { trace.step("rules read"); }});
     trace.step("hotkeys in place");
 
-    QApplication application(argc, argv);
+    kestrelbay::QtArguments arguments(
+        argc, argv, request.qtPlatform.isEmpty() ? platform->qtPlatform() : request.qtPlatform);
+    QApplication application(arguments.count(), arguments.values());
     trace.step("application object");
     // Launch at login is the user's choice; session managers need not restore it.
     QObject::connect(
