@@ -67,6 +67,11 @@ inline constexpr ModifierFlags kSideMask{0x207F};
     return !(flags & modifier::kSideMask).isEmpty();
 }
 
+/// The same modifiers, of either side.
+[[nodiscard]] constexpr ModifierFlags withoutSides(ModifierFlags flags) {
+    return flags ^ (flags & modifier::kSideMask);
+}
+
 /// Its generic and its side bit; none of another key than the eight.
 [[nodiscard]] ModifierFlags flagsOfModifierKey(KeyCode keyCode);
 

@@ -250,6 +250,11 @@ public:
     static constexpr LSentence hotkeyUnheardBy{
         u"This hotkey never arrives: probably %1 takes all keys pressed with this modifier",
         u"此快捷键无法送达：可能是 %1 占用了与该修饰键一起按下的所有按键"};
+    static constexpr LText hotkeyNeedsSides{
+        u"This hotkey never arrives: this session does not tell left modifier keys from right ones",
+        u"此快捷键无法送达：当前会话无法区分左右修饰键"};
+    static constexpr LText hotkeyEitherSideByClick{u"Click to have it mean either side",
+                                                   u"点击即可改为不区分左右"};
     static constexpr LSentence hotkeyAction{u"There it means: %1", u"对应的操作：%1"};
     static constexpr LSentence hotkeyRemedy{u"To free it: %1", u"解除占用：%1"};
     static constexpr LText deleteConfirmTitle{u"Delete Shortcut", u"删除快捷键"};
@@ -257,6 +262,7 @@ public:
 
     // What is done with a rule by the menu of the list.
     static constexpr LText recordHotkey{u"Record Hotkey", u"录入快捷键"};
+    static constexpr LText useEitherSide{u"Use Either Side", u"改为不区分左右"};
     static constexpr LText showInFolder{u"Show in Folder", u"在文件夹中显示"};
     static constexpr LText duplicateRule{u"Duplicate", u"创建副本"};
     static constexpr LText undo{u"Undo", u"撤销"};

@@ -96,6 +96,13 @@ std::vector<Member> members() {
          u"快捷键冲突：已被其他规则使用，请重新录入"_s},
         {L::hotkeyRefused, u"Another program is using this hotkey"_s,
          u"此快捷键已被其他程序占用"_s},
+        {L::hotkeyNeedsSides,
+         u"This hotkey never arrives: this session does not tell left modifier keys from right "
+         u"ones"_s,
+         u"此快捷键无法送达：当前会话无法区分左右修饰键"_s},
+        {L::hotkeyEitherSideByClick, u"Click to have it mean either side"_s,
+         u"点击即可改为不区分左右"_s},
+        {L::useEitherSide, u"Use Either Side"_s, u"改为不区分左右"_s},
         {L::deleteConfirmTitle, u"Delete Shortcut"_s, u"删除快捷键"_s},
         {L::deleteConfirmButton, u"Delete"_s, u"删除"_s},
         {L::repeatHeader, u"When shortcut is pressed repeatedly"_s, u"连续重复按下快捷键时"_s},

@@ -13,7 +13,6 @@ constexpr int kNameHeight = 17;
 constexpr int kPathHeight = 13;
 constexpr int kNameGap = 2;
 constexpr int kBadgeGap = 5;
-constexpr QSize kSign{16, 16};
 constexpr QSize kToggle{38, 20};
 constexpr QSize kButton{22, 22};
 constexpr QSize kHandle{16, 22};
@@ -58,9 +57,9 @@ RuleRowLayout RuleRowLayout::in(QSize row, const Content &content) {
     layout.advanced = takeFromRight(kButton, kToggleGap);
     layout.toggle = takeFromRight(kToggle, kRecorderGap);
     layout.recorder = takeFromRight({recorderWidth(row.width()), kRecorderHeight}, kSignGap);
-    if (content.isRefused)
-        layout.refusedSign = takeFromRight(kSign, 0);
-    right = right - kTextGap + (content.isRefused ? 0 : kSignGap);
+    if (content.hasSign)
+        layout.sign = takeFromRight(kSign, 0);
+    right = right - kTextGap + (content.hasSign ? 0 : kSignGap);
 
     layout.icon = centered(kEdge, kIcon);
     const int textWidth = std::max(0, right - kTextX);

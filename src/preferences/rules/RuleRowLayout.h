@@ -6,20 +6,23 @@ namespace kestrelbay {
 
 /// Where things lie in a rule row, in device-independent pixels.
 struct RuleRowLayout {
+    static constexpr QSize kSign{16, 16};
+
     /// The row's content as far as it takes part in the layout.
     struct Content {
         /// Width of the name when nothing is cut off.
         int nameWidth = 0;
         /// Empty when there is no badge.
         QSize badge;
-        bool isRefused = false;
+        /// That the hotkey does not arrive.
+        bool hasSign = false;
     };
 
     QRect icon;
     QRect name;
     QRect badge;
     QRect path;
-    QRect refusedSign;
+    QRect sign;
     QRect recorder;
     QRect toggle;
     QRect advanced;

@@ -23,13 +23,13 @@
 #include "ui/look/Fonts.h"
 #include "ui/look/SystemColors.h"
 #include "ui/widgets/Switch.h"
-#include "ui/widgets/SymbolView.h"
 #include "ui/windows/Sheet.h"
 
 namespace kestrelbay {
 
 namespace {
 
+constexpr QLatin1StringView kSignSymbol{"exclamationmark.triangle.fill"};
 constexpr QSize kButtonSymbol{15, 15};
 constexpr qreal kSelectionRadius = 8;
 constexpr float kSelectionAlpha = 0.14F;
@@ -78,6 +78,7 @@ RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCac
       argsBadge_(new ArgsBadgeView(this)),
       pathLabel_(new ElidedLabel(systemFont(10), colors::tertiaryLabel, Qt::ElideMiddle, this)),
       refusedSign_(new SymbolView(this)),
+      sidesSign_(new SymbolButton(kSignSymbol, RuleRowLayout::kSign, colors::systemOrange, this)),
       hotkeyRecorder_(new HotkeyRecorderField(services, this)),
       enableToggle_(new Switch(Switch::Size::Small, this)),
       advancedButton_(new SymbolButton(QStringLiteral("gearshape"), kButtonSymbol,
@@ -86,9 +87,11 @@ RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCac
           new SymbolButton(QStringLiteral("minus.circle"), kButtonSymbol, colors::systemRed, this)),
       dragHandle_(new SymbolView(this)) {
     hotkeyRecorder_->setDelegate(this);
-    refusedSign_->setSymbol(QStringLiteral("exclamationmark.triangle.fill"), colors::systemOrange);
+    refusedSign_->setSymbol(kSignSymbol, colors::systemOrange);
     refusedSign_->setObjectName(QStringLiteral("refusedSign"));
     refusedSign_->hide();
+    sidesSign_->setObjectName(QStringLiteral("sidesSign"));
+    sidesSign_->hide();
     argsBadge_->hide();
     advancedButton_->setToolTip(L::advancedOptions());
     deleteButton_->setToolTip(L::ruleDeleteName());
@@ -97,12 +100,13 @@ RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCac
     dragHandle_->setAccessibleName(L::ruleDragName());
 
     connect(enableToggle_, &QAbstractButton::toggled, this, &RuleRowView::toggleChanged);
+    connect(sidesSign_, &QAbstractButton::clicked, this, &RuleRowView::useEitherSide);
     connect(advancedButton_, &QAbstractButton::clicked, this, &RuleRowView::openAdvanced);
     connect(deleteButton_, &QAbstractButton::clicked, this, &RuleRowView::deleteRule);
     connect(&icons_, &ApplicationIconCache::iconsArrived, this, &RuleRowView::showApplication);
     connect(&services_.notifications, &Notifications::refusedHotkeysDidChange, this,
-            &RuleRowView::refreshRefusal);
-    connect(&holders_, &HotkeyHolderCache::holdersArrived, this, &RuleRowView::refreshRefusal);
+            &RuleRowView::refreshSign);
+    connect(&holders_, &HotkeyHolderCache::holdersArrived, this, &RuleRowView::refreshSign);
 }
 
 void RuleRowView::configure(const ShortcutRule &rule, RuleRowViewDelegate *delegate) {
@@ -126,7 +130,7 @@ void RuleRowView::configure(const ShortcutRule &rule, RuleRowViewDelegate *deleg
     enableToggle_->setAccessibleName(L::enableRule(name));
     advancedButton_->setAccessibleName(L::advancedOptionsOf(name));
     deleteButton_->setAccessibleName(L::deleteRule(name));
-    refreshRefusal();
+    refreshSign();
     layout();
 }
 
@@ -160,22 +164,29 @@ void RuleRowView::leftView() {
     hotkeyRecorder_->stopRecording();
 }
 
-void RuleRowView::refreshRefusal() {
+void RuleRowView::refreshSign() {
     const std::optional<ShortcutRule> rule = storedRule();
     const std::optional<RefusedHotkey> refusal =
         rule ? services_.manager.refusal(*rule) : std::nullopt;
+    const bool needsSides = rule && services_.manager.needsSides(*rule);
+    const bool hadSign = hasSign();
     QString words;
     if (refusal) {
         words =
             refusalInWords(*refusal, holders_.holder(*refusal), Language::current()).join(u'\n');
         refusedSign_->setToolTip(words);
         refusedSign_->setAccessibleName(words);
+    } else if (needsSides) {
+        words = L::hotkeyNeedsSides();
+        const QString wordsOfSign = words + u'\n' + L::hotkeyEitherSideByClick();
+        sidesSign_->setToolTip(wordsOfSign);
+        sidesSign_->setAccessibleName(wordsOfSign);
     }
     hotkeyRecorder_->setAccessibleDescription(words);
-    if (refusal.has_value() == !refusedSign_->isHidden())
-        return;
     refusedSign_->setVisible(refusal.has_value());
-    layout();
+    sidesSign_->setVisible(needsSides);
+    if (hasSign() != hadSign)
+        layout();
 }
 
 void RuleRowView::paintEvent(QPaintEvent * /*event*/) {
@@ -194,12 +205,13 @@ void RuleRowView::layout() {
     const RuleRowLayout places = RuleRowLayout::in(
         size(), {.nameWidth = nameLabel_->fullWidth(),
                  .badge = argsBadge_->isHidden() ? QSize() : argsBadge_->sizeHint(),
-                 .isRefused = !refusedSign_->isHidden()});
+                 .hasSign = hasSign()});
     iconView_->setGeometry(places.icon);
     nameLabel_->setGeometry(places.name);
     argsBadge_->setGeometry(places.badge);
     pathLabel_->setGeometry(places.path);
-    refusedSign_->setGeometry(places.refusedSign);
+    refusedSign_->setGeometry(places.sign);
+    sidesSign_->setGeometry(places.sign);
     hotkeyRecorder_->setGeometry(places.recorder);
     enableToggle_->setGeometry(places.toggle);
     advancedButton_->setGeometry(places.advanced);
@@ -237,6 +249,16 @@ void RuleRowView::hotkeyRecorderDidRecord(HotkeyRecorderField *field, KeyCode ke
     field->configure(kept.keyCode, kept.modifierFlags);
 }
 
+void RuleRowView::useEitherSide() {
+    const std::optional<ShortcutRule> rule = storedRule();
+    if (!rule || delegate_.expired())
+        return;
+    const ModifierFlags flags = withoutSides(rule->modifierFlags);
+    hotkeyRecorder_->stopRecording();
+    hotkeyRecorder_->configure(rule->keyCode, flags);
+    hotkeyRecorderDidRecord(hotkeyRecorder_, rule->keyCode, flags);
+}
+
 void RuleRowView::hotkeyRecorderDidClear(HotkeyRecorderField * /*field*/) {
     storeHotkey({}, {});
 }
@@ -250,7 +272,7 @@ void RuleRowView::storeHotkey(KeyCode keyCode, ModifierFlags modifierFlags) {
     const QPointer alive(this);
     services_.manager.updateRule(*rule);
     if (alive)
-        refreshRefusal();
+        refreshSign();
 }
 
 void RuleRowView::openAdvanced() {

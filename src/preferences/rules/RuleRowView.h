@@ -8,6 +8,7 @@
 #include "preferences/PreferencesServices.h"
 #include "preferences/recorder/HotkeyRecorderField.h"
 #include "ui/list/RowDelegate.h"
+#include "ui/widgets/SymbolView.h"
 #include "ui/widgets/TextLabel.h"
 
 namespace kestrelbay {
@@ -17,8 +18,6 @@ class ApplicationIconCache;
 class HotkeyHolderCache;
 class RuleRowView;
 class Switch;
-class SymbolButton;
-class SymbolView;
 
 /// Whoever shows rule rows. Rows hold it weakly: once it is destroyed, nothing is
 /// asked of it any more. Both may reconfigure or destroy the row.
@@ -80,6 +79,10 @@ public:
     [[nodiscard]] const std::optional<ShortcutRule> &rule() const { return rule_; }
     [[nodiscard]] HotkeyRecorderField *hotkeyRecorder() const { return hotkeyRecorder_; }
 
+    /// Has the rule's hotkey mean the modifiers of either side. Where another rule has that one,
+    /// nothing changes, and the row says so as it does of one that was recorded.
+    void useEitherSide();
+
     void setSelected(bool selected) override;
     [[nodiscard]] bool takesAllKeys() const override;
     void leftView() override;
@@ -102,8 +105,12 @@ private:
     void storeHotkey(KeyCode keyCode, ModifierFlags modifierFlags);
     /// Its icon, its path, and whether it is there.
     void showApplication();
-    /// Looks whether another program holds the hotkey, and says which.
-    void refreshRefusal();
+    /// Looks whether the hotkey can arrive, and says why not: another program holds it, and which,
+    /// or it names a side that cannot be told.
+    void refreshSign();
+    [[nodiscard]] bool hasSign() const {
+        return !refusedSign_->isHidden() || !sidesSign_->isHidden();
+    }
     void layout();
 
     PreferencesServices services_;
@@ -119,6 +126,7 @@ private:
     ArgsBadgeView *argsBadge_;
     ElidedLabel *pathLabel_;
     SymbolView *refusedSign_;
+    SymbolButton *sidesSign_;
     HotkeyRecorderField *hotkeyRecorder_;
     Switch *enableToggle_;
     SymbolButton *advancedButton_;

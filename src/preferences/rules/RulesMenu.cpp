@@ -75,6 +75,8 @@ void RulesMenu::open(const QPoint &place, int row) {
     auto *const menu = new QMenu(&list_);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     if (const auto id = model_.idAt(row)) {
+        if (commands_.needsSides(*id))
+            add(*menu, L::useEitherSide(), [this, id = *id] { commands_.useEitherSide(id); });
         for (const Entry &entry : ruleEntries())
             add(
                 *menu, entry.title, [&run = entry.run, id = *id] { run(id); }, entry.keys);

@@ -22,6 +22,9 @@ public:
     /// What the entries do. The first are for one rule, which is in the list.
     struct Commands {
         std::function<void(const QUuid &)> record;
+        std::function<void(const QUuid &)> useEitherSide;
+        /// Is that what the rule needs?
+        std::function<bool(const QUuid &)> needsSides;
         std::function<void(const QUuid &)> showOptions;
         std::function<void(const QUuid &)> showInFolder;
         std::function<void(const QUuid &)> duplicate;

@@ -126,6 +126,12 @@ void RulesViewController::appendRule(const QString &appName, const QString &appP
 
 RulesMenu::Commands RulesViewController::menuCommands() {
     return {.record = [this](const QUuid &id) { recordHotkey(id); },
+            .useEitherSide = [this](const QUuid &id) { useEitherSide(id); },
+            .needsSides =
+                [this](const QUuid &id) {
+                    const ShortcutRule *const rule = ruleOf(id);
+                    return rule && services_.manager.needsSides(*rule);
+                },
             .showOptions = [this](const QUuid &id) { showAdvancedPanel(id); },
             .showInFolder = [this](const QUuid &id) { showInFolder(id); },
             .duplicate = [this](const QUuid &id) { duplicateRule(id); },
@@ -143,19 +149,23 @@ RulesMenu::Commands RulesViewController::menuCommands() {
 }
 
 void RulesViewController::recordHotkey(const QUuid &id) {
-    showRule(id);
-    if (auto *const row =
-            qobject_cast<RuleRowView *>(listView_->rowWidget(listView_->selectedRow())))
+    if (RuleRowView *const row = showRule(id))
         row->hotkeyRecorder()->startRecordingByUser();
 }
 
-/// Selects it, in view.
-void RulesViewController::showRule(const QUuid &id) {
+void RulesViewController::useEitherSide(const QUuid &id) {
+    if (RuleRowView *const row = showRule(id))
+        row->useEitherSide();
+}
+
+RuleRowView *RulesViewController::showRule(const QUuid &id) {
     changeRules([] {});
-    if (const auto row = rowOfRule(id)) {
-        listView_->scrollToRow(*row);
-        listView_->selectRow(*row);
-    }
+    const std::optional<int> row = rowOfRule(id);
+    if (!row)
+        return nullptr;
+    listView_->scrollToRow(*row);
+    listView_->selectRow(*row);
+    return qobject_cast<RuleRowView *>(listView_->rowWidget(*row));
 }
 
 void RulesViewController::showInFolder(const QUuid &id) {

@@ -72,11 +72,13 @@ private:
     [[nodiscard]] RulesMenu::Commands menuCommands();
     void appendRule(const QString &appName, const QString &appPath);
     void recordHotkey(const QUuid &id);
+    void useEitherSide(const QUuid &id);
     void showInFolder(const QUuid &id);
     void duplicateRule(const QUuid &id);
     void askToDelete(const QUuid &id);
     void deleteRule(const QUuid &id);
-    void showRule(const QUuid &id);
+    /// Selects it, in view. Null for an id that the store does not have.
+    RuleRowView *showRule(const QUuid &id);
     void showAdvancedPanel(const QUuid &id);
     void changeRules(const std::function<void()> &change);
     void updateCountLabel();

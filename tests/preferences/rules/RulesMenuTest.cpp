@@ -82,6 +82,25 @@ TEST_F(RulesMenuTest, HasAnEntryForEachThingToDoWithTheRow) {
     EXPECT_EQ(editedRules_, QStringList{u"1"_s});
 }
 
+TEST_F(RulesMenuTest, OffersEitherSideWhereARuleNamesOneThatCannotBeTold) {
+    addRules(2);
+    store(1, [](ShortcutRule &rule) {
+        rule.keyCode = KeyCode{17};
+        rule.modifierFlags = ModifierFlags(0x100008);
+    });
+    tap_.setAbilities({.tellsSides = false});
+    manager().reinstallEventTap();
+    rightClick(*row(0));
+    EXPECT_FALSE(entries().contains(u"Use Either Side"_s));
+    menu()->close();
+    rightClick(*row(1));
+    EXPECT_EQ(entries().first(), u"Use Either Side"_s);
+    choose(u"Use Either Side"_s);
+    EXPECT_EQ(stored(1).hotkeyString(), u"⌘T"_s);
+    rightClick(*row(1));
+    EXPECT_FALSE(entries().contains(u"Use Either Side"_s));
+}
+
 TEST_F(RulesMenuTest, OpensByTheMenuKeyForTheSelectedRow) {
     addRules(3);
     view().setFocus();

@@ -7,6 +7,7 @@
 #include <QScrollBar>
 #include <QTest>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -103,7 +104,9 @@ TEST_F(RulesViewTest, afterTheLastRuleIsDeletedFromItsRowTheAddButtonHasTheFocus
 TEST_F(RulesViewTest, keepsTheFocusInTheRowWhoseOptionsWereEdited) {
     addRules(100);
     list();
-    SymbolButton *const options = row(1)->findChildren<SymbolButton *>().first();
+    const auto buttons = row(1)->findChildren<SymbolButton *>();
+    SymbolButton *const options =
+        *std::ranges::find(buttons, u"Advanced Options: 1"_s, &SymbolButton::accessibleName);
     options->setFocus(Qt::TabFocusReason);
     options->click();
     QDialog sheet(&list());
