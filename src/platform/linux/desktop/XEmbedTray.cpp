@@ -50,7 +50,8 @@ XEmbedTray::XEmbedTray(const QString &displayName, std::function<void()> handler
 }
 
 void XEmbedTray::lookSoon() {
-    painted_.start(kPaintingTime);
+    if (connection_.isUsable())
+        painted_.start(kPaintingTime);
 }
 
 void XEmbedTray::take(bool isNews) {
