@@ -20,8 +20,6 @@ using testing::waitUntil;
 
 namespace {
 
-/// Longer than refused hotkeys are asked for again.
-constexpr auto kUntilRefused = 20s;
 /// Longer than what only windows need is kept after the last one was closed.
 constexpr auto kUntilRest = 35s;
 /// Longer than after its arrival a panel is looked at again.
@@ -123,7 +121,8 @@ void IdleStates::withRefusedHotkey() {
     kestrelbay_.stop(desktop_);
     desktop::HotkeyHolder holder(desktop_.displayName(), kestrelbay_.key().xKeycode);
     kestrelbay_.start(desktop_);
-    waitFor(kUntilRefused);
+    // Longer than it is asked for again.
+    waitFor(kUntilPicturesRest);
     measure(QStringLiteral("its hotkey refused"));
     holder.letGo();
     kestrelbay_.stop(desktop_);

@@ -1,3 +1,6 @@
+#include <initializer_list>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "platform/linux/x11/windows/FocusOrder.h"
@@ -17,6 +20,13 @@ protected:
         EXPECT_TRUE(order_.give({window, kRoot, {}}, std::move(others),
                                 [&](const WindowAddress &at) { return at.window == window; }));
         ++request_;
+    }
+    [[nodiscard]] static std::vector<WindowAddress> onTheWay(
+        std::initializer_list<xcb_window_t> windows) {
+        std::vector<WindowAddress> addresses;
+        for (const xcb_window_t window : windows)
+            addresses.push_back({window, kRoot, {}});
+        return addresses;
     }
     void take(xcb_window_t window) {
         order_.take({window, kRoot, {}});
@@ -153,7 +163,7 @@ TEST_F(FocusOrderTest, AWindowThatIsToGoMayHaveTheFocusSetOnceMore) {
 
 TEST_F(FocusOrderTest, KnowsWhoHasTheFocusOnTheWay) {
     read(10);
-    give(11, {.onTheWay = {12, 11}});
+    give(11, {.onTheWay = onTheWay({12, 11})});
     set();
     read(XCB_NONE);
     EXPECT_TRUE(isAwaited());
@@ -200,6 +210,31 @@ TEST_F(FocusOrderTest, IsUnheardUntilTheActiveWindowIsSet) {
     give(11);
     read(11);
     EXPECT_EQ(unheard(), xcb_window_t{XCB_NONE});
+}
+
+TEST_F(FocusOrderTest, KeepsThoseOnTheWayUntilSomebodyTurnsElsewhere) {
+    give(11, {.onTheWay = onTheWay({12, 11})});
+    EXPECT_EQ(order_.onTheWay().size(), 2U);
+    set();
+    read(11);
+    EXPECT_EQ(order_.onTheWay().size(), 2U);
+    EXPECT_TRUE(order_.mayBeUnheard());
+    now_ += FocusOrder::kLongestUnheard;
+    EXPECT_FALSE(order_.mayBeUnheard());
+
+    give(11, {.onTheWay = onTheWay({12, 11})});
+    set();
+    read(13);
+    EXPECT_TRUE(order_.onTheWay().empty());
+}
+
+TEST_F(FocusOrderTest, RepeatsWhatHasComeAbout) {
+    give(11);
+    set();
+    read(11);
+    EXPECT_TRUE(order_.repeat([](const WindowAddress &at) { return at.window == 11; }));
+    take(11);
+    EXPECT_FALSE(order_.repeat([](const WindowAddress &) { return true; }));
 }
 
 }  // namespace
