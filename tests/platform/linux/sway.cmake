@@ -1,5 +1,7 @@
 kestrelbay_test(linux_sway_tests
     LABEL fast
     SOURCES
+        linux/wayland/sway/FakeSway.cpp
         linux/wayland/sway/IpcMessageTest.cpp
+        linux/wayland/sway/SwayIpcTest.cpp
     LIBRARIES kestrelbay_back_end GTest::gtest_main)
