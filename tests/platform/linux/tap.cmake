@@ -2,7 +2,7 @@ pkg_check_modules(XCB_TAP_TEST REQUIRED IMPORTED_TARGET GLOBAL xcb)
 
 kestrelbay_test(linux_tap_plan_tests
     LABEL fast
-    SOURCES linux/x11/keymap/KeyCapsTest.cpp linux/x11/keymap/KeyCodeTableTest.cpp linux/x11/keymap/KeyGrabsTest.cpp
+    SOURCES linux/x11/keymap/KeyCapsTest.cpp linux/keycodes/KeyCodeTableTest.cpp linux/x11/keymap/KeyGrabsTest.cpp
     LIBRARIES kestrelbay_back_end GTest::gtest_main
 )
 kestrelbay_test(linux_tap_tests

@@ -13,10 +13,10 @@
 #include <xkbcommon/xkbcommon.h>
 
 #include "platform/linux/bus/SessionBus.h"
+#include "platform/linux/keycodes/KeyCodeTable.h"
 #include "platform/linux/shortcuts/ShortcutTables.h"
 #include "platform/linux/x11/connection/DisplayDiagnostics.h"
 #include "platform/linux/x11/connection/XConnection.h"
-#include "platform/linux/x11/keymap/KeyCodeTable.h"
 
 using namespace Qt::StringLiterals;
 
@@ -60,7 +60,7 @@ Desktop desktopCalled(const QStringList &names) {
 }
 
 std::vector<Keysym> keysymsOn(const x11::XConnection &connection, KeyCode keyCode) {
-    const std::optional<x11::XKeycode> keycode = x11::toXKeycode(keyCode);
+    const std::optional<XKeycode> keycode = toXKeycode(keyCode);
     if (!keycode || !connection.isUsable())
         return {};
     const x11::Reply<xcb_get_keyboard_mapping_reply_t> reply(xcb_get_keyboard_mapping_reply(

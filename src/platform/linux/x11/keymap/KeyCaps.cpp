@@ -6,7 +6,7 @@
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "keys/KeyCap.h"
-#include "platform/linux/x11/keymap/KeyCodeTable.h"
+#include "platform/linux/keycodes/KeyCodeTable.h"
 
 namespace kestrelbay::x11 {
 

@@ -7,7 +7,7 @@
 #include <xcb/xproto.h>
 
 #include "keys/Hotkey.h"
-#include "platform/linux/x11/keymap/KeyCodeTable.h"
+#include "platform/linux/keycodes/KeyCodeTable.h"
 
 namespace kestrelbay::x11 {
 

@@ -3,8 +3,8 @@
 #include <QElapsedTimer>
 
 #include "platform/EventTapContract.h"
+#include "platform/linux/keycodes/KeyCodeTable.h"
 #include "platform/linux/x11/keyboard/XEventTap.h"
-#include "platform/linux/x11/keymap/KeyCodeTable.h"
 #include "support/ChildProcess.h"
 #include "support/FocusedWindow.h"
 #include "support/KeyPresser.h"
@@ -24,7 +24,7 @@ public:
     }
 
     EventTap &tap() { return *tap_; }
-    void hold(KeyCode code) { keys_.press(x11::toXKeycode(code).value()); }
+    void hold(KeyCode code) { keys_.press(toXKeycode(code).value()); }
     void holdLong(KeyCode code) {
         ChildProcess repeatFast(QStringLiteral("xset"),
                                 {QStringLiteral("r"), QStringLiteral("rate"), QStringLiteral("40"),
@@ -39,10 +39,9 @@ public:
         EXPECT_TRUE(waitUntil([&] { return time.elapsed() > 440; }));
     }
     int seenInFront(KeyCode code) {
-        return static_cast<int>(
-            std::ranges::count(front_.pressedKeys(), x11::toXKeycode(code).value()));
+        return static_cast<int>(std::ranges::count(front_.pressedKeys(), toXKeycode(code).value()));
     }
-    void letGo(KeyCode code) { keys_.release(x11::toXKeycode(code).value()); }
+    void letGo(KeyCode code) { keys_.release(toXKeycode(code).value()); }
 
     /// There is nothing to see from outside when the tap has dropped an event, so
     /// this gives it the time, and the turns of the event loop, of many refused grabs
@@ -55,7 +54,7 @@ public:
     }
 
     void setHeldByOthers(const Hotkey &hotkey, bool held) {
-        const std::uint8_t keycode = x11::toXKeycode(hotkey.keyCode).value();
+        const std::uint8_t keycode = toXKeycode(hotkey.keyCode).value();
         if (held)
             EXPECT_TRUE(front_.grabKey(keycode, kMod4));
         else

@@ -5,9 +5,9 @@
 
 #include "keys/KeyCode.h"
 
-namespace kestrelbay::x11 {
+namespace kestrelbay {
 
-/// An X key code: the evdev code of the key plus 8, a position like KeyCode.
+/// A key code of X and XKB: the evdev code of the key plus 8, a position like KeyCode.
 using XKeycode = std::uint8_t;
 
 /// The same position in the other numbering; no value for a key that the other
@@ -15,4 +15,4 @@ using XKeycode = std::uint8_t;
 [[nodiscard]] std::optional<XKeycode> toXKeycode(KeyCode code);
 [[nodiscard]] std::optional<KeyCode> toKeyCode(XKeycode code);
 
-}  // namespace kestrelbay::x11
+}  // namespace kestrelbay

@@ -1,10 +1,10 @@
-#include "platform/linux/x11/keymap/KeyCodeTable.h"
+#include "platform/linux/keycodes/KeyCodeTable.h"
 
 #include <linux/input-event-codes.h>
 
 #include <array>
 
-namespace kestrelbay::x11 {
+namespace kestrelbay {
 
 namespace {
 
@@ -79,4 +79,4 @@ std::optional<KeyCode> toKeyCode(XKeycode code) {
     return std::nullopt;
 }
 
-}  // namespace kestrelbay::x11
+}  // namespace kestrelbay

@@ -1,4 +1,4 @@
-#include "platform/linux/x11/keymap/KeyCodeTable.h"
+#include "platform/linux/keycodes/KeyCodeTable.h"
 
 #include <set>
 
@@ -6,7 +6,7 @@
 
 #include "keys/KeyCode.h"
 
-namespace kestrelbay::x11 {
+namespace kestrelbay {
 namespace {
 
 TEST(KeyCodeTable, IsTwoWay) {
@@ -58,4 +58,4 @@ TEST(KeyCodeTable, HasNoValueForKeysOfOneSystemOnly) {
 }
 
 }  // namespace
-}  // namespace kestrelbay::x11
+}  // namespace kestrelbay
