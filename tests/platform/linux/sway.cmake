@@ -3,5 +3,6 @@ kestrelbay_test(linux_sway_tests
     SOURCES
         linux/wayland/sway/FakeSway.cpp
         linux/wayland/sway/IpcMessageTest.cpp
+        linux/wayland/sway/SwayBindingTest.cpp
         linux/wayland/sway/SwayIpcTest.cpp
     LIBRARIES kestrelbay_back_end GTest::gtest_main)
