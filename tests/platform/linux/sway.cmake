@@ -5,4 +5,5 @@ kestrelbay_test(linux_sway_tests
         linux/wayland/sway/IpcMessageTest.cpp
         linux/wayland/sway/SwayBindingTest.cpp
         linux/wayland/sway/SwayIpcTest.cpp
+        linux/wayland/sway/UserBindingsTest.cpp
     LIBRARIES kestrelbay_back_end GTest::gtest_main)
