@@ -1,9 +1,11 @@
 kestrelbay_test(linux_sway_tests
     LABEL fast
     SOURCES
+        linux/tapMain.cpp
+        linux/wayland/sway/BindingsGuardTest.cpp
         linux/wayland/sway/FakeSway.cpp
         linux/wayland/sway/IpcMessageTest.cpp
         linux/wayland/sway/SwayBindingTest.cpp
         linux/wayland/sway/SwayIpcTest.cpp
         linux/wayland/sway/UserBindingsTest.cpp
-    LIBRARIES kestrelbay_back_end GTest::gtest_main)
+    LIBRARIES kestrelbay_back_end kestrelbay_test_support GTest::gtest)
