@@ -6,6 +6,7 @@ kestrelbay_test(linux_sway_tests
         linux/wayland/sway/FakeSway.cpp
         linux/wayland/sway/IpcMessageTest.cpp
         linux/wayland/sway/SwayBindingTest.cpp
+        linux/wayland/sway/SwayEventTapTest.cpp
         linux/wayland/sway/SwayIpcTest.cpp
         linux/wayland/sway/UserBindingsTest.cpp
-    LIBRARIES kestrelbay_back_end kestrelbay_test_support GTest::gtest)
+    LIBRARIES kestrelbay_back_end kestrelbay_test_support GTest::gmock)

@@ -24,6 +24,10 @@ int listeningSocket(const QString &path) {
     return descriptor;
 }
 
+void send(int connection, const QByteArray &bytes) {
+    ::send(connection, bytes.constData(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL);
+}
+
 }  // namespace
 
 FakeSway::FakeSway(Answer answer)
@@ -34,29 +38,52 @@ FakeSway::FakeSway(Answer answer)
 FakeSway::~FakeSway() {
     ::shutdown(listening_, SHUT_RDWR);
     thread_.join();
+    hangUp();
+    for (std::thread &thread : threads_)
+        thread.join();
+    for (const int connection : connections_)
+        ::close(connection);
     ::close(listening_);
 }
 
-void FakeSway::serve() const {
+void FakeSway::tell(const QByteArray &bytes) {
+    const std::lock_guard lock(mutex_);
+    for (const int listener : listeners_)
+        send(listener, bytes);
+}
+
+void FakeSway::hangUp() {
+    const std::lock_guard lock(mutex_);
+    for (const int connection : connections_)
+        ::shutdown(connection, SHUT_RDWR);
+}
+
+void FakeSway::serve() {
     for (;;) {
         const int connection = ::accept(listening_, nullptr, nullptr);
         if (connection < 0)
             return;
-        serveOne(connection);
-        ::close(connection);
+        const std::lock_guard lock(mutex_);
+        connections_.push_back(connection);
+        threads_.emplace_back([this, connection] {
+            serveOne(connection);
+            ::shutdown(connection, SHUT_RDWR);
+        });
     }
 }
 
-void FakeSway::serveOne(int connection) const {
+void FakeSway::serveOne(int connection) {
     sway::IpcMessageReader reader;
     std::array<char, 4096> buffer{};
     for (;;) {
         while (const std::optional<sway::IpcMessage> message = reader.next()) {
+            const std::lock_guard lock(mutex_);
             const std::optional<QByteArray> answer = answer_(*message);
             if (!answer)
                 return;
-            ::send(connection, answer->constData(), static_cast<std::size_t>(answer->size()),
-                   MSG_NOSIGNAL);
+            send(connection, *answer);
+            if (message->type == sway::MessageType::Subscribe)
+                listeners_.push_back(connection);
         }
         const ssize_t count = ::recv(connection, buffer.data(), buffer.size(), 0);
         if (count <= 0)

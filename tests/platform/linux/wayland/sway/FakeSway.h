@@ -1,8 +1,11 @@
 #pragma once
 
 #include <functional>
+#include <list>
+#include <mutex>
 #include <optional>
 #include <thread>
+#include <vector>
 
 #include <QByteArray>
 #include <QString>
@@ -12,11 +15,12 @@
 
 namespace kestrelbay::testing {
 
-/// A server on a socket of sway's kind that answers one connection after the other with what a
-/// test says, byte for byte. Its thread ends when this object goes.
+/// A server on a socket of sway's kind that answers with what a test says, byte for byte, on any
+/// number of connections.
 class FakeSway {
 public:
-    /// What is to be sent for a message. Nothing: the connection is closed.
+    /// What is to be sent for a message. Nothing: the connection is closed. Called on threads of
+    /// the server, one call at a time.
     using Answer = std::function<std::optional<QByteArray>(const sway::IpcMessage &)>;
 
     explicit FakeSway(Answer answer);
@@ -28,13 +32,22 @@ public:
         return folder_.filePath(QStringLiteral("ipc.sock"));
     }
 
+    /// Sends this to all who have subscribed to events.
+    void tell(const QByteArray &bytes);
+    /// Ends all connections.
+    void hangUp();
+
 private:
-    void serve() const;
-    void serveOne(int connection) const;
+    void serve();
+    void serveOne(int connection);
 
     const QTemporaryDir folder_;
     const Answer answer_;
     const int listening_;
+    std::mutex mutex_;
+    std::vector<int> connections_;
+    std::vector<int> listeners_;
+    std::list<std::thread> threads_;
     std::thread thread_;
 };
 
