@@ -21,6 +21,8 @@
 #include "platform/linux/desktop/QtNativeWindow.h"
 #include "platform/linux/desktop/SyslogLog.h"
 #include "platform/linux/shortcuts/DesktopHotkeyHolders.h"
+#include "platform/linux/wayland/sway/SwayEventTap.h"
+#include "platform/linux/wayland/sway/SwayIpc.h"
 #include "platform/linux/x11/connection/DisplayDiagnostics.h"
 #include "platform/linux/x11/keyboard/XEventTap.h"
 #include "platform/linux/x11/keymap/X11KeyboardLayout.h"
@@ -41,6 +43,8 @@ QString variable(const char *name) {
 class LinuxPlatform final : public Platform {
 public:
     [[nodiscard]] EventTap &eventTap() override {
+        if (!tap_ && !swayVersion().isEmpty())
+            tap_ = std::make_unique<sway::SwayEventTap>(sway::socketOfSession());
         if (!tap_) {
             x11::XEventTap::Settings settings;
             settings.displayName = displayName_;
@@ -49,7 +53,7 @@ public:
                 if (const auto handler = std::exchange(sessionEnded_, nullptr))
                     handler();
             };
-            tap_.emplace(std::move(settings));
+            tap_ = std::make_unique<x11::XEventTap>(std::move(settings));
         }
         return *tap_;
     }
@@ -163,7 +167,8 @@ public:
                                             .arg(variable("XDG_SESSION_TYPE"), variable("DISPLAY"),
                                                  variable("WAYLAND_DISPLAY"))},
             {QStringLiteral("Desktop"), variable("XDG_CURRENT_DESKTOP")},
-            {QStringLiteral("Own windows"), qtPlatformInWords()}};
+            {QStringLiteral("Own windows"), qtPlatformInWords()},
+            {QStringLiteral("Source of hotkeys"), hotkeySource()}};
         for (auto &pair : x11::describeDisplay(displayName_))
             pairs.push_back(std::move(pair));
         systemTray().waitForAnswer();
@@ -199,6 +204,20 @@ private:
         return *displayFacts_;
     }
 
+    /// Empty where the session is none of sway's.
+    [[nodiscard]] const QString &swayVersion() const {
+        if (!swayVersion_)
+            swayVersion_ = sway::versionOf(sway::socketOfSession());
+        return *swayVersion_;
+    }
+
+    [[nodiscard]] QString hotkeySource() const {
+        if (!swayVersion().isEmpty())
+            return QStringLiteral("bindings of sway %1").arg(swayVersion());
+        return displayFacts().isWaylandSession ? QStringLiteral("none in this session")
+                                               : QStringLiteral("the X server");
+    }
+
     [[nodiscard]] static bool areWindowsOnX() {
         return QGuiApplication::platformName() == QLatin1StringView("xcb");
     }
@@ -222,7 +241,8 @@ private:
     std::optional<CanberraSounds> sounds_;
     std::optional<LinuxApplicationCatalog> catalog_;
     std::optional<x11::LinuxWorkspace> workspace_;
-    std::optional<x11::XEventTap> tap_;
+    std::unique_ptr<EventTap> tap_;
+    mutable std::optional<QString> swayVersion_;
     std::optional<x11::X11KeyboardLayout> keyboardLayout_;
     std::optional<AutostartLoginItem> loginItem_;
     std::unique_ptr<NativeWindow> nativeWindow_;

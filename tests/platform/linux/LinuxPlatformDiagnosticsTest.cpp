@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 
 #include "platform/Platform.h"
+#include "platform/linux/wayland/sway/FakeSway.h"
 #include "platform/linux/x11/connection/XConnection.h"
 #include "support/FakeSettingsPortal.h"
 #include "support/FakeTray.h"
@@ -24,7 +25,8 @@ namespace {
 class LinuxPlatformDiagnostics : public ::testing::Test {
 protected:
     ~LinuxPlatformDiagnostics() override {
-        for (const char *name : {"DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_CURRENT_DESKTOP"})
+        for (const char *name : {"DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_CURRENT_DESKTOP",
+                                 "XDG_SESSION_TYPE", "SWAYSOCK"})
             qunsetenv(name);
     }
 
@@ -105,6 +107,18 @@ TEST_F(LinuxPlatformDiagnostics, TellOfWindowsAndWhatTheyAreTakenFor) {
                                                         "as StartupWMClass")))
         << qPrintable(window);
     EXPECT_FALSE(window.contains(QStringLiteral("secret")));
+}
+
+TEST_F(LinuxPlatformDiagnostics, TellWhereHotkeysComeFrom) {
+    const QString name = QStringLiteral("Source of hotkeys");
+    EXPECT_EQ(read()[name], QStringLiteral("the X server"));
+    qputenv("XDG_SESSION_TYPE", "wayland");
+    EXPECT_EQ(read()[name], QStringLiteral("none in this session"));
+    const FakeSway sway([](const sway::IpcMessage &asked) {
+        return sway::toBytes({asked.type, R"({"human_readable": "1.7"})"});
+    });
+    qputenv("SWAYSOCK", QFile::encodeName(sway.socketPath()));
+    EXPECT_EQ(read()[name], QStringLiteral("bindings of sway 1.7"));
 }
 
 TEST_F(LinuxPlatformDiagnostics, TellWhatIsMissing) {

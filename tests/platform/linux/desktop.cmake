@@ -18,6 +18,7 @@ kestrelbay_test(linux_desktop_tests LABEL display
         linux/desktop/PortalSystemSettingsTest.cpp
         linux/desktop/QtNativeWindowTest.cpp
         linux/desktop/XEmbedTrayTest.cpp
+        linux/wayland/sway/FakeSway.cpp
         linux/x11/panels/X11NativeWindowManagedTest.cpp
         linux/x11/panels/X11NativeWindowTest.cpp
         linux/appsDesktop.cpp

@@ -176,4 +176,12 @@ std::optional<QJsonDocument> SwayIpc::parsed(const QByteArray &payload) {
     return std::nullopt;
 }
 
+QString versionOf(const QString &socketPath) {
+    if (socketPath.isEmpty())
+        return {};
+    SwayIpc ipc(socketPath);
+    const std::optional<QJsonDocument> version = ipc.ask(MessageType::GetVersion);
+    return version ? version->object()["human_readable"_L1].toString() : QString();
+}
+
 }  // namespace kestrelbay::sway

@@ -65,4 +65,7 @@ private:
     IpcMessageReader reader_;
 };
 
+/// Of the sway that listens there, as people call it; empty when none does.
+[[nodiscard]] QString versionOf(const QString &socketPath);
+
 }  // namespace kestrelbay::sway

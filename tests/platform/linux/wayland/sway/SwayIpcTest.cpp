@@ -71,6 +71,15 @@ TEST(SwayIpc, SaysThatNobodyIsThere) {
     }
 }
 
+TEST(SwayIpc, SaysWhichSwayListens) {
+    const FakeSway sway(always(toBytes({MessageType::GetVersion, R"({"human_readable": "1.7"})"})));
+    EXPECT_EQ(versionOf(sway.socketPath()), "1.7"_L1);
+    const FakeSway other(always("HTTP/1.1 400 Bad Request"));
+    EXPECT_EQ(versionOf(other.socketPath()), QString());
+    EXPECT_EQ(versionOf(u"/nowhere/ipc.sock"_s), QString());
+    EXPECT_EQ(versionOf({}), QString());
+}
+
 struct BrokenAnswer {
     const char *name;
     std::optional<QByteArray> bytes;
