@@ -4,12 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "appsWindows.h"
+#include "platform/linux/applications/matching/ApplicationLook.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {
 namespace {
-
-using x11::ApplicationLook;
 
 constexpr xcb_window_t kOurs = 1;
 constexpr xcb_window_t kOurOther = 2;
@@ -21,36 +20,36 @@ const ApplicationLook kBefore{
     .active = kAnothers};
 
 TEST(OpenedFileChange, AWindowThatIsNewOrAnotherOrWantsSomething) {
-    EXPECT_EQ(x11::changedWindow(kBefore, kBefore), std::nullopt);
+    EXPECT_EQ(changedWindow(kBefore, kBefore), std::nullopt);
     ApplicationLook now = kBefore;
     now.windows[1].title = "c";
-    EXPECT_EQ(x11::changedWindow(kBefore, now), kOurOther);
+    EXPECT_EQ(changedWindow(kBefore, now), kOurOther);
     ApplicationLook urgent = kBefore;
     urgent.windows[1].wantsAttention = true;
-    EXPECT_EQ(x11::changedWindow(kBefore, urgent), kOurOther);
+    EXPECT_EQ(changedWindow(kBefore, urgent), kOurOther);
     const ApplicationLook calm = kBefore;
-    EXPECT_EQ(x11::changedWindow(urgent, calm), std::nullopt);
+    EXPECT_EQ(changedWindow(urgent, calm), std::nullopt);
     now = kBefore;
     now.windows.push_back({.window = 9, .title = {}});
-    EXPECT_EQ(x11::changedWindow(kBefore, now), 9U);
+    EXPECT_EQ(changedWindow(kBefore, now), 9U);
     now = kBefore;
     now.active = kOurOther;
-    EXPECT_EQ(x11::changedWindow(kBefore, now), kOurOther);
+    EXPECT_EQ(changedWindow(kBefore, now), kOurOther);
     now = kBefore;
     now.windows.pop_back();
     std::ranges::reverse(now.windows);
-    EXPECT_EQ(x11::changedWindow(kBefore, now), std::nullopt);
+    EXPECT_EQ(changedWindow(kBefore, now), std::nullopt);
 }
 
 TEST(OpenedFileChange, TheUserIsElsewhereInAnotherProgramsWindow) {
     ApplicationLook now = kBefore;
-    EXPECT_FALSE(x11::isElsewhere(kBefore, now));
+    EXPECT_FALSE(isElsewhere(kBefore, now));
     now.active = kAThirds;
-    EXPECT_TRUE(x11::isElsewhere(kBefore, now));
+    EXPECT_TRUE(isElsewhere(kBefore, now));
     now.active = XCB_NONE;
-    EXPECT_FALSE(x11::isElsewhere(kBefore, now));
+    EXPECT_FALSE(isElsewhere(kBefore, now));
     now.active = kOurs;
-    EXPECT_FALSE(x11::isElsewhere(kBefore, now));
+    EXPECT_FALSE(isElsewhere(kBefore, now));
 }
 
 /// "Aaa" runs and has two windows behind one of "Bbb". Its entry starts a program that does

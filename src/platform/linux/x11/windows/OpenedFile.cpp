@@ -14,11 +14,6 @@ constexpr std::uint32_t kLongestStateList = 64;
 /// The flag of ICCCM's WM_HINTS, which are in its first word.
 constexpr std::uint32_t kUrgencyHint = 1U << 8U;
 
-const WindowLook *find(const ApplicationLook &look, xcb_window_t window) {
-    const auto found = std::ranges::find(look.windows, window, &WindowLook::window);
-    return found == look.windows.end() ? nullptr : &*found;
-}
-
 QByteArray bytesOf(const PropertyReply &reply) {
     return reply ? QByteArray(static_cast<const char *>(xcb_get_property_value(reply.get())),
                               xcb_get_property_value_length(reply.get()))
@@ -65,25 +60,6 @@ xcb_window_t activeIn(const DesktopPicture &picture) {
 
 }  // namespace
 
-std::optional<xcb_window_t> changedWindow(const ApplicationLook &before,
-                                          const ApplicationLook &now) {
-    if (now.active != before.active && find(now, now.active) != nullptr)
-        return now.active;
-    for (const WindowLook &look : now.windows) {
-        const WindowLook *const old = find(before, look.window);
-        if (old == nullptr || look.title != old->title ||
-            (look.wantsAttention && !old->wantsAttention))
-            return look.window;
-    }
-    return std::nullopt;
-}
-
-bool isElsewhere(const ApplicationLook &before, const ApplicationLook &now) {
-    // Between two windows there may be a moment without an active one.
-    return now.active != XCB_NONE && now.active != before.active &&
-           find(now, now.active) == nullptr;
-}
-
 OpenedFile::OpenedFile(std::shared_ptr<WindowTracker> tracker, QString entryPath,
                        const DesktopPicture &before)
     : tracker_(std::move(tracker)), entryPath_(std::move(entryPath)), before_(lookAt(before)) {}
@@ -105,7 +81,7 @@ ApplicationLook OpenedFile::lookAt(const DesktopPicture &picture) const {
 
 bool OpenedFile::bringForward(const DesktopPicture &now, bool isLastResort) {
     ApplicationLook look = lookAt(now);
-    const std::optional<xcb_window_t> changed = changedWindow(before_, look);
+    const std::optional<std::int64_t> changed = changedWindow(before_, look);
     // Asked last, or a user who goes elsewhere just now might be called back.
     const DesktopPicture latest = tracker_->read(now.index);
     look.active = activeIn(latest);
@@ -124,7 +100,8 @@ bool OpenedFile::bringForward(const DesktopPicture &now, bool isLastResort) {
     };
     if (!changed && list.empty())
         return true;
-    const std::size_t window = changed ? position(*changed) : list.front();
+    const std::size_t window =
+        changed ? position(static_cast<xcb_window_t>(*changed)) : list.front();
     const std::optional<WindowState> state = windows->state(window);
     if (!state)
         return true;
