@@ -10,6 +10,7 @@
 #include "platform/linux/DisplayFacts.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/MemoryRelease.h"
+#include "platform/linux/X11WindowSource.h"
 #include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
 #include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/desktop/AutostartLoginItem.h"
@@ -58,9 +59,10 @@ public:
         return *tap_;
     }
 
-    [[nodiscard]] x11::LinuxWorkspace &workspace() override {
+    [[nodiscard]] LinuxWorkspace &workspace() override {
         if (!workspace_)
-            workspace_.emplace(displayName_, log_);
+            workspace_.emplace(std::make_unique<x11::X11WindowSource>(displayName_, log_),
+                               displayName_);
         return *workspace_;
     }
 
@@ -240,7 +242,7 @@ private:
     std::optional<JsonUserDefaults> defaults_;
     std::optional<CanberraSounds> sounds_;
     std::optional<LinuxApplicationCatalog> catalog_;
-    std::optional<x11::LinuxWorkspace> workspace_;
+    std::optional<LinuxWorkspace> workspace_;
     std::unique_ptr<EventTap> tap_;
     mutable std::optional<QString> swayVersion_;
     std::optional<x11::X11KeyboardLayout> keyboardLayout_;

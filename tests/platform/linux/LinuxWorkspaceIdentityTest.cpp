@@ -11,6 +11,7 @@
 #include <QUrl>
 
 #include "appsWindows.h"
+#include "platform/linux/X11WindowSource.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {

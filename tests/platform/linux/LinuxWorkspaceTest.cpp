@@ -11,10 +11,10 @@ namespace {
 using namespace std::chrono_literals;
 
 TEST_F(LinuxWorkspaceWindows, WithoutAServerThereIsNothing) {
-    x11::LinuxWorkspace nowhere(QStringLiteral(":9999"), log_);
-    EXPECT_TRUE(nowhere.runningApplications().empty());
-    nowhere.prepare({QStringLiteral("/x.desktop")});
-    EXPECT_FALSE(nowhere.openUrl(QStringLiteral("no-such-scheme://x")));
+    const auto nowhere = makeWorkspaceOfX(QStringLiteral(":9999"), log_);
+    EXPECT_TRUE(nowhere->runningApplications().empty());
+    nowhere->prepare({QStringLiteral("/x.desktop")});
+    EXPECT_FALSE(nowhere->openUrl(QStringLiteral("no-such-scheme://x")));
 }
 
 TEST_F(LinuxWorkspaceWindows, WindowManagersComeAndGo) {

@@ -67,8 +67,7 @@ protected:
     void prepare(std::chrono::milliseconds openingTakes) {
         entry_ = entry("Aaa");
         startWindowManager(QLatin1String(GetParam()));
-        workspace_ =
-            std::make_unique<x11::LinuxWorkspace>(server_->displayName(), log_, openingTakes);
+        workspace_ = makeWorkspaceOfX(server_->displayName(), log_, openingTakes);
         windows_ = {makeActive("Aaa"), makeActive("Aaa")};
         other_ = makeActive("Bbb");
         ASSERT_TRUE(waitForRunning(entry_, 2));

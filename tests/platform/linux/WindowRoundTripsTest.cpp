@@ -10,7 +10,7 @@ namespace {
 class WindowRoundTrips : public AppsDesktop, public ::testing::WithParamInterface<int> {
 protected:
     /// What a press does that finds its application running: list, read, decide.
-    static void press(x11::LinuxWorkspace &workspace, const QUrl &url) {
+    static void press(LinuxWorkspace &workspace, const QUrl &url) {
         for (const auto &application : workspace.runningApplications()) {
             if (application->bundleURL() != url)
                 continue;
@@ -38,16 +38,16 @@ TEST_P(WindowRoundTrips, IsOneHoweverManyWindows) {
     const QUrl url = QUrl::fromLocalFile(entry);
     TurnCounter counter(server_->displayName());
     {
-        x11::LinuxWorkspace counted(counter.displayName(), log_);
+        const auto counted = makeWorkspaceOfX(counter.displayName(), log_);
         // The first press asks for states that nobody has asked for before.
-        press(counted, url);
+        press(*counted, url);
         // The window manager may still be busy with its windows; on a busy machine a
         // press may take so long that it has to look again, and the counter take an
         // answer and the next question for one turn.
         EXPECT_TRUE(waitUntil([&] {
             const int before = counter.turns();
             for (int i = 0; i < 10; ++i)
-                press(counted, url);
+                press(*counted, url);
             return counter.turns() - before == 10;
         })) << counter.turns();
         // A state that has changed meanwhile comes along with the list.
@@ -55,7 +55,7 @@ TEST_P(WindowRoundTrips, IsOneHoweverManyWindows) {
             EXPECT_TRUE(waitUntil([&] {
                 maker_->setRaw(windows[0], "_NET_WM_STATE", "ATOM", 32, {});
                 const int before = counter.turns();
-                press(counted, url);
+                press(*counted, url);
                 return counter.turns() - before == 1;
             })) << counter.turns();
         }
@@ -63,8 +63,8 @@ TEST_P(WindowRoundTrips, IsOneHoweverManyWindows) {
         EXPECT_TRUE(waitUntil([&] {
             const int before = counter.turns();
             for (int i = 0; i < 10; ++i) {
-                counted.askAhead();
-                press(counted, url);
+                counted->askAhead();
+                press(*counted, url);
             }
             return counter.turns() - before == 10;
         })) << counter.turns();

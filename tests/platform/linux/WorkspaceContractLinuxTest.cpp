@@ -15,7 +15,7 @@ public:
     LinuxStage() {
         PrivateHome::instance().removeEntries();
         manager_ = server_.startWindowManager(QStringLiteral("openbox"));
-        workspace_ = std::make_unique<x11::LinuxWorkspace>(server_.displayName(), log_);
+        workspace_ = makeWorkspaceOfX(server_.displayName(), log_);
     }
 
     [[nodiscard]] Workspace &workspace() override { return *workspace_; }
@@ -53,7 +53,7 @@ private:
     PrivateXServer server_;
     std::unique_ptr<ChildProcess> manager_;
     QHash<QString, std::shared_ptr<ChildProcess>> clients_;
-    std::unique_ptr<x11::LinuxWorkspace> workspace_;
+    std::unique_ptr<LinuxWorkspace> workspace_;
 };
 
 INSTANTIATE_TEST_SUITE_P(Linux, WorkspaceContract, ::testing::Values(WorkspaceStageFactory([] {

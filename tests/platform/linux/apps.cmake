@@ -3,10 +3,10 @@ pkg_check_modules(XCB_TEST REQUIRED IMPORTED_TARGET xcb xcb-xtest)
 
 kestrelbay_test(linux_apps_fast_tests LABEL fast
     SOURCES
-        linux/x11/windows/ApplicationWindowsTest.cpp
         linux/x11/windows/FocusOrderTest.cpp
         linux/x11/windows/UseOrderTest.cpp
         linux/x11/windows/WindowStatesTest.cpp
+        linux/applications/matching/ApplicationGroupsTest.cpp
         linux/applications/matching/ApplicationMatchTest.cpp
         linux/applications/entries/CommandLineApplicationTest.cpp
         linux/applications/entries/DesktopEntryApplicationTest.cpp

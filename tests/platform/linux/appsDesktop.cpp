@@ -9,9 +9,16 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include "platform/linux/X11WindowSource.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {
+
+std::unique_ptr<LinuxWorkspace> makeWorkspaceOfX(const QString &displayName, SystemLog &log,
+                                                 std::chrono::milliseconds openingTakes) {
+    return std::make_unique<LinuxWorkspace>(
+        std::make_unique<x11::X11WindowSource>(displayName, log), displayName, openingTakes);
+}
 
 namespace {
 PrivateHome *home = nullptr;
@@ -249,7 +256,7 @@ void AppsDesktop::startWindowManager(const QString &program) {
 }
 
 void AppsDesktop::startWorkspace() {
-    workspace_ = std::make_unique<x11::LinuxWorkspace>(server_->displayName(), log_);
+    workspace_ = makeWorkspaceOfX(server_->displayName(), log_);
 }
 
 AppsDesktop::Application AppsDesktop::running(const QString &entryPath) {

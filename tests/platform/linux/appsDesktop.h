@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <initializer_list>
 #include <memory>
@@ -20,6 +21,11 @@
 #include "support/PrivateXServer.h"
 
 namespace kestrelbay::testing {
+
+/// That of an X server.
+[[nodiscard]] std::unique_ptr<LinuxWorkspace> makeWorkspaceOfX(
+    const QString &displayName, SystemLog &log,
+    std::chrono::milliseconds openingTakes = LinuxWorkspace::kOpeningTakes);
 
 struct NullLog : SystemLog {
     void write(const QString &) override {}
@@ -115,7 +121,7 @@ protected:
 
     void startWindowManager(const QString &program = QStringLiteral("openbox"));
     void startWorkspace();
-    [[nodiscard]] x11::LinuxWorkspace &workspace() { return *workspace_; }
+    [[nodiscard]] LinuxWorkspace &workspace() { return *workspace_; }
 
     using Application = std::unique_ptr<RunningApplication>;
     /// The first running application of this entry.
@@ -127,7 +133,7 @@ protected:
     std::unique_ptr<PrivateXServer> server_;
     std::unique_ptr<ChildProcess> windowManager_;
     std::unique_ptr<WindowMaker> maker_;
-    std::unique_ptr<x11::LinuxWorkspace> workspace_;
+    std::unique_ptr<LinuxWorkspace> workspace_;
 };
 
 }  // namespace kestrelbay::testing

@@ -1,9 +1,10 @@
+#include "platform/linux/applications/matching/ApplicationGroups.h"
+
 #include <gtest/gtest.h>
 
-#include "platform/linux/x11/windows/ApplicationWindows.h"
-#include "platform/linux/x11/windows/WindowReport.h"
+#include "platform/linux/applications/matching/WindowDescription.h"
 
-namespace kestrelbay::x11 {
+namespace kestrelbay {
 namespace {
 
 class Groups : public ::testing::Test {
@@ -16,21 +17,18 @@ protected:
         std::vector<ApplicationMatch> matches;
         for (const std::size_t entry : entries)
             matches.push_back({entry, MatchReason::ClassIsId});
-        ManagedWindow window;
-        window.facts = std::make_shared<const WindowFacts>(facts);
-        window.matches = std::make_shared<const std::vector<ApplicationMatch>>(matches);
-        window.active = active;
-        picture_.windows.push_back(window);
+        grouping_.add(count_++, facts, matches, active);
     }
 
-    DesktopPicture picture_;
+    ApplicationGrouping grouping_;
+    std::size_t count_ = 0;
 };
 
 TEST_F(Groups, ComeInTheOrderOfTheirFrontMostWindows) {
     add({3}, 30, "c");
     add({1}, 10, "a", true);
     add({3}, 31, "c");
-    const auto groups = groupApplications(picture_);
+    const auto groups = grouping_.take();
     ASSERT_EQ(groups.size(), 2U);
     EXPECT_EQ(groups[0].entry, 3U);
     EXPECT_EQ(groups[0].pid, 30);
@@ -42,7 +40,7 @@ TEST_F(Groups, ComeInTheOrderOfTheirFrontMostWindows) {
 
 TEST_F(Groups, AWindowOfSeveralEntriesIsInAll) {
     add({4, 5}, 1, "x", true);
-    const auto groups = groupApplications(picture_);
+    const auto groups = grouping_.take();
     ASSERT_EQ(groups.size(), 2U);
     EXPECT_TRUE(groups[0].active && groups[1].active);
     EXPECT_EQ(groups[1].entry, 5U);
@@ -54,7 +52,7 @@ TEST_F(Groups, WithoutAnEntryTheProcessOrTheClassHoldsThemTogether) {
     add({}, 0, "far");
     add({}, 0, "far");
     add({}, 0, "", true);
-    const auto groups = groupApplications(picture_);
+    const auto groups = grouping_.take();
     ASSERT_EQ(groups.size(), 2U);
     EXPECT_EQ(groups[0].windows.size(), 2U);
     EXPECT_FALSE(groups[0].entry.has_value());
@@ -62,23 +60,21 @@ TEST_F(Groups, WithoutAnEntryTheProcessOrTheClassHoldsThemTogether) {
     EXPECT_LT(groups[1].pid, 1);
 }
 
-TEST_F(Groups, AreReportedWindowByWindow) {
+TEST(WindowDescription, NamesTheEntriesAndWhy) {
     DesktopEntry entry;
     entry.path = QStringLiteral("/apps/a.desktop");
-    picture_.index = std::make_shared<const ApplicationIndex>(std::vector{entry, entry});
-    add({0, 1}, 30, "c\nWindow 7: x");
-    add({}, 0, "");
-    const auto lines = describeWindows(picture_);
-    ASSERT_EQ(lines.size(), 2U);
-    EXPECT_EQ(lines[0],
-              std::pair(QStringLiteral("Window 1"),
-                        QStringLiteral("ordinary, class \"c?Window 7: x\", instance \"\", "
-                                       "program unknown: /apps/a.desktop by its class, as "
-                                       "desktop file id, /apps/a.desktop by its class, as "
-                                       "desktop file id")));
-    EXPECT_EQ(lines[1].second, QStringLiteral("ordinary, class \"\", instance \"\", "
-                                              "no process here: no entry"));
+    const ApplicationIndex index(std::vector{entry, entry});
+    WindowFacts facts;
+    facts.pid = 30;
+    facts.className = QStringLiteral("c\nWindow 7: x");
+    EXPECT_EQ(
+        describeWindow(facts, {{0, MatchReason::ClassIsId}, {1, MatchReason::ClassIsId}}, index),
+        QStringLiteral("ordinary, class \"c?Window 7: x\", instance \"\", program unknown: "
+                       "/apps/a.desktop by its class, as desktop file id, "
+                       "/apps/a.desktop by its class, as desktop file id"));
+    EXPECT_EQ(describeWindow({}, {}, index), QStringLiteral("ordinary, class \"\", instance \"\", "
+                                                            "no process here: no entry"));
 }
 
 }  // namespace
-}  // namespace kestrelbay::x11
+}  // namespace kestrelbay

@@ -1,10 +1,10 @@
-#include "platform/linux/x11/windows/WindowReport.h"
+#include "platform/linux/applications/matching/WindowDescription.h"
 
 #include <algorithm>
 
 #include <QStringList>
 
-namespace kestrelbay::x11 {
+namespace kestrelbay {
 
 namespace {
 
@@ -43,9 +43,9 @@ QString programOf(const WindowFacts &facts) {
     return QStringLiteral("program unknown");
 }
 
-QString entriesOf(const ManagedWindow &window, const ApplicationIndex &index) {
+QString entriesOf(const std::vector<ApplicationMatch> &matches, const ApplicationIndex &index) {
     QStringList entries;
-    for (const ApplicationMatch &match : *window.matches)
+    for (const ApplicationMatch &match : matches)
         entries.append(QStringLiteral("%1 by %2")
                            .arg(index.entries()[match.entry].path, description(match.reason)));
     return entries.isEmpty() ? QStringLiteral("no entry") : entries.join(QStringLiteral(", "));
@@ -53,17 +53,11 @@ QString entriesOf(const ManagedWindow &window, const ApplicationIndex &index) {
 
 }  // namespace
 
-std::vector<std::pair<QString, QString>> describeWindows(const DesktopPicture &picture) {
-    std::vector<std::pair<QString, QString>> lines;
-    for (const ManagedWindow &window : picture.windows) {
-        const WindowFacts &facts = *window.facts;
-        lines.emplace_back(
-            QStringLiteral("Window %1").arg(lines.size() + 1),
-            QStringLiteral("%1, class %2, instance %3, %4: %5")
-                .arg(typeOf(facts.type), quoted(facts.className), quoted(facts.instance),
-                     programOf(facts), entriesOf(window, *picture.index)));
-    }
-    return lines;
+QString describeWindow(const WindowFacts &facts, const std::vector<ApplicationMatch> &matches,
+                       const ApplicationIndex &index) {
+    return QStringLiteral("%1, class %2, instance %3, %4: %5")
+        .arg(typeOf(facts.type), quoted(facts.className), quoted(facts.instance), programOf(facts),
+             entriesOf(matches, index));
 }
 
-}  // namespace kestrelbay::x11
+}  // namespace kestrelbay
