@@ -9,5 +9,6 @@ kestrelbay_test(linux_sway_tests
         linux/wayland/sway/SwayEventTapTest.cpp
         linux/wayland/sway/SwayIpcTest.cpp
         linux/wayland/sway/UserBindingsTest.cpp
+        linux/wayland/sway/windows/SwayDesktopTest.cpp
         linux/wayland/sway/windows/SwayTreeTest.cpp
     LIBRARIES kestrelbay_back_end kestrelbay_test_support GTest::gmock)
