@@ -10,6 +10,7 @@
 #include "platform/linux/DisplayFacts.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/MemoryRelease.h"
+#include "platform/linux/SwayWindowSource.h"
 #include "platform/linux/X11WindowSource.h"
 #include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
 #include "platform/linux/bus/SessionBus.h"
@@ -61,8 +62,7 @@ public:
 
     [[nodiscard]] LinuxWorkspace &workspace() override {
         if (!workspace_)
-            workspace_.emplace(std::make_unique<x11::X11WindowSource>(displayName_, log_),
-                               displayName_);
+            workspace_.emplace(makeWindowSource(), displayName_);
         return *workspace_;
     }
 
@@ -170,7 +170,8 @@ public:
                                                  variable("WAYLAND_DISPLAY"))},
             {QStringLiteral("Desktop"), variable("XDG_CURRENT_DESKTOP")},
             {QStringLiteral("Own windows"), qtPlatformInWords()},
-            {QStringLiteral("Source of hotkeys"), hotkeySource()}};
+            {QStringLiteral("Source of hotkeys"), hotkeySource()},
+            {QStringLiteral("Source of windows"), windowSource()}};
         for (auto &pair : x11::describeDisplay(displayName_))
             pairs.push_back(std::move(pair));
         systemTray().waitForAnswer();
@@ -181,7 +182,7 @@ public:
         pairs.emplace_back(QStringLiteral("Portal"), systemSettings().isPortalPresent()
                                                          ? QStringLiteral("present")
                                                          : QStringLiteral("not present"));
-        if (displayFacts().doesXAnswer)
+        if (displayFacts().doesXAnswer || !swayVersion().isEmpty())
             for (auto &pair : workspace().windowReport())
                 pairs.push_back(std::move(pair));
         return pairs;
@@ -211,6 +212,18 @@ private:
         if (!swayVersion_)
             swayVersion_ = sway::versionOf(sway::socketOfSession());
         return *swayVersion_;
+    }
+
+    [[nodiscard]] std::unique_ptr<WindowSource> makeWindowSource() {
+        if (!swayVersion().isEmpty())
+            return std::make_unique<sway::SwayWindowSource>(sway::socketOfSession());
+        return std::make_unique<x11::X11WindowSource>(displayName_, log_);
+    }
+
+    [[nodiscard]] QString windowSource() const {
+        if (!swayVersion().isEmpty())
+            return QStringLiteral("the tree of sway %1").arg(swayVersion());
+        return displayFacts().doesXAnswer ? QStringLiteral("the X server") : QStringLiteral("none");
     }
 
     [[nodiscard]] QString hotkeySource() const {

@@ -109,16 +109,19 @@ TEST_F(LinuxPlatformDiagnostics, TellOfWindowsAndWhatTheyAreTakenFor) {
     EXPECT_FALSE(window.contains(QStringLiteral("secret")));
 }
 
-TEST_F(LinuxPlatformDiagnostics, TellWhereHotkeysComeFrom) {
-    const QString name = QStringLiteral("Source of hotkeys");
-    EXPECT_EQ(read()[name], QStringLiteral("the X server"));
+TEST_F(LinuxPlatformDiagnostics, TellWhereHotkeysAndWindowsComeFrom) {
+    const QString hotkeys = QStringLiteral("Source of hotkeys");
+    const QString windows = QStringLiteral("Source of windows");
+    EXPECT_EQ(read()[hotkeys], QStringLiteral("the X server"));
+    EXPECT_EQ(read()[windows], QStringLiteral("none"));
     qputenv("XDG_SESSION_TYPE", "wayland");
-    EXPECT_EQ(read()[name], QStringLiteral("none in this session"));
+    EXPECT_EQ(read()[hotkeys], QStringLiteral("none in this session"));
     const FakeSway sway([](const sway::IpcMessage &asked) {
         return sway::toBytes({asked.type, R"({"human_readable": "1.7"})"});
     });
     qputenv("SWAYSOCK", QFile::encodeName(sway.socketPath()));
-    EXPECT_EQ(read()[name], QStringLiteral("bindings of sway 1.7"));
+    EXPECT_EQ(read()[hotkeys], QStringLiteral("bindings of sway 1.7"));
+    EXPECT_EQ(read()[windows], QStringLiteral("the tree of sway 1.7"));
 }
 
 TEST_F(LinuxPlatformDiagnostics, TellWhatIsMissing) {
