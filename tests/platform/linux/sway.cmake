@@ -1,7 +1,7 @@
 kestrelbay_test(linux_sway_tests
     LABEL fast
     SOURCES
-        linux/tapMain.cpp
+        linux/wayland/sway/swayMain.cpp
         linux/wayland/sway/BindingsGuardTest.cpp
         linux/wayland/sway/FakeSway.cpp
         linux/wayland/sway/IpcMessageTest.cpp

@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -131,7 +132,7 @@ void SwayEventTap::setWantedHotkeys(const std::vector<Hotkey> &hotkeys) {
 void SwayEventTap::updateBindings() {
     std::set<Position> next;
     for (const auto &[position, hotkey] : wanted_) {
-        if (!session_->isRecording && !session_->taken.contains(position))
+        if (!session_->recording && !session_->taken.contains(position))
             next.insert(position);
     }
     std::vector<Position> fresh;
@@ -177,9 +178,19 @@ std::vector<bool> SwayEventTap::run(const QByteArray &commands) const {
 }
 
 bool SwayEventTap::setRecording(bool recording) {
-    if (session_ && std::exchange(session_->isRecording, recording) != recording)
-        updateBindings();
-    return false;
+    if (!session_ || QCoreApplication::instance() == nullptr)
+        return false;
+    if (recording == (session_->recording != nullptr))
+        return true;
+    if (recording) {
+        session_->recording = std::make_unique<OwnWindowKeys>(handlers_.event);
+    } else if (OwnWindowKeys *const ended = session_->recording.release()) {
+        ended->stop();
+        // It may be what calls this.
+        ended->deleteLater();
+    }
+    updateBindings();
+    return true;
 }
 
 std::vector<RefusedHotkey> SwayEventTap::refusedHotkeys() const {

@@ -14,6 +14,7 @@
 
 #include "platform/EventTap.h"
 #include "platform/linux/wayland/sway/BindingsGuard.h"
+#include "platform/linux/wayland/sway/OwnWindowKeys.h"
 #include "platform/linux/wayland/sway/SwayBinding.h"
 #include "platform/linux/wayland/sway/SwayClaim.h"
 #include "platform/linux/wayland/sway/SwayIpc.h"
@@ -44,8 +45,8 @@ public:
     void enable() override {}
     void remove() override;
     void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) override;
-    /// False: no keys are delivered. While recording the hotkeys are not bound, so that they reach
-    /// the window that records.
+    /// Keys are delivered that reach a window of this program. Hotkeys are not bound meanwhile, so
+    /// that they do. False without an application object.
     bool setRecording(bool recording) override;
     /// Nothing: no keyboard waits.
     void deliverWaiting() override {}
@@ -68,7 +69,8 @@ private:
         std::set<Position> bound;
         /// sway did not take them.
         std::set<Position> refused;
-        bool isRecording = false;
+        /// While recording.
+        std::unique_ptr<OwnWindowKeys> recording;
     };
 
     [[nodiscard]] TapProblem tryInstall();

@@ -2,10 +2,13 @@
 
 #include <map>
 #include <mutex>
+#include <tuple>
 
 #include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QKeyEvent>
+#include <QWindow>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -246,12 +249,42 @@ TEST_F(SwayEventTapTest, BindsInTheDefaultModeWhateverModeIsOn) {
 TEST_F(SwayEventTapTest, LeavesTheKeysToTheWindowThatRecords) {
     tap_.setWantedHotkeys({kCommandT});
     ASSERT_TRUE(install());
-    EXPECT_FALSE(tap_.setRecording(true));
+    EXPECT_TRUE(tap_.setRecording(true));
     EXPECT_THAT(sway_.boundKeys(), IsEmpty());
     tap_.setWantedHotkeys({kCommandT, kCommandJ});
     EXPECT_THAT(sway_.boundKeys(), IsEmpty());
-    EXPECT_FALSE(tap_.setRecording(false));
+    EXPECT_TRUE(tap_.setRecording(false));
     EXPECT_THAT(sway_.boundKeys(), ElementsAre("Mod4+28", "Mod4+44"));
+}
+
+TEST_F(SwayEventTapTest, TellsWhileRecordingOfTheKeysOfOwnWindows) {
+    std::vector<std::tuple<EventType, KeyCode, ModifierFlags>> told;
+    ASSERT_TRUE(tap_.install({.event = [&](EventType type, KeyCode key, ModifierFlags flags) {
+        told.emplace_back(type, key, flags);
+        return type == EventType::KeyDown ? EventVerdict::Swallow : EventVerdict::Pass;
+    }}));
+    QWindow window;
+    const auto send = [&](QEvent::Type type, quint32 code, bool isRepeat = false) {
+        QKeyEvent event(type, 0, Qt::NoModifier, code, 0, 0, {}, isRepeat);
+        event.ignore();
+        QCoreApplication::sendEvent(&window, &event);
+    };
+    send(QEvent::KeyPress, 28);
+    ASSERT_TRUE(tap_.setRecording(true));
+    send(QEvent::KeyPress, 133);
+    send(QEvent::KeyPress, 28);
+    send(QEvent::KeyPress, 28, true);
+    send(QEvent::KeyRelease, 28);
+    send(QEvent::KeyPress, 9999);
+    const ModifierFlags command = flagsOfModifierKey(key::kLeftCommand);
+    EXPECT_THAT(told, ElementsAre(std::tuple(EventType::FlagsChanged, key::kLeftCommand, command),
+                                  std::tuple(EventType::KeyDown, kCommandT.keyCode, command)));
+    told.clear();
+    ASSERT_TRUE(tap_.setRecording(false));
+    EXPECT_TRUE(waitUntil([&] { return !told.empty(); }));
+    send(QEvent::KeyPress, 28);
+    EXPECT_THAT(
+        told, ElementsAre(std::tuple(EventType::FlagsChanged, key::kLeftCommand, ModifierFlags())));
 }
 
 TEST_F(SwayEventTapTest, UnbindsAllWhenItIsRemoved) {
