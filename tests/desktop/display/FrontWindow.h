@@ -5,13 +5,13 @@
 
 #include <QString>
 
+#include "desktop/display/FrontProgram.h"
 #include "desktop/display/XClient.h"
 
 namespace kestrelbay::desktop {
 
-/// A plain program with one window: it stands for whatever the user is working
-/// with, and remembers every key event and click that reached it.
-class FrontWindow {
+/// It remembers every key event and click that reached it.
+class FrontWindow : public FrontProgram {
 public:
     struct Key {
         std::uint8_t keycode;
@@ -22,12 +22,12 @@ public:
 
     explicit FrontWindow(const QString &displayName);
 
-    [[nodiscard]] xcb_window_t id() const { return window_; }
-    /// Presses of this key that reached the window since forget(), repeats included.
-    [[nodiscard]] int pressesOf(std::uint8_t keycode);
+    [[nodiscard]] xcb_window_t id() override { return window_; }
+    /// Repeats included.
+    [[nodiscard]] int pressesOf(std::uint8_t keycode) override;
     /// Clicks that reached the window since forget().
     [[nodiscard]] int clicks();
-    void forget();
+    void forget() override;
     void setFullScreen(bool fullScreen);
 
 private:

@@ -64,6 +64,10 @@ WindowManagerView::State WindowManagerView::state(Window window) {
     return values.empty() ? State::Withdrawn : static_cast<State>(values.front());
 }
 
+bool WindowManagerView::isMinimised(Window window) {
+    return state(window) == State::Iconic;
+}
+
 std::optional<std::uint32_t> WindowManagerView::desktopOf(Window window) {
     const auto values = client_.numbers(window, "_NET_WM_DESKTOP");
     if (values.empty() || values.front() == kOnAllDesktops)
@@ -115,20 +119,9 @@ WindowManagerView::Window WindowManagerView::frontMostAt(Window window) {
     return first == windows.end() ? Window{XCB_NONE} : *first;
 }
 
-bool WindowManagerView::isInFront(Window window) {
-    return active() == window && isShown(window) && frontMostAt(window) == window;
-}
-
 bool WindowManagerView::isPanel(Window window) {
     const auto types = client_.numbers(window, "_NET_WM_WINDOW_TYPE");
     return std::ranges::count(types, client_.atom("_NET_WM_WINDOW_TYPE_DOCK")) != 0;
-}
-
-QString WindowManagerView::describe(Window window) {
-    if (window == XCB_NONE)
-        return QStringLiteral("no window");
-    return QStringLiteral("%1 “%2” 0x%3")
-        .arg(windowClass(window), title(window), QString::number(window, 16));
 }
 
 void WindowManagerView::activate(Window window) {

@@ -65,6 +65,14 @@ Desktop::~Desktop() {
     processes_.killAll();
 }
 
+Command Desktop::command(const QString &program, const QStringList &arguments) const {
+    return {.program = program, .arguments = arguments};
+}
+
+void Desktop::write(const QString &path, const QByteArray &contents) {
+    HomeFolder::write(path, contents);
+}
+
 void Desktop::start(const QString &program, const QStringList &arguments) {
     programs_.push_back(
         std::make_unique<ChildProcess>(program, arguments, environment_, QProcess::nullDevice()));

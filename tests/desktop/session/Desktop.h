@@ -10,30 +10,34 @@
 #include "desktop/display/WindowManagerView.h"
 #include "desktop/session/HomeFolder.h"
 #include "desktop/session/Processes.h"
+#include "desktop/session/Session.h"
 #include "support/ChildProcess.h"
 #include "support/PrivateXServer.h"
 
 namespace kestrelbay::desktop {
 
-/// A whole desktop session of its own: X server, session bus, window manager with
-/// at least two workspaces, home folder. Everything in it ends with it, programs
-/// started by hotkeys included.
-class Desktop {
+/// X server, session bus, window manager with at least two workspaces, home folder, all of it
+/// ours.
+class Desktop : public Session {
 public:
     /// `windowManager` is one of testing::knownWindowManagers(); the server's arguments
     /// are those beyond the usual ones. Throws std::runtime_error when a part of the
     /// session does not come up.
     explicit Desktop(QString windowManager, const QStringList &serverArguments = {});
-    ~Desktop();
+    ~Desktop() override;
+    Desktop(const Desktop &) = delete;
+    Desktop &operator=(const Desktop &) = delete;
 
     [[nodiscard]] const QString &displayName() const { return server_.displayName(); }
-    [[nodiscard]] const QProcessEnvironment &environment() const { return environment_; }
-    [[nodiscard]] const HomeFolder &home() const { return home_; }
-    [[nodiscard]] const Processes &processes() const { return processes_; }
+    [[nodiscard]] const QProcessEnvironment &environment() const override { return environment_; }
+    [[nodiscard]] const HomeFolder &home() const override { return home_; }
+    [[nodiscard]] const Processes &processes() const override { return processes_; }
     [[nodiscard]] WindowManagerView &view() { return *view_; }
 
-    /// Starts an ordinary program of this session; it runs until the session ends.
-    void start(const QString &program, const QStringList &arguments = {});
+    [[nodiscard]] Command command(const QString &program,
+                                  const QStringList &arguments) const override;
+    void start(const QString &program, const QStringList &arguments = {}) override;
+    void write(const QString &path, const QByteArray &contents) override;
     /// A second window manager takes over from the running one.
     void replaceWindowManager();
     /// From now on windows can be seen through, as they always can where the window manager is
@@ -41,8 +45,7 @@ public:
     void startCompositor();
     void stopCompositor();
     void killServer();
-    /// A picture of the whole screen.
-    void screenshot(const QString &path);
+    void screenshot(const QString &path) override;
 
 private:
     HomeFolder home_;
