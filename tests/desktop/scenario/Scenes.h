@@ -4,39 +4,40 @@
 
 namespace kestrelbay::desktop {
 
-// Each scene is a few steps on one subject. They are played in this order, and a
-// later one may find the windows that an earlier one left.
+// Each scene is a few steps on one subject. They are played in the order of a list in main.cpp, and
+// a later one may find the windows that an earlier one left. Those of a StageBase are played on
+// every kind of display.
 
 // ScenesStart.cpp
 void sceneStart(Stage &stage);
 void sceneQuit(Stage &stage);
 
 // ScenesForward.cpp
-void sceneLaunchAndForward(Stage &stage);
-void sceneWithoutAGap(Stage &stage);
+void sceneLaunchAndForward(StageBase &stage);
+void sceneWithoutAGap(StageBase &stage);
 
 // ScenesKeys.cpp
 void sceneSides(Stage &stage);
 void sceneLocks(Stage &stage);
-void sceneDisabledRule(Stage &stage);
-void sceneGlobalSwitch(Stage &stage);
-void sceneHeldKey(Stage &stage);
+void sceneDisabledRule(StageBase &stage);
+void sceneGlobalSwitch(StageBase &stage);
+void sceneHeldKey(StageBase &stage);
 
 // ScenesWindows.cpp
-void sceneHideAndShow(Stage &stage);
-void sceneCycle(Stage &stage);
+void sceneHideAndShow(StageBase &stage);
+void sceneCycle(StageBase &stage);
 
 // ScenesOpen.cpp
-void sceneUrl(Stage &stage);
-void sceneFile(Stage &stage);
-void sceneFolder(Stage &stage);
-void sceneArguments(Stage &stage);
+void sceneUrl(StageBase &stage);
+void sceneFile(StageBase &stage);
+void sceneFolder(StageBase &stage);
+void sceneArguments(StageBase &stage);
 
 // ScenesManager.cpp
 void sceneManagersHotkey(Stage &stage);
 
 // ScenesTrouble.cpp
-void sceneHungTargets(Stage &stage);
+void sceneHungTargets(StageBase &stage);
 void sceneWindowManagerRestart(Stage &stage);
 void sceneBrokenRules(Stage &stage);
 /// The last one: there is no desktop after it.

@@ -6,14 +6,12 @@
 
 namespace kestrelbay::desktop {
 
-using State = WindowManagerView::State;
-
-void sceneLaunchAndForward(Stage &stage) {
+void sceneLaunchAndForward(StageBase &stage) {
     const Chord hotkey = leftCommand(scenario::kTerminal);
-    WindowManagerView &view = stage.view();
-    const auto inFront = [&] { return stage.isInFront(scenario::kTerminalClass); };
+    WindowsView &view = stage.view();
+    const auto inFront = [&] { return stage.isInFront(stage.cast().terminal.window); };
     const auto front = [&] { return stage.frontInWords(); };
-    const auto count = [&] { return stage.windowsOf(scenario::kTerminalClass).size(); };
+    const auto count = [&] { return stage.windowsOf(stage.cast().terminal.window).size(); };
     const auto onlyOne = [&] {
         return count() == 1 ? QString() : QStringLiteral("there are %1 terminals").arg(count());
     };
@@ -23,7 +21,7 @@ void sceneLaunchAndForward(Stage &stage) {
                          .seen = inFront,
                          .saw = front,
                          .objection = onlyOne});
-    const Stage::Window terminal = stage.windowOf(scenario::kTerminalClass);
+    const StageBase::Window terminal = stage.windowOf(stage.cast().terminal.window);
     stage.screenshot(QStringLiteral("launched"));
 
     const int markers = stage.markers();
@@ -45,10 +43,9 @@ void sceneLaunchAndForward(Stage &stage) {
                              .seen = [&] { return view.isInFront(terminal); },
                              .saw =
                                  [&] {
-                                     return QStringLiteral("%1, workspace %2 of %3")
+                                     return QStringLiteral("%1, workspace %2")
                                          .arg(front())
-                                         .arg(view.currentDesktop() + 1)
-                                         .arg(view.desktopCount());
+                                         .arg(view.currentDesktop() + 1);
                                  },
                              .objection = onlyOne});
     };
@@ -60,7 +57,7 @@ void sceneLaunchAndForward(Stage &stage) {
         .done = QStringLiteral("asked the window manager to minimise the terminal"),
         .expected = QStringLiteral("it is minimised"),
         .act = [&] { view.minimise(terminal); },
-        .seen = [&] { return view.state(terminal) == State::Iconic; },
+        .seen = [&] { return view.isMinimised(terminal); },
         .saw = front,
         .needs = Ability::Minimises,
     });
@@ -83,15 +80,15 @@ void sceneLaunchAndForward(Stage &stage) {
         [&] { return view.currentDesktop() == here && view.desktopOf(terminal) == here; });
 }
 
-void sceneWithoutAGap(Stage &stage) {
+void sceneWithoutAGap(StageBase &stage) {
     constexpr int kPairs = 100;
     struct Target {
         Chord hotkey;
         const char *windowClass;
     };
     const std::array targets{
-        Target{leftCommand(scenario::kTerminal), scenario::kTerminalClass},
-        Target{leftCommand(scenario::kOtherTerminal), scenario::kOtherTerminalClass}};
+        Target{leftCommand(scenario::kTerminal), stage.cast().terminal.window},
+        Target{leftCommand(scenario::kOtherTerminal), stage.cast().otherTerminal.window}};
     const auto isInFront = [&](const Target &target) {
         return stage.isInFront(target.windowClass);
     };
@@ -129,7 +126,7 @@ void sceneWithoutAGap(Stage &stage) {
             },
         .timeout = std::chrono::milliseconds(0),
     });
-    stage.closeAll(scenario::kOtherTerminalClass);
+    stage.closeAll(stage.cast().otherTerminal.window);
 }
 
 }  // namespace kestrelbay::desktop

@@ -30,7 +30,7 @@ const QStringList kToggleAllShortcuts{QStringLiteral("call"),
 
 /// Presses a chord that nothing may answer to, then the marker's hotkey. By the
 /// time the marker is seen, an answer to the first would have been under way, too.
-Step pressThenMarker(Stage &stage, const Chord &chord) {
+Step pressThenMarker(StageBase &stage, const Chord &chord) {
     return {.done = Stage::told(chord) + QStringLiteral(", then the marker's key"),
             .act =
                 [&stage, chord] {
@@ -41,7 +41,7 @@ Step pressThenMarker(Stage &stage, const Chord &chord) {
 }
 
 /// The chord reaches the program in front, and nothing else comes of it.
-void passesThrough(Stage &stage, const Chord &chord, const QString &expected) {
+void passesThrough(StageBase &stage, const Chord &chord, const QString &expected) {
     stage.bringFrontProgram();
     const std::uint8_t keycode = chord.keycodes.back();
     Step step = pressThenMarker(stage, chord);
@@ -61,10 +61,10 @@ void passesThrough(Stage &stage, const Chord &chord, const QString &expected) {
     stage.story().step(step);
 }
 
-void bringsTerminal(Stage &stage, const Chord &chord, const QString &expected) {
+void bringsTerminal(StageBase &stage, const Chord &chord, const QString &expected) {
     stage.bringFrontProgram();
     stage.press(chord, {.expected = expected,
-                        .seen = [&] { return stage.isInFront(scenario::kTerminalClass); },
+                        .seen = [&] { return stage.isInFront(stage.cast().terminal.window); },
                         .saw = [&] { return stage.frontInWords(); },
                         .objection =
                             [&] {
@@ -88,7 +88,7 @@ void waitFor(Clock::duration time) {
 }
 
 /// The hotkey with arguments, held for as long as another key took to repeat.
-void holdsAsOnePress(Stage &stage, const QString &done, const std::function<void()> &hold) {
+void holdsAsOnePress(StageBase &stage, const QString &done, const std::function<void()> &hold) {
     const auto started = [&stage] {
         return static_cast<int>(
             stage.desktop().processes().withArgument(QStringLiteral("-v")).size());
@@ -176,7 +176,7 @@ void sceneLocks(Stage &stage) {
     toggle(capsLock);
 }
 
-void sceneDisabledRule(Stage &stage) {
+void sceneDisabledRule(StageBase &stage) {
     stage.bringFrontProgram();
     const Chord hotkey = leftCommand(scenario::kDisabled);
     Step step = pressThenMarker(stage, hotkey);
@@ -199,26 +199,31 @@ void sceneDisabledRule(Stage &stage) {
     stage.story().step(step);
 }
 
-void sceneGlobalSwitch(Stage &stage) {
+void sceneGlobalSwitch(StageBase &stage) {
     const Chord hotkey = leftCommand(scenario::kTerminal);
     const auto toggle = [&](bool on) {
         stage.story().step({
             .done = QStringLiteral("turned all shortcuts %1 over the session bus")
                         .arg(on ? QStringLiteral("on") : QStringLiteral("off")),
-            .expected = on ? QStringLiteral("the hotkeys are grabbed again")
-                           : QStringLiteral("no key is grabbed"),
+            .expected = on ? QStringLiteral("KestrelBay has the hotkeys again")
+                           : QStringLiteral("it has none"),
             .act =
                 [&] {
-                    ChildProcess call(QStringLiteral("gdbus"), kToggleAllShortcuts,
-                                      stage.desktop().environment());
-                    (void)call.waitForExit();
+                    const Command call =
+                        stage.desktop().command(QStringLiteral("gdbus"), kToggleAllShortcuts);
+                    ChildProcess process(call.program, call.arguments,
+                                         stage.desktop().environment());
+                    (void)process.waitForExit();
                 },
-            .seen = [&, on] { return (stage.grabbedCount() > 0) == on; },
-            .saw = [&] { return QStringLiteral("%1 keys grabbed").arg(stage.grabbedCount()); },
+            .seen = [&, on] { return stage.hasHotkeys() == on; },
+            .saw =
+                [&] {
+                    return stage.hasHotkeys() ? QStringLiteral("hotkeys") : QStringLiteral("none");
+                },
         });
     };
-    stage.bringFrontProgram();
     toggle(false);
+    stage.bringFrontProgram();
     stage.press(hotkey,
                 {.expected = QStringLiteral("switched off: the program in front gets the key"),
                  .seen = [&] { return stage.front().pressesOf(hotkey.keycodes.back()) == 1; },
@@ -233,17 +238,9 @@ void sceneGlobalSwitch(Stage &stage) {
     bringsTerminal(stage, hotkey, QStringLiteral("switched on: it fires"));
 }
 
-void sceneHeldKey(Stage &stage) {
-    constexpr int kRepeats = 5;
-    const Chord typed = plain(keys::kH);
+void sceneHeldKey(StageBase &stage) {
+    const Clock::duration longEnough = stage.timeToRepeat();
     stage.bringFrontProgram();
-    const Clock::time_point start = Clock::now();
-    stage.prepare(
-        QStringLiteral("a held key repeats"), [&] { stage.hold(typed); },
-        [&] { return stage.front().pressesOf(keys::kH.xKeycode) > kRepeats; });
-    const Clock::duration longEnough = Clock::now() - start;
-    stage.letGo(typed);
-
     const Chord hotkey = leftCommand(scenario::kArguments);
     holdsAsOnePress(stage, QStringLiteral("held %1").arg(hotkey.text), [&] {
         stage.hold(hotkey);

@@ -93,7 +93,7 @@ void sceneManagersHotkey(Stage &stage) {
     if (stage.can(Ability::RefusesHeldKeys))
         managerKeepsKey(stage, hotkey);
     stage.endProgram();
-    stage.useRules(scenarioRules(stage.desktop().home()));
+    stage.useRules(scenarioRules(stage.desktop().home(), stage.cast()));
 }
 
 }  // namespace kestrelbay::desktop

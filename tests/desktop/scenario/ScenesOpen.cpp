@@ -18,7 +18,7 @@ QString inBrackets(const QStringList &arguments) {
 }
 
 /// Every press starts one more process with exactly these arguments.
-void startsProcesses(Stage &stage, const Chord &hotkey, const QStringList &arguments,
+void startsProcesses(StageBase &stage, const Chord &hotkey, const QStringList &arguments,
                      const std::function<std::vector<QStringList>()> &running) {
     const auto count = [&] { return std::ranges::count(running(), arguments); };
     for (const QString &which : {QStringLiteral("a new process"), QStringLiteral("another one")}) {
@@ -37,7 +37,7 @@ void startsProcesses(Stage &stage, const Chord &hotkey, const QStringList &argum
 
 }  // namespace
 
-void sceneUrl(Stage &stage) {
+void sceneUrl(StageBase &stage) {
     const auto opened = [&] {
         const auto found = stage.desktop().processes().withArgument(QLatin1String(kUrlRecorder));
         return found.empty() ? QStringList()
@@ -49,21 +49,21 @@ void sceneUrl(Stage &stage) {
                  .saw = [&] { return inBrackets(opened()); }});
 }
 
-void sceneFile(Stage &stage) {
+void sceneFile(StageBase &stage) {
     const Chord hotkey = leftCommand(scenario::kEditorFile);
-    WindowManagerView &view = stage.view();
+    WindowsView &view = stage.view();
     const auto showsFile = [&](const QString &expected) {
         stage.press(hotkey, {.expected = expected,
                              .seen =
                                  [&] {
-                                     return stage.isInFront(scenario::kEditorClass,
+                                     return stage.isInFront(stage.cast().editor.window,
                                                             QLatin1String(scenario::kFileName));
                                  },
                              .saw = [&] { return stage.frontInWords(); }});
     };
     stage.bringFrontProgram();
     showsFile(QStringLiteral("the running editor shows the file"));
-    const Stage::Window editor = view.active();
+    const StageBase::Window editor = view.active();
 
     stage.bringFrontProgram();
     showsFile(QStringLiteral("which it has already: it comes forward"));
@@ -72,7 +72,7 @@ void sceneFile(Stage &stage) {
         stage.bringFrontProgram();
         stage.prepare(
             QStringLiteral("the editor minimised"), [&] { view.minimise(editor); },
-            [&] { return view.state(editor) == WindowManagerView::State::Iconic; });
+            [&] { return view.isMinimised(editor); });
         showsFile(QStringLiteral("from minimised to the front"));
     }
 
@@ -87,25 +87,30 @@ void sceneFile(Stage &stage) {
         QStringLiteral("the first workspace"), [&] { view.showDesktop(here); },
         [&] { return view.currentDesktop() == here; });
 
-    stage.closeAll(scenario::kEditorClass);
+    stage.closeAll(stage.cast().editor.window);
     stage.prepare(
         QStringLiteral("the editor has ended"), [] {},
-        [&] { return stage.desktop().processes().named(QStringLiteral("mousepad")).empty(); });
+        [&] {
+            return stage.desktop()
+                .processes()
+                .named(QLatin1String(stage.cast().editor.program))
+                .empty();
+        });
     stage.bringFrontProgram();
     showsFile(QStringLiteral("the editor is launched with the file"));
 }
 
-void sceneFolder(Stage &stage) {
+void sceneFolder(StageBase &stage) {
     const Chord home = leftCommand(scenario::kFiles);
     const Chord folder = leftCommand(scenario::kFilesFolder);
     const auto shows = [&](const QString &expected, const QString &title) {
         return Step{
             .expected = expected,
-            .seen = [&stage, title] { return stage.isInFront(scenario::kFilesClass, title); },
+            .seen = [&stage, title] { return stage.isInFront(stage.cast().files.window, title); },
             .saw = [&stage] { return stage.frontInWords(); }};
     };
     const auto processes = [&] {
-        return stage.desktop().processes().named(QStringLiteral("thunar"));
+        return stage.desktop().processes().named(QLatin1String(stage.cast().files.program));
     };
     const QString homeTitle = QStringLiteral("kestrel-home");
     const QString folderTitle = QLatin1String(scenario::kFolderName);
@@ -113,15 +118,21 @@ void sceneFolder(Stage &stage) {
     stage.bringFrontProgram();
     stage.press(folder, shows(QStringLiteral("not running: the file manager is launched on it"),
                               folderTitle));
-    stage.closeAll(scenario::kFilesClass);
+    stage.closeAll(stage.cast().files.window);
     stage.prepare(
         QStringLiteral("the file manager has ended"),
-        [&] { stage.desktop().start(QStringLiteral("thunar"), {QStringLiteral("--quit")}); },
+        [&] {
+            stage.desktop().start(QLatin1String(stage.cast().files.program),
+                                  {QStringLiteral("--quit")});
+        },
         [&] { return processes().empty(); });
 
     stage.prepare(
         QStringLiteral("a file manager without windows"),
-        [&] { stage.desktop().start(QStringLiteral("thunar"), {QStringLiteral("--daemon")}); },
+        [&] {
+            stage.desktop().start(QLatin1String(stage.cast().files.program),
+                                  {QStringLiteral("--daemon")});
+        },
         [&] { return processes().size() == 1; });
     stage.bringFrontProgram();
     stage.press(home, shows(QStringLiteral("no windows: one on the home folder opens"), homeTitle));
@@ -132,7 +143,7 @@ void sceneFolder(Stage &stage) {
     stage.press(home, shows(QStringLiteral("with windows: it comes forward"), QString()));
 }
 
-void sceneArguments(Stage &stage) {
+void sceneArguments(StageBase &stage) {
     const Processes &processes = stage.desktop().processes();
     startsProcesses(
         stage, leftCommand(scenario::kArguments),
@@ -145,20 +156,19 @@ void sceneArguments(Stage &stage) {
             return all;
         });
 
-    const Stage::Window terminal = stage.windowOf(scenario::kTerminalClass);
-    startsProcesses(stage, leftCommand(scenario::kTerminalArguments),
-                    {QStringLiteral("-T"), QStringLiteral("two words"), QStringLiteral("-xrm"),
-                     QStringLiteral("XTerm*kestrel: it's")},
-                    [&] {
-                        std::vector<QStringList> all;
-                        for (const pid_t p : processes.named(QStringLiteral("xterm")))
-                            all.push_back(Processes::commandLine(p).mid(1));
-                        return all;
-                    });
+    const StageBase::Window terminal = stage.windowOf(stage.cast().terminal.window);
+    startsProcesses(
+        stage, leftCommand(scenario::kTerminalArguments),
+        QString::fromLatin1(stage.cast().terminalArgumentLines).split(u'\n'), [&] {
+            std::vector<QStringList> all;
+            for (const pid_t p : processes.named(QLatin1String(stage.cast().terminal.program)))
+                all.push_back(Processes::commandLine(p).mid(1));
+            return all;
+        });
     stage.prepare(
         QStringLiteral("three terminals"), [] {},
-        [&] { return stage.windowsOf(scenario::kTerminalClass).size() == 3; });
-    stage.closeAll(scenario::kTerminalClass, {terminal});
+        [&] { return stage.windowsOf(stage.cast().terminal.window).size() == 3; });
+    stage.closeAll(stage.cast().terminal.window, {terminal});
 }
 
 }  // namespace kestrelbay::desktop

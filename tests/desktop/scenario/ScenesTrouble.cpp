@@ -49,9 +49,9 @@ WindowManagerView::Window ownWindow(Stage &stage) {
 
 }  // namespace
 
-void sceneHungTargets(Stage &stage) {
-    WindowManagerView &view = stage.view();
-    const Stage::Window terminal = stage.windowOf(scenario::kTerminalClass);
+void sceneHungTargets(StageBase &stage) {
+    WindowsView &view = stage.view();
+    const StageBase::Window terminal = stage.windowOf(stage.cast().terminal.window);
     const auto front = [&] { return stage.frontInWords(); };
     {
         stage.bringFrontProgram();
@@ -77,12 +77,12 @@ void sceneHungTargets(Stage &stage) {
                  .seen = [&] { return view.isInFront(terminal); },
                  .saw = front});
 
-    const auto folders = [&] { return stage.windowsOf(scenario::kFilesClass).size(); };
+    const auto folders = [&] { return stage.windowsOf(stage.cast().files.window).size(); };
     const std::size_t before = folders();
     {
         stage.bringFrontProgram();
         const Stopped hung(
-            static_cast<pid_t>(view.processId(stage.windowOf(scenario::kFilesClass))));
+            static_cast<pid_t>(view.processId(stage.windowOf(stage.cast().files.window))));
         stage.story().step({
             .done = QStringLiteral("pressed %1 on a hung file manager, then %2")
                         .arg(leftCommand(scenario::kFilesFolder).text,
@@ -106,7 +106,7 @@ void sceneHungTargets(Stage &stage) {
         .saw = [&] { return QStringLiteral("%1 windows, %2 before").arg(folders()).arg(before); },
     });
     // It may still be about to bring that window forward.
-    stage.closeAll(scenario::kFilesClass);
+    stage.closeAll(stage.cast().files.window);
 }
 
 void sceneWindowManagerRestart(Stage &stage) {

@@ -6,11 +6,11 @@ namespace kestrelbay::desktop {
 
 namespace {
 
-using Window = Stage::Window;
+using Window = StageBase::Window;
 
 /// Presses the hotkey of a rule that cycles through these windows, the one used last first;
 /// `order` says which of them comes forward each time.
-void cycles(Stage &stage, const Chord &hotkey, const char *windowClass,
+void cycles(StageBase &stage, const Chord &hotkey, const char *windowClass,
             const std::vector<Window> &windows, const std::vector<std::size_t> &order) {
     const auto letter = [](std::size_t index) {
         return QString(QChar(u'A' + static_cast<int>(index)));
@@ -36,7 +36,7 @@ void cycles(Stage &stage, const Chord &hotkey, const char *windowClass,
 
 /// Opens windows until there are so many; each comes to the front before the next. They are
 /// returned in the order of their use, the latest first.
-std::vector<Window> prepareWindows(Stage &stage, const char *windowClass, std::size_t count,
+std::vector<Window> prepareWindows(StageBase &stage, const char *windowClass, std::size_t count,
                                    const std::function<void(std::size_t)> &open) {
     std::vector<Window> windows = stage.windowsOf(windowClass);
     stage.bringForward(windows.at(0));
@@ -57,11 +57,11 @@ std::vector<Window> prepareWindows(Stage &stage, const char *windowClass, std::s
 
 }  // namespace
 
-void sceneHideAndShow(Stage &stage) {
+void sceneHideAndShow(StageBase &stage) {
     const Chord hotkey = leftCommand(scenario::kEditorToggle);
-    const auto shown = [&] { return stage.isInFront(scenario::kEditorClass); };
+    const auto shown = [&] { return stage.isInFront(stage.cast().editor.window); };
     const auto saw = [&] {
-        const auto windows = stage.windowsOf(scenario::kEditorClass);
+        const auto windows = stage.windowsOf(stage.cast().editor.window);
         const auto hidden =
             std::ranges::count_if(windows, [&](Window w) { return !stage.view().isShown(w); });
         return QStringLiteral("%1 of %2 editor windows hidden, %3")
@@ -69,7 +69,9 @@ void sceneHideAndShow(Stage &stage) {
             .arg(windows.size())
             .arg(stage.frontInWords());
     };
-    const auto hidden = [&] { return stage.areHidden(stage.windowsOf(scenario::kEditorClass)); };
+    const auto hidden = [&] {
+        return stage.areHidden(stage.windowsOf(stage.cast().editor.window));
+    };
     stage.bringFrontProgram();
     stage.press(hotkey, {.expected = QStringLiteral("not running: the editor is launched"),
                          .seen = shown,
@@ -80,8 +82,8 @@ void sceneHideAndShow(Stage &stage) {
     stage.press(hotkey,
                 {.expected = QStringLiteral("hidden: it shows again"), .seen = shown, .saw = saw});
 
-    (void)prepareWindows(stage, scenario::kEditorClass, 2, [&](std::size_t) {
-        stage.desktop().start(QStringLiteral("mousepad"),
+    (void)prepareWindows(stage, stage.cast().editor.window, 2, [&](std::size_t) {
+        stage.desktop().start(QLatin1String(stage.cast().editor.program),
                               {QStringLiteral("-o"), QStringLiteral("window")});
     });
     stage.press(
@@ -90,7 +92,7 @@ void sceneHideAndShow(Stage &stage) {
     stage.press(hotkey, {.expected = QStringLiteral("both are back"),
                          .seen =
                              [&] {
-                                 const auto windows = stage.windowsOf(scenario::kEditorClass);
+                                 const auto windows = stage.windowsOf(stage.cast().editor.window);
                                  return shown() && std::ranges::all_of(windows, [&](Window w) {
                                             return stage.view().isShown(w);
                                         });
@@ -98,28 +100,29 @@ void sceneHideAndShow(Stage &stage) {
                          .saw = saw});
 }
 
-void sceneCycle(Stage &stage) {
+void sceneCycle(StageBase &stage) {
     // One process with three windows.
     const auto note = [&](std::size_t number) {
         return stage.desktop().home().path(QStringLiteral("notes/%1.txt").arg(number));
     };
-    const auto editors = prepareWindows(stage, scenario::kEditorClass, 3, [&](std::size_t have) {
-        HomeFolder::write(note(have), "Another note.\n");
-        stage.desktop().start(QStringLiteral("mousepad"),
-                              {QStringLiteral("-o"), QStringLiteral("window"), note(have)});
-    });
+    const auto editors =
+        prepareWindows(stage, stage.cast().editor.window, 3, [&](std::size_t have) {
+            stage.desktop().write(note(have), "Another note.\n");
+            stage.desktop().start(QLatin1String(stage.cast().editor.program),
+                                  {QStringLiteral("-o"), QStringLiteral("window"), note(have)});
+        });
     stage.screenshot(QStringLiteral("three-windows"));
-    cycles(stage, leftCommand(scenario::kEditorCycle), scenario::kEditorClass, editors,
+    cycles(stage, leftCommand(scenario::kEditorCycle), stage.cast().editor.window, editors,
            {2, 1, 0, 2});
 
     // Three processes with a window each.
-    const Window first = stage.windowOf(scenario::kTerminalClass);
-    const auto terminals = prepareWindows(stage, scenario::kTerminalClass, 3, [&](std::size_t) {
-        stage.desktop().start(QStringLiteral("xterm"));
+    const Window first = stage.windowOf(stage.cast().terminal.window);
+    const auto terminals = prepareWindows(stage, stage.cast().terminal.window, 3, [&](std::size_t) {
+        stage.desktop().start(QLatin1String(stage.cast().terminal.program));
     });
-    cycles(stage, leftCommand(scenario::kTerminalCycle), scenario::kTerminalClass, terminals,
+    cycles(stage, leftCommand(scenario::kTerminalCycle), stage.cast().terminal.window, terminals,
            {2, 1, 0, 2});
-    stage.closeAll(scenario::kTerminalClass, {first});
+    stage.closeAll(stage.cast().terminal.window, {first});
 
     stage.bringFrontProgram();
     stage.press(leftCommand(scenario::kTerminalCycle),

@@ -30,7 +30,7 @@ void ShotStage::wear(const Look &look) {
 }
 
 void ShotStage::begin(QJsonObject settings, Keys keys) {
-    beginWith(scenarioRules(desktop().home()), std::move(settings), keys);
+    beginWith(scenarioRules(desktop().home(), cast()), std::move(settings), keys);
 }
 
 void ShotStage::beginWith(std::vector<RuleSpec> rules, QJsonObject settings, Keys keys) {

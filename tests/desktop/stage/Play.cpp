@@ -8,13 +8,17 @@ namespace kestrelbay::desktop {
 
 namespace {
 
-std::optional<StageOptions> parse(const QStringList &arguments) {
+std::optional<StageOptions> parse(const QStringList &arguments, const QStringList &compositors) {
+    QStringList managers = testing::knownWindowManagers();
     StageOptions options;
     options.program = QStringLiteral(KESTRELBAY_PROGRAM);
     for (qsizetype i = 0; i + 1 < arguments.size(); i += 2) {
         if (arguments[i] == u"--wm")
             options.windowManager = arguments[i + 1];
-        else if (arguments[i] == u"--artifacts")
+        else if (arguments[i] == u"--session" && !compositors.isEmpty()) {
+            options.windowManager = arguments[i + 1];
+            managers = compositors;
+        } else if (arguments[i] == u"--artifacts")
             options.artifacts = arguments[i + 1];
         else if (arguments[i] == u"--only")
             options.only = arguments[i + 1];
@@ -23,23 +27,25 @@ std::optional<StageOptions> parse(const QStringList &arguments) {
         else
             return std::nullopt;
     }
-    if (arguments.size() % 2 != 0 ||
-        !testing::knownWindowManagers().contains(options.windowManager))
+    if (arguments.size() % 2 != 0 || !managers.contains(options.windowManager))
         return std::nullopt;
     return options;
 }
 
 }  // namespace
 
-std::optional<StageOptions> readStageOptions(int argc, char **argv) {
+std::optional<StageOptions> readStageOptions(int argc, char **argv,
+                                             const QStringList &compositors) {
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments += QString::fromLocal8Bit(argv[i]);
-    auto options = parse(arguments);
+    auto options = parse(arguments, compositors);
     if (!options) {
-        std::fprintf(stderr,
-                     "usage: %s [--wm %s] [--artifacts DIR] [--program PATH] [--only SCENE]\n",
-                     argv[0], testing::knownWindowManagers().join(u'|').toUtf8().constData());
+        QString manager = QStringLiteral("--wm ") + testing::knownWindowManagers().join(u'|');
+        if (!compositors.isEmpty())
+            manager += QStringLiteral(" | --session ") + compositors.join(u'|');
+        std::fprintf(stderr, "usage: %s [%s] [--artifacts DIR] [--program PATH] [--only SCENE]\n",
+                     argv[0], manager.toUtf8().constData());
     }
     return options;
 }

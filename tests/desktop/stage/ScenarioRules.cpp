@@ -10,18 +10,20 @@ QString systemEntry(const char *name) {
 
 }  // namespace
 
-std::vector<RuleSpec> scenarioRules(const HomeFolder &home) {
+std::vector<RuleSpec> scenarioRules(const HomeFolder &home, const Cast &cast) {
     const QString recorder = home.applicationPath(QStringLiteral("kestrel-arguments.desktop"));
     const RuleSpec terminal{.appName = QStringLiteral("Terminal"),
-                            .appPath = systemEntry("debian-xterm")};
+                            .appPath = systemEntry(cast.terminal.entry)};
     const RuleSpec otherTerminal{.appName = QStringLiteral("Other terminal"),
-                                 .appPath = systemEntry("debian-uxterm")};
+                                 .appPath = systemEntry(cast.otherTerminal.entry)};
     const RuleSpec editor{.appName = QStringLiteral("Editor"),
-                          .appPath = systemEntry("org.xfce.mousepad")};
-    const RuleSpec files{.appName = QStringLiteral("Files"), .appPath = systemEntry("thunar")};
+                          .appPath = systemEntry(cast.editor.entry)};
+    const RuleSpec files{.appName = QStringLiteral("Files"),
+                         .appPath = systemEntry(cast.files.entry)};
     std::vector<RuleSpec> rules;
-    const auto add = [&rules](RuleSpec rule, const Key &key) -> RuleSpec & {
+    const auto add = [&](RuleSpec rule, const Key &key) -> RuleSpec & {
         rule.key = key;
+        rule.modifierFlags = cast.modifierFlags;
         return rules.emplace_back(std::move(rule));
     };
     const auto argument = [](RuleSpec &rule, const char *kind, const QString &text) {
@@ -34,7 +36,7 @@ std::vector<RuleSpec> scenarioRules(const HomeFolder &home) {
     add(terminal, scenario::kTerminalEitherSide).modifierFlags = flags::kCommand;
     add(terminal, scenario::kTerminalCycle).repeatAction = QStringLiteral("cycleWindows");
     argument(add(terminal, scenario::kTerminalArguments), "launchArgs",
-             QStringLiteral(R"(-T "two words" -xrm 'XTerm*kestrel: it\'s')"));
+             QLatin1String(cast.terminalArguments));
 
     add(editor, scenario::kEditorToggle).repeatAction = QStringLiteral("toggleVisibility");
     add(editor, scenario::kEditorCycle).repeatAction = QStringLiteral("cycleWindows");

@@ -6,6 +6,7 @@
 
 #include "desktop/session/HomeFolder.h"
 #include "desktop/session/RulesFile.h"
+#include "desktop/stage/Cast.h"
 
 namespace kestrelbay::desktop {
 
@@ -32,6 +33,6 @@ inline constexpr const char *kFolderName = "pictures";
 }  // namespace scenario
 
 /// Rules of every repeat action and every argument kind.
-[[nodiscard]] std::vector<RuleSpec> scenarioRules(const HomeFolder &home);
+[[nodiscard]] std::vector<RuleSpec> scenarioRules(const HomeFolder &home, const Cast &cast);
 
 }  // namespace kestrelbay::desktop
