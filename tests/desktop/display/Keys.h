@@ -26,7 +26,8 @@ inline constexpr Key kA{0, 38, u'A'}, kC{8, 54, u'C'}, kD{2, 40, u'D'}, kE{14, 2
 
 /// Modifier bits as rules store them.
 namespace flags {
-inline constexpr std::uint64_t kCommand = 0x100000, kLeftCommand = 0x100008;
+inline constexpr std::uint64_t kCommand = 0x100000, kLeftCommand = 0x100008,
+                               kRightCommand = 0x100010;
 /// Shift, Control, Option and Command.
 inline constexpr std::uint64_t kAllModifiers = 0x1E0000;
 }  // namespace flags

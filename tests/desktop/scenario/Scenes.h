@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/stage/Stage.h"
+#include "desktop/sway/SwayStage.h"
 
 namespace kestrelbay::desktop {
 
@@ -42,5 +43,12 @@ void sceneWindowManagerRestart(Stage &stage);
 void sceneBrokenRules(Stage &stage);
 /// The last one: there is no desktop after it.
 void sceneServerDies(Stage &stage);
+
+// ScenesSway.cpp
+void sceneSway(SwayStage &stage);
+void sceneSwayStart(SwayStage &stage);
+void sceneSwayOneSide(SwayStage &stage);
+void sceneSwayLocks(SwayStage &stage);
+void sceneSwayReloaded(SwayStage &stage);
 
 }  // namespace kestrelbay::desktop

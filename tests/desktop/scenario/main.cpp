@@ -10,8 +10,9 @@ namespace {
 
 using namespace kestrelbay::desktop;
 using StageScene = Scene<Stage>;
+using SwayScene = Scene<SwayStage>;
 
-constexpr std::array kScenes{
+constexpr std::array kScenesOnX{
     StageScene{"Start, and a hotkey that another client holds", sceneStart,
                StageScene::Program::Starts},
     StageScene{"Launch and bring forward", anywhere<Stage, sceneLaunchAndForward>},
@@ -36,8 +37,34 @@ constexpr std::array kScenes{
     StageScene{"The X server dies", sceneServerDies, StageScene::Program::Starts},
 };
 
+constexpr std::array kScenesUnderSway{
+    SwayScene{"The session", sceneSway, SwayScene::Program::Starts},
+    SwayScene{"Start, and a hotkey that the user has bound", sceneSwayStart,
+              SwayScene::Program::Starts},
+    SwayScene{"Launch and bring forward", anywhere<SwayStage, sceneLaunchAndForward>},
+    SwayScene{"A rule with a side", sceneSwayOneSide},
+    SwayScene{"Locks", sceneSwayLocks},
+    SwayScene{"A disabled rule", anywhere<SwayStage, sceneDisabledRule>},
+    SwayScene{"The global switch", anywhere<SwayStage, sceneGlobalSwitch>},
+    SwayScene{"A held key", anywhere<SwayStage, sceneHeldKey>},
+    SwayScene{"Hide and show", anywhere<SwayStage, sceneHideAndShow>},
+    SwayScene{"Cycle windows", anywhere<SwayStage, sceneCycle>},
+    SwayScene{"Open a URL", anywhere<SwayStage, sceneUrl>},
+    SwayScene{"Open a file", anywhere<SwayStage, sceneFile>},
+    SwayScene{"Open a folder", anywhere<SwayStage, sceneFolder>},
+    SwayScene{"Two hotkeys without a gap", anywhere<SwayStage, sceneWithoutAGap>},
+    SwayScene{"New instances with arguments", anywhere<SwayStage, sceneArguments>},
+    SwayScene{"Hung targets", anywhere<SwayStage, sceneHungTargets>},
+    SwayScene{"The configuration is read again", sceneSwayReloaded},
+};
+
 }  // namespace
 
 int main(int argc, char *argv[]) {
-    return playAll<Stage>(argc, argv, kScenes);
+    const QString sway = QStringLiteral("sway");
+    const auto options = readStageOptions(argc, argv, {sway});
+    if (!options)
+        return 2;
+    return options->windowManager == sway ? play<SwayStage>(*options, kScenesUnderSway)
+                                          : play<Stage>(*options, kScenesOnX);
 }
