@@ -51,4 +51,10 @@ void sceneSwayOneSide(SwayStage &stage);
 void sceneSwayLocks(SwayStage &stage);
 void sceneSwayReloaded(SwayStage &stage);
 
+// ScenesSwayEnd.cpp
+void sceneSwayKilled(SwayStage &stage);
+void sceneSwayQuit(SwayStage &stage);
+/// The last one: everything in view ends with the compositor.
+void sceneSwayRestarted(SwayStage &stage);
+
 }  // namespace kestrelbay::desktop

@@ -56,6 +56,9 @@ constexpr std::array kScenesUnderSway{
     SwayScene{"New instances with arguments", anywhere<SwayStage, sceneArguments>},
     SwayScene{"Hung targets", anywhere<SwayStage, sceneHungTargets>},
     SwayScene{"The configuration is read again", sceneSwayReloaded},
+    SwayScene{"KestrelBay is killed", sceneSwayKilled},
+    SwayScene{"Quit", sceneSwayQuit, SwayScene::Program::Starts},
+    SwayScene{"sway is killed and started again", sceneSwayRestarted, SwayScene::Program::Starts},
 };
 
 }  // namespace
