@@ -43,9 +43,10 @@ QByteArray joined(std::span<const Position> positions, auto command) {
 }  // namespace
 
 std::optional<Modifiers> modifierNamed(QByteArrayView name) {
-    const auto found = std::ranges::find_if(kModifierNames, [name](const ModifierName &known) {
-        return known.name.compare(name, Qt::CaseInsensitive) == 0;
-    });
+    const auto *const found =
+        std::ranges::find_if(kModifierNames, [name](const ModifierName &known) {
+            return known.name.compare(name, Qt::CaseInsensitive) == 0;
+        });
     return found == kModifierNames.end() ? std::nullopt : std::optional(found->modifiers);
 }
 

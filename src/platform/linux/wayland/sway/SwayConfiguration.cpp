@@ -20,7 +20,7 @@ namespace kestrelbay::sway {
 namespace {
 
 /// A configuration is written by hand.
-constexpr qint64 kLongestFile = 4 * 1024 * 1024;
+constexpr qint64 kLongestFile = qint64{4} * 1024 * 1024;
 /// Blocks in blocks; sway knows two levels.
 constexpr std::size_t kDeepestBlock = 16;
 /// Variables that grow by each other are nobody's configuration.

@@ -169,7 +169,7 @@ std::vector<bool> SwayEventTap::run(const QByteArray &commands) const {
     if (!reply)
         return {};
     std::vector<bool> isDone;
-    for (const QJsonValue &result : reply->array())
+    for (const auto &result : reply->array())
         isDone.push_back(result["success"_L1].toBool());
     // Of the change of modes before.
     if (mode != kDefaultMode && !isDone.empty())

@@ -140,7 +140,7 @@ std::optional<IpcMessage> SwayIpc::receive(Clock::time_point end) {
 }
 
 bool SwayIpc::readMore(Clock::time_point end) {
-    std::array<char, 16 * 1024> buffer{};
+    std::array<char, 16384> buffer{};
     const ssize_t count = ::recv(descriptor_, buffer.data(), buffer.size(), 0);
     if (count > 0) {
         reader_.append({buffer.data(), count});

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <tuple>
 #include <utility>
 
 #include <QFile>
@@ -19,13 +20,14 @@ int listeningSocket(const QString &path) {
     address.sun_family = AF_UNIX;
     std::ranges::copy(QFile::encodeName(path), std::begin(address.sun_path));
     const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    ::bind(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof(address));
-    ::listen(descriptor, 8);
+    std::ignore = ::bind(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof(address));
+    std::ignore = ::listen(descriptor, 8);
     return descriptor;
 }
 
 void send(int connection, const QByteArray &bytes) {
-    ::send(connection, bytes.constData(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL);
+    std::ignore =
+        ::send(connection, bytes.constData(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL);
 }
 
 }  // namespace

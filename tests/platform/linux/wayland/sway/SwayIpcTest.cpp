@@ -23,7 +23,7 @@ FakeSway::Answer always(const QByteArray &bytes) {
 
 TEST(SwayIpc, GetsTheAnswerToWhatItAsks) {
     const FakeSway sway([](const IpcMessage &asked) {
-        const QByteArray answer = "{\"you\": \"" + asked.payload + "\"}";
+        const QByteArray answer = R"({"you": ")" + asked.payload + "\"}";
         return toBytes({MessageType::WindowEvent, "{}"}) + toBytes({asked.type, answer});
     });
     SwayIpc ipc(sway.socketPath());

@@ -31,7 +31,7 @@ constexpr std::array kTypeNames{
 };
 
 WindowType typeNamed(const QString &name) {
-    const auto found = std::ranges::find(kTypeNames, name, &TypeName::name);
+    const auto *const found = std::ranges::find(kTypeNames, name, &TypeName::name);
     return found == kTypeNames.end() ? WindowType::Normal : found->type;
 }
 
@@ -63,13 +63,14 @@ std::vector<QJsonObject> childrenOf(const QJsonObject &node) {
     const QJsonArray order = node["focus"_L1].toArray();
     std::vector<std::pair<qsizetype, QJsonObject>> children;
     for (const auto list : {"nodes"_L1, "floating_nodes"_L1}) {
-        for (const QJsonValue &child : node[list].toArray()) {
+        for (const auto &child : node[list].toArray()) {
             const auto place = std::find(order.begin(), order.end(), child["id"_L1]);
             children.emplace_back(place - order.begin(), child.toObject());
         }
     }
     std::ranges::stable_sort(children, {}, &std::pair<qsizetype, QJsonObject>::first);
     std::vector<QJsonObject> ordered;
+    ordered.reserve(children.size());
     for (auto &[place, child] : children)
         ordered.push_back(std::move(child));
     return ordered;
