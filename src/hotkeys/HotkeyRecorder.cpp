@@ -24,6 +24,12 @@ QString HotkeyRecorder::hotkeyString() const {
     return ShortcutRule{.keyCode = keyCode_, .modifierFlags = modifierFlags_}.hotkeyString();
 }
 
+ModifierFlags HotkeyRecorder::heldModifiers() const {
+    const ModifierFlags held = buildDetailedFlags(heldModifierCodes_);
+    // One of a side would never fire.
+    return manager_.canTellSides() ? held : withoutSides(held);
+}
+
 void HotkeyRecorder::start() {
     if (state_ != State::Idle)
         return;

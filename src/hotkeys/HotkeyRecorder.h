@@ -76,11 +76,9 @@ public:
     /// Harmless while it does not record. Keeps the hotkey.
     void stop();
 
-    /// The modifiers pressed since the start. One that was down then counts the wrong
-    /// way round: only changes are told.
-    [[nodiscard]] ModifierFlags heldModifiers() const {
-        return buildDetailedFlags(heldModifierCodes_);
-    }
+    /// The modifiers pressed since the start, without their sides where these cannot be told. One
+    /// that was down then counts the wrong way round: only changes are told.
+    [[nodiscard]] ModifierFlags heldModifiers() const;
 
 private:
     enum class State : std::uint8_t { Idle, Waiting, Recording };

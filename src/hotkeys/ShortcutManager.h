@@ -141,6 +141,9 @@ public:
     /// it does not fire.
     [[nodiscard]] bool needsSides(const ShortcutRule &rule) const;
 
+    /// Does the installed tap tell left modifier keys from right ones? True where there is none.
+    [[nodiscard]] bool canTellSides() const;
+
     /// What the tap calls for each event.
     EventVerdict eventTapCallback(EventType type, KeyCode keyCode, ModifierFlags flags);
     /// What a tap that is told of hotkeys calls for each press of one. Nothing fires while a
@@ -154,8 +157,6 @@ private:
     void rulesWereChanged();
     RuleFileNews followRuleFile();
     void publishWantedHotkeys();
-    /// Where there is no tap, nothing is amiss.
-    [[nodiscard]] bool canTellSides() const;
     void removeTap();
     void noteLostTap();
     void installTap();

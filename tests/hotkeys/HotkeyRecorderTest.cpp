@@ -152,6 +152,14 @@ TEST_F(HotkeyRecorderTest, GrabsTheKeyboardWhileItRecords) {
     EXPECT_EQ(takeTold(), QStringList());
 }
 
+TEST_F(HotkeyRecorderTest, RecordsEitherSideWhereSidesCannotBeTold) {
+    tap_.setAbilities({.tellsSides = false, .passesKeysBack = false});
+    manager().reinstallEventTap();
+    startRecording();
+    EXPECT_EQ(pressWith(key::kLeftCommand, kT), kSwallow);
+    EXPECT_EQ(takeTold(), (QStringList{u"modifiers"_s, u"recorded 17 100000"_s, u"ended"_s}));
+}
+
 TEST_F(HotkeyRecorderTest, AKeyWithAModifierIsRecorded) {
     startRecording();
     EXPECT_EQ(tap_.press(key::kLeftCommand), kPass);
