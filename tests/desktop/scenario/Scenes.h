@@ -51,6 +51,9 @@ void sceneSwayOneSide(SwayStage &stage);
 void sceneSwayLocks(SwayStage &stage);
 void sceneSwayReloaded(SwayStage &stage);
 
+// ScenesSwayPreferences.cpp
+void sceneSwayPreferences(SwayStage &stage);
+
 // ScenesSwayEnd.cpp
 void sceneSwayKilled(SwayStage &stage);
 void sceneSwayQuit(SwayStage &stage);

@@ -55,6 +55,7 @@ constexpr std::array kScenesUnderSway{
     SwayScene{"Two hotkeys without a gap", anywhere<SwayStage, sceneWithoutAGap>},
     SwayScene{"New instances with arguments", anywhere<SwayStage, sceneArguments>},
     SwayScene{"Hung targets", anywhere<SwayStage, sceneHungTargets>},
+    SwayScene{"The preferences", sceneSwayPreferences, SwayScene::Program::Starts},
     SwayScene{"The configuration is read again", sceneSwayReloaded},
     SwayScene{"KestrelBay is killed", sceneSwayKilled},
     SwayScene{"Quit", sceneSwayQuit, SwayScene::Program::Starts},
