@@ -11,7 +11,7 @@ application there, hides it or goes to its next window. Left and right
 modifier keys are told apart, and a hotkey can also open a URL or a file, or
 pass arguments.
 .
-It needs an X11 session.")
+It needs a session of X11 or of sway.")
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
