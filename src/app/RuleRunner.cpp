@@ -69,7 +69,6 @@ RuleRunner::RuleRunner(Services services)
 void RuleRunner::ruleFired(const ShortcutRule &rule) {
     auto turn = turns_.take();
     // What the one before asks for would not be in the answer, which a launch does not take.
-    // What the one before asks for would not be in the answer, which a launch does not take.
     if (turn->isNext() && rule.argumentKind != ArgumentKind::LaunchArgs)
         services_->workspace.askAhead();
     services_->launchQueue.async([services = services_, rule, turn = std::move(turn)] {
