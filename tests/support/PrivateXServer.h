@@ -8,8 +8,8 @@
 #include <QTemporaryDir>
 
 #include "support/ChildProcess.h"
-#include "support/PrivateSessionBus.h"
 #include "support/WindowManagerStart.h"
+#include "support/bus/PrivateSessionBus.h"
 
 namespace kestrelbay::testing {
 

@@ -11,7 +11,7 @@
 
 #include "desktop/display/Picture.h"
 #include "desktop/session/TrayHost.h"
-#include "support/FakeSettingsPortal.h"
+#include "support/bus/FakeSettingsPortal.h"
 
 namespace kestrelbay::desktop {
 

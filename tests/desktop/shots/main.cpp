@@ -7,7 +7,7 @@
 
 #include "desktop/shots/Shots.h"
 #include "desktop/stage/Play.h"
-#include "support/FakeSettingsPortal.h"
+#include "support/bus/FakeSettingsPortal.h"
 
 namespace {
 

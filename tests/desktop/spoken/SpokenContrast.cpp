@@ -3,7 +3,7 @@
 
 #include "desktop/display/Picture.h"
 #include "desktop/spoken/SpokenScenes.h"
-#include "support/FakeSettingsPortal.h"
+#include "support/bus/FakeSettingsPortal.h"
 
 namespace kestrelbay::desktop {
 

@@ -12,11 +12,11 @@
 #include "platform/Platform.h"
 #include "platform/linux/wayland/sway/FakeSway.h"
 #include "platform/linux/x11/connection/XConnection.h"
-#include "support/FakeSettingsPortal.h"
 #include "support/FakeTray.h"
 #include "support/Poll.h"
-#include "support/PrivateSessionBus.h"
 #include "support/PrivateXServer.h"
+#include "support/bus/FakeSettingsPortal.h"
+#include "support/bus/PrivateSessionBus.h"
 
 namespace kestrelbay::testing {
 namespace {

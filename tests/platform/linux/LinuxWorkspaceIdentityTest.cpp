@@ -11,7 +11,7 @@
 #include <QUrl>
 
 #include "appsWindows.h"
-#include "platform/linux/X11WindowSource.h"
+#include "platform/linux/applications/matching/ApplicationGroups.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {
@@ -132,7 +132,7 @@ TEST_F(LinuxWorkspaceWindows, AnonymousWindowsAndThoseOfOtherMachines) {
     remote.make({.className = "Aaa"});
     const Application application = waitForRunning(a);
     ASSERT_TRUE(application);
-    EXPECT_EQ(application->processIdentifier(), x11::kRemoteProcess);
+    EXPECT_EQ(application->processIdentifier(), kestrelbay::kUnknownProcess);
     EXPECT_TRUE(application->hide());
 }
 

@@ -12,6 +12,7 @@ add_custom_command(OUTPUT ${KESTRELBAY_TEST_SCHEMAS}/gschemas.compiled
 kestrelbay_test(linux_desktop_tests LABEL display
     SOURCES
         linux/LinuxPlatformDiagnosticsTest.cpp
+        linux/bus/PrivateSessionBusTest.cpp
         linux/bus/SessionBusTest.cpp
         linux/desktop/DesktopScreenLockTest.cpp
         linux/desktop/LinuxSystemTrayTest.cpp

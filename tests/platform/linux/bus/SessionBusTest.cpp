@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "support/Poll.h"
-#include "support/PrivateSessionBus.h"
+#include "support/bus/PrivateSessionBus.h"
 
 namespace kestrelbay::testing {
 namespace {

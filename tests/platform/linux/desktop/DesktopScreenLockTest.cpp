@@ -11,7 +11,7 @@
 
 #include "platform/linux/bus/SessionBus.h"
 #include "support/Poll.h"
-#include "support/PrivateSessionBus.h"
+#include "support/bus/PrivateSessionBus.h"
 
 using namespace Qt::StringLiterals;
 

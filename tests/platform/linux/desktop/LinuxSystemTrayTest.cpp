@@ -15,12 +15,12 @@
 #include "fakes/FakeSystemSettings.h"
 #include "platform/SystemTrayContract.h"
 #include "platform/linux/bus/SessionBus.h"
-#include "support/FakeBusObject.h"
-#include "support/FakeNotifierWatcher.h"
 #include "support/FakeTray.h"
 #include "support/Poll.h"
-#include "support/PrivateSessionBus.h"
 #include "support/PrivateXServer.h"
+#include "support/bus/FakeBusObject.h"
+#include "support/bus/FakeNotifierWatcher.h"
+#include "support/bus/PrivateSessionBus.h"
 
 namespace kestrelbay::testing {
 namespace {

@@ -16,9 +16,9 @@
 #include "platform/SystemSettingsContract.h"
 #include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/glib/GObjectPtr.h"
-#include "support/FakeSettingsPortal.h"
 #include "support/Poll.h"
-#include "support/PrivateSessionBus.h"
+#include "support/bus/FakeSettingsPortal.h"
+#include "support/bus/PrivateSessionBus.h"
 
 namespace kestrelbay::testing {
 namespace {

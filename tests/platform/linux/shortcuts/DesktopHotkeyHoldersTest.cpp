@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/linux/bus/SessionBus.h"
-#include "support/PrivateSessionBus.h"
 #include "support/PrivateXServer.h"
+#include "support/bus/PrivateSessionBus.h"
 
 using namespace Qt::StringLiterals;
 

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
-#include "support/FakeBusObject.h"
-#include "support/PrivateSessionBus.h"
+#include "support/bus/FakeBusObject.h"
+#include "support/bus/PrivateSessionBus.h"
 
 using namespace Qt::StringLiterals;
 

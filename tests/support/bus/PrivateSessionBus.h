@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include <QProcessEnvironment>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -9,11 +10,15 @@
 
 namespace kestrelbay::testing {
 
-/// A session bus of our own on which nothing is, ended with its owner. Throws
-/// std::runtime_error when it does not come up.
+/// A session bus of our own on which nothing is, and which starts nothing but what a test offers:
+/// what is installed on a machine, such as a portal, makes no difference. Ended with its owner.
+/// Throws std::runtime_error when it does not come up.
 class PrivateSessionBus {
 public:
+    /// What it starts keeps nothing in the home folder.
     PrivateSessionBus();
+    /// What it starts has this environment.
+    explicit PrivateSessionBus(const QProcessEnvironment &environment);
 
     /// What DBUS_SESSION_BUS_ADDRESS has to be.
     [[nodiscard]] const QString &address() const { return address_; }
@@ -26,6 +31,8 @@ public:
     }
 
 private:
+    void start(const QProcessEnvironment &environment);
+
     QTemporaryDir folder_;
     std::unique_ptr<ChildProcess> process_;
     QString address_;

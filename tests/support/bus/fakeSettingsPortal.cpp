@@ -4,7 +4,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 
-#include "support/FakeSettingsPortal.h"
+#include "support/bus/FakeSettingsPortal.h"
 
 int main(int argc, char **argv) {
     const QCoreApplication application(argc, argv);

@@ -1,4 +1,4 @@
-#include "support/FakeNotifierWatcher.h"
+#include "support/bus/FakeNotifierWatcher.h"
 
 #include <QDBusVariant>
 

@@ -21,16 +21,20 @@ public:
 
     FakeBusObject(const QString &busAddress, const QString &service, const QString &path,
                   Answer answer);
-    /// Leaves the bus.
+    /// Leaves the bus, whose other programs find the name without an owner from then on.
     ~FakeBusObject();
     FakeBusObject(const FakeBusObject &) = delete;
     FakeBusObject &operator=(const FakeBusObject &) = delete;
 
     void emitSignal(const QString &interface, const QString &member, const QVariantList &values);
+    /// From an object below this one, whose calls this one answers, too.
+    void emitSignalBelow(const QString &path, const QString &interface, const QString &member,
+                         const QVariantList &values);
 
 private:
     class Receiver;
 
+    const QString service_;
     const QString path_;
     QDBusConnection connection_;
     QThread thread_;

@@ -1,4 +1,4 @@
-#include "support/PrivateSessionBus.h"
+#include "support/bus/PrivateSessionBus.h"
 
 #include <stdexcept>
 
@@ -9,7 +9,26 @@
 
 namespace kestrelbay::testing {
 
+namespace {
+
+QProcessEnvironment environmentIn(const QString &folder) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"})
+        environment.insert(QLatin1String(name), folder);
+    return environment;
+}
+
+}  // namespace
+
 PrivateSessionBus::PrivateSessionBus() {
+    start(environmentIn(folder_.path()));
+}
+
+PrivateSessionBus::PrivateSessionBus(const QProcessEnvironment &environment) {
+    start(environment);
+}
+
+void PrivateSessionBus::start(const QProcessEnvironment &environment) {
     QDir().mkpath(serviceFolder());
     QFile config(folder_.filePath(QStringLiteral("bus.conf")));
     if (!config.open(QIODevice::WriteOnly))
@@ -21,10 +40,6 @@ PrivateSessionBus::PrivateSessionBus() {
                  "<allow receive_sender=\"*\"/>"
                  "<allow own=\"*\"/></policy></busconfig>");
     config.close();
-    // What it starts is to keep nothing in the home folder.
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"})
-        environment.insert(QLatin1String(name), folder_.path());
     process_ = std::make_unique<ChildProcess>(
         QStringLiteral("dbus-daemon"),
         QStringList{QStringLiteral("--config-file=") + config.fileName(),

@@ -1,4 +1,4 @@
-#include "support/FakeSettingsPortal.h"
+#include "support/bus/FakeSettingsPortal.h"
 
 #include <QDBusArgument>
 #include <QDBusMetaType>

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-#include "support/FakeBusObject.h"
+#include "support/bus/FakeBusObject.h"
 
 namespace kestrelbay::testing {
 

@@ -8,7 +8,7 @@
 #include <QString>
 #include <QVariantMap>
 
-#include "support/FakeBusObject.h"
+#include "support/bus/FakeBusObject.h"
 
 namespace kestrelbay::testing {
 

@@ -1,4 +1,4 @@
-#include "support/FakeBusObject.h"
+#include "support/bus/FakeBusObject.h"
 
 #include <atomic>
 #include <stdexcept>
@@ -36,13 +36,16 @@ private:
 
 FakeBusObject::FakeBusObject(const QString &busAddress, const QString &service, const QString &path,
                              Answer answer)
-    : path_(path),
+    : service_(service),
+      path_(path),
       connection_(connectTo(busAddress)),
       receiver_(std::make_unique<Receiver>(std::move(answer))) {
+    const bool isThere =
+        connection_.registerVirtualObject(path, receiver_.get(), QDBusConnection::SubPath);
+    // Not before, since Qt gives it a child.
     receiver_->moveToThread(&thread_);
     thread_.start();
-    if (!connection_.registerVirtualObject(path, receiver_.get()) ||
-        !connection_.registerService(service)) {
+    if (!isThere || !connection_.registerService(service)) {
         thread_.quit();
         thread_.wait();
         throw std::runtime_error("the name is not to be had: " +
@@ -52,6 +55,7 @@ FakeBusObject::FakeBusObject(const QString &busAddress, const QString &service, 
 
 FakeBusObject::~FakeBusObject() {
     connection_.unregisterObject(path_);
+    connection_.unregisterService(service_);
     QDBusConnection::disconnectFromBus(connection_.name());
     thread_.quit();
     thread_.wait();
@@ -59,7 +63,12 @@ FakeBusObject::~FakeBusObject() {
 
 void FakeBusObject::emitSignal(const QString &interface, const QString &member,
                                const QVariantList &values) {
-    QDBusMessage signal = QDBusMessage::createSignal(path_, interface, member);
+    emitSignalBelow(path_, interface, member, values);
+}
+
+void FakeBusObject::emitSignalBelow(const QString &path, const QString &interface,
+                                    const QString &member, const QVariantList &values) {
+    QDBusMessage signal = QDBusMessage::createSignal(path, interface, member);
     signal.setArguments(values);
     connection_.send(signal);
 }
