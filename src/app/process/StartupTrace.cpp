@@ -1,4 +1,4 @@
-#include "app/StartupTrace.h"
+#include "app/process/StartupTrace.h"
 
 #include <cstdio>
 #include <ctime>

@@ -1,4 +1,4 @@
-#include "app/SessionLoss.h"
+#include "app/process/SessionLoss.h"
 
 #include <cstdlib>
 

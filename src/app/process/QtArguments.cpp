@@ -1,4 +1,4 @@
-#include "app/QtArguments.h"
+#include "app/process/QtArguments.h"
 
 namespace kestrelbay {
 
