@@ -9,6 +9,7 @@ kestrelbay_test(linux_tap_tests
     LABEL display
     SOURCES
         linux/tapMain.cpp
+        linux/x11/connection/XlibLossTest.cpp
         linux/x11/keyboard/DisplayClaimTest.cpp
         linux/x11/keyboard/UnheardHotkeysTest.cpp
         linux/x11/keyboard/XEventTapContractTest.cpp

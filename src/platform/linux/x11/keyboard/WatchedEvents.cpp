@@ -33,6 +33,7 @@ WatchedEvents::WatchedEvents(std::shared_ptr<const XConnection> connection,
       settings_(std::move(settings)),
       timer_(::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK)),
       stop_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      mainLoop_([this] { mayHaveMore(); }),
       thread_([this] { run(); }) {}
 
 WatchedEvents::~WatchedEvents() {
@@ -82,7 +83,8 @@ void WatchedEvents::run() {
         const std::lock_guard lock(mutex_);
         isLooking_ = false;
         timerDue_.reset();
-        takeOver();
+        if (!MainLoopSleep::isAsleep())
+            takeOver();
         if (pressSince_ && Clock::now() >= *pressSince_ + settings_.patience)
             release();
         deadline.reset();
@@ -94,8 +96,9 @@ void WatchedEvents::run() {
 }
 
 void WatchedEvents::sleep() const {
-    std::array<pollfd, 3> sources{pollfd{connection_->fileDescriptor(), POLLIN, 0},
-                                  pollfd{timer_.fd, POLLIN, 0}, pollfd{stop_.fd, POLLIN, 0}};
+    const int socket = MainLoopSleep::isAsleep() ? -1 : connection_->fileDescriptor();
+    std::array<pollfd, 3> sources{pollfd{socket, POLLIN, 0}, pollfd{timer_.fd, POLLIN, 0},
+                                  pollfd{stop_.fd, POLLIN, 0}};
     static_cast<void>(::poll(sources.data(), sources.size(), -1));
 }
 

@@ -12,6 +12,7 @@
 
 #include <xcb/xinput.h>
 
+#include "platform/linux/glib/MainLoopSleep.h"
 #include "platform/linux/x11/connection/XConnection.h"
 
 namespace kestrelbay::x11 {
@@ -21,7 +22,9 @@ namespace kestrelbay::x11 {
 /// Where the main thread does not do so in time, the watchdog lets go of every grab of the
 /// connection and gives the key to the program in front; the main thread then never sees the
 /// press. With nothing to watch the thread sleeps without a timer. It stays out of the way
-/// of a main thread that reads at once: it holds no lock then, and nobody wakes it.
+/// of a main thread that reads at once: it holds no lock then, and nobody wakes it. In particular
+/// it does not watch the socket while the main loop sleeps, which the socket wakes as well: two
+/// threads that are woken at once take both processors from a server that has a question to answer.
 class WatchedEvents {
 public:
     using Clock = std::chrono::steady_clock;
@@ -44,7 +47,8 @@ public:
     /// been dealt with. Main thread.
     [[nodiscard]] Reply<xcb_generic_event_t> next();
 
-    /// Waiting for an answer may have taken events off the socket. Main thread.
+    /// There may be something to read: waiting for an answer may have taken events off the socket.
+    /// Main thread.
     void mayHaveMore();
 
     /// Has the watchdog let go of the grabs since it was last asked? Main thread.
@@ -76,6 +80,7 @@ private:
     const Close timer_;
     const Close stop_;
     std::atomic<bool> isLooking_{false};
+    const MainLoopSleep mainLoop_;
 
     std::mutex mutex_;  // guards all below
     /// Read by the watchdog for the main thread.

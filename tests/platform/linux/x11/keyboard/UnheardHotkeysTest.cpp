@@ -11,8 +11,8 @@
 #include "support/ChildProcess.h"
 #include "support/KeyPresser.h"
 #include "support/Poll.h"
-#include "support/PrivateSessionBus.h"
 #include "support/PrivateXServer.h"
+#include "support/bus/PrivateSessionBus.h"
 
 namespace kestrelbay::x11 {
 namespace {

@@ -1,6 +1,11 @@
 #include <ctime>
+#include <thread>
 
+#include <QEventLoop>
 #include <QTemporaryDir>
+#include <QTimer>
+
+#include <glib.h>
 
 #include "fakes/FakeSystemLog.h"
 #include "hotkeys/ShortcutManager.h"
@@ -25,6 +30,9 @@ bool blockUntil(const std::function<bool()> &condition) {
     }
     return true;
 }
+
+/// Longer than the watchdog takes to find that there is nothing to watch.
+constexpr std::chrono::milliseconds kUntilAtRest{500};
 
 class XEventTapWatchdogTest : public XEventTapFixture {
 protected:
@@ -115,6 +123,39 @@ TEST_F(XEventTapWatchdogTest, LeavesTheKeysToAMainThreadThatIsBlockedWithoutAPre
     EXPECT_TRUE(cameKeyDowns(1));
     EXPECT_EQ(timeouts_, 0);
     EXPECT_TRUE(cameModifierReleases());
+}
+
+// What wakes the main loop would wake the watchdog, too, at each press.
+TEST_F(XEventTapWatchdogTest, LeavesTheKeysToAMainLoopThatSleeps) {
+    patience_ = std::chrono::milliseconds(100);
+    tap_ = makeTap();
+    install();
+    pressMarker();
+    std::thread presses([this] {
+        std::this_thread::sleep_for(kUntilAtRest);
+        keys_->chord({xkey::kLeftSuper, xkey::kT});
+    });
+    const std::chrono::milliseconds time = kUntilAtRest + 5 * patience_;
+    g_main_context_get_poll_func(nullptr)(nullptr, 0, static_cast<gint>(time.count()));
+    presses.join();
+    EXPECT_TRUE(cameKeyDowns(1));
+    pressMarker();
+    EXPECT_EQ(pressesInFront(xkey::kT), 0);
+    EXPECT_EQ(timeouts_, 0);
+}
+
+TEST_F(XEventTapWatchdogTest, SeesThatAMainLoopThatHasSleptHangs) {
+    install();
+    pressMarker();
+    QEventLoop loop;
+    QTimer::singleShot(kUntilAtRest, &loop, [&] {
+        keys_->chord({xkey::kLeftSuper, xkey::kT});
+        EXPECT_TRUE(blockUntil([&] { return pressesInFront(xkey::kT) == 1; }));
+        loop.quit();
+    });
+    loop.exec();
+    EXPECT_TRUE(cameBack());
+    EXPECT_THAT(keyDowns_, IsEmpty());
 }
 
 TEST_F(XEventTapWatchdogTest, EndsRecordingWhileTheMainThreadIsBlocked) {
