@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 
@@ -14,6 +16,8 @@ namespace {
 
 /// Key codes of macOS are below this.
 constexpr std::uint16_t kKeyCodes = 128;
+/// By xkb_keysym_get_name().
+constexpr std::size_t kLongestName = 64;
 
 struct DeadKey {
     xkb_keysym_t symbol;
@@ -47,19 +51,34 @@ QString typed(xkb_keymap &keymap, XKeycode code, xkb_layout_index_t layout,
     return character == 0 ? QString() : QString::fromUcs4(&character, 1);
 }
 
+/// A text for each key that has one.
+std::map<KeyCode, QString> textsOfKeys(auto textOf) {
+    std::map<KeyCode, QString> texts;
+    for (std::uint16_t number = 0; number < kKeyCodes; ++number) {
+        const auto code = toXKeycode(KeyCode{number});
+        if (const QString text = code ? textOf(*code) : QString(); !text.isEmpty())
+            texts.emplace(KeyCode{number}, text);
+    }
+    return texts;
+}
+
 }  // namespace
 
 std::map<KeyCode, QString> keyCaps(xkb_keymap &keymap, xkb_layout_index_t layout) {
-    std::map<KeyCode, QString> caps;
-    for (std::uint16_t number = 0; number < kKeyCodes; ++number) {
-        const auto code = toXKeycode(KeyCode{number});
-        const QString cap =
-            code ? keyCap(typed(keymap, *code, layout, 0), typed(keymap, *code, layout, 1))
-                 : QString();
-        if (!cap.isEmpty())
-            caps.emplace(KeyCode{number}, cap);
-    }
-    return caps;
+    return textsOfKeys([&keymap, layout](XKeycode code) {
+        return keyCap(typed(keymap, code, layout, 0), typed(keymap, code, layout, 1));
+    });
+}
+
+std::map<KeyCode, QString> symbolNames(xkb_keymap &keymap, xkb_layout_index_t layout) {
+    return textsOfKeys([&keymap, layout](XKeycode code) {
+        const xkb_keysym_t *symbols = nullptr;
+        std::array<char, kLongestName> name{};
+        return xkb_keymap_key_get_syms_by_level(&keymap, code, layout, 0, &symbols) == 1 &&
+                       xkb_keysym_get_name(*symbols, name.data(), name.size()) > 0
+                   ? QString::fromLatin1(name.data())
+                   : QString();
+    });
 }
 
 }  // namespace kestrelbay::x11

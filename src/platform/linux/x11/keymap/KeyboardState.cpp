@@ -67,6 +67,19 @@ XkbOwner<xkb_keymap> readKeymap(xcb_connection_t *connection) {
                                                                XKB_KEYMAP_COMPILE_NO_FLAGS));
 }
 
+/// What `read` finds in the keymap for that layout.
+std::map<KeyCode, QString> ofLayoutInUse(xcb_connection_t *connection, auto read) {
+    const XkbOwner<xkb_keymap> keymap = readKeymap(connection);
+    const std::optional<std::uint16_t> device = coreKeyboard(connection);
+    if (!keymap || !device)
+        return {};
+    const XkbOwner<xkb_state> state(
+        xkb_x11_state_new_from_device(keymap.get(), connection, *device));
+    if (!state)
+        return {};
+    return read(*keymap, xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE));
+}
+
 }  // namespace
 
 std::optional<std::uint8_t> watchKeymap(xcb_connection_t *connection) {
@@ -111,15 +124,19 @@ std::optional<KeyboardModel> readKeyboardModel(xcb_connection_t *connection) {
 }
 
 std::map<KeyCode, QString> readKeyCaps(xcb_connection_t *connection) {
-    const XkbOwner<xkb_keymap> keymap = readKeymap(connection);
-    const std::optional<std::uint16_t> device = coreKeyboard(connection);
-    if (!keymap || !device)
-        return {};
-    const XkbOwner<xkb_state> state(
-        xkb_x11_state_new_from_device(keymap.get(), connection, *device));
-    if (!state)
-        return {};
-    return keyCaps(*keymap, xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE));
+    return ofLayoutInUse(connection, keyCaps);
+}
+
+std::map<KeyCode, QString> readSymbolNames(const QString &displayName) {
+    const XConnection connection(displayName);
+    // Watched only because XKB is spoken from then on.
+    if (connection.isUsable() && watchKeymap(connection.get()))
+        return ofLayoutInUse(connection.get(), symbolNames);
+    const XkbOwner<xkb_context> context(xkb_context_new(XKB_CONTEXT_NO_FLAGS));
+    const XkbOwner<xkb_keymap> keymap(
+        context ? xkb_keymap_new_from_names(context.get(), nullptr, XKB_KEYMAP_COMPILE_NO_FLAGS)
+                : nullptr);
+    return keymap ? symbolNames(*keymap, 0) : std::map<KeyCode, QString>();
 }
 
 std::optional<KeySet> readDownKeys(xcb_connection_t *connection) {

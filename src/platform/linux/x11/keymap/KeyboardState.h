@@ -32,6 +32,10 @@ void watchLayoutInUse(xcb_connection_t *connection);
 /// What the layout in use prints on keys; see keyCaps(). Empty when the connection is broken.
 [[nodiscard]] std::map<KeyCode, QString> readKeyCaps(xcb_connection_t *connection);
 
+/// What XKB calls the symbols of the layout in use; see symbolNames(). Where the server does not
+/// answer, those of the layout that XKB has by the environment.
+[[nodiscard]] std::map<KeyCode, QString> readSymbolNames(const QString &displayName);
+
 /// Keys by their X key codes.
 using KeySet = std::bitset<256>;
 
