@@ -1,9 +1,11 @@
 #pragma once
 
 #include <mutex>
+#include <optional>
 
 #include <QDBusConnection>
-#include <QString>
+
+#include "platform/linux/bus/OwnBusConnection.h"
 
 namespace kestrelbay {
 
@@ -11,16 +13,13 @@ namespace kestrelbay {
 /// program or, once that is dead, one of our own. Any thread.
 class SessionBus {
 public:
-    ~SessionBus();
-
     /// Opened anew whenever it is found dead; not connected when there is no bus. Valid as
     /// long as this is.
     [[nodiscard]] QDBusConnection connection();
 
 private:
     std::mutex mutex_;
-    /// Of the connection of our own; empty before there is one.
-    QString name_;
+    std::optional<OwnBusConnection> own_;
 };
 
 }  // namespace kestrelbay
