@@ -9,20 +9,28 @@
 
 #include <QString>
 
+#include "platform/RunningApplication.h"
 #include "platform/linux/applications/matching/ApplicationMatch.h"
 
 namespace kestrelbay {
+
+/// What windows have for a process that is not of this machine, or that nobody tells: above every
+/// number that the kernel gives, and never to be signalled.
+inline constexpr ProcessIdentifier kUnknownProcess{0x7fff'ffff};
 
 /// The windows of one application.
 struct ApplicationGroup {
     /// Index into the entries of the index; none when no entry fits.
     std::optional<std::size_t> entry;
-    /// The process of its front-most window; below 1 when that is on another
-    /// machine.
+    /// The process of its front-most window; below 1 when it is unknown.
     std::int64_t pid = 0;
     bool active = false;
     /// The numbers of the windows, front-most first.
     std::vector<std::size_t> windows;
+
+    [[nodiscard]] ProcessIdentifier process() const {
+        return pid > 0 ? ProcessIdentifier{pid} : kUnknownProcess;
+    }
 };
 
 /// Groups windows. A window that several entries claim is in the group of each; one that none

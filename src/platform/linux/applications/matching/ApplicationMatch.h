@@ -31,7 +31,7 @@ struct WindowFacts {
     QString className;
     /// WM_WINDOW_ROLE.
     QString role;
-    /// Below 1 when the client isn't a process of this machine.
+    /// Below 1 when the client isn't a process of this machine, or nobody tells which.
     std::int64_t pid = 0;
     ProcessFacts process;
     WindowType type = WindowType::Normal;

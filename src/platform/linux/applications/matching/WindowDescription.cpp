@@ -34,7 +34,7 @@ QString typeOf(WindowType type) {
 
 QString programOf(const WindowFacts &facts) {
     if (facts.pid < 1)
-        return QStringLiteral("no process here");
+        return QStringLiteral("process unknown");
     const ProcessFacts &process = facts.process;
     for (const QString &name :
          {process.interpretedProgram, process.executablePath, process.executableNames.value(0)})

@@ -73,7 +73,7 @@ TEST(WindowDescription, NamesTheEntriesAndWhy) {
                        "/apps/a.desktop by its class, as desktop file id, "
                        "/apps/a.desktop by its class, as desktop file id"));
     EXPECT_EQ(describeWindow({}, {}, index), QStringLiteral("ordinary, class \"\", instance \"\", "
-                                                            "no process here: no entry"));
+                                                            "process unknown: no entry"));
 }
 
 }  // namespace

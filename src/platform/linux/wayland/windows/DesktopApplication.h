@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <set>
@@ -11,24 +12,25 @@
 
 #include "platform/RunningApplication.h"
 #include "platform/linux/applications/matching/ApplicationGroups.h"
-#include "platform/linux/wayland/sway/windows/SwayDesktop.h"
+#include "platform/linux/wayland/windows/Desktop.h"
+#include "platform/linux/wayland/windows/WindowMatches.h"
 
-namespace kestrelbay::sway {
+namespace kestrelbay::wayland {
 
 /// The windows of a picture by applications. A group numbers them as the picture has them.
-[[nodiscard]] std::vector<ApplicationGroup> groupApplications(const SwayPicture &picture);
+[[nodiscard]] std::vector<ApplicationGroup> groupApplications(const Picture &picture);
 
 /// The windows that a picture shows of one application, and what was asked of them since. Shared
 /// by a running application and its window elements. Any one thread at a time.
 ///
-/// Windows that are to come back come together with the focus, in one message.
-class SwayWindows {
+/// Windows that are to come back come together with the focus, in one request.
+class ApplicationWindows {
 public:
-    SwayWindows(std::shared_ptr<SwayDesktop> desktop, const SwayPicture &picture,
-                const ApplicationGroup &group);
-    ~SwayWindows();
-    SwayWindows(const SwayWindows &) = delete;
-    SwayWindows &operator=(const SwayWindows &) = delete;
+    ApplicationWindows(std::shared_ptr<Desktop> desktop, const Picture &picture,
+                       const ApplicationGroup &group);
+    ~ApplicationWindows();
+    ApplicationWindows(const ApplicationWindows &) = delete;
+    ApplicationWindows &operator=(const ApplicationWindows &) = delete;
 
     [[nodiscard]] const std::vector<KnownWindow> &all() const { return windows_; }
     /// The windows to switch to, front-most first, as positions for the calls below.
@@ -45,7 +47,7 @@ public:
     bool activate();
 
 private:
-    const std::shared_ptr<SwayDesktop> desktop_;
+    const std::shared_ptr<Desktop> desktop_;
     /// Without desktops, panels and the like.
     std::vector<KnownWindow> windows_;
     /// Asked to come back.
@@ -54,15 +56,15 @@ private:
     std::optional<std::size_t> focused_;
 };
 
-/// An application with windows in sway.
-class SwayApplication final : public RunningApplication {
+/// An application with windows on a desktop.
+class DesktopApplication final : public RunningApplication {
 public:
-    SwayApplication(const std::shared_ptr<SwayDesktop> &desktop, const SwayPicture &picture,
-                    const ApplicationGroup &group);
+    DesktopApplication(const std::shared_ptr<Desktop> &desktop, const Picture &picture,
+                       const ApplicationGroup &group);
 
     [[nodiscard]] QUrl bundleURL() const override { return bundleURL_; }
     [[nodiscard]] QString bundleIdentifier() const override { return bundleIdentifier_; }
-    [[nodiscard]] ProcessIdentifier processIdentifier() const override { return pid_; }
+    [[nodiscard]] ProcessIdentifier processIdentifier() const override { return process_; }
     [[nodiscard]] bool isActive() const override { return isActive_; }
     /// As under X11, dialogs and tool palettes are left out as long as there are others.
     [[nodiscard]] std::vector<std::unique_ptr<WindowElement>> windows() const override;
@@ -70,11 +72,11 @@ public:
     bool activate() override { return windows_->activate(); }
 
 private:
-    const std::shared_ptr<SwayWindows> windows_;
-    const ProcessIdentifier pid_;
+    const std::shared_ptr<ApplicationWindows> windows_;
+    const ProcessIdentifier process_;
     const bool isActive_;
     QUrl bundleURL_;
     QString bundleIdentifier_;
 };
 
-}  // namespace kestrelbay::sway
+}  // namespace kestrelbay::wayland

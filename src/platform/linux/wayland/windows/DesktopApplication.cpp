@@ -1,19 +1,18 @@
-#include "platform/linux/wayland/sway/windows/SwayApplication.h"
+#include "platform/linux/wayland/windows/DesktopApplication.h"
 
 #include <algorithm>
-#include <iterator>
 #include <span>
 #include <utility>
 
 #include "platform/linux/applications/matching/WindowSubrole.h"
 
-namespace kestrelbay::sway {
+namespace kestrelbay::wayland {
 
 namespace {
 
-class SwayWindowElement final : public WindowElement {
+class DesktopWindowElement final : public WindowElement {
 public:
-    SwayWindowElement(std::shared_ptr<SwayWindows> windows, std::size_t position)
+    DesktopWindowElement(std::shared_ptr<ApplicationWindows> windows, std::size_t position)
         : windows_(std::move(windows)), position_(position) {}
 
     [[nodiscard]] std::optional<QString> subrole() const override {
@@ -28,17 +27,17 @@ public:
         return true;
     }
     bool setFocused() override { return windows_->focus(position_); }
-    /// sway raises what gets the focus.
+    /// Compositors raise what gets the focus.
     bool raise() override { return true; }
 
 private:
-    const std::shared_ptr<SwayWindows> windows_;
+    const std::shared_ptr<ApplicationWindows> windows_;
     const std::size_t position_;
 };
 
 }  // namespace
 
-std::vector<ApplicationGroup> groupApplications(const SwayPicture &picture) {
+std::vector<ApplicationGroup> groupApplications(const Picture &picture) {
     ApplicationGrouping grouping;
     for (std::size_t i = 0; i < picture.windows.size(); ++i) {
         const KnownWindow &known = picture.windows[i];
@@ -47,8 +46,8 @@ std::vector<ApplicationGroup> groupApplications(const SwayPicture &picture) {
     return grouping.take();
 }
 
-SwayWindows::SwayWindows(std::shared_ptr<SwayDesktop> desktop, const SwayPicture &picture,
-                         const ApplicationGroup &group)
+ApplicationWindows::ApplicationWindows(std::shared_ptr<Desktop> desktop, const Picture &picture,
+                                       const ApplicationGroup &group)
     : desktop_(std::move(desktop)) {
     for (const std::size_t window : group.windows) {
         if (picture.windows[window].facts->type != WindowType::Decoration)
@@ -56,12 +55,12 @@ SwayWindows::SwayWindows(std::shared_ptr<SwayDesktop> desktop, const SwayPicture
     }
 }
 
-SwayWindows::~SwayWindows() {
+ApplicationWindows::~ApplicationWindows() {
     if (!returning_.empty())
         focus(*returning_.begin());
 }
 
-std::vector<std::size_t> SwayWindows::listed() const {
+std::vector<std::size_t> ApplicationWindows::listed() const {
     std::vector<std::size_t> ordinary;
     std::vector<std::size_t> every;
     for (std::size_t i = 0; i < windows_.size(); ++i) {
@@ -73,25 +72,25 @@ std::vector<std::size_t> SwayWindows::listed() const {
     return ordinary.empty() ? every : ordinary;
 }
 
-bool SwayWindows::setHidden(std::size_t window, bool hidden) {
+bool ApplicationWindows::setHidden(std::size_t window, bool hidden) {
     if (!hidden) {
         if (windows_[window].window.isHidden)
             returning_.insert(window);
         return true;
     }
     returning_.erase(window);
-    const bool isAsked = desktop_->hide(std::span(&windows_[window].window, 1));
+    const bool isAsked = desktop_->hide(std::span(&windows_[window].window.id, 1));
     windows_[window].window.isHidden = true;
     return isAsked;
 }
 
-bool SwayWindows::focus(std::size_t window) {
+bool ApplicationWindows::focus(std::size_t window) {
     if (windows_[window].window.isHidden)
         returning_.insert(window);
-    std::vector<SwayWindow> hidden;
+    std::vector<std::int64_t> hidden;
     // The front-most last, so that they have their order again.
     for (auto returning = returning_.rbegin(); returning != returning_.rend(); ++returning) {
-        hidden.push_back(windows_[*returning].window);
+        hidden.push_back(windows_[*returning].window.id);
         windows_[*returning].window.isHidden = false;
     }
     returning_.clear();
@@ -99,19 +98,20 @@ bool SwayWindows::focus(std::size_t window) {
     return desktop_->bringForward(hidden, windows_[window].window.id);
 }
 
-bool SwayWindows::hideAll() {
+bool ApplicationWindows::hideAll() {
     returning_.clear();
     focused_.reset();
-    std::vector<SwayWindow> every;
+    std::vector<std::int64_t> shown;
     // The back-most first: the focus does not wander over those that go as well.
-    std::transform(windows_.rbegin(), windows_.rend(), std::back_inserter(every),
-                   [](const KnownWindow &known) { return known.window; });
-    for (KnownWindow &known : windows_)
-        known.window.isHidden = true;
-    return !every.empty() && desktop_->hide(every);
+    for (auto known = windows_.rbegin(); known != windows_.rend(); ++known) {
+        if (!known->window.isHidden)
+            shown.push_back(known->window.id);
+        known->window.isHidden = true;
+    }
+    return !windows_.empty() && desktop_->hide(shown);
 }
 
-bool SwayWindows::activate() {
+bool ApplicationWindows::activate() {
     if (main_ && focused_ == main_)
         return true;
     const std::vector<std::size_t> list = listed();
@@ -125,10 +125,10 @@ bool SwayWindows::activate() {
     return focus(main_.value_or(list.front()));
 }
 
-SwayApplication::SwayApplication(const std::shared_ptr<SwayDesktop> &desktop,
-                                 const SwayPicture &picture, const ApplicationGroup &group)
-    : windows_(std::make_shared<SwayWindows>(desktop, picture, group)),
-      pid_{group.pid},
+DesktopApplication::DesktopApplication(const std::shared_ptr<Desktop> &desktop,
+                                       const Picture &picture, const ApplicationGroup &group)
+    : windows_(std::make_shared<ApplicationWindows>(desktop, picture, group)),
+      process_(group.process()),
       isActive_(group.active) {
     if (!group.entry)
         return;
@@ -137,11 +137,11 @@ SwayApplication::SwayApplication(const std::shared_ptr<SwayDesktop> &desktop,
     bundleIdentifier_ = entry.id;
 }
 
-std::vector<std::unique_ptr<WindowElement>> SwayApplication::windows() const {
+std::vector<std::unique_ptr<WindowElement>> DesktopApplication::windows() const {
     std::vector<std::unique_ptr<WindowElement>> elements;
     for (const std::size_t position : windows_->listed())
-        elements.push_back(std::make_unique<SwayWindowElement>(windows_, position));
+        elements.push_back(std::make_unique<DesktopWindowElement>(windows_, position));
     return elements;
 }
 
-}  // namespace kestrelbay::sway
+}  // namespace kestrelbay::wayland
