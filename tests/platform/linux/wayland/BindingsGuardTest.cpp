@@ -1,4 +1,4 @@
-#include "platform/linux/wayland/sway/BindingsGuard.h"
+#include "platform/linux/wayland/BindingsGuard.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -10,12 +10,13 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/linux/wayland/sway/SwayClaim.h"
+#include "platform/linux/wayland/HotkeysClaim.h"
+#include "platform/linux/wayland/sway/SwayBinding.h"
 #include "support/Poll.h"
 
 using namespace Qt::StringLiterals;
 
-namespace kestrelbay::sway {
+namespace kestrelbay::wayland {
 namespace {
 
 using kestrelbay::testing::waitUntil;
@@ -42,15 +43,16 @@ protected:
 
     const QTemporaryDir folder_;
     const QByteArray path_ = qgetenv("PATH");
+    const QString claim_ = folder_.filePath(u"claim"_s);
     const QString socket_ = folder_.filePath(u"ipc.sock"_s);
 };
 
 TEST_F(BindingsGuardTest, RunsTheLastCommandsOfAProgramThatIsKilled) {
     const pid_t program = ::fork();
     if (program == 0) {
-        const BindingsGuard guard(socket_, -1);
-        guard.setCommands("unbindcode 1; unbindcode 2");
-        guard.setCommands("unbindcode 3; unbindcode 4");
+        const BindingsGuard guard(sway::kUnbindAtEnd, socket_.toUtf8(), -1);
+        guard.setKeys("unbindcode 1; unbindcode 2");
+        guard.setKeys("unbindcode 3; unbindcode 4");
         ::raise(SIGKILL);
     }
     ::waitpid(program, nullptr, 0);
@@ -61,12 +63,12 @@ TEST_F(BindingsGuardTest, RunsTheLastCommandsOfAProgramThatIsKilled) {
 
 TEST_F(BindingsGuardTest, DoesNothingWhereItWasNotNecessary) {
     {
-        const BindingsGuard guard(socket_, -1);
-        guard.setCommands("unbindcode 1");
+        const BindingsGuard guard(sway::kUnbindAtEnd, socket_.toUtf8(), -1);
+        guard.setKeys("unbindcode 1");
     }
     // The shell has ended by now.
     EXPECT_EQ(calledWith(), "");
-    { const BindingsGuard guard(socket_, -1); }
+    { const BindingsGuard guard(sway::kUnbindAtEnd, socket_.toUtf8(), -1); }
     EXPECT_EQ(calledWith(), "");
 }
 
@@ -75,17 +77,17 @@ TEST_F(BindingsGuardTest, HoldsTheClaimUntilItIsDone) {
     ASSERT_TRUE(busy.open(QIODevice::WriteOnly));
     const pid_t program = ::fork();
     if (program == 0) {
-        const std::optional<SwayClaim> claim = SwayClaim::take(socket_);
-        const BindingsGuard guard(socket_, claim->descriptor());
-        guard.setCommands("unbindcode 1");
+        const std::optional<HotkeysClaim> claim = HotkeysClaim::take(claim_);
+        const BindingsGuard guard(sway::kUnbindAtEnd, socket_.toUtf8(), claim->descriptor());
+        guard.setKeys("unbindcode 1");
         ::raise(SIGKILL);
     }
     ::waitpid(program, nullptr, 0);
-    EXPECT_FALSE(SwayClaim::take(socket_));
+    EXPECT_FALSE(HotkeysClaim::take(claim_));
     ASSERT_TRUE(busy.remove());
-    EXPECT_TRUE(waitUntil([this] { return SwayClaim::take(socket_).has_value(); }));
+    EXPECT_TRUE(waitUntil([this] { return HotkeysClaim::take(claim_).has_value(); }));
     EXPECT_NE(calledWith(), "");
 }
 
 }  // namespace
-}  // namespace kestrelbay::sway
+}  // namespace kestrelbay::wayland

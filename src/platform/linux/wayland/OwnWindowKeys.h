@@ -1,13 +1,14 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <set>
 
 #include <QObject>
 
 #include "platform/EventTap.h"
 
-namespace kestrelbay::sway {
+namespace kestrelbay::wayland {
 
 /// The keys that reach the windows of this program, told of as a tap tells of all: what recording
 /// can have where no program sees the keys of others. What the compositor has bound never arrives.
@@ -25,10 +26,27 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    /// A modifier whose press the compositor has kept to itself, as GNOME does with the Super key,
+    /// still counts for the key.
+    EventVerdict tellKey(KeyCode key, Qt::KeyboardModifiers modifiers);
     EventVerdict tell(EventType type, KeyCode key);
 
     const Handler handler_;
     std::set<KeyCode> held_;
 };
 
-}  // namespace kestrelbay::sway
+/// Whether they are told of just now.
+class OwnWindowKeysSwitch {
+public:
+    [[nodiscard]] bool isOn() const { return keys_ != nullptr; }
+    /// The handler is for what begins now; it may be what calls this. True when that is a change.
+    bool set(bool isOn, const OwnWindowKeys::Handler &handler);
+
+private:
+    struct EndLater {
+        void operator()(OwnWindowKeys *keys) const;
+    };
+    std::unique_ptr<OwnWindowKeys, EndLater> keys_;
+};
+
+}  // namespace kestrelbay::wayland

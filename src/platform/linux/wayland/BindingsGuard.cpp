@@ -1,4 +1,4 @@
-#include "platform/linux/wayland/sway/BindingsGuard.h"
+#include "platform/linux/wayland/BindingsGuard.h"
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -9,22 +9,18 @@
 #include <array>
 #include <csignal>
 
-#include <QFile>
-
-namespace kestrelbay::sway {
+namespace kestrelbay::wayland {
 
 namespace {
 
-/// The last line counts; there is no more when the other end has gone. The mode is that in which
-/// the keys are bound.
-constexpr const char *kScript =
-    "while read -r line; do commands=$line; done\n"
-    "[ -z \"$commands\" ] || exec swaymsg -q -s \"$1\" -- \"mode default; $commands\"";
+/// The last line counts; there is no more when the other end has gone.
+constexpr const char *kWait =
+    "while read -r line; do keys=$line; done\n[ -n \"$keys\" ] || exit 0\n";
 
 constexpr int kInheritedClaim = 3;
 
 /// -1 when there is no shell.
-pid_t startShell(int input, int claim, const QByteArray &socketPath) {
+pid_t startShell(const QByteArray &script, int input, int claim, const QByteArray &place) {
     posix_spawn_file_actions_t files{};
     posix_spawn_file_actions_init(&files);
     posix_spawn_file_actions_adddup2(&files, input, STDIN_FILENO);
@@ -44,7 +40,7 @@ pid_t startShell(int input, int claim, const QByteArray &socketPath) {
     sigfillset(&signals);
     posix_spawnattr_setsigdefault(&attributes, &signals);
 
-    std::array<QByteArray, 5> arguments{"sh", "-c", kScript, "sh", socketPath};
+    std::array<QByteArray, 5> arguments{"sh", "-c", script, "sh", place};
     std::array<char *, arguments.size() + 1> pointers{};
     for (std::size_t i = 0; i < arguments.size(); ++i)
         pointers[i] = arguments[i].data();
@@ -58,11 +54,11 @@ pid_t startShell(int input, int claim, const QByteArray &socketPath) {
 
 }  // namespace
 
-BindingsGuard::BindingsGuard(const QString &socketPath, int claim) {
+BindingsGuard::BindingsGuard(const QByteArray &atEnd, const QByteArray &place, int claim) {
     std::array<int, 2> ends{};
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0)
         return;
-    shell_ = startShell(ends[1], claim, QFile::encodeName(socketPath));
+    shell_ = startShell(kWait + atEnd, ends[1], claim, place);
     socket_ = ends[0];
     ::close(ends[1]);
 }
@@ -70,17 +66,17 @@ BindingsGuard::BindingsGuard(const QString &socketPath, int claim) {
 BindingsGuard::~BindingsGuard() {
     if (socket_ < 0)
         return;
-    setCommands({});
+    setKeys({});
     ::close(socket_);
     if (shell_ > 0)
         ::waitpid(shell_, nullptr, 0);
 }
 
-void BindingsGuard::setCommands(const QByteArray &commands) const {
-    const QByteArray line = commands + '\n';
+void BindingsGuard::setKeys(const QByteArray &keys) const {
+    const QByteArray line = keys + '\n';
     // Far less than the socket holds.
     static_cast<void>(::send(socket_, line.constData(), static_cast<std::size_t>(line.size()),
                              MSG_NOSIGNAL | MSG_DONTWAIT));
 }
 
-}  // namespace kestrelbay::sway
+}  // namespace kestrelbay::wayland

@@ -1,14 +1,27 @@
-#include "platform/linux/wayland/sway/OwnWindowKeys.h"
+#include "platform/linux/wayland/OwnWindowKeys.h"
 
+#include <array>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include <QCoreApplication>
 #include <QKeyEvent>
 
 #include "platform/linux/keycodes/KeyCodeTable.h"
 
-namespace kestrelbay::sway {
+namespace kestrelbay::wayland {
+
+namespace {
+
+constexpr std::array kLeftKeys{
+    std::pair{Qt::ShiftModifier, key::kLeftShift},
+    std::pair{Qt::ControlModifier, key::kLeftControl},
+    std::pair{Qt::AltModifier, key::kLeftOption},
+    std::pair{Qt::MetaModifier, key::kLeftCommand},
+};
+
+}  // namespace
 
 OwnWindowKeys::OwnWindowKeys(Handler handler) : handler_(std::move(handler)) {
     QCoreApplication::instance()->installEventFilter(this);
@@ -42,7 +55,26 @@ bool OwnWindowKeys::eventFilter(QObject *watched, QEvent *event) {
         const bool isChanged = isPress ? held_.insert(*key).second : held_.erase(*key) > 0;
         return isChanged && tell(EventType::FlagsChanged, *key) == EventVerdict::Swallow;
     }
-    return isPress && tell(EventType::KeyDown, *key) == EventVerdict::Swallow;
+    return isPress && tellKey(*key, keyEvent.modifiers()) == EventVerdict::Swallow;
+}
+
+EventVerdict OwnWindowKeys::tellKey(KeyCode key, Qt::KeyboardModifiers modifiers) {
+    std::vector<KeyCode> unseen;
+    for (const auto &[modifier, left] : kLeftKeys) {
+        const ModifierFlags kind = withoutSides(flagsOfModifierKey(left));
+        if (!modifiers.testFlag(modifier) || buildDetailedFlags(held_).contains(kind))
+            continue;
+        unseen.push_back(left);
+        held_.insert(left);
+        tell(EventType::FlagsChanged, left);
+    }
+    const EventVerdict verdict = tell(EventType::KeyDown, key);
+    for (const KeyCode left : unseen) {
+        // Unless this was the end of it.
+        if (held_.erase(left) > 0)
+            tell(EventType::FlagsChanged, left);
+    }
+    return verdict;
 }
 
 EventVerdict OwnWindowKeys::tell(EventType type, KeyCode key) {
@@ -51,4 +83,17 @@ EventVerdict OwnWindowKeys::tell(EventType type, KeyCode key) {
     return handler ? handler(type, key, buildDetailedFlags(held_)) : EventVerdict::Pass;
 }
 
-}  // namespace kestrelbay::sway
+bool OwnWindowKeysSwitch::set(bool isOn, const OwnWindowKeys::Handler &handler) {
+    if (isOn == this->isOn())
+        return false;
+    keys_.reset(isOn ? new OwnWindowKeys(handler) : nullptr);
+    return true;
+}
+
+void OwnWindowKeysSwitch::EndLater::operator()(OwnWindowKeys *keys) const {
+    keys->stop();
+    // They may be what calls this.
+    keys->deleteLater();
+}
+
+}  // namespace kestrelbay::wayland
