@@ -1,19 +1,17 @@
 #include "platform/linux/wayland/sway/SwayIpc.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
 
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
+
+#include "platform/linux/wayland/client/Socket.h"
 
 using namespace Qt::StringLiterals;
 
@@ -25,28 +23,6 @@ QString systemError() {
     return QString::fromLocal8Bit(std::strerror(errno));
 }
 
-/// -1, with the reason in errno, when nobody listens there.
-int connectedSocket(const QByteArray &path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.isEmpty() || path.size() >= std::ssize(address.sun_path)) {
-        errno = ENOENT;
-        return -1;
-    }
-    std::ranges::copy(path, std::begin(address.sun_path));
-    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (descriptor < 0)
-        return -1;
-    // Local sockets connect at once, or wait for room in the queue of a server that is stuck.
-    if (::fcntl(descriptor, F_SETFL, O_NONBLOCK) == 0 &&
-        ::connect(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof(address)) == 0)
-        return descriptor;
-    const int error = errno;
-    ::close(descriptor);
-    errno = error;
-    return -1;
-}
-
 }  // namespace
 
 QString socketOfSession() {
@@ -54,7 +30,7 @@ QString socketOfSession() {
 }
 
 SwayIpc::SwayIpc(const QString &socketPath, std::chrono::milliseconds patience)
-    : patience_(patience), descriptor_(connectedSocket(QFile::encodeName(socketPath))) {
+    : patience_(patience), descriptor_(wayland::connectedSocket(socketPath)) {
     if (descriptor_ < 0)
         error_ = u"nobody answers at \"%1\": %2"_s.arg(socketPath, systemError());
 }

@@ -39,25 +39,6 @@ std::int64_t integer(const QJsonValue &value) {
     return value.toInteger();
 }
 
-WindowFacts factsOf(const QJsonObject &node) {
-    WindowFacts facts;
-    facts.pid = integer(node["pid"_L1]);
-    const QJsonObject x = node["window_properties"_L1].toObject();
-    if (x.isEmpty()) {
-        facts.className = node["app_id"_L1].toString();
-        facts.instance = facts.className;
-        return facts;
-    }
-    facts.className = x["class"_L1].toString();
-    facts.instance = x["instance"_L1].toString();
-    facts.role = x["window_role"_L1].toString();
-    facts.transientFor = static_cast<std::uint32_t>(integer(x["transient_for"_L1]));
-    facts.type = typeNamed(x["window_type"_L1].toString());
-    if (facts.transientFor != 0 && facts.type == WindowType::Normal)
-        facts.type = WindowType::Dialog;
-    return facts;
-}
-
 /// The nodes right below, in the order of their last use.
 std::vector<QJsonObject> childrenOf(const QJsonObject &node) {
     const QJsonArray order = node["focus"_L1].toArray();
@@ -97,18 +78,37 @@ void collect(const QJsonObject &node, Place place, std::vector<SwayWindow> &wind
     // Containers have no process.
     if (!children.empty() || !node.contains("pid"_L1))
         return;
-    windows.push_back({.id = integer(node["id"_L1]),
-                       .facts = factsOf(node),
-                       .title = node["name"_L1].toString(),
-                       .isFocused = node["focused"_L1].toBool(),
-                       .isUrgent = node["urgent"_L1].toBool(),
-                       .isFloating = place.isFloating,
-                       .isFullscreen = node["fullscreen_mode"_L1].toInt() != 0,
-                       .isHidden = place.isHidden,
-                       .workspace = place.isHidden ? QString() : place.workspace});
+    windows.push_back({{.id = integer(node["id"_L1]),
+                        .facts = factsOf(node),
+                        .title = node["name"_L1].toString(),
+                        .isFocused = node["focused"_L1].toBool(),
+                        .isUrgent = node["urgent"_L1].toBool(),
+                        .isHidden = place.isHidden},
+                       place.isFloating,
+                       node["fullscreen_mode"_L1].toInt() != 0,
+                       place.isHidden ? QString() : place.workspace});
 }
 
 }  // namespace
+
+WindowFacts factsOf(const QJsonObject &node) {
+    WindowFacts facts;
+    facts.pid = integer(node["pid"_L1]);
+    const QJsonObject x = node["window_properties"_L1].toObject();
+    if (x.isEmpty()) {
+        facts.className = node["app_id"_L1].toString();
+        facts.instance = facts.className;
+        return facts;
+    }
+    facts.className = x["class"_L1].toString();
+    facts.instance = x["instance"_L1].toString();
+    facts.role = x["window_role"_L1].toString();
+    facts.transientFor = static_cast<std::uint32_t>(integer(x["transient_for"_L1]));
+    facts.type = typeNamed(x["window_type"_L1].toString());
+    if (facts.transientFor != 0 && facts.type == WindowType::Normal)
+        facts.type = WindowType::Dialog;
+    return facts;
+}
 
 std::vector<SwayWindow> windowsOf(const QJsonObject &tree) {
     std::vector<SwayWindow> windows;
