@@ -1,22 +1,17 @@
 #include "platform/linux/wayland/sway/windows/SwayDesktop.h"
 
-#include <algorithm>
-#include <iterator>
-#include <tuple>
 #include <utility>
 
 #include <QJsonObject>
-
-#include "platform/linux/applications/matching/ProcessFacts.h"
 
 using namespace Qt::StringLiterals;
 
 namespace kestrelbay::sway {
 
-namespace {
+using wayland::DesktopWindow;
+using wayland::kSameMoment;
 
-/// An answer to what was asked so long ago is still of this moment.
-constexpr std::chrono::milliseconds kSameMoment{50};
+namespace {
 
 QByteArray criteria(std::int64_t window) {
     return "[con_id=" + QByteArray::number(window) + "] ";
@@ -28,22 +23,50 @@ QByteArray quoted(const QString &text) {
     return '"' + bytes + '"';
 }
 
-bool isToldAlike(const WindowFacts &one, const WindowFacts &other) {
-    const auto all = [](const WindowFacts &facts) {
-        return std::tie(facts.pid, facts.className, facts.instance, facts.role, facts.type,
-                        facts.transientFor);
-    };
-    return all(one) == all(other);
-}
+/// Between two looks ahead: what has this much time to change need not be known before.
+constexpr std::chrono::milliseconds kBetweenLooks{20};
 
 }  // namespace
 
-SwayDesktop::SwayDesktop(QString socketPath, AddLaunch addLaunch)
-    : socketPath_(std::move(socketPath)),
-      addLaunch_(std::move(addLaunch)),
-      ipc_(std::in_place, socketPath_),
-      events_(socketPath_) {
-    static_cast<void>(events_.subscribe({u"window"_s}));
+SwayDesktop::SwayDesktop(std::shared_ptr<SwayEvents> events)
+    : events_(std::move(events)), ipc_(std::in_place, events_->socketPath()) {}
+
+void SwayDesktop::listen(News news) {
+    news_.emplace(std::move(news));
+    const auto inform = [this] {
+        kept_.setInformed(events_->isListening());
+        if (kept_.isLookDue())
+            lookSoon();
+    };
+    QObject::connect(events_.get(), &SwayEvents::happened, &context_,
+                     [this](const SwayIpc::Event &event) { takeIn(event); });
+    QObject::connect(events_.get(), &SwayEvents::begun, &context_, inform);
+    QObject::connect(events_.get(), &SwayEvents::ended, &context_, inform);
+    static_cast<void>(events_->begin());
+    inform();
+}
+
+void SwayDesktop::takeIn(const SwayIpc::Event &event) {
+    if (event.type != MessageType::WindowEvent)
+        return;
+    kept_.takeIn(event.json.object());
+    if (kept_.isLookDue())
+        lookSoon();
+}
+
+void SwayDesktop::lookSoon() {
+    isLookWanted_ = true;
+    if (isLooking_.exchange(true))
+        return;
+    news_->loop.post([this] {
+        isLookWanted_ = false;
+        news_->windowsChanged();
+        news_->loop.postAfter(kBetweenLooks.count(), [this] {
+            isLooking_ = false;
+            if (isLookWanted_)
+                lookSoon();
+        });
+    });
 }
 
 std::optional<QJsonDocument> SwayDesktop::ask(MessageType type, const QByteArray &payload) {
@@ -52,135 +75,94 @@ std::optional<QJsonDocument> SwayDesktop::ask(MessageType type, const QByteArray
         static_cast<void>(ipc_->answer(MessageType::GetTree));
     // It is given up for a sway that was late.
     if (!ipc_->isOpen())
-        ipc_.emplace(socketPath_);
+        ipc_.emplace(events_->socketPath());
     return ipc_->ask(type, payload);
 }
 
-SwayPicture SwayDesktop::read(std::shared_ptr<const ApplicationIndex> index) {
+std::vector<DesktopWindow> SwayDesktop::read() {
     const std::lock_guard lock(mutex_);
-    const std::optional<QJsonDocument> tree = ask(MessageType::GetTree, {});
-    return picture(tree.value_or(QJsonDocument()), std::move(index));
+    const std::uint64_t moment = kept_.moment();
+    return takeIn(ask(MessageType::GetTree, {}).value_or(QJsonDocument()), moment);
+}
+
+std::optional<std::vector<DesktopWindow>> SwayDesktop::known() {
+    const auto windows = kept_.known();
+    if (!windows)
+        return std::nullopt;
+    return std::vector<DesktopWindow>(windows->begin(), windows->end());
 }
 
 void SwayDesktop::askAhead() {
+    if (kept_.areKnown())
+        return;
     // Whoever has it asks just now.
     const std::unique_lock lock(mutex_, std::try_to_lock);
+    const Question question{.time = Clock::now(), .moment = kept_.moment()};
     if (lock && !askedAhead_ && ipc_->send(MessageType::GetTree))
-        askedAhead_ = Clock::now();
+        askedAhead_ = question;
 }
 
-SwayPicture SwayDesktop::readAsked(std::shared_ptr<const ApplicationIndex> index) {
+std::vector<DesktopWindow> SwayDesktop::readAsked() {
     const std::lock_guard lock(mutex_);
-    const auto asked = std::exchange(askedAhead_, std::nullopt);
-    std::optional<QJsonDocument> tree;
-    if (asked)
-        tree = ipc_->answer(MessageType::GetTree);
-    if (!tree || Clock::now() - *asked > kSameMoment)
-        tree = ask(MessageType::GetTree, {});
-    return picture(tree.value_or(QJsonDocument()), std::move(index));
+    if (const auto asked = std::exchange(askedAhead_, std::nullopt)) {
+        const auto tree = ipc_->answer(MessageType::GetTree);
+        if (tree && Clock::now() - asked->time <= kSameMoment)
+            return takeIn(*tree, asked->moment);
+    }
+    const std::uint64_t moment = kept_.moment();
+    return takeIn(ask(MessageType::GetTree, {}).value_or(QJsonDocument()), moment);
 }
 
-SwayPicture SwayDesktop::picture(const QJsonDocument &tree,
-                                 std::shared_ptr<const ApplicationIndex> index) {
-    std::vector<SwayWindow> windows = windowsOf(tree.object());
-    putInOrderOfUse(windows);
-    std::map<std::int64_t, Record> records;
-    std::map<std::int64_t, Place> places;
-    SwayPicture result{.index = std::move(index), .windows = {}};
-    for (SwayWindow &window : windows) {
-        Record record = recordOf(window, result.index);
-        if (const auto place = places_.find(window.id); place != places_.end() && window.isHidden)
-            places.insert(*place);
-        result.windows.push_back(
-            {.window = window, .facts = record.facts, .matches = record.matches});
-        records.emplace(window.id, std::move(record));
-    }
-    records_ = std::move(records);
+std::vector<DesktopWindow> SwayDesktop::takeIn(const QJsonDocument &tree, std::uint64_t moment) {
+    const std::vector<SwayWindow> windows = kept_.takeIn(tree.object(), moment);
+    windows_.clear();
+    for (const SwayWindow &window : windows)
+        windows_.emplace(window.id, window);
     // What somebody else has brought back is where they want it.
-    places_ = std::move(places);
-    return result;
-}
-
-SwayDesktop::Record SwayDesktop::recordOf(
-    const SwayWindow &window, const std::shared_ptr<const ApplicationIndex> &index) const {
-    const auto known = records_.find(window.id);
-    const bool isKnown = known != records_.end() && isToldAlike(known->second.told, window.facts);
-    if (isKnown && known->second.index == index)
-        return known->second;
-    Record record{.told = window.facts, .facts = {}, .matches = {}, .index = index};
-    if (isKnown) {
-        record.facts = known->second.facts;
-    } else {
-        WindowFacts facts = window.facts;
-        if (facts.pid > 0) {
-            facts.process = readProcessFacts(facts.pid);
-            addLaunch_(facts.pid, facts.process);
-        }
-        record.facts = std::make_shared<const WindowFacts>(std::move(facts));
-    }
-    record.matches =
-        std::make_shared<const std::vector<ApplicationMatch>>(matchWindow(*record.facts, *index));
-    return record;
-}
-
-void SwayDesktop::putInOrderOfUse(std::vector<SwayWindow> &windows) {
-    takeInEventsLocked();
-    for (const SwayWindow &window : windows) {
-        if (window.isFocused)
-            noteUse(window.id);
-    }
-    std::ranges::stable_sort(windows, {}, [this](const SwayWindow &window) {
-        return std::ranges::find(used_, window.id) - used_.begin();
+    std::erase_if(places_, [this](const auto &place) {
+        const auto found = windows_.find(place.first);
+        return found == windows_.end() || !found->second.isHidden;
     });
-    used_.clear();
-    std::ranges::transform(windows, std::back_inserter(used_), &SwayWindow::id);
+    // Something has happened meanwhile.
+    if (!tree.isEmpty() && kept_.isLookDue())
+        lookSoon();
+    return {windows.begin(), windows.end()};
 }
 
-void SwayDesktop::noteUse(std::int64_t window) {
-    std::erase(used_, window);
-    used_.insert(used_.begin(), window);
-}
-
-void SwayDesktop::takeInEvents() {
-    const std::lock_guard lock(mutex_);
-    takeInEventsLocked();
-}
-
-void SwayDesktop::takeInEventsLocked() {
-    while (const std::optional<SwayIpc::Event> event = events_.nextEvent()) {
-        const QJsonObject json = event->json.object();
-        if (json["change"_L1].toString() == "focus"_L1)
-            noteUse(json["container"_L1]["id"_L1].toInteger());
-    }
-}
-
-bool SwayDesktop::hide(std::span<const SwayWindow> windows) {
+bool SwayDesktop::hide(std::span<const std::int64_t> windows) {
     const std::lock_guard lock(mutex_);
     QByteArray commands;
-    for (const SwayWindow &window : windows) {
-        if (window.isHidden)
+    for (const std::int64_t id : windows) {
+        const auto found = windows_.find(id);
+        if (found == windows_.end())
             continue;
-        places_[window.id] = {.workspace = window.workspace,
-                              .isFloating = window.isFloating,
-                              .isFullscreen = window.isFullscreen};
+        SwayWindow &window = found->second;
+        if (std::exchange(window.isHidden, true))
+            continue;
+        places_[id] = {.workspace = window.workspace,
+                       .isFloating = window.isFloating,
+                       .isFullscreen = window.isFullscreen};
         if (window.isFullscreen)
-            commands += criteria(window.id) + "fullscreen disable; ";
-        commands += criteria(window.id) + "move scratchpad; ";
+            commands += criteria(id) + "fullscreen disable; ";
+        commands += criteria(id) + "move scratchpad; ";
     }
     return run(commands);
 }
 
-bool SwayDesktop::bringForward(std::span<const SwayWindow> hidden, std::int64_t focused) {
+bool SwayDesktop::bringForward(std::span<const std::int64_t> hidden, std::int64_t focused) {
     const std::lock_guard lock(mutex_);
     QByteArray commands;
-    for (const SwayWindow &window : hidden)
+    for (const std::int64_t window : hidden) {
         commands += commandsToShow(window);
+        if (const auto found = windows_.find(window); found != windows_.end())
+            found->second.isHidden = false;
+    }
     return run(commands + criteria(focused) + "focus");
 }
 
-QByteArray SwayDesktop::commandsToShow(const SwayWindow &window) {
-    const QByteArray it = criteria(window.id);
-    const auto found = places_.find(window.id);
+QByteArray SwayDesktop::commandsToShow(std::int64_t window) {
+    const QByteArray it = criteria(window);
+    const auto found = places_.find(window);
     // Whoever has hidden it; sway shows it on the workspace in view.
     if (found == places_.end())
         return it + "scratchpad show; ";
@@ -196,7 +178,13 @@ QByteArray SwayDesktop::commandsToShow(const SwayWindow &window) {
 }
 
 bool SwayDesktop::run(const QByteArray &commands) {
-    return commands.isEmpty() || ask(MessageType::RunCommand, commands).has_value();
+    if (commands.isEmpty())
+        return true;
+    kept_.willChange();
+    const bool isAsked = ask(MessageType::RunCommand, commands).has_value();
+    if (kept_.isLookDue())
+        lookSoon();
+    return isAsked;
 }
 
 }  // namespace kestrelbay::sway

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -11,57 +11,38 @@
 #include <vector>
 
 #include <QByteArray>
+#include <QJsonDocument>
+#include <QObject>
 #include <QString>
 
-#include "platform/linux/applications/entries/ApplicationIndex.h"
+#include "platform/linux/wayland/sway/SwayEvents.h"
 #include "platform/linux/wayland/sway/SwayIpc.h"
+#include "platform/linux/wayland/sway/windows/KeptWindows.h"
 #include "platform/linux/wayland/sway/windows/SwayTree.h"
+#include "platform/linux/wayland/windows/Desktop.h"
 
 namespace kestrelbay::sway {
 
-/// A window, and the entries that it belongs to.
-struct KnownWindow {
-    SwayWindow window;
-    std::shared_ptr<const WindowFacts> facts;
-    std::shared_ptr<const std::vector<ApplicationMatch>> matches;
-};
-
-/// The desktop at one moment.
-struct SwayPicture {
-    std::shared_ptr<const ApplicationIndex> index;
-    /// Front-most first, that is last used first.
-    std::vector<KnownWindow> windows;
-};
-
 /// The windows of a sway, as its tree shows them, and what it is asked to do with them.
 ///
-/// The tree tells which of the windows of one workspace had the focus last, and the events of the
-/// focus which of all. Any thread.
-class SwayDesktop {
+/// Between two looks at the tree events tell what changes, and the tree is looked at again ahead of
+/// the next press when they do not tell enough. Any thread; to be made and destroyed on that of
+/// the events.
+class SwayDesktop final : public wayland::Desktop {
 public:
-    using AddLaunch = std::function<void(std::int64_t pid, ProcessFacts &facts)>;
+    explicit SwayDesktop(std::shared_ptr<SwayEvents> events);
 
-    SwayDesktop(QString socketPath, AddLaunch addLaunch);
-
-    /// One question to sway. No windows when it does not answer.
-    [[nodiscard]] SwayPicture read(std::shared_ptr<const ApplicationIndex> index);
-    /// Asks that question of the next readAsked(), without waiting for the answer.
-    void askAhead();
-    /// The desktop as it was at askAhead(), if that was a moment ago; otherwise read().
-    [[nodiscard]] SwayPicture readAsked(std::shared_ptr<const ApplicationIndex> index);
-
-    /// Takes in which windows had the focus meanwhile. sway keeps the events that nobody fetches,
-    /// and hangs up on who leaves too many.
-    void takeInEvents();
-    /// Readable when there are some; -1 when sway does not tell of any.
-    [[nodiscard]] int eventDescriptor() const { return events_.descriptor(); }
-
-    // Requests: false when sway could not be asked.
+    /// On the thread of the events.
+    void listen(News news) override;
+    /// One question to sway.
+    [[nodiscard]] std::vector<wayland::DesktopWindow> read() override;
+    [[nodiscard]] std::optional<std::vector<wayland::DesktopWindow>> known() override;
+    void askAhead() override;
+    [[nodiscard]] std::vector<wayland::DesktopWindow> readAsked() override;
     /// Into the scratchpad, as sway has no other place to be out of view.
-    bool hide(std::span<const SwayWindow> windows);
-    /// Brings back those that are hidden, in their order, to where they were as far as that is
-    /// known, and gives one of any window the focus, on whatever workspace that is.
-    bool bringForward(std::span<const SwayWindow> hidden, std::int64_t focused);
+    bool hide(std::span<const std::int64_t> windows) override;
+    /// In one message.
+    bool bringForward(std::span<const std::int64_t> hidden, std::int64_t focused) override;
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -72,37 +53,35 @@ private:
         bool isFloating = false;
         bool isFullscreen = false;
     };
-    /// What is known of a window as long as sway tells the same of it.
-    struct Record {
-        WindowFacts told;
-        std::shared_ptr<const WindowFacts> facts;
-        std::shared_ptr<const std::vector<ApplicationMatch>> matches;
-        /// What the matches were made with.
-        std::shared_ptr<const ApplicationIndex> index;
-    };
 
     // With the lock held.
-    [[nodiscard]] SwayPicture picture(const QJsonDocument &tree,
-                                      std::shared_ptr<const ApplicationIndex> index);
-    [[nodiscard]] Record recordOf(const SwayWindow &window,
-                                  const std::shared_ptr<const ApplicationIndex> &index) const;
-    void putInOrderOfUse(std::vector<SwayWindow> &windows);
-    void takeInEventsLocked();
-    void noteUse(std::int64_t window);
-    [[nodiscard]] QByteArray commandsToShow(const SwayWindow &window);
+    [[nodiscard]] std::vector<wayland::DesktopWindow> takeIn(const QJsonDocument &tree,
+                                                             std::uint64_t moment);
+    [[nodiscard]] QByteArray commandsToShow(std::int64_t window);
     [[nodiscard]] std::optional<QJsonDocument> ask(MessageType type, const QByteArray &payload);
     bool run(const QByteArray &commands);
 
-    const QString socketPath_;
-    const AddLaunch addLaunch_;
+    void takeIn(const SwayIpc::Event &event);
+    void lookSoon();
+
+    const std::shared_ptr<SwayEvents> events_;
+    KeptWindows kept_;
+    /// Held while sway is asked.
     std::mutex mutex_;
     std::optional<SwayIpc> ipc_;
-    SwayIpc events_;
-    std::optional<Clock::time_point> askedAhead_;
-    std::map<std::int64_t, Record> records_;
+    struct Question {
+        Clock::time_point time;
+        std::uint64_t moment = 0;
+    };
+    std::optional<Question> askedAhead_;
+    /// As the tree showed them last.
+    std::map<std::int64_t, SwayWindow> windows_;
     std::map<std::int64_t, Place> places_;
-    /// The last used one first.
-    std::vector<std::int64_t> used_;
+    std::optional<News> news_;
+    std::atomic<bool> isLooking_{false};
+    std::atomic<bool> isLookWanted_{false};
+    /// What is called later is called on this object's behalf.
+    QObject context_;
 };
 
 }  // namespace kestrelbay::sway
