@@ -1,116 +1,16 @@
-#include "platform/linux/wayland/sway/windows/SwayDesktop.h"
-
-#include <unistd.h>
+#include "platform/linux/wayland/sway/windows/SwayDesktopFixture.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "platform/linux/wayland/sway/FakeSway.h"
-#include "platform/linux/wayland/sway/windows/SwayApplication.h"
 
 using namespace Qt::StringLiterals;
 
 namespace kestrelbay::sway {
 namespace {
 
-using kestrelbay::testing::FakeSway;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-QByteArray window(int id, const QByteArray &appId, bool isFocused = false) {
-    return R"({"type": "con", "pid": )" + QByteArray::number(::getpid()) + R"(, "id": )" +
-           QByteArray::number(id) + R"(, "app_id": ")" + appId + R"(", "focused": )" +
-           (isFocused ? "true" : "false") + '}';
-}
-
-QByteArray workspace(const QByteArray &name, const QByteArrayList &windows) {
-    return R"({"type": "workspace", "name": ")" + name + R"(", "nodes": [)" + windows.join(',') +
-           "]}";
-}
-
-class SwayDesktopTest : public ::testing::Test {
-protected:
-    void show(const QByteArrayList &workspaces) {
-        const std::lock_guard lock(mutex_);
-        tree_ = R"({"nodes": [)" + workspaces.join(',') + "]}";
-    }
-    [[nodiscard]] QByteArrayList takeCommands() {
-        const std::lock_guard lock(mutex_);
-        return std::exchange(commands_, {});
-    }
-    [[nodiscard]] int treesAsked() {
-        const std::lock_guard lock(mutex_);
-        return treesAsked_;
-    }
-    void tellFocus(int id) {
-        sway_.tell(
-            toBytes({MessageType::WindowEvent, R"({"change": "focus", "container": {"id": )" +
-                                                   QByteArray::number(id) + "}}"}));
-    }
-    [[nodiscard]] std::vector<std::int64_t> order() {
-        std::vector<std::int64_t> ids;
-        for (const KnownWindow &known : desktop_->read(index_).windows)
-            ids.push_back(known.window.id);
-        return ids;
-    }
-    [[nodiscard]] std::unique_ptr<SwayApplication> application(const QString &path) {
-        const SwayPicture picture = desktop_->readAsked(index_);
-        for (const ApplicationGroup &group : groupApplications(picture)) {
-            auto found = std::make_unique<SwayApplication>(desktop_, picture, group);
-            if (found->bundleURL() == QUrl::fromLocalFile(path))
-                return found;
-        }
-        return nullptr;
-    }
-
-private:
-    std::optional<QByteArray> answer(const IpcMessage &message) {
-        const std::lock_guard lock(mutex_);
-        if (message.type == MessageType::GetTree) {
-            ++treesAsked_;
-            return toBytes({message.type, tree_});
-        }
-        if (message.type == MessageType::RunCommand)
-            commands_.append(message.payload);
-        return toBytes({message.type, R"({"success": true})"});
-    }
-
-    std::mutex mutex_;
-    QByteArray tree_ = "{}";
-    QByteArrayList commands_;
-    int treesAsked_ = 0;
-    FakeSway sway_{[this](const IpcMessage &message) { return answer(message); }};
-
-protected:
-    static DesktopEntry entry(const QString &name) {
-        DesktopEntry made;
-        made.path = u"/apps/%1.desktop"_s.arg(name);
-        made.id = name;
-        made.startupWmClass = name;
-        return made;
-    }
-
-    const std::shared_ptr<const ApplicationIndex> index_ =
-        std::make_shared<const ApplicationIndex>(std::vector{entry(u"a"_s), entry(u"b"_s)});
-    const std::shared_ptr<SwayDesktop> desktop_ =
-        std::make_shared<SwayDesktop>(sway_.socketPath(), [](std::int64_t, ProcessFacts &) {});
-};
-
-TEST_F(SwayDesktopTest, HasTheWindowsInTheOrderOfTheirUse) {
-    show(
-        {workspace("1", {window(4, "a", true), window(5, "b")}), workspace("2", {window(6, "a")})});
-    EXPECT_THAT(order(), ElementsAre(4, 5, 6));
-    // The tree does not tell which of two workspaces' windows was used last.
-    tellFocus(6);
-    tellFocus(5);
-    EXPECT_THAT(order(), ElementsAre(4, 5, 6));
-    show(
-        {workspace("1", {window(4, "a"), window(5, "b", true)}), workspace("2", {window(6, "a")})});
-    EXPECT_THAT(order(), ElementsAre(5, 4, 6));
-    show(
-        {workspace("1", {window(5, "b", true)}), workspace("2", {window(6, "a"), window(7, "a")})});
-    EXPECT_THAT(order(), ElementsAre(5, 6, 7));
-}
+using SwayDesktopTest = SwayDesktopFixture;
 
 TEST_F(SwayDesktopTest, AsksNothingMoreForAPressThatWasAnnounced) {
     show({workspace("1", {window(4, "a", true)})});
@@ -194,10 +94,9 @@ TEST_F(SwayDesktopTest, ForgetsThePlaceOfWhatOthersHaveBroughtBack) {
 }
 
 TEST_F(SwayDesktopTest, WithoutSwayHasNoWindows) {
-    SwayDesktop nowhere(u"/nowhere/ipc.sock"_s, [](std::int64_t, ProcessFacts &) {});
+    SwayDesktop nowhere(std::make_shared<SwayEvents>(u"/nowhere/ipc.sock"_s));
     nowhere.askAhead();
-    EXPECT_THAT(nowhere.readAsked(index_).windows, IsEmpty());
-    EXPECT_EQ(nowhere.eventDescriptor(), -1);
+    EXPECT_THAT(nowhere.readAsked(), IsEmpty());
     EXPECT_FALSE(nowhere.bringForward({}, 1));
 }
 
