@@ -93,7 +93,10 @@ QByteArray unbindCommands(std::span<const Position> positions) {
 QByteArray inDefaultMode(const QByteArray &commands, const QByteArray &mode) {
     if (mode == kDefaultMode)
         return commands;
-    return "mode \"default\"; " + commands + "; mode \"" + mode + '"';
+    // sway knows no other way to write a quote than between quotes of the other kind, so no name
+    // has both.
+    const char quote = mode.contains('"') ? '\'' : '"';
+    return "mode \"default\"; " + commands + "; mode " + quote + mode + quote;
 }
 
 }  // namespace kestrelbay::sway

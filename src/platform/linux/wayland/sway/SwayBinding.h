@@ -47,8 +47,11 @@ struct Position {
 /// The binding mode that is on unless the user has chosen another.
 inline constexpr QByteArrayView kDefaultMode = "default";
 
+/// For a shell that has such commands as $keys and sway's socket as $1.
+inline constexpr const char *kUnbindAtEnd = R"(exec swaymsg -q -s "$1" -- "mode default; $keys")";
+
 /// The same in the binding mode "default" while this mode is on: run-time bindings are those of the
-/// mode that is on.
+/// mode that is on. Whether a mode's name is markup sway knows by itself.
 [[nodiscard]] QByteArray inDefaultMode(const QByteArray &commands, const QByteArray &mode);
 
 }  // namespace kestrelbay::sway

@@ -9,6 +9,7 @@
 #include <span>
 #include <utility>
 
+#include <QByteArrayList>
 #include <QByteArrayView>
 #include <QFile>
 #include <QFileInfo>
@@ -50,8 +51,8 @@ QList<QByteArray> wordsOf(const QByteArray &line) {
     return words;
 }
 
-/// What a shell makes of a path with ~, variables and wild cards. No commands are run.
-QStringList expanded(const QByteArray &pattern, const QString &folder) {
+/// What a shell makes of a path with ~, variables and wild cards. None where it would run commands.
+std::optional<QStringList> expanded(const QByteArray &pattern, const QString &folder) {
     QByteArray text;
     if (!QByteArray("/~$").contains(pattern.left(1))) {
         for (const char c : QFile::encodeName(folder) + '/')
@@ -59,8 +60,11 @@ QStringList expanded(const QByteArray &pattern, const QString &folder) {
     }
     text += pattern;
     wordexp_t result{};
-    if (::wordexp(text.constData(), &result, WRDE_NOCMD) != 0)
-        return {};
+    const int error = ::wordexp(text.constData(), &result, WRDE_NOCMD);
+    if (error == WRDE_CMDSUB)
+        return std::nullopt;
+    if (error != 0)
+        return QStringList();
     QStringList paths;
     for (const char *const path : std::span(result.we_wordv, result.we_wordc))
         paths.append(QFile::decodeName(path));
@@ -123,19 +127,27 @@ private:
             if (const auto binding = bindingOf(command == "bindcode", words))
                 configuration_.bindings.push_back(*binding);
         } else if (command == "unbindsym" || command == "unbindcode") {
-            if (const auto binding = bindingOf(command == "unbindcode", words))
-                std::erase(configuration_.bindings, *binding);
+            unbind(command == "unbindcode", words);
         } else if (command == "input" && words.size() > 2) {
-            setKeyboard(words[1], words.sliced(2).join(' '));
+            setKeyboard(words[1], words.sliced(2).join(' '), folder);
         }
     }
 
     void include(const QByteArray &pattern, const QString &folder) {
-        for (const QString &path : expanded(pattern, folder)) {
-            QFile file(path);
-            if (QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly))
-                read(file.read(kLongestFile), path);
+        const std::optional<QStringList> paths = expanded(pattern, folder);
+        if (!paths)
+            configuration_.unread.push_back("include " + pattern);
+        for (const QString &path : paths.value_or(QStringList())) {
+            if (const std::optional<QByteArray> text = textOf(path))
+                read(*text, path);
         }
+    }
+
+    static std::optional<QByteArray> textOf(const QString &path) {
+        QFile file(path);
+        if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+            return std::nullopt;
+        return file.read(kLongestFile);
     }
 
     static std::optional<WrittenBinding> bindingOf(bool isByCode, const QList<QByteArray> &words) {
@@ -143,11 +155,25 @@ private:
             words, [](const QByteArray &word) { return !word.startsWith("--"); });
         return keys == words.end()
                    ? std::nullopt
-                   : std::optional(WrittenBinding{.isByCode = isByCode, .keys = *keys});
+                   : std::optional(WrittenBinding{
+                         .isByCode = isByCode,
+                         .keys = *keys,
+                         .command = QByteArrayList(keys + 1, words.end()).join(' ')});
     }
 
-    void setKeyboard(const QByteArray &name, const QByteArray &value) {
+    void unbind(bool isByCode, const QList<QByteArray> &words) {
+        const std::optional<WrittenBinding> taken = bindingOf(isByCode, words);
+        std::erase_if(configuration_.bindings, [&taken](const WrittenBinding &binding) {
+            return taken && binding.isByCode == taken->isByCode && binding.keys == taken->keys;
+        });
+    }
+
+    void setKeyboard(const QByteArray &name, const QByteArray &value, const QString &folder) {
         SwayConfiguration::Keyboard &keyboard = configuration_.keyboard;
+        if (name == "xkb_file") {
+            for (const QString &path : expanded(value, folder).value_or(QStringList()))
+                keyboard.keymap = textOf(path).value_or(QByteArray());
+        }
         for (const auto &[known, place] :
              {std::pair{"xkb_rules", &keyboard.rules}, std::pair{"xkb_model", &keyboard.model},
               std::pair{"xkb_layout", &keyboard.layout},

@@ -13,6 +13,8 @@ struct WrittenBinding {
     bool isByCode = false;
     /// "Mod4+Shift+q", variables filled in.
     QByteArray keys;
+    /// What it runs.
+    QByteArray command;
 
     bool operator==(const WrittenBinding &) const = default;
 };
@@ -25,10 +27,14 @@ struct SwayConfiguration {
     /// one that is spoken of.
     struct Keyboard {
         QByteArray rules, model, layout, variant, options;
+        /// Of a file of XKB's, which counts instead; empty where there is none.
+        QByteArray keymap;
 
         bool operator==(const Keyboard &) const = default;
     };
     Keyboard keyboard;
+    /// What `include` would have to run a program for.
+    std::vector<QByteArray> unread;
 };
 
 /// Reads a configuration and the files that it includes.

@@ -6,16 +6,18 @@
 #include <utility>
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
 
-#include "platform/linux/wayland/sway/UserBindings.h"
+#include "platform/linux/wayland/sway/OwnWindowRules.h"
+#include "platform/linux/wayland/sway/UserConfiguration.h"
 
 using namespace Qt::StringLiterals;
 
 namespace kestrelbay::sway {
 
-SwayEventTap::SwayEventTap(QString socketPath) : socketPath_(std::move(socketPath)) {}
+SwayEventTap::SwayEventTap(std::shared_ptr<SwayEvents> events) : events_(std::move(events)) {}
 
 SwayEventTap::~SwayEventTap() {
     remove();
@@ -28,55 +30,34 @@ bool SwayEventTap::install(Handlers handlers) {
         return false;
     }
     handlers_ = std::move(handlers);
-    // By the event loop, which need not be there yet.
-    QMetaObject::invokeMethod(
-        &context_, [this] { listen(); }, Qt::QueuedConnection);
-    readUserBindings();
+    QObject::connect(events_.get(), &SwayEvents::happened, &context_,
+                     [this](const SwayIpc::Event &event) { handle(event); });
+    QObject::connect(events_.get(), &SwayEvents::ended, &context_, [this] { lose(); });
+    prepareSway();
     updateBindings();
     return true;
 }
 
 TapProblem SwayEventTap::tryInstall() {
-    std::optional<SwayClaim> claim = SwayClaim::take(socketPath_);
+    const QString &socket = events_->socketPath();
+    auto claim = wayland::HotkeysClaim::take(socket + u".kestrelbay"_s);
     if (!claim)
         return TapProblem::OtherInstance;
-    session_ = std::make_unique<Session>(*std::move(claim), socketPath_);
-    if (!session_->ipc->isOpen() || !session_->events.subscribe({u"binding"_s, u"workspace"_s}))
+    session_ = std::make_unique<Session>(*std::move(claim), socket);
+    if (!session_->ipc->isOpen() || !events_->begin())
         return TapProblem::NoDisplay;
-    session_->guard.emplace(socketPath_, session_->claim.descriptor());
+    session_->guard.emplace(kUnbindAtEnd, QFile::encodeName(socket), session_->claim.descriptor());
     return TapProblem::None;
 }
 
 void SwayEventTap::remove() {
     if (!session_)
         return;
+    events_->disconnect(&context_);
     const std::vector<Position> bound(session_->bound.begin(), session_->bound.end());
     run(unbindCommands(bound));
     session_.reset();
     handlers_ = {};
-}
-
-void SwayEventTap::listen() {
-    // It may be gone again, or be another one that listens already.
-    if (!session_ || session_->notifier || !session_->events.isOpen())
-        return;
-    session_->notifier.emplace(session_->events.descriptor(), QSocketNotifier::Read);
-    QObject::connect(&*session_->notifier, &QSocketNotifier::activated, &context_,
-                     [this] { takeEvents(); });
-    // Some may have come with an answer.
-    takeEvents();
-}
-
-void SwayEventTap::takeEvents() {
-    while (session_) {
-        const std::optional<SwayIpc::Event> event = session_->events.nextEvent();
-        if (!event)
-            break;
-        // May remove the tap.
-        handle(*event);
-    }
-    if (session_ && !session_->events.isOpen())
-        lose();
 }
 
 void SwayEventTap::handle(const SwayIpc::Event &event) {
@@ -87,6 +68,8 @@ void SwayEventTap::handle(const SwayIpc::Event &event) {
             bindAnew();
         return;
     }
+    if (event.type != MessageType::BindingEvent)
+        return;
     const auto pressed = pressed_.constFind(json["binding"_L1]["command"_L1].toString());
     if (pressed == pressed_.cend())
         return;
@@ -96,20 +79,16 @@ void SwayEventTap::handle(const SwayIpc::Event &event) {
         handler(hotkey);
 }
 
-void SwayEventTap::readUserBindings() const {
-    const auto version = session_->ipc->ask(MessageType::GetVersion);
-    const auto configuration = session_->ipc->ask(MessageType::GetConfig);
-    if (!version || !configuration)
-        return;
-    session_->taken =
-        positionsOf(readConfiguration(configuration->object()["config"_L1].toString().toUtf8(),
-                                      version->object()["loaded_config_file_name"_L1].toString()));
+void SwayEventTap::prepareSway() const {
+    if (const auto configuration = readUserConfiguration(*session_->ipc))
+        session_->taken = userBindings(*configuration);
+    static_cast<void>(session_->ipc->ask(MessageType::RunCommand, floatOwnWindowsCommands()));
 }
 
 void SwayEventTap::bindAnew() {
     session_->bound.clear();
     session_->refused.clear();
-    readUserBindings();
+    prepareSway();
     updateBindings();
     if (handlers_.refusalsChanged)
         handlers_.refusalsChanged();
@@ -132,7 +111,7 @@ void SwayEventTap::setWantedHotkeys(const std::vector<Hotkey> &hotkeys) {
 void SwayEventTap::updateBindings() {
     std::set<Position> next;
     for (const auto &[position, hotkey] : wanted_) {
-        if (!session_->recording && !session_->taken.contains(position))
+        if (!session_->recording.isOn() && !session_->taken.contains(position))
             next.insert(position);
     }
     std::vector<Position> fresh;
@@ -144,7 +123,7 @@ void SwayEventTap::updateBindings() {
 
     // Should the program die in between, one that is not bound is no harm.
     std::ranges::copy(stale, std::inserter(next, next.end()));
-    session_->guard->setCommands(unbindCommands(std::vector(next.begin(), next.end())));
+    session_->guard->setKeys(unbindCommands(std::vector(next.begin(), next.end())));
     run(unbindCommands(stale));
     const std::vector<bool> isDone = run(bindCommands(fresh));
     for (std::size_t i = 0; i < fresh.size(); ++i) {
@@ -160,7 +139,7 @@ std::vector<bool> SwayEventTap::run(const QByteArray &commands) const {
         return {};
     // It is given up for a sway that was late.
     if (!session_->ipc->isOpen())
-        session_->ipc.emplace(socketPath_);
+        session_->ipc.emplace(events_->socketPath());
     const auto state = session_->ipc->ask(MessageType::GetBindingState);
     if (!state)
         return {};
@@ -180,16 +159,8 @@ std::vector<bool> SwayEventTap::run(const QByteArray &commands) const {
 bool SwayEventTap::setRecording(bool recording) {
     if (!session_ || QCoreApplication::instance() == nullptr)
         return false;
-    if (recording == (session_->recording != nullptr))
-        return true;
-    if (recording) {
-        session_->recording = std::make_unique<OwnWindowKeys>(handlers_.event);
-    } else if (OwnWindowKeys *const ended = session_->recording.release()) {
-        ended->stop();
-        // It may be what calls this.
-        ended->deleteLater();
-    }
-    updateBindings();
+    if (session_->recording.set(recording, handlers_.event))
+        updateBindings();
     return true;
 }
 

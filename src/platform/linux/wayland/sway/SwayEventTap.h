@@ -9,15 +9,16 @@
 
 #include <QHash>
 #include <QObject>
-#include <QSocketNotifier>
 #include <QString>
 
 #include "platform/EventTap.h"
-#include "platform/linux/wayland/sway/BindingsGuard.h"
-#include "platform/linux/wayland/sway/OwnWindowKeys.h"
+#include "platform/linux/wayland/BindingsGuard.h"
+#include "platform/linux/wayland/HotkeysClaim.h"
+#include "platform/linux/wayland/OwnWindowKeys.h"
 #include "platform/linux/wayland/sway/SwayBinding.h"
-#include "platform/linux/wayland/sway/SwayClaim.h"
+#include "platform/linux/wayland/sway/SwayEvents.h"
 #include "platform/linux/wayland/sway/SwayIpc.h"
+#include "platform/linux/wayland/sway/UserBindings.h"
 
 namespace kestrelbay::sway {
 
@@ -31,7 +32,7 @@ namespace kestrelbay::sway {
 /// Sides cannot be told apart, and no key is passed back.
 class SwayEventTap final : public EventTap {
 public:
-    explicit SwayEventTap(QString socketPath);
+    explicit SwayEventTap(std::shared_ptr<SwayEvents> events);
     ~SwayEventTap() override;
     SwayEventTap(const SwayEventTap &) = delete;
     SwayEventTap &operator=(const SwayEventTap &) = delete;
@@ -39,7 +40,7 @@ public:
     [[nodiscard]] bool install(Handlers handlers) override;
     [[nodiscard]] TapProblem problem() const override { return problem_; }
     [[nodiscard]] TapAbilities abilities() const override {
-        return {.tellsSides = false, .passesKeysBack = false};
+        return {.tellsSides = false, .passesKeysBack = false, .recordsAllKeys = false};
     }
     /// Nothing: it is never disabled.
     void enable() override {}
@@ -51,40 +52,38 @@ public:
     /// Nothing: no keyboard waits.
     void deliverWaiting() override {}
     [[nodiscard]] std::vector<RefusedHotkey> refusedHotkeys() const override;
+    [[nodiscard]] QString sourceName() const override { return QStringLiteral("sway"); }
     [[nodiscard]] bool areKeysWithheld() const override { return false; }
 
 private:
     /// What is there while it is installed.
     struct Session {
-        Session(SwayClaim own, const QString &socketPath)
-            : claim(std::move(own)), ipc(std::in_place, socketPath), events(socketPath) {}
+        Session(wayland::HotkeysClaim own, const QString &socketPath)
+            : claim(std::move(own)), ipc(std::in_place, socketPath) {}
 
-        SwayClaim claim;
+        wayland::HotkeysClaim claim;
         std::optional<SwayIpc> ipc;
-        SwayIpc events;
-        std::optional<BindingsGuard> guard;
-        std::optional<QSocketNotifier> notifier;
+        std::optional<wayland::BindingsGuard> guard;
         /// By the user's configuration.
-        std::set<Position> taken;
+        UserBindings taken;
         std::set<Position> bound;
         /// sway did not take them.
         std::set<Position> refused;
         /// While recording.
-        std::unique_ptr<OwnWindowKeys> recording;
+        wayland::OwnWindowKeysSwitch recording;
     };
 
     [[nodiscard]] TapProblem tryInstall();
-    void listen();
-    void takeEvents();
     void handle(const SwayIpc::Event &event);
-    void readUserBindings() const;
+    /// What sway has to be asked and told once, and again when it has read its configuration.
+    void prepareSway() const;
     void bindAnew();
     void updateBindings();
     /// What became of each command.
     std::vector<bool> run(const QByteArray &commands) const;
     void lose();
 
-    const QString socketPath_;
+    const std::shared_ptr<SwayEvents> events_;
     Handlers handlers_;
     TapProblem problem_ = TapProblem::None;
     std::map<Position, Hotkey> wanted_;

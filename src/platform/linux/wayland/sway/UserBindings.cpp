@@ -55,12 +55,18 @@ public:
         xkb_context_set_log_fn(context_.get(),
                                [](xkb_context *, xkb_log_level, const char *, va_list) {});
         keymap_.reset(
-            xkb_keymap_new_from_names(context_.get(), &asked, XKB_KEYMAP_COMPILE_NO_FLAGS));
+            names.keymap.isEmpty()
+                ? xkb_keymap_new_from_names(context_.get(), &asked, XKB_KEYMAP_COMPILE_NO_FLAGS)
+                : xkb_keymap_new_from_string(context_.get(), names.keymap.constData(),
+                                             XKB_KEYMAP_FORMAT_TEXT_V1,
+                                             XKB_KEYMAP_COMPILE_NO_FLAGS));
     }
 
-    /// Adds where a binding of what keys type is. sway compares with what a key types without
-    /// any modifier, and with what it types with Shift, which then is no modifier of the binding.
-    void addPositions(Modifiers modifiers, xkb_keysym_t symbol, std::set<Position> &to) const {
+    /// Calls for each place where a binding of what keys type is. sway compares with what a key
+    /// types without any modifier, and with what it types with Shift, which then is no modifier of
+    /// the binding.
+    template <class Add>
+    void forEachPosition(Modifiers modifiers, xkb_keysym_t symbol, const Add &add) const {
         if (!keymap_ || symbol == XKB_KEY_NoSymbol)
             return;
         for (unsigned code = 0; code <= UINT8_MAX; ++code) {
@@ -70,10 +76,10 @@ public:
             const xkb_layout_index_t layouts = xkb_keymap_num_layouts_for_key(keymap_.get(), key);
             for (xkb_layout_index_t layout = 0; layout < layouts; ++layout) {
                 if (types(key, layout, 0, symbol))
-                    to.insert({.modifiers = modifiers, .key = key});
+                    add(Position{.modifiers = modifiers, .key = key});
                 if (types(key, layout, 1, symbol))
-                    to.insert(
-                        {.modifiers = static_cast<Modifiers>(modifiers | kShift), .key = key});
+                    add(Position{.modifiers = static_cast<Modifiers>(modifiers | kShift),
+                                 .key = key});
             }
         }
     }
@@ -93,27 +99,29 @@ private:
 
 }  // namespace
 
-std::set<Position> positionsOf(const SwayConfiguration &configuration) {
-    const Keyboard keyboard(configuration.keyboard);
-    std::set<Position> positions;
+UserBindings userBindings(const SwayConfiguration &configuration) {
+    // It takes a few milliseconds, which bindings by code do not need.
+    std::unique_ptr<const Keyboard> keyboard;
+    UserBindings bindings;
     for (const WrittenBinding &binding : configuration.bindings) {
         const std::optional<ModifiersAndKey> parts = split(binding.keys);
         if (!parts)
             continue;
+        const auto add = [&](const Position &position) { bindings[position] = binding.command; };
         if (binding.isByCode) {
             bool isNumber = false;
             const unsigned key = parts->key.toUInt(&isNumber);
             if (isNumber && key <= UINT8_MAX)
-                positions.insert(
-                    {.modifiers = parts->modifiers, .key = static_cast<XKeycode>(key)});
+                add({.modifiers = parts->modifiers, .key = static_cast<XKeycode>(key)});
         } else {
-            keyboard.addPositions(
+            if (!keyboard)
+                keyboard = std::make_unique<const Keyboard>(configuration.keyboard);
+            keyboard->forEachPosition(
                 parts->modifiers,
-                xkb_keysym_from_name(parts->key.constData(), XKB_KEYSYM_CASE_INSENSITIVE),
-                positions);
+                xkb_keysym_from_name(parts->key.constData(), XKB_KEYSYM_CASE_INSENSITIVE), add);
         }
     }
-    return positions;
+    return bindings;
 }
 
 }  // namespace kestrelbay::sway

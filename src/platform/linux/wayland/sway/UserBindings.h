@@ -1,14 +1,19 @@
 #pragma once
 
-#include <set>
+#include <map>
+
+#include <QByteArray>
 
 #include "platform/linux/wayland/sway/SwayBinding.h"
 #include "platform/linux/wayland/sway/SwayConfiguration.h"
 
 namespace kestrelbay::sway {
 
-/// Where on the keyboard the bindings of a configuration are, in each of its layouts. Those of
-/// several keys, which are not modifiers, are left out, and so are buttons of a mouse.
-[[nodiscard]] std::set<Position> positionsOf(const SwayConfiguration &configuration);
+/// What bindings run, by where they are on the keyboard.
+using UserBindings = std::map<Position, QByteArray>;
+
+/// Those of a configuration, in each of its layouts. Those of several keys, which are not
+/// modifiers, are left out, and so are buttons of a mouse.
+[[nodiscard]] UserBindings userBindings(const SwayConfiguration &configuration);
 
 }  // namespace kestrelbay::sway

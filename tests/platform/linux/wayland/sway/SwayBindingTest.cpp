@@ -32,6 +32,9 @@ TEST(SwayBinding, IsWrittenForSway) {
 TEST(SwayBinding, GoesToTheDefaultMode) {
     EXPECT_EQ(inDefaultMode("a", "default"), "a");
     EXPECT_EQ(inDefaultMode("a", "resize it"), R"(mode "default"; a; mode "resize it")");
+    EXPECT_EQ(inDefaultMode("a", R"(it's)"), R"(mode "default"; a; mode "it's")");
+    EXPECT_EQ(inDefaultMode("a", R"("so" \)"), R"(mode "default"; a; mode '"so" \')");
+    EXPECT_EQ(inDefaultMode("a", "<b>x</b>"), R"(mode "default"; a; mode "<b>x</b>")");
 }
 
 TEST(SwayBinding, KnowsModifiersByAllTheirNames) {

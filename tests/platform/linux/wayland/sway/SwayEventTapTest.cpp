@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QKeyEvent>
@@ -14,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/linux/wayland/sway/FakeSway.h"
+#include "platform/linux/wayland/sway/UserConfiguration.h"
 #include "support/Poll.h"
 
 using namespace Qt::StringLiterals;
@@ -52,6 +54,10 @@ public:
     void setConfiguration(const QByteArray &text) {
         const std::lock_guard lock(mutex_);
         configuration_ = text;
+    }
+    [[nodiscard]] std::vector<QByteArray> takeRules() {
+        const std::lock_guard lock(mutex_);
+        return std::exchange(rules_, {});
     }
     void setMode(const QByteArray &mode) {
         const std::lock_guard lock(mutex_);
@@ -93,6 +99,10 @@ private:
         const QList<QByteArray> words = command.trimmed().split(' ');
         if (words[0] == "mode") {
             mode_ = words[1].sliced(1).chopped(1);
+            return R"({"success": true})";
+        }
+        if (words[0] == "for_window") {
+            rules_.push_back(command.trimmed());
             return R"({"success": true})";
         }
         auto &bindings = bindings_[mode_];
@@ -137,6 +147,7 @@ private:
     bool isBreakingOff_ = false;
     std::map<QByteArray, std::map<QByteArray, QByteArray>> bindings_;
     int commandCount_ = 0;
+    std::vector<QByteArray> rules_;
     FakeSway sway_{[this](const IpcMessage &message) { return answer(message); }};
 };
 
@@ -150,7 +161,7 @@ protected:
     }
 
     Compositor sway_;
-    SwayEventTap tap_{sway_.socketPath()};
+    SwayEventTap tap_{std::make_shared<SwayEvents>(sway_.socketPath())};
     std::vector<Hotkey> pressed_;
     int refusalChanges_ = 0;
     int losses_ = 0;
@@ -159,7 +170,9 @@ protected:
 TEST_F(SwayEventTapTest, BindsWantedHotkeysAndTellsOfTheirPresses) {
     tap_.setWantedHotkeys({kCommandT, kF5});
     ASSERT_TRUE(install());
-    EXPECT_EQ(tap_.abilities(), (TapAbilities{.tellsSides = false, .passesKeysBack = false}));
+    EXPECT_EQ(
+        tap_.abilities(),
+        (TapAbilities{.tellsSides = false, .passesKeysBack = false, .recordsAllKeys = false}));
     EXPECT_THAT(sway_.boundKeys(), ElementsAre("71", "Mod4+28"));
     sway_.press("Mod4+28");
     sway_.press("71");
@@ -231,6 +244,35 @@ TEST_F(SwayEventTapTest, BindsAllAnewWhenTheConfigurationIsReloaded) {
     EXPECT_THAT(tap_.refusedHotkeys(), ElementsAre(RefusedHotkey{kCommandJ}));
     sway_.press("Mod4+28");
     EXPECT_TRUE(waitUntil([&] { return !pressed_.empty(); }));
+}
+
+TEST_F(SwayEventTapTest, HasOwnWindowsFloat) {
+    QCoreApplication::setApplicationName(u"KestrelBay"_s);
+    QGuiApplication::setDesktopFileName(u"org.kestrelbay.KestrelBay"_s);
+    const auto areTold = [this] {
+        return sway_.takeRules() ==
+               std::vector<QByteArray>{
+                   R"(for_window [class="^KestrelBay$"] floating enable)",
+                   R"(for_window [app_id="^org.kestrelbay.KestrelBay$"] floating enable)"};
+    };
+    ASSERT_TRUE(install());
+    EXPECT_TRUE(areTold());
+    sway_.reload();
+    EXPECT_TRUE(waitUntil(areTold)) << "it has forgotten them";
+}
+
+TEST_F(SwayEventTapTest, TheConfigurationHoldsWhatItBinds) {
+    sway_.setConfiguration("bindsym Mod4+t exec foot");
+    EXPECT_EQ(holderInConfiguration(sway_.socketPath(), kCommandT),
+              (HotkeyHolder{.program = u"sway"_s, .action = u"exec foot"_s}));
+    EXPECT_EQ(holderInConfiguration(sway_.socketPath(), kCommandJ), std::nullopt);
+    EXPECT_EQ(holderInConfiguration(u"/nowhere"_s, kCommandT), std::nullopt);
+}
+
+TEST_F(SwayEventTapTest, WhatCannotBeReadIsNamed) {
+    sway_.setConfiguration("include $(echo a)\ninclude $(echo b)");
+    EXPECT_EQ(unreadInConfiguration(sway_.socketPath()), u"include $(echo a); include $(echo b)"_s);
+    EXPECT_EQ(unreadInConfiguration(u"/nowhere"_s), QString());
 }
 
 TEST_F(SwayEventTapTest, BindsInTheDefaultModeWhateverModeIsOn) {
@@ -307,7 +349,7 @@ TEST_F(SwayEventTapTest, IsLostWithSway) {
 }
 
 TEST_F(SwayEventTapTest, IsNoneWithoutSway) {
-    SwayEventTap tap(u"/nowhere/ipc.sock"_s);
+    SwayEventTap tap(std::make_shared<SwayEvents>(u"/nowhere/ipc.sock"_s));
     tap.setWantedHotkeys({kCommandT});
     EXPECT_FALSE(tap.install({}));
     EXPECT_EQ(tap.problem(), TapProblem::NoDisplay);
@@ -318,7 +360,7 @@ TEST_F(SwayEventTapTest, IsNoneWithoutSway) {
 TEST_F(SwayEventTapTest, IsOneInASession) {
     tap_.setWantedHotkeys({kCommandT});
     ASSERT_TRUE(install());
-    SwayEventTap other(sway_.socketPath());
+    SwayEventTap other(std::make_shared<SwayEvents>(sway_.socketPath()));
     EXPECT_FALSE(other.install({}));
     EXPECT_EQ(other.problem(), TapProblem::OtherInstance);
     tap_.remove();

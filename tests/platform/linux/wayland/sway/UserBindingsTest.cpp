@@ -13,7 +13,7 @@ namespace {
 
 std::set<QByteArray> boundBy(const QByteArray &text, const QString &path = u"/nowhere/config"_s) {
     std::set<QByteArray> texts;
-    for (const Position &position : positionsOf(readConfiguration(text, path)))
+    for (const auto &[position, command] : userBindings(readConfiguration(text, path)))
         texts.insert(toText(position));
     return texts;
 }
@@ -74,6 +74,34 @@ TEST(UserBindings, OfIncludedFilesCount) {
                       "include $(echo ran)\ninclude `echo ran`",
                       folder.filePath(u"config"_s)),
               (Texts{"Mod4+28", "Mod4+44"}));
+}
+
+TEST(UserBindings, SayWhatTheyRun) {
+    const UserBindings bindings = userBindings(
+        readConfiguration("set $run exec foot\nbindsym --release Mod4+t $run --title \"a b\"\n",
+                          u"/nowhere/config"_s));
+    ASSERT_EQ(bindings.size(), 1U);
+    EXPECT_EQ(bindings.begin()->second, "exec foot --title a b");
+}
+
+TEST(UserBindings, AreWhereAFileOfXkbsHasThem) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"my.xkb"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(
+        "xkb_keymap { xkb_keycodes { include \"evdev\" }; xkb_types { include \"complete\" };\n"
+        "xkb_compat { include \"complete\" }; xkb_symbols { include \"pc+de\" }; };\n");
+    file.close();
+    EXPECT_EQ(boundBy("input * xkb_layout us\ninput * xkb_file my.xkb\nbindsym Mod4+z nop",
+                      folder.filePath(u"config"_s)),
+              Texts{"Mod4+29"});
+}
+
+TEST(UserBindings, OfCommandsThatIncludeRunsAreNotKnown) {
+    const SwayConfiguration configuration = readConfiguration(
+        "include $(echo a)\ninclude /nowhere/*\ninclude `echo b`\n", u"/nowhere/config"_s);
+    EXPECT_EQ(configuration.unread,
+              (std::vector<QByteArray>{"include $(echo a)", "include `echo b`"}));
 }
 
 TEST(UserBindings, SurviveWhateverStandsThere) {
