@@ -6,6 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include <QString>
+
 #include "keys/Hotkey.h"
 
 namespace kestrelbay {
@@ -27,9 +29,10 @@ enum class EventVerdict {
 enum class TapProblem : std::uint8_t {
     None,              ///< it is, or it was never tried
     NotPermitted,      ///< the user has not let this program see keys
-    WaylandSession,    ///< the session lets no program see keys
-    NoDisplay,         ///< there is no X server to be asked
+    WaylandSession,    ///< the session gives programs no hotkeys
+    NoDisplay,         ///< there is no X server or compositor to be asked
     NoInputExtension,  ///< the X server lacks XInput 2.1 or XKB
+    ExtensionMissing,  ///< the desktop gives hotkeys to its extensions, and ours is not enabled
     OtherInstance,     ///< another instance has the keys
 };
 
@@ -37,6 +40,7 @@ enum class TapProblem : std::uint8_t {
 struct TapAbilities {
     bool tellsSides = true;      ///< left and right modifier keys
     bool passesKeysBack = true;  ///< a key can go on to the program in front after it was looked at
+    bool recordsAllKeys = true;  ///< while recording, those of other programs and the desktop, too
 
     auto operator<=>(const TapAbilities &) const = default;
 };
@@ -47,6 +51,8 @@ struct RefusedHotkey {
     /// The modifier key that another program has, so that it gets every key pressed
     /// together with it. None where it has just this hotkey.
     std::optional<KeyCode> modifierKey{};
+    /// Nobody has it: the desktop has the user choose keys for it, and there are none yet.
+    bool isUnassigned = false;
 
     auto operator<=>(const RefusedHotkey &) const = default;
 };
@@ -67,8 +73,12 @@ public:
         /// A wanted hotkey was pressed, from a tap that is told of hotkeys and not of keys. Once
         /// a press, however long it is held.
         std::function<void(const Hotkey &)> hotkeyPressed{};
+        /// What a wanted hotkey is for, where the system shows it to the user.
+        std::function<QString(const Hotkey &)> purposeOf{};
         /// The answer of refusedHotkeys() is now another one.
         std::function<void()> refusalsChanged{};
+        /// The answer of triggerText() is now another one.
+        std::function<void()> triggersChanged{};
         /// The tap was taken from this program and has removed itself; problem() says
         /// why, and install() may succeed later.
         std::function<void()> lost{};
@@ -104,9 +114,8 @@ public:
     virtual void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) = 0;
 
     /// While on, KeyDown is delivered for every key, hotkeys that belong to other
-    /// programs included. Delivery ends by itself with remove(). False when
-    /// another program holds the keyboard just now; wanted hotkeys then still
-    /// arrive.
+    /// programs included where the tap records all keys. Delivery ends by itself with remove().
+    /// False when another program holds the keyboard just now; wanted hotkeys then still arrive.
     virtual bool setRecording(bool recording) = 0;
 
     /// Delivers at once what waits for the event loop, where the user's keyboard waits
@@ -118,6 +127,14 @@ public:
     /// they are pressed. Those that the system has refused are asked for again from time
     /// to time, and one that arrives after all is none any more; the handler tells.
     [[nodiscard]] virtual std::vector<RefusedHotkey> refusedHotkeys() const = 0;
+
+    /// What the user presses for a wanted hotkey, in the system's own words, where the system has
+    /// the user choose that. Empty where it is the hotkey itself, or not known yet.
+    [[nodiscard]] virtual QString triggerText(const Hotkey & /*hotkey*/) const { return {}; }
+
+    /// The part of the desktop that keys come through, by its own name; empty where it is the
+    /// display that programs are shown on.
+    [[nodiscard]] virtual QString sourceName() const { return {}; }
 
     /// Does the system keep all keys from programs like this one just now, though the tap is
     /// installed, as while the user types a password? False where it never does.

@@ -10,6 +10,7 @@
 namespace kestrelbay {
 
 class ApplicationCatalog;
+class DesktopExtension;
 class EventTap;
 class HotkeyHolders;
 class KeyboardLayout;
@@ -51,6 +52,9 @@ public:
     [[nodiscard]] virtual const SystemSymbols *systemSymbols() = 0;
     [[nodiscard]] virtual const SystemTints *systemTints() = 0;
     [[nodiscard]] virtual SystemAlerts *systemAlerts() = 0;
+
+    /// Null where the desktop gives hotkeys without one of ours.
+    [[nodiscard]] virtual DesktopExtension *desktopExtension() = 0;
 
     /// The folder that holds one folder of files for each of the user's programs. Empty when
     /// the system names none.

@@ -27,6 +27,16 @@ public:
     [[nodiscard]] virtual std::vector<std::unique_ptr<RunningApplication>>
     runningApplications() = 0;
 
+    /// Those of them that are known to run and not to be active, as it was at the key press that is
+    /// carried out, without asking anybody. May leave out any.
+    [[nodiscard]] virtual std::vector<std::unique_ptr<RunningApplication>> inactiveApplications() {
+        return {};
+    }
+
+    /// Is every program with windows among them? Where the desktop keeps windows to itself, one
+    /// that is running may be missing.
+    [[nodiscard]] virtual bool seesAllWindows() const { return true; }
+
     /// The same for all URLs that lead to one file by its name: "." and ".." are resolved, and
     /// names that are one name to the file system are spelled alike. Links are not followed.
     [[nodiscard]] virtual QUrl standardized(const QUrl &file) const = 0;

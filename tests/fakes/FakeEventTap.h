@@ -1,10 +1,13 @@
 #pragma once
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <set>
 #include <utility>
 #include <vector>
+
+#include <QString>
 
 #include "fakes/Journal.h"
 #include "platform/EventTap.h"
@@ -29,6 +32,7 @@ public:
     }
     [[nodiscard]] TapProblem problem() const override { return problem_; }
     [[nodiscard]] TapAbilities abilities() const override { return abilities_; }
+    [[nodiscard]] QString sourceName() const override { return sourceName_; }
     void enable() override {
         journal_.add(QStringLiteral("enable"));
         if (isInstalled_ && !permission_)
@@ -62,16 +66,22 @@ public:
         for (const Hotkey &hotkey : wanted_) {
             if (isInstalled_ && heldByOthers_.contains(hotkey))
                 refused.push_back({hotkey, heldModifier_});
+            else if (isInstalled_ && unassigned_.contains(hotkey))
+                refused.push_back({.hotkey = hotkey, .isUnassigned = true});
         }
         return refused;
     }
-
     [[nodiscard]] bool areKeysWithheld() const override { return areKeysWithheld_; }
+    [[nodiscard]] QString triggerText(const Hotkey &hotkey) const override {
+        const auto found = triggerTexts_.find(hotkey);
+        return isInstalled_ && found != triggerTexts_.end() ? found->second : QString();
+    }
 
     // For the test:
     void setPermission(bool granted) { permission_ = granted; }
     /// What it then says is missing.
     void setRefusal(TapProblem problem) { refusal_ = problem; }
+    void setSourceName(const QString &name) { sourceName_ = name; }
     /// The next installation shows that it has these.
     void setAbilities(TapAbilities abilities) { abilitiesOnceInstalled_ = abilities; }
     [[nodiscard]] bool isInstalled() const { return isInstalled_; }
@@ -94,6 +104,23 @@ public:
         heldByOthers_ = hotkeys;
         heldModifier_ = modifierKey;
         tellRefusals(before);
+    }
+    /// The desktop has keys for all hotkeys but these from now on.
+    void setUnassigned(const std::set<Hotkey> &hotkeys) {
+        const std::vector<RefusedHotkey> before = refusedHotkeys();
+        unassigned_ = hotkeys;
+        tellRefusals(before);
+    }
+
+    /// The system has other words for this hotkey from now on.
+    void setTriggerText(const Hotkey &hotkey, const QString &text) {
+        triggerTexts_.insert_or_assign(hotkey, text);
+        if (handlers_.triggersChanged)
+            handlers_.triggersChanged();
+    }
+    /// What the system would show of it.
+    [[nodiscard]] QString purposeOf(const Hotkey &hotkey) const {
+        return handlers_.purposeOf(hotkey);
     }
 
     /// Presses a key, or lets a modifier key go that is down. No verdict when the
@@ -188,11 +215,14 @@ private:
     std::vector<Hotkey> wanted_;
     std::set<Hotkey> heldByOthers_;
     std::optional<KeyCode> heldModifier_;
+    std::set<Hotkey> unassigned_;
+    std::map<Hotkey, QString> triggerTexts_;
     std::set<KeyCode> down_;
     std::set<KeyCode> swallowed_;
     std::vector<KeyCode> waiting_;
     std::optional<KeyCode> pressedAtRecording_;
     int wantedHotkeysCalls_ = 0;
+    QString sourceName_;
     TapAbilities abilities_;
     TapAbilities abilitiesOnceInstalled_;
     TapProblem problem_ = TapProblem::None;

@@ -43,6 +43,7 @@ public:
     [[nodiscard]] FakeSystemSymbols *systemSymbols() override { return &systemSymbols_; }
     [[nodiscard]] FakeSystemTints *systemTints() override { return &systemTints_; }
     [[nodiscard]] SystemAlerts *systemAlerts() override { return systemAlerts_; }
+    [[nodiscard]] DesktopExtension *desktopExtension() override { return nullptr; }
     [[nodiscard]] QString applicationSupportDirectory() const override { return supportDirectory_; }
     void becomeAccessory() override { isAccessory_ = true; }
     void hurryThisThread() override { ++hurriedThreads_; }

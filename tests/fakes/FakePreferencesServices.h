@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include "fakes/FakeApplicationCatalog.h"
+#include "fakes/FakeDesktopExtension.h"
 #include "fakes/FakeHotkeyHolders.h"
 #include "fakes/FakeKeyboardLayout.h"
 #include "fakes/FakeLoginItem.h"
@@ -35,6 +36,7 @@ protected:
                 .workspace = workspace_,
                 .sounds = sounds_,
                 .systemSettings = systemSettings_,
+                .desktopExtension = &desktopExtension_,
                 .nativeWindow = nativeWindow_,
                 .screenLock = screenLock_,
                 .hotkeyHolders = hotkeyHolders_,
@@ -65,6 +67,7 @@ protected:
     FakeWorkspace workspace_;
     FakeSystemSounds sounds_;
     FakeSystemSettings systemSettings_;
+    FakeDesktopExtension desktopExtension_;
     FakeNativeWindow nativeWindow_;
     FakeScreenLock screenLock_;
     FakeHotkeyHolders hotkeyHolders_;

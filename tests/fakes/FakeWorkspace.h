@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -20,12 +22,16 @@ class FakeWorkspace final : public Workspace {
 public:
     [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications() override {
         reads_->add(QStringLiteral("runningApplications"));
-        std::vector<std::unique_ptr<RunningApplication>> applications;
-        for (const auto &process : *processes_)
-            applications.push_back(
-                std::make_unique<FakeRunningApplication>(process, processes_, requests_, reads_));
-        return applications;
+        return applicationsOf(*processes_);
     }
+    [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> inactiveApplications() override {
+        FakeProcesses inactive;
+        if (knowsInactive_)
+            std::ranges::copy_if(*processes_, std::back_inserter(inactive),
+                                 [](const auto &process) { return !process->isActive; });
+        return applicationsOf(inactive);
+    }
+    [[nodiscard]] bool seesAllWindows() const override { return seesAllWindows_; }
     [[nodiscard]] QUrl standardized(const QUrl &file) const override {
         return standardizedFile(file);
     }
@@ -76,6 +82,8 @@ public:
     /// An application that opens one window when it is launched, and comes forward.
     void install(const QString &applicationPath) { installed_.append(applicationPath); }
     void setFollowsLinks(bool follows) { followsLinks_ = follows; }
+    void setKnowsInactive(bool knows) { knowsInactive_ = knows; }
+    void setSeesAllWindows(bool sees) { seesAllWindows_ = sees; }
     /// The one path is a link to the other.
     void link(const QString &path, const QString &target) {
         links_.insert(QUrl::fromLocalFile(path), QUrl::fromLocalFile(target));
@@ -111,6 +119,15 @@ private:
         return true;
     }
 
+    [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> applicationsOf(
+        const FakeProcesses &processes) const {
+        std::vector<std::unique_ptr<RunningApplication>> applications;
+        for (const auto &process : processes)
+            applications.push_back(
+                std::make_unique<FakeRunningApplication>(process, processes_, requests_, reads_));
+        return applications;
+    }
+
     bool launch(const QUrl &application) {
         if (installed_.isEmpty())
             return true;
@@ -129,6 +146,8 @@ private:
     std::shared_ptr<FakeProcesses> processes_ = std::make_shared<FakeProcesses>();
     QStringList installed_;
     bool followsLinks_ = true;
+    bool knowsInactive_ = false;
+    bool seesAllWindows_ = true;
     QHash<QUrl, QUrl> links_;
     std::shared_ptr<Journal> requests_ = std::make_shared<Journal>();
     std::shared_ptr<Journal> reads_ = std::make_shared<Journal>();

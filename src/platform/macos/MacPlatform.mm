@@ -62,6 +62,8 @@ public:
     [[nodiscard]] const SystemSymbols *systemSymbols() override { return &systemSymbols_; }
     [[nodiscard]] const SystemTints *systemTints() override { return &systemTints_; }
     [[nodiscard]] SystemAlerts *systemAlerts() override { return &systemAlerts_; }
+
+    [[nodiscard]] DesktopExtension *desktopExtension() override { return nullptr; }
     /// The user's Library/Application Support.
     [[nodiscard]] QString applicationSupportDirectory() const override {
         @autoreleasepool {
