@@ -40,9 +40,17 @@ public:
     /// Once, before anything else.
     virtual void start(Surroundings surroundings) = 0;
 
+    /// As the workspace's own.
+    [[nodiscard]] virtual bool seesAllWindows() const { return true; }
+
     /// As Workspace::runningApplications(), by these entries.
     [[nodiscard]] virtual std::vector<std::unique_ptr<RunningApplication>> runningApplications(
         Index index) = 0;
+    /// As Workspace::inactiveApplications(), by these entries.
+    [[nodiscard]] virtual std::vector<std::unique_ptr<RunningApplication>> inactiveApplications(
+        const Index & /*index*/) {
+        return {};
+    }
     /// As the workspace's own.
     virtual void askAhead() = 0;
 

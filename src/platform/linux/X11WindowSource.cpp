@@ -70,9 +70,7 @@ public:
 
     [[nodiscard]] QUrl bundleURL() const override { return bundleURL_; }
     [[nodiscard]] QString bundleIdentifier() const override { return bundleIdentifier_; }
-    [[nodiscard]] ProcessIdentifier processIdentifier() const override {
-        return group_.pid > 0 ? ProcessIdentifier{group_.pid} : kRemoteProcess;
-    }
+    [[nodiscard]] ProcessIdentifier processIdentifier() const override { return group_.process(); }
     [[nodiscard]] bool isActive() const override {
         return group_.active && !ownWindows()->areMinimized();
     }
@@ -121,9 +119,10 @@ private:
     OpenedFile file_;
 };
 
-X11WindowSource::X11WindowSource(QString displayName, SystemLog &log)
+X11WindowSource::X11WindowSource(QString displayName, SystemLog &log, Session session)
     : displayName_(std::move(displayName)),
       log_(log),
+      session_(session),
       tracker_(std::make_shared<WindowTracker>(displayName_,
                                                [this](std::int64_t pid, ProcessFacts &facts) {
                                                    if (surroundings_)

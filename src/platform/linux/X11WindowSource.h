@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -20,21 +21,21 @@ class SystemLog;
 
 namespace kestrelbay::x11 {
 
-/// What windows on other machines have for a process: above every number that the
-/// kernel gives, and never to be signalled.
-inline constexpr ProcessIdentifier kRemoteProcess{0x7fff'ffff};
-
 /// The windows of an X server, by EWMH.
 class X11WindowSource final : public WindowSource {
 public:
     /// An empty display name means the one of the environment. Without a server the object works as
     /// if there were no windows.
-    X11WindowSource(QString displayName, SystemLog &log);
+    ///
+    /// A session of Wayland has others besides.
+    enum class Session : std::uint8_t { OfX, OfWayland };
+    X11WindowSource(QString displayName, SystemLog &log, Session session = Session::OfX);
     ~X11WindowSource() override;
     X11WindowSource(const X11WindowSource &) = delete;
     X11WindowSource &operator=(const X11WindowSource &) = delete;
 
     void start(Surroundings surroundings) override;
+    [[nodiscard]] bool seesAllWindows() const override { return session_ == Session::OfX; }
     [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications(
         Index index) override;
     void askAhead() override;
@@ -56,6 +57,7 @@ private:
 
     const QString displayName_;
     SystemLog &log_;
+    const Session session_;
     const std::shared_ptr<WindowTracker> tracker_;
     std::optional<Surroundings> surroundings_;
     std::optional<WindowNews> news_;

@@ -45,19 +45,8 @@ PrivateHome::PrivateHome() {
     for (const char *folder : {"home/applications", "system/applications", "config"})
         QDir().mkpath(path(QLatin1String(folder)));
 
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("XDG_DATA_DIRS"), path(QStringLiteral("system")));
-    bus_ = std::make_unique<ChildProcess>(
-        QStringLiteral("dbus-daemon"),
-        QStringList{QStringLiteral("--session"), QStringLiteral("--nofork"),
-                    QStringLiteral("--print-address")},
-        environment);
-    if (!waitUntil([&] { return bus_->output().endsWith('\n'); }))
-        throw std::runtime_error("no session bus");
-    // The bus complains on the same stream about what it may not do.
-    for (const QByteArray &line : bus_->output().split('\n'))
-        if (line.startsWith("unix:"))
-            qputenv("DBUS_SESSION_BUS_ADDRESS", line);
+    bus_ = std::make_unique<PrivateSessionBus>();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus_->address().toLatin1());
 }
 
 PrivateHome::~PrivateHome() = default;

@@ -19,6 +19,7 @@
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/x11/connection/XConnection.h"
 #include "support/PrivateXServer.h"
+#include "support/bus/PrivateSessionBus.h"
 
 namespace kestrelbay::testing {
 
@@ -54,7 +55,7 @@ public:
 private:
     const QByteArray searchPath_ = qgetenv("PATH");
     QTemporaryDir root_;
-    std::unique_ptr<ChildProcess> bus_;
+    std::unique_ptr<PrivateSessionBus> bus_;
 };
 
 [[nodiscard]] QByteArray clientProgram();

@@ -1,26 +1,19 @@
-#include "platform/linux/SwayWindowSource.h"
+#include "platform/linux/WaylandWindowSource.h"
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 #include <QStringList>
 
 #include "platform/linux/applications/matching/ApplicationLook.h"
 #include "platform/linux/applications/matching/WindowDescription.h"
-#include "platform/linux/wayland/sway/windows/SwayApplication.h"
+#include "platform/linux/wayland/windows/DesktopApplication.h"
 
-namespace kestrelbay::sway {
+namespace kestrelbay::wayland {
 
 namespace {
 
-/// Between two looks at the events that have come, of which each change of a title is one. A press
-/// takes them in by itself; sway hangs up on who leaves it 4 MB of them.
-constexpr std::chrono::milliseconds kBetweenEvents{std::chrono::seconds(20)};
-/// As long as a window is awaited that a launch brings.
-constexpr std::chrono::milliseconds kBetweenAwaitedEvents{250};
-
-ApplicationLook lookOf(const SwayPicture &picture, const QString &entryPath) {
+ApplicationLook lookOf(const Picture &picture, const QString &entryPath) {
     ApplicationLook look;
     for (const KnownWindow &known : picture.windows) {
         if (known.window.isFocused)
@@ -38,9 +31,9 @@ ApplicationLook lookOf(const SwayPicture &picture, const QString &entryPath) {
 
 }  // namespace
 
-class SwayWindowSource::OpeningWindow : public Opening {
+class WaylandWindowSource::OpeningWindow : public Opening {
 public:
-    OpeningWindow(SwayWindowSource &source, QString entryPath, Index index)
+    OpeningWindow(WaylandWindowSource &source, QString entryPath, Index index)
         : source_(source),
           entryPath_(std::move(entryPath)),
           before_(lookOf(source.look(std::move(index)), entryPath_)) {}
@@ -48,7 +41,7 @@ public:
     [[nodiscard]] bool wasRunning() const override { return !before_.windows.empty(); }
 
     [[nodiscard]] bool bringForward(Index index, bool isLastResort) override {
-        const SwayPicture picture = source_.look(std::move(index));
+        const Picture picture = source_.look(std::move(index));
         const ApplicationLook now = lookOf(picture, entryPath_);
         if (isElsewhere(before_, now) || now.windows.empty())
             return true;
@@ -59,66 +52,70 @@ public:
             return false;
         if (*changed == now.active)
             return true;
-        std::vector<SwayWindow> hidden;
+        std::vector<std::int64_t> hidden;
         for (const KnownWindow &known : picture.windows) {
             if (known.window.id == *changed && known.window.isHidden)
-                hidden.push_back(known.window);
+                hidden.push_back(known.window.id);
         }
         source_.desktop_->bringForward(hidden, *changed);
         return true;
     }
 
 private:
-    SwayWindowSource &source_;
+    WaylandWindowSource &source_;
     const QString entryPath_;
     const ApplicationLook before_;
 };
 
-SwayWindowSource::SwayWindowSource(const QString &socketPath)
-    : desktop_(
-          std::make_shared<SwayDesktop>(socketPath, [this](std::int64_t pid, ProcessFacts &facts) {
-              if (surroundings_)
-                  surroundings_->addLaunch(pid, facts);
-          })) {}
+WaylandWindowSource::WaylandWindowSource(std::shared_ptr<Desktop> desktop)
+    : desktop_(std::move(desktop)), matches_([this](std::int64_t pid, ProcessFacts &facts) {
+          if (surroundings_)
+              surroundings_->addLaunch(pid, facts);
+      }) {}
 
-void SwayWindowSource::start(Surroundings surroundings) {
+void WaylandWindowSource::start(Surroundings surroundings) {
     surroundings_.emplace(std::move(surroundings));
-    const int descriptor = desktop_->eventDescriptor();
-    if (descriptor >= 0)
-        events_.emplace(surroundings_->loop, descriptor, [this] { takeInEvents(); });
+    desktop_->listen({.loop = surroundings_->loop,
+                      .isWindowAwaited = surroundings_->isWindowAwaited,
+                      .windowsChanged = [this] { lookAhead(); }});
 }
 
-void SwayWindowSource::takeInEvents() {
-    if (surroundings_->isWindowAwaited())
-        lookAhead();
-    desktop_->takeInEvents();
-    if (desktop_->eventDescriptor() < 0)
-        events_->stop();
-    else
-        events_->pause(surroundings_->isWindowAwaited() ? kBetweenAwaitedEvents : kBetweenEvents);
-}
-
-std::vector<std::unique_ptr<RunningApplication>> SwayWindowSource::runningApplications(
+std::vector<std::unique_ptr<RunningApplication>> WaylandWindowSource::runningApplications(
     Index index) {
-    const SwayPicture picture = desktop_->readAsked(std::move(index));
+    const Picture picture = matches_.picture(desktop_->readAsked(), std::move(index));
     takeIn(picture);
-    std::vector<std::unique_ptr<RunningApplication>> applications;
-    for (const ApplicationGroup &group : groupApplications(picture))
-        applications.push_back(std::make_unique<SwayApplication>(desktop_, picture, group));
+    return applicationsOf(picture);
+}
+
+std::vector<std::unique_ptr<RunningApplication>> WaylandWindowSource::inactiveApplications(
+    const Index &index) {
+    std::optional<std::vector<DesktopWindow>> known = desktop_->known();
+    if (!known)
+        return {};
+    auto applications = applicationsOf(matches_.picture(*std::move(known), index));
+    std::erase_if(applications, [](const auto &application) { return application->isActive(); });
     return applications;
 }
 
-void SwayWindowSource::lookAhead() {
+std::vector<std::unique_ptr<RunningApplication>> WaylandWindowSource::applicationsOf(
+    const Picture &picture) const {
+    std::vector<std::unique_ptr<RunningApplication>> applications;
+    for (const ApplicationGroup &group : groupApplications(picture))
+        applications.push_back(std::make_unique<DesktopApplication>(desktop_, picture, group));
+    return applications;
+}
+
+void WaylandWindowSource::lookAhead() {
     static_cast<void>(look(surroundings_->index()));
 }
 
-SwayPicture SwayWindowSource::look(Index index) {
-    SwayPicture picture = desktop_->read(std::move(index));
+Picture WaylandWindowSource::look(Index index) {
+    Picture picture = matches_.picture(desktop_->read(), std::move(index));
     takeIn(picture);
     return picture;
 }
 
-void SwayWindowSource::takeIn(const SwayPicture &picture) {
+void WaylandWindowSource::takeIn(const Picture &picture) {
     if (!surroundings_->isWindowAwaited())
         return;
     for (const KnownWindow &known : picture.windows) {
@@ -131,13 +128,13 @@ void SwayWindowSource::takeIn(const SwayPicture &picture) {
     }
 }
 
-std::unique_ptr<WindowSource::Opening> SwayWindowSource::opening(const QString &entryPath,
-                                                                 Index index) {
+std::unique_ptr<WindowSource::Opening> WaylandWindowSource::opening(const QString &entryPath,
+                                                                    Index index) {
     return std::make_unique<OpeningWindow>(*this, entryPath, std::move(index));
 }
 
-std::vector<std::pair<QString, QString>> SwayWindowSource::report(Index index) {
-    const SwayPicture picture = look(std::move(index));
+std::vector<std::pair<QString, QString>> WaylandWindowSource::report(Index index) {
+    const Picture picture = look(std::move(index));
     std::vector<std::pair<QString, QString>> lines;
     for (const KnownWindow &known : picture.windows)
         lines.emplace_back(QStringLiteral("Window %1").arg(lines.size() + 1),
@@ -145,4 +142,4 @@ std::vector<std::pair<QString, QString>> SwayWindowSource::report(Index index) {
     return lines;
 }
 
-}  // namespace kestrelbay::sway
+}  // namespace kestrelbay::wayland
