@@ -1,39 +1,25 @@
 #include "platform/linux/DisplayFacts.h"
 
 #include <algorithm>
-#include <cstddef>
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
-#include <QScopeGuard>
 #include <QStringList>
 
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
+#include "platform/linux/wayland/client/Socket.h"
 #include "platform/linux/x11/connection/XConnection.h"
 
 namespace kestrelbay {
 
 namespace {
 
-/// The name is one in the folder of the user's sockets, or a path.
 bool doesWaylandAnswer(const QString &name) {
-    if (name.isEmpty())
-        return false;
-    const QByteArray path =
-        QFile::encodeName(QDir(qEnvironmentVariable("XDG_RUNTIME_DIR")).filePath(name));
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    const auto length = static_cast<std::size_t>(path.size());
-    if (length >= sizeof address.sun_path)
-        return false;
-    std::ranges::copy(path, address.sun_path);
-    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const auto close = qScopeGuard([socket] { ::close(socket); });
-    return ::connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
+    const int socket = wayland::connectedSocket(wayland::socketPath(name));
+    if (socket >= 0)
+        ::close(socket);
+    return socket >= 0;
 }
 
 bool hasQtWaylandPlugin() {

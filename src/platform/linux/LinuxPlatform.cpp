@@ -6,12 +6,12 @@
 #include <QGuiApplication>
 #include <QStandardPaths>
 
+#include "platform/DesktopExtension.h"
 #include "platform/Platform.h"
 #include "platform/linux/DisplayFacts.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/MemoryRelease.h"
-#include "platform/linux/SwayWindowSource.h"
-#include "platform/linux/X11WindowSource.h"
+#include "platform/linux/SessionSources.h"
 #include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
 #include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/desktop/AutostartLoginItem.h"
@@ -23,10 +23,9 @@
 #include "platform/linux/desktop/QtNativeWindow.h"
 #include "platform/linux/desktop/SyslogLog.h"
 #include "platform/linux/shortcuts/DesktopHotkeyHolders.h"
-#include "platform/linux/wayland/sway/SwayEventTap.h"
 #include "platform/linux/wayland/sway/SwayIpc.h"
 #include "platform/linux/x11/connection/DisplayDiagnostics.h"
-#include "platform/linux/x11/keyboard/XEventTap.h"
+#include "platform/linux/x11/connection/XlibLoss.h"
 #include "platform/linux/x11/keymap/X11KeyboardLayout.h"
 #include "platform/linux/x11/panels/X11NativeWindow.h"
 
@@ -45,24 +44,14 @@ QString variable(const char *name) {
 class LinuxPlatform final : public Platform {
 public:
     [[nodiscard]] EventTap &eventTap() override {
-        if (!tap_ && !swayVersion().isEmpty())
-            tap_ = std::make_unique<sway::SwayEventTap>(sway::socketOfSession());
-        if (!tap_) {
-            x11::XEventTap::Settings settings;
-            settings.displayName = displayName_;
-            settings.isX11Session = !displayFacts().isWaylandSession;
-            settings.displayLost = [this] {
-                if (const auto handler = std::exchange(sessionEnded_, nullptr))
-                    handler();
-            };
-            tap_ = std::make_unique<x11::XEventTap>(std::move(settings));
-        }
+        if (!tap_)
+            tap_ = sources().makeEventTap([this] { tellOfSessionsEnd(); });
         return *tap_;
     }
 
     [[nodiscard]] LinuxWorkspace &workspace() override {
         if (!workspace_)
-            workspace_.emplace(makeWindowSource(), displayName_);
+            workspace_.emplace(sources().makeWindowSource(), displayName_);
         return *workspace_;
     }
 
@@ -144,6 +133,10 @@ public:
     /// None: desktops bring none that all of them have.
     [[nodiscard]] SystemAlerts *systemAlerts() override { return nullptr; }
 
+    [[nodiscard]] DesktopExtension *desktopExtension() override {
+        return sources().desktopExtension();
+    }
+
     /// $XDG_CONFIG_HOME. Qt takes "/" for the home folder of a user who has none.
     [[nodiscard]] QString applicationSupportDirectory() const override {
         const auto isFolder = [](const char *name) {
@@ -170,8 +163,8 @@ public:
                                                  variable("WAYLAND_DISPLAY"))},
             {QStringLiteral("Desktop"), variable("XDG_CURRENT_DESKTOP")},
             {QStringLiteral("Own windows"), qtPlatformInWords()},
-            {QStringLiteral("Source of hotkeys"), hotkeySource()},
-            {QStringLiteral("Source of windows"), windowSource()}};
+            {QStringLiteral("Source of hotkeys"), sources().hotkeysInWords()},
+            {QStringLiteral("Source of windows"), sources().windowsInWords()}};
         for (auto &pair : x11::describeDisplay(displayName_))
             pairs.push_back(std::move(pair));
         systemTray().waitForAnswer();
@@ -182,7 +175,7 @@ public:
         pairs.emplace_back(QStringLiteral("Portal"), systemSettings().isPortalPresent()
                                                          ? QStringLiteral("present")
                                                          : QStringLiteral("not present"));
-        if (displayFacts().doesXAnswer || !swayVersion().isEmpty())
+        if (sources().hasWindows())
             for (auto &pair : workspace().windowReport())
                 pairs.push_back(std::move(pair));
         return pairs;
@@ -190,6 +183,12 @@ public:
 
     void setSessionEndedHandler(std::function<void()> handler) override {
         sessionEnded_ = std::move(handler);
+        if (!areWindowsOnX())
+            return;
+        if (sessionEnded_)
+            x11::setXlibLossHandler([this] { tellOfSessionsEnd(); });
+        else
+            x11::setXlibLossHandler({});
     }
 
     /// Never called: there a second instance starts, which asks the first over the session bus.
@@ -207,30 +206,15 @@ private:
         return *displayFacts_;
     }
 
-    /// Empty where the session is none of sway's.
-    [[nodiscard]] const QString &swayVersion() const {
-        if (!swayVersion_)
-            swayVersion_ = sway::versionOf(sway::socketOfSession());
-        return *swayVersion_;
+    [[nodiscard]] SessionSources &sources() {
+        if (!sources_)
+            sources_.emplace(displayFacts(), log_);
+        return *sources_;
     }
 
-    [[nodiscard]] std::unique_ptr<WindowSource> makeWindowSource() {
-        if (!swayVersion().isEmpty())
-            return std::make_unique<sway::SwayWindowSource>(sway::socketOfSession());
-        return std::make_unique<x11::X11WindowSource>(displayName_, log_);
-    }
-
-    [[nodiscard]] QString windowSource() const {
-        if (!swayVersion().isEmpty())
-            return QStringLiteral("the tree of sway %1").arg(swayVersion());
-        return displayFacts().doesXAnswer ? QStringLiteral("the X server") : QStringLiteral("none");
-    }
-
-    [[nodiscard]] QString hotkeySource() const {
-        if (!swayVersion().isEmpty())
-            return QStringLiteral("bindings of sway %1").arg(swayVersion());
-        return displayFacts().isWaylandSession ? QStringLiteral("none in this session")
-                                               : QStringLiteral("the X server");
+    void tellOfSessionsEnd() {
+        if (const auto handler = std::exchange(sessionEnded_, nullptr))
+            handler();
     }
 
     [[nodiscard]] static bool areWindowsOnX() {
@@ -252,12 +236,12 @@ private:
     mutable std::optional<DisplayFacts> displayFacts_;
     std::function<void()> sessionEnded_;
     SyslogLog log_;
+    std::optional<SessionSources> sources_;
     std::optional<JsonUserDefaults> defaults_;
     std::optional<CanberraSounds> sounds_;
     std::optional<LinuxApplicationCatalog> catalog_;
     std::optional<LinuxWorkspace> workspace_;
     std::unique_ptr<EventTap> tap_;
-    mutable std::optional<QString> swayVersion_;
     std::optional<x11::X11KeyboardLayout> keyboardLayout_;
     std::optional<AutostartLoginItem> loginItem_;
     std::unique_ptr<NativeWindow> nativeWindow_;
@@ -268,6 +252,7 @@ private:
     DesktopHotkeyHolders hotkeyHolders_{
         {.displayName = displayName_,
          .desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP"),
+         .swaySocket = sway::socketOfSession(),
          .configFolder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)},
         bus_};
 };

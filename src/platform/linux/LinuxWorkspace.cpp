@@ -74,6 +74,11 @@ std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::runningApplicat
     return windows_->runningApplications(index_.current());
 }
 
+std::vector<std::unique_ptr<RunningApplication>> LinuxWorkspace::inactiveApplications() {
+    ++presses_;
+    return windows_->inactiveApplications(index_.current());
+}
+
 std::vector<std::pair<QString, QString>> LinuxWorkspace::windowReport() {
     return windows_->report(index_.current());
 }

@@ -31,9 +31,11 @@ public:
                    std::chrono::milliseconds openingTakes = kOpeningTakes);
 
     [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> runningApplications() override;
+    [[nodiscard]] std::vector<std::unique_ptr<RunningApplication>> inactiveApplications() override;
     /// Names are bytes here: one in another Unicode normal form is another name.
     [[nodiscard]] QUrl standardized(const QUrl &file) const override;
     /// A link to an entry is another entry.
+    [[nodiscard]] bool seesAllWindows() const override { return windows_->seesAllWindows(); }
     [[nodiscard]] bool followsLinks() const override { return false; }
     [[nodiscard]] QUrl resolved(const QUrl &file) const override { return standardized(file); }
     bool open(const QUrl &file) override;

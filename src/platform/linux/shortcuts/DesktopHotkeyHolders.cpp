@@ -15,6 +15,7 @@
 #include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/keycodes/KeyCodeTable.h"
 #include "platform/linux/shortcuts/ShortcutTables.h"
+#include "platform/linux/wayland/sway/UserConfiguration.h"
 #include "platform/linux/x11/connection/DisplayDiagnostics.h"
 #include "platform/linux/x11/connection/XConnection.h"
 
@@ -84,6 +85,10 @@ DesktopHotkeyHolders::DesktopHotkeyHolders(Settings settings, SessionBus &bus)
     : settings_(std::move(settings)), bus_(bus) {}
 
 HotkeyHolder DesktopHotkeyHolders::holderOf(const RefusedHotkey &refused) {
+    if (!settings_.swaySocket.isEmpty()) {
+        if (auto holder = sway::holderInConfiguration(settings_.swaySocket, refused.hotkey))
+            return *holder;
+    }
     const x11::XConnection connection(settings_.displayName);
     const QString windowManager = x11::windowManagerName(connection).value_or(QString());
     LookedForKey key{.modifiers = refused.hotkey.modifierFlags & modifier::kGenericMask,

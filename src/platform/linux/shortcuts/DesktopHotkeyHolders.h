@@ -9,15 +9,17 @@ namespace kestrelbay {
 
 class SessionBus;
 
-/// Looks for a hotkey in the tables of the desktop that runs, by its name and by that of
-/// its window manager, and for one that is held by its modifier, for that key alone.
-/// Where a modifier is held and no table says so it is the window manager.
+/// Looks for a hotkey in sway's configuration, and in the tables of the desktop that runs, by its
+/// name and by that of its window manager, and for one that is held by its modifier, for that key
+/// alone. Where a modifier is held and no table says so it is the window manager.
 class DesktopHotkeyHolders final : public HotkeyHolders {
 public:
     struct Settings {
         QString displayName;
         /// XDG_CURRENT_DESKTOP.
         QString desktop;
+        /// $SWAYSOCK; empty outside sway.
+        QString swaySocket = {};
         /// Where KDE keeps its settings; $XDG_CONFIG_HOME.
         QString configFolder;
     };
