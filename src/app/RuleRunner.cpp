@@ -23,17 +23,25 @@ namespace {
 /// One that takes longer is told of, and the next press waits no longer for it.
 constexpr std::chrono::milliseconds kSlowLaunch{500};
 
+/// The display server is left to the launch for so long: it runs beside the main thread or not at
+/// all, where a machine has few processors.
+constexpr std::chrono::milliseconds kBeforeSound{2};
+
 void playFeedbackSound(const RuleRunner::Services &services) {
     const QString name = read(services.defaults, settings::kSoundFeedbackName);
     if (!name.isEmpty())
         services.sounds.play(name);
 }
 
-void handleTimed(const RuleRunner::Services &services, const ShortcutRule &rule,
-                 Turns::Turn &turn) {
+void handleTimed(const std::shared_ptr<const RuleRunner::Services> &shared,
+                 const ShortcutRule &rule, Turns::Turn &turn) {
+    const RuleRunner::Services &services = *shared;
     const Clock::TimePoint start = services.clock.now();
-    services.launcher.handle(rule, [&turn] { return turn.claim(); });
+    const AppLauncher::Outcome outcome =
+        services.launcher.handle(rule, [&turn] { return turn.claim(); });
     const std::chrono::duration<double> elapsed = services.clock.now() - start;
+    if (outcome == AppLauncher::Outcome::OpenedUnseen && services.openedUnseen)
+        services.mainQueue.async([shared, path = rule.appPath] { shared->openedUnseen(path); });
     if (elapsed <= kSlowLaunch)
         return;
     services.log.write(QStringLiteral("KestrelBay [WARN] AppLauncher.handle took ") +
@@ -72,10 +80,12 @@ void RuleRunner::ruleFired(const ShortcutRule &rule) {
     if (turn->isNext() && rule.argumentKind != ArgumentKind::LaunchArgs)
         services_->workspace.askAhead();
     services_->launchQueue.async([services = services_, rule, turn = std::move(turn)] {
-        turn->run([&] { handleTimed(*services, rule, *turn); });
+        turn->run([&] { handleTimed(services, rule, *turn); });
         queueLaunchToast(services, rule.appPath);
     });
-    services_->mainQueue.async([services = services_] { playFeedbackSound(*services); });
+    // One that has not begun yet is this one.
+    sound_ = services_->timers.once(kBeforeSound,
+                                    [services = services_] { playFeedbackSound(*services); });
 }
 
 }  // namespace kestrelbay

@@ -4,15 +4,16 @@
 #include <memory>
 
 #include <QImage>
+#include <QString>
 
 #include "settings/SettingsKeys.h"
+#include "tasks/Timers.h"
 #include "tasks/Turns.h"
 
 namespace kestrelbay {
 
 class AppLauncher;
 class ApplicationCatalog;
-class Clock;
 class DispatchQueue;
 class SystemLog;
 class SystemSounds;
@@ -36,10 +37,14 @@ public:
         SystemSounds &sounds;
         SystemLog &log;
         const Clock &clock;
+        Timers &timers;
         DispatchQueue &mainQueue;
         DispatchQueue &launchQueue;
         /// Called on the main queue, with the application's icon. May be empty.
         ShowLaunchToast showLaunchToast;
+        /// Called on the main queue, with the path of an application that was opened while the
+        /// desktop keeps windows to itself. May be empty.
+        std::function<void(const QString &appPath)> openedUnseen{};
     };
 
     explicit RuleRunner(Services services);
@@ -54,6 +59,7 @@ public:
 private:
     std::shared_ptr<const Services> services_;
     Turns turns_;
+    std::unique_ptr<Timers::Timer> sound_;
 };
 
 }  // namespace kestrelbay

@@ -21,15 +21,13 @@ QString ruleFilePath(const QString &storageDirectory) {
     return RuleFile::pathIn(storageDirectory);
 }
 
-/// Those of the first list, both sorted, that the second has not, however it is held.
-std::vector<Hotkey> hotkeysOnlyIn(const std::vector<RefusedHotkey> &these,
+/// Those of the first list, both sorted, whose hotkey the second has not, however it is held.
+std::vector<RefusedHotkey> onlyIn(const std::vector<RefusedHotkey> &these,
                                   const std::vector<RefusedHotkey> &others) {
     std::vector<RefusedHotkey> only;
     std::ranges::set_difference(these, others, std::back_inserter(only), {}, &RefusedHotkey::hotkey,
                                 &RefusedHotkey::hotkey);
-    std::vector<Hotkey> hotkeys;
-    std::ranges::transform(only, std::back_inserter(hotkeys), &RefusedHotkey::hotkey);
-    return hotkeys;
+    return only;
 }
 
 }  // namespace
@@ -218,7 +216,13 @@ void ShortcutManager::installTap() {
         .event = [this](EventType type, KeyCode keyCode,
                         ModifierFlags flags) { return eventTapCallback(type, keyCode, flags); },
         .hotkeyPressed = [this](const Hotkey &hotkey) { hotkeyPressed(hotkey); },
+        .purposeOf = [this](const Hotkey &hotkey) { return purposeOf(hotkey); },
         .refusalsChanged = [this] { noteRefusals(); },
+        .triggersChanged =
+            [this] {
+                if (hooks_.refusalsChanged)
+                    hooks_.refusalsChanged();
+            },
         .lost = [this] { noteLostTap(); },
         .withheldChanged =
             [this] {
@@ -312,6 +316,16 @@ std::optional<RefusedHotkey> ShortcutManager::refusal(const ShortcutRule &rule) 
     return found == refusedHotkeys_.end() ? std::nullopt : std::optional(*found);
 }
 
+QString ShortcutManager::triggerText(const ShortcutRule &rule) const {
+    const std::optional<Hotkey> hotkey = matchableHotkey(rule);
+    return installedTap_ && hotkey ? installedTap_->triggerText(*hotkey) : QString();
+}
+
+QString ShortcutManager::purposeOf(const Hotkey &hotkey) const {
+    const auto found = std::ranges::find(rules_, hotkey, matchableHotkey);
+    return found == rules_.end() ? QString() : found->appName;
+}
+
 bool ShortcutManager::needsSides(const ShortcutRule &rule) const {
     const std::optional<Hotkey> hotkey = matchableHotkey(rule);
     return !canTellSides() && hotkey && namesSide(hotkey->modifierFlags);
@@ -319,6 +333,10 @@ bool ShortcutManager::needsSides(const ShortcutRule &rule) const {
 
 bool ShortcutManager::canTellSides() const {
     return !installedTap_ || installedTap_->abilities().tellsSides;
+}
+
+bool ShortcutManager::canRecordAllKeys() const {
+    return !installedTap_ || installedTap_->abilities().recordsAllKeys;
 }
 
 EventVerdict ShortcutManager::eventTapCallback(EventType type, KeyCode keyCode,
@@ -394,29 +412,47 @@ void ShortcutManager::rulesWereChanged() {
 void ShortcutManager::publishWantedHotkeys() {
     wantedHotkeys_ = isEnabled_ ? matcher_.matchableHotkeys() : std::vector<Hotkey>();
     abilities_ = tap_.abilities();
+    restingHotkeys_.clear();
     if (!abilities_.tellsSides)
-        std::erase_if(wantedHotkeys_,
-                      [](const Hotkey &hotkey) { return namesSide(hotkey.modifierFlags); });
+        std::erase_if(wantedHotkeys_, [this](const Hotkey &hotkey) {
+            const bool rests = namesSide(hotkey.modifierFlags);
+            if (rests)
+                restingHotkeys_.push_back(hotkey);
+            return rests;
+        });
     tap_.setWantedHotkeys(wantedHotkeys_);
     noteRefusals();
+}
+
+void ShortcutManager::logRestingHotkeys() {
+    std::vector<Hotkey> fresh;
+    std::ranges::set_difference(restingHotkeys_, loggedRestingHotkeys_, std::back_inserter(fresh));
+    loggedRestingHotkeys_ = restingHotkeys_;
+    for (const Hotkey &hotkey : fresh)
+        logForRulesOf(hotkey, u"KestrelBay [WARN] hotkey "_s,
+                      u" rests: this session does not tell left modifier keys from right ones"_s);
 }
 
 void ShortcutManager::noteRefusals() {
     // A tap that is not installed refuses nothing, which is no news of other programs.
     if (!installedTap_)
         return;
+    logRestingHotkeys();
     std::vector<RefusedHotkey> refused = installedTap_->refusedHotkeys();
     std::ranges::sort(refused);
     const std::vector<RefusedHotkey> before = std::exchange(refusedHotkeys_, std::move(refused));
 
-    for (const Hotkey &hotkey : hotkeysOnlyIn(refusedHotkeys_, before))
-        logForRulesOf(hotkey, u"KestrelBay [WARN] hotkey "_s, u" is held by another program"_s);
+    for (const RefusedHotkey &now : onlyIn(refusedHotkeys_, before))
+        logForRulesOf(now.hotkey, u"KestrelBay [WARN] hotkey "_s,
+                      now.isUnassigned ? u" has no keys in the desktop's settings"_s
+                                       : u" is held by another program"_s);
 
-    for (const Hotkey &hotkey : hotkeysOnlyIn(before, refusedHotkeys_)) {
+    for (const RefusedHotkey &then : onlyIn(before, refusedHotkeys_)) {
         // Those that are no longer wanted were given up, not granted.
-        if (std::ranges::binary_search(wantedHotkeys_, hotkey))
-            logForRulesOf(hotkey, u"KestrelBay: hotkey "_s,
-                          u" is no longer held by another program"_s);
+        if (std::ranges::binary_search(wantedHotkeys_, then.hotkey))
+            logForRulesOf(then.hotkey, u"KestrelBay: hotkey "_s,
+                          then.isUnassigned ? u" has keys in the desktop's settings now"_s
+                                            : u" is no longer held by another program"_s);
     }
     tellRefusals();
 }

@@ -39,7 +39,7 @@ public:
         std::function<void()> rulesTakenIn{};
         /// No callback records any more. May be empty.
         std::function<void()> recordingEnded{};
-        /// refusal() or needsSides() may answer otherwise now. May be empty.
+        /// refusal(), needsSides() or triggerText() may answer otherwise now. May be empty.
         std::function<void()> refusalsChanged{};
         /// The installed tap was taken away (EventTap::Handlers::lost). May be empty.
         std::function<void()> tapLost{};
@@ -137,12 +137,20 @@ public:
     /// nobody does.
     [[nodiscard]] std::optional<RefusedHotkey> refusal(const ShortcutRule &rule) const;
 
+    /// What the user presses for the rule's hotkey, in the system's own words
+    /// (EventTap::triggerText).
+    [[nodiscard]] QString triggerText(const ShortcutRule &rule) const;
+
     /// Does the rule's hotkey name a side which the installed tap cannot tell from the other? Then
     /// it does not fire.
     [[nodiscard]] bool needsSides(const ShortcutRule &rule) const;
 
     /// Does the installed tap tell left modifier keys from right ones? True where there is none.
     [[nodiscard]] bool canTellSides() const;
+
+    /// Does recording get keys that other programs and the desktop have? True where there is no
+    /// tap.
+    [[nodiscard]] bool canRecordAllKeys() const;
 
     /// What the tap calls for each event.
     EventVerdict eventTapCallback(EventType type, KeyCode keyCode, ModifierFlags flags);
@@ -161,9 +169,12 @@ private:
     void noteLostTap();
     void installTap();
     void logTapProblem();
+    void logRestingHotkeys();
     void noteRefusals();
     void tellRefusals();
     void endRecordingWithoutTap();
+    /// The application of the first rule that has the hotkey.
+    [[nodiscard]] QString purposeOf(const Hotkey &hotkey) const;
     void logForRulesOf(const Hotkey &hotkey, const QString &prefix, const QString &suffix) const;
 
     EventTap &tap_;
@@ -176,6 +187,9 @@ private:
     Rules rules_;
     HotkeyMatcher matcher_;
     std::vector<Hotkey> wantedHotkeys_;  // sorted
+    /// Those that rest as they name a side which the tap cannot tell; sorted.
+    std::vector<Hotkey> restingHotkeys_;
+    std::vector<Hotkey> loggedRestingHotkeys_;
     /// Those the wanted hotkeys were chosen for.
     TapAbilities abilities_;
     std::vector<RefusedHotkey> refusedHotkeys_;  // sorted; as the tap last said

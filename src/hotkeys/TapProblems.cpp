@@ -10,6 +10,7 @@ bool canChange(TapProblem problem) {
             return false;
         case TapProblem::NotPermitted:
         case TapProblem::NoDisplay:
+        case TapProblem::ExtensionMissing:
         case TapProblem::OtherInstance:
             return true;
     }
@@ -23,11 +24,13 @@ QString inWords(TapProblem problem) {
         case TapProblem::NotPermitted:
             return QStringLiteral("the user has not permitted it");
         case TapProblem::WaylandSession:
-            return QStringLiteral("this is a Wayland session");
+            return QStringLiteral("this Wayland session gives programs no hotkeys");
         case TapProblem::NoDisplay:
-            return QStringLiteral("the X server does not answer");
+            return QStringLiteral("the display server does not answer");
         case TapProblem::NoInputExtension:
             return QStringLiteral("the X server lacks XInput 2.1 or XKB");
+        case TapProblem::ExtensionMissing:
+            return QStringLiteral("KestrelBay's extension of GNOME Shell is not enabled");
         case TapProblem::OtherInstance:
             return QStringLiteral("another instance has it");
     }

@@ -83,19 +83,20 @@ struct AppLauncher::Press {
     const MayChangeFront &mayChangeFront;
 };
 
-void AppLauncher::handle(const ShortcutRule &rule, const MayChangeFront &mayChangeFront) const {
+AppLauncher::Outcome AppLauncher::handle(const ShortcutRule &rule,
+                                         const MayChangeFront &mayChangeFront) const {
     if (rule.appPath.isEmpty())
-        return;
+        return Outcome::Done;
     const Press press(rule, mayChangeFront);
     // Every press starts a new instance, running or not, whatever the repeat action.
     if (press.kind == ArgumentKind::LaunchArgs) {
         launchWithCommandLineArgs(press);
-        return;
+        return Outcome::Done;
     }
     if (auto application = runningInstance(press)) {
         TargetApplication app(std::move(application), workspace_);
         handleRunning(press, app);
-        return;
+        return Outcome::Done;
     }
     if (press.kind == ArgumentKind::UrlScheme)
         openUrl(press.text);
@@ -103,14 +104,19 @@ void AppLauncher::handle(const ShortcutRule &rule, const MayChangeFront &mayChan
         openPathWithoutRunning(press);
     else
         workspace_.open(press.appUrl);
+    return workspace_.seesAllWindows() ? Outcome::Done : Outcome::OpenedUnseen;
 }
 
 std::unique_ptr<RunningApplication> AppLauncher::runningInstance(const Press &press) const {
     // Only the place counts: a copy elsewhere is another application.
     const QUrl place = workspace_.standardized(press.appUrl);
-    auto applications = workspace_.runningApplications();
-    auto found = std::ranges::find_if(
-        applications, [&](const auto &application) { return application->bundleURL() == place; });
+    const auto isThere = [&](const auto &application) { return application->bundleURL() == place; };
+    auto applications = workspace_.inactiveApplications();
+    auto found = std::ranges::find_if(applications, isThere);
+    if (found != applications.end())
+        return std::move(*found);
+    applications = workspace_.runningApplications();
+    found = std::ranges::find_if(applications, isThere);
     if (found == applications.end() && workspace_.followsLinks()) {
         // The system may know it by the place that a link leads to.
         const QUrl target = workspace_.resolved(place);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 
@@ -28,7 +29,14 @@ public:
     /// cycled. What was to be launched or opened is launched and opened all the same.
     using MayChangeFront = std::function<bool()>;
 
-    void handle(
+    enum class Outcome : std::uint8_t {
+        Done,
+        /// The application was opened, as it was not found among those that run. It may be one
+        /// whose windows the desktop keeps to itself.
+        OpenedUnseen,
+    };
+
+    Outcome handle(
         const ShortcutRule &rule, const MayChangeFront &mayChangeFront = [] { return true; }) const;
 
     /// Splits the argument text of a rule into arguments at white space, somewhat like a

@@ -13,6 +13,7 @@
 #include "fakes/FakeClock.h"
 #include "fakes/FakeSystemLog.h"
 #include "fakes/FakeSystemSounds.h"
+#include "fakes/FakeTimers.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualDispatchQueue.h"
@@ -25,6 +26,9 @@ using namespace Qt::StringLiterals;
 namespace kestrelbay {
 
 namespace {
+
+/// Nobody hears that it is not at once.
+constexpr std::chrono::milliseconds kSoonAfter{10};
 
 constexpr QRgb kIconColor = qRgb(20, 140, 60);
 
@@ -61,23 +65,28 @@ protected:
             show = [this](const QImage &icon, LaunchToastDuration duration) {
                 toasts_.emplace_back(icon.pixel(36, 36), duration);
             };
-        return RuleRunner({.launcher = launcher_,
-                           .workspace = workspace_,
-                           .catalog = catalog_,
-                           .defaults = defaults_,
-                           .sounds = sounds_,
-                           .log = log_,
-                           .clock = clock_,
-                           .mainQueue = mainQueue_,
-                           .launchQueue = launchQueue_,
-                           .showLaunchToast = show});
+        return RuleRunner(
+            {.launcher = launcher_,
+             .workspace = workspace_,
+             .catalog = catalog_,
+             .defaults = defaults_,
+             .sounds = sounds_,
+             .log = log_,
+             .clock = clock_,
+             .timers = timers_,
+             .mainQueue = mainQueue_,
+             .launchQueue = launchQueue_,
+             .showLaunchToast = show,
+             .openedUnseen = [this](const QString &appPath) { unseen_.append(appPath); }});
     }
     void fireAndRunAll() {
-        runner().ruleFired(rule_);
+        RuleRunner runner = this->runner();
+        runner.ruleFired(rule_);
         runAll();
     }
     /// A press, and then its toast, go from one queue to the other and back.
     void runAll() {
+        timers_.advance(kSoonAfter);
         for (int i = 0; i < 2; ++i) {
             mainQueue_.runAll();
             launchQueue_.runAll();
@@ -97,16 +106,31 @@ protected:
     FakeUserDefaults defaults_;
     FakeApplicationCatalog catalog_;
     FakeClock clock_;
+    FakeTimers timers_;
     ManualDispatchQueue mainQueue_;
     ManualDispatchQueue launchQueue_;
     AppLauncher launcher_{workspace_, log_};
     std::vector<std::pair<QRgb, LaunchToastDuration>> toasts_;
+    QStringList unseen_;
 };
+
+TEST_F(RuleRunnerTest, TellsOfWhatIsOpenedWhileTheDesktopKeepsWindowsToItself) {
+    fireAndRunAll();
+    EXPECT_EQ(unseen_, QStringList());
+    workspace_.setSeesAllWindows(false);
+    fireAndRunAll();
+    EXPECT_EQ(unseen_, QStringList{rule_.appPath});
+    // What is seen all the same is brought forward.
+    workspace_.run(u"Notes"_s, rule_.appPath);
+    fireAndRunAll();
+    EXPECT_EQ(unseen_, QStringList{rule_.appPath});
+}
 
 TEST_F(RuleRunnerTest, FiringOnlyQueuesWork) {
     defaults_.setString(u"soundFeedbackName"_s, u"Pop"_s);
-    runner().ruleFired(rule_);
-    EXPECT_EQ(mainQueue_.pendingCount(), 1U);
+    RuleRunner runner = this->runner();
+    runner.ruleFired(rule_);
+    EXPECT_EQ(timers_.waitingCount(), 1U);
     EXPECT_EQ(launchQueue_.pendingCount(), 1U);
     EXPECT_EQ(sounds_.played(), QStringList());
     EXPECT_EQ(workspace_.requests().lines(), QStringList());
@@ -128,10 +152,11 @@ TEST_F(RuleRunnerTest, AsksAheadUnlessALaunchBeforeMayChangeTheAnswer) {
     EXPECT_EQ(workspace_.askedAhead(), 2);
 }
 
-TEST_F(RuleRunnerTest, SoundPlaysOnTheMainQueueWithoutWaitingForTheLaunch) {
+TEST_F(RuleRunnerTest, SoundPlaysWithoutWaitingForTheLaunch) {
     defaults_.setString(u"soundFeedbackName"_s, u"Pop"_s);
-    runner().ruleFired(rule_);
-    mainQueue_.runAll();
+    RuleRunner runner = this->runner();
+    runner.ruleFired(rule_);
+    timers_.advance(kSoonAfter);
     EXPECT_EQ(sounds_.played(), QStringList{u"Pop"_s});
     EXPECT_EQ(workspace_.requests().lines(), QStringList());
     launchQueue_.runAll();
@@ -139,9 +164,10 @@ TEST_F(RuleRunnerTest, SoundPlaysOnTheMainQueueWithoutWaitingForTheLaunch) {
 }
 
 TEST_F(RuleRunnerTest, SoundSettingIsReadWhenTheSoundPlays) {
-    runner().ruleFired(rule_);
+    RuleRunner runner = this->runner();
+    runner.ruleFired(rule_);
     defaults_.setString(u"soundFeedbackName"_s, u"Pop"_s);
-    mainQueue_.runAll();
+    timers_.advance(kSoonAfter);
     EXPECT_EQ(sounds_.played(), QStringList{u"Pop"_s});
 }
 

@@ -62,13 +62,13 @@ TEST_F(ShortcutManagerDispatch, OtherReasonsAreLoggedInTheirOwnWordsOnceEach) {
     tap_.setRefusal(TapProblem::NoDisplay);
     manager().reinstallEventTap();
     manager().reinstallEventTap();
-    EXPECT_EQ(log_.take(), lineOf(u"the X server does not answer"_s));
+    EXPECT_EQ(log_.take(), lineOf(u"the display server does not answer"_s));
 
     tap_.setPermission(true);
     manager().reinstallEventTap();
     tap_.setPermission(false);
     manager().reinstallEventTap();
-    EXPECT_EQ(log_.take(), lineOf(u"the X server does not answer"_s)) << "it is news again";
+    EXPECT_EQ(log_.take(), lineOf(u"the display server does not answer"_s)) << "it is news again";
 }
 
 TEST_F(ShortcutManagerDispatch, ReinstallingAfterThePermissionWasGrantedWorks) {

@@ -105,6 +105,17 @@ TEST_F(ShortcutManagerHotkeys, LaterGrantIsLogged) {
     EXPECT_EQ(log_.take(), QStringList{kRefusedLine});
 }
 
+TEST_F(ShortcutManagerHotkeys, HotkeyThatNobodyHasIsLoggedAsThat) {
+    tap_.setUnassigned({kLeftCommandT});
+    manager().addRule(rule(u"Terminal"_s, 17, 0x100008));
+    EXPECT_EQ(log_.take(), QStringList{u"KestrelBay [WARN] hotkey L⌘T of Terminal has no keys in "
+                                       u"the desktop's settings"_s});
+    EXPECT_TRUE(manager().refusal(manager().rules()[0]));
+    tap_.setUnassigned({});
+    EXPECT_EQ(log_.take(), QStringList{u"KestrelBay: hotkey L⌘T of Terminal has keys in the "
+                                       u"desktop's settings now"_s});
+}
+
 TEST_F(ShortcutManagerHotkeys, GivingARefusedHotkeyUpIsNotAGrant) {
     tap_.setHeldByOthers({kLeftCommandT});
     manager().addRule(rule(u"Terminal"_s, 17, 0x100008));

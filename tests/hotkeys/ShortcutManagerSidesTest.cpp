@@ -109,6 +109,38 @@ TEST_F(ShortcutManagerSides, AnInstallationThatChangesNothingLeavesTheHotkeysAlo
     EXPECT_EQ(tap_.wantedHotkeysCalls(), before);
 }
 
+TEST_F(ShortcutManagerSides, ARuleThatRestsIsNamedInTheLogOnce) {
+    const auto saidSo = [this] {
+        return log_.take().filter(u"Sided rests: this session does not tell left"_s).size();
+    };
+    manager().addRule(rule(u"Sided"_s, 17, 0x100008));
+    EXPECT_EQ(saidSo(), 1);
+    manager().addRule(rule(u"Either"_s, 18, 0x100000));
+    manager().reinstallEventTap();
+    EXPECT_EQ(saidSo(), 0);
+    restart();
+    EXPECT_EQ(saidSo(), 1) << "from the file";
+}
+
+TEST_F(ShortcutManagerSides, WithoutATapNothingIsSaidToRest) {
+    manager().teardownEventTap();
+    manager().addRule(rule(u"Sided"_s, 17, 0x100008));
+    EXPECT_TRUE(log_.take().filter(u"rests"_s).isEmpty());
+}
+
+TEST_F(ShortcutManagerSides, TellsWhatTheSystemCallsAHotkeyAndWhatItIsFor) {
+    manager().addRule(rule(u"Terminal"_s, 17, 0x100000));
+    manager().addRule(rule(u"Notes"_s, 17, 0x100000));
+    EXPECT_EQ(tap_.purposeOf(kCommandT), u"Terminal"_s);
+    EXPECT_EQ(manager().triggerText(manager().rules().front()), QString());
+    const int before = refusalsChangedCalls_;
+    tap_.setTriggerText(kCommandT, u"Meta+T"_s);
+    EXPECT_EQ(refusalsChangedCalls_, before + 1);
+    EXPECT_EQ(manager().triggerText(manager().rules().front()), u"Meta+T"_s);
+    manager().teardownEventTap();
+    EXPECT_EQ(manager().triggerText(manager().rules().front()), QString());
+}
+
 }  // namespace
 
 }  // namespace kestrelbay

@@ -91,6 +91,13 @@ TEST_P(DecisionTable, RunningButNotActive) {
     EXPECT_EQ(requestsOf(ruleOfRow()), GetParam().whenRunning);
 }
 
+TEST_P(DecisionTable, KnownNotToBeActive) {
+    workspace_.setKnowsInactive(true);
+    runNotes({u"A"_s, u"B"_s}, false);
+    EXPECT_EQ(requestsOf(ruleOfRow()), GetParam().whenRunning);
+    EXPECT_EQ(asked(u"runningApplications"_s), 0);
+}
+
 TEST_P(DecisionTable, NotRunning) {
     EXPECT_EQ(requestsOf(ruleOfRow()), GetParam().whenNotRunning);
 }
@@ -122,6 +129,15 @@ TEST_F(AppLauncherTest, LineBreaksAreNotTrimmedFromTheArgument) {
 
 TEST_F(AppLauncherTest, ArgumentOfKindNoneIsIgnored) {
     EXPECT_EQ(requestsOf(notes(KeepOpen, ArgumentKind::None, u"-a"_s)), QStringList{kOpenNotes});
+}
+
+TEST_F(AppLauncherTest, WhatIsNotKnownIsAskedFor) {
+    workspace_.setKnowsInactive(true);
+    EXPECT_EQ(requestsOf(notes()), QStringList{kOpenNotes});
+    EXPECT_EQ(asked(u"runningApplications"_s), 1);
+    runNotes({u"A"_s}, true);
+    EXPECT_EQ(requestsOf(notes(ToggleVisibility)), QStringList{kHideNotes});
+    EXPECT_EQ(asked(u"runningApplications"_s), 1);
 }
 
 TEST_F(AppLauncherTest, LaunchArgumentsStartANewInstanceOnEveryPress) {
