@@ -67,6 +67,8 @@ AppDelegate::AppDelegate(Platform &platform, Timers &timers,
       launchQueue_([&platform] { platform.hurryThisThread(); }),
       toastServices_{platform.nativeWindow(), timers, mainQueue_},
       launcher_(platform.workspace(), platform.systemLog()),
+      unseenWindows_(platform.systemLog(),
+                     [](const QString &message) { ToastWindow::show(message); }),
       ruleRunner_(ruleRunnerServices()),
       launchAtLogin_(platform.loginItem(), platform.userDefaults(),
                      [this](const LaunchAtLogin::Failure &failure) {
@@ -125,9 +127,11 @@ RuleRunner::Services AppDelegate::ruleRunnerServices() {
             .sounds = platform_.systemSounds(),
             .log = platform_.systemLog(),
             .clock = clock_,
+            .timers = timers_,
             .mainQueue = mainQueue_,
             .launchQueue = launchQueue_,
-            .showLaunchToast = &LaunchToastWindow::show};
+            .showLaunchToast = &LaunchToastWindow::show,
+            .openedUnseen = [this](const QString &appPath) { unseenWindows_.opened(appPath); }};
 }
 
 PreferencesServices AppDelegate::preferencesServices() {
@@ -137,6 +141,7 @@ PreferencesServices AppDelegate::preferencesServices() {
             .workspace = platform_.workspace(),
             .sounds = platform_.systemSounds(),
             .systemSettings = platform_.systemSettings(),
+            .desktopExtension = platform_.desktopExtension(),
             .nativeWindow = platform_.nativeWindow(),
             .screenLock = platform_.screenLock(),
             .hotkeyHolders = platform_.hotkeyHolders(),
@@ -279,6 +284,7 @@ void AppDelegate::showOnboarding() {
         .manager = *manager_,
         .defaults = platform_.userDefaults(),
         .systemSettings = platform_.systemSettings(),
+        .desktopExtension = platform_.desktopExtension(),
         .systemTray = platform_.systemTray(),
         .nativeWindow = platform_.nativeWindow(),
         .timers = timers_,

@@ -8,6 +8,7 @@
 #include "app/QtTexts.h"
 #include "app/RuleFileFollower.h"
 #include "app/RuleRunner.h"
+#include "app/UnseenWindows.h"
 #include "app/WindowRest.h"
 #include "app/instance/ApplicationService.h"
 #include "app/status/StatusMenu.h"
@@ -104,6 +105,7 @@ private:
     ThreadPoolQueue backgroundQueue_;
     const ToastPanel::Services toastServices_;
     AppLauncher launcher_;
+    UnseenWindows unseenWindows_;
     RuleRunner ruleRunner_;
     LaunchAtLogin launchAtLogin_;
     std::unique_ptr<ShortcutManager> manager_;

@@ -92,6 +92,15 @@ QString refusedHotkeys(const ShortcutManager &manager, HotkeyHolders &holders) {
     return hotkeys.isEmpty() ? QStringLiteral("none") : hotkeys.join(QStringLiteral(", "));
 }
 
+QString restingHotkeys(const ShortcutManager &manager) {
+    QStringList hotkeys;
+    for (const ShortcutRule &rule : manager.rules()) {
+        if (manager.needsSides(rule))
+            hotkeys.append(QStringLiteral("%1 (%2)").arg(rule.hotkeyString(), rule.appName));
+    }
+    return hotkeys.isEmpty() ? QStringLiteral("none") : hotkeys.join(QStringLiteral(", "));
+}
+
 void addTap(Lines &lines, Platform &platform, const ShortcutManager *manager) {
     if (!platform.startupProblem().isEmpty()) {
         lines.emplace_back(QStringLiteral("Sees keys"), platform.startupProblem());
@@ -105,6 +114,9 @@ void addTap(Lines &lines, Platform &platform, const ShortcutManager *manager) {
     lines.emplace_back(QStringLiteral("Shortcuts enabled"), yesOrNo(manager->isEnabled()));
     lines.emplace_back(QStringLiteral("Hotkeys held by other programs"),
                        refusedHotkeys(*manager, platform.hotkeyHolders()));
+    if (!manager->canTellSides())
+        lines.emplace_back(QStringLiteral("Hotkeys that rest, as sides cannot be told"),
+                           restingHotkeys(*manager));
 }
 
 /// Rules that the file gives no identifier have another one each time that it is read.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/DesktopExtension.h"
 #include "platform/EventTap.h"
 #include "settings/Language.h"
 
@@ -118,6 +119,22 @@ QString L::spokenKey(const QString &printed) {
     return found == kSpokenKeys.end() ? printed : found->word();
 }
 
+QString L::extensionText(ExtensionState state) {
+    switch (state) {
+        case ExtensionState::Missing:
+            return extensionMissing();
+        case ExtensionState::AfterLogin:
+            return extensionAfterLogin();
+        case ExtensionState::Renewed:
+            return extensionRenewed();
+        case ExtensionState::Enabled:
+            return extensionEnabled();
+        case ExtensionState::Failed:
+            return extensionFailed();
+    }
+    return {};
+}
+
 QString L::accessMissing(TapProblem problem) {
     switch (problem) {
         case TapProblem::None:
@@ -129,6 +146,8 @@ QString L::accessMissing(TapProblem problem) {
             return accessNoDisplay();
         case TapProblem::NoInputExtension:
             return accessNoInputExtension();
+        case TapProblem::ExtensionMissing:
+            return extensionMissing();
         case TapProblem::OtherInstance:
             return accessOtherInstance();
     }

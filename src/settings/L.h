@@ -9,6 +9,7 @@
 
 namespace kestrelbay {
 
+enum class ExtensionState : std::uint8_t;
 enum class TapProblem : std::uint8_t;
 
 /// A text in both languages. Called, it gives that of the language in force (see
@@ -78,6 +79,9 @@ public:
     static constexpr LText recorderKeyboardHeld{
         u"Another program is using the keyboard, please try again",
         u"其他程序正在占用键盘，请稍后再试"};
+    static constexpr LText recorderMissesKeys{
+        u"This desktop keeps some keys for itself: they cannot be recorded",
+        u"此桌面会保留部分按键，无法录入"};
     static constexpr LText recorderRecording{u"recording", u"正在录入"};
     static constexpr LSentence clearHotkeyOf{u"Clear hotkey of %1", u"清除快捷键：%1"};
     static constexpr LSentence hotkeyOf{u"Hotkey of %1", u"快捷键：%1"};
@@ -136,12 +140,22 @@ public:
                     u"We only respond to hotkeys you configure — no other keystrokes are recorded.",
                     u"KestrelBay 通过辅助功能权限监听全局快捷键。\n"
                     u"我们只响应你配置的快捷键，不记录任何其他键盘输入。"},
-        .onLinux = {u"To listen for global hotkeys, KestrelBay needs an X11 session (not Wayland) "
-                    u"with XInput 2.1, and no other KestrelBay running in it.\n"
-                    u"We only respond to hotkeys you configure — no other keystrokes are recorded.",
-                    u"KestrelBay 监听全局快捷键需要支持 XInput 2.1 的 X11 会话（而非 "
-                    u"Wayland），且该会话中没有另一个 KestrelBay 正在运行。\n"
-                    u"我们只响应你配置的快捷键，不记录任何其他键盘输入。"}};
+        .onLinux = {
+            u"To listen for global hotkeys, KestrelBay needs an X11 session with XInput 2.1, "
+            u"or a Wayland session that gives programs hotkeys, and no other KestrelBay "
+            u"running in it.\n"
+            u"We only respond to hotkeys you configure — no other keystrokes are recorded.",
+            u"KestrelBay 监听全局快捷键需要支持 XInput 2.1 的 X11 会话，或向程序提供快捷键的 "
+            u"Wayland 会话，且该会话中没有另一个 KestrelBay 正在运行。\n"
+            u"我们只响应你配置的快捷键，不记录任何其他键盘输入。"}};
+    // Of the same step in GNOME's own Wayland session.
+    static constexpr LText permissionExtensionBody{
+        u"GNOME gives hotkeys to its extensions only. KestrelBay's may bind your hotkeys, see "
+        u"windows and their titles, bring them forward and minimise them — nothing else.\n"
+        u"We only respond to hotkeys you configure — no other keystrokes are recorded.",
+        u"GNOME 只向其扩展提供快捷键。KestrelBay "
+        u"的扩展可以绑定你的快捷键、查看窗口及其标题、将窗口置于前台或最小化，仅此而已。\n"
+        u"我们只响应你配置的快捷键，不记录任何其他键盘输入。"};
     static constexpr LSystemText permissionOpenSettings{
         .onMacos = {u"Open System Settings", u"前往系统设置"},
         .onLinux = {u"Check Access", u"检查权限"}};
@@ -237,6 +251,9 @@ public:
     static constexpr LSentence enableRule{u"Enable %1", u"启用 %1"};
     static constexpr LSentence advancedOptionsOf{u"Advanced Options: %1", u"高级选项：%1"};
     static constexpr LSentence deleteRule{u"Delete %1", u"删除 %1"};
+    static constexpr LText windowsUnseen{
+        u"This desktop doesn't let programs hide or switch windows, so shortcuts only open apps",
+        u"此桌面不允许程序隐藏或切换窗口，快捷键只能打开应用"};
     static constexpr LText hotkeyConflict{
         u"Hotkey conflict: already used by another rule, please re-enter",
         u"快捷键冲突：已被其他规则使用，请重新录入"};
@@ -250,11 +267,15 @@ public:
     static constexpr LSentence hotkeyUnheardBy{
         u"This hotkey never arrives: probably %1 takes all keys pressed with this modifier",
         u"此快捷键无法送达：可能是 %1 占用了与该修饰键一起按下的所有按键"};
+    static constexpr LText hotkeyUnassigned{
+        u"The desktop has no keys for this hotkey yet: choose some in its settings",
+        u"桌面尚未为此快捷键分配按键，请在桌面设置中选择"};
     static constexpr LText hotkeyNeedsSides{
         u"This hotkey never arrives: this session does not tell left modifier keys from right ones",
         u"此快捷键无法送达：当前会话无法区分左右修饰键"};
     static constexpr LText hotkeyEitherSideByClick{u"Click to have it mean either side",
                                                    u"点击即可改为不区分左右"};
+    static constexpr LSentence hotkeyTrigger{u"Desktop: %1", u"桌面：%1"};
     static constexpr LSentence hotkeyAction{u"There it means: %1", u"对应的操作：%1"};
     static constexpr LSentence hotkeyRemedy{u"To free it: %1", u"解除占用：%1"};
     static constexpr LText deleteConfirmTitle{u"Delete Shortcut", u"删除快捷键"};
@@ -401,12 +422,19 @@ public:
     static constexpr LSystemText accessGranted{
         .onMacos = {u"✅ Granted — global shortcuts working", u"✅ 已授权 — 全局快捷键正常工作"},
         .onLinux = {u"✓ Available — global shortcuts working", u"✓ 可用 — 全局快捷键正常工作"}};
-    static constexpr LText accessWithheld{
-        u"⚠️ Granted, but the system withholds keys now — shortcuts rest while a password "
-        u"field or another program has secure input on",
-        u"⚠️ 已授权，但系统目前不提供按键 — "
-        u"密码框或其他程序启用安全输入期间，快捷键暂停工作"};
-    /// Why hotkeys do not work, and what to do about it: one of the five below.
+    static constexpr LSentence accessGrantedThrough{
+        u"✓ Available, through %1 — global shortcuts working",
+        u"✓ 可用（通过 %1）— 全局快捷键正常工作"};
+    static constexpr LSystemText accessWithheld{
+        .onMacos = {u"⚠️ Granted, but the system withholds keys now — shortcuts rest while a "
+                    u"password "
+                    u"field or another program has secure input on",
+                    u"⚠️ 已授权，但系统目前不提供按键 — "
+                    u"密码框或其他程序启用安全输入期间，快捷键暂停工作"},
+        .onLinux = {u"⚠ Available, but shortcuts rest while GNOME's extension of KestrelBay is "
+                    u"disabled",
+                    u"⚠ 可用，但 KestrelBay 的 GNOME 扩展停用期间，快捷键暂停工作"}};
+    /// Why hotkeys do not work, and what to do about it: one of the six below.
     [[nodiscard]] static QString accessMissing(TapProblem problem);
     static constexpr LSystemText accessNotPermitted{
         .onMacos = {u"⚠️ Not granted — go to System Settings › Privacy & Security › "
@@ -420,19 +448,45 @@ public:
     static constexpr LSystemText accessWaylandSession{
         .onMacos = accessNotPermitted.onMacos,
         .onLinux = {
-            u"⚠ Not available — this is a Wayland session; log out and choose an X11 (Xorg) "
-            u"session to use KestrelBay",
-            u"⚠ 不可用 — 当前为 Wayland 会话，请注销并选择 X11（Xorg）会话以使用 KestrelBay"}};
+            u"⚠ Not available — this Wayland session gives programs no hotkeys; bind rules in its "
+            u"own "
+            u"settings (kestrelbay --action=run-rule), or log out and choose an X11 (Xorg) session",
+            u"⚠ 不可用 — 当前 Wayland 会话不向程序提供快捷键，请在桌面设置中绑定规则"
+            u"（kestrelbay --action=run-rule），或注销并选择 X11（Xorg）会话"}};
     static constexpr LSystemText accessNoDisplay{
         .onMacos = accessNotPermitted.onMacos,
-        .onLinux = {u"⚠ Not available — no X server can be reached; start KestrelBay within an "
-                    u"X11 session",
-                    u"⚠ 不可用 — 无法连接 X 服务器，请在 X11 会话中启动 KestrelBay"}};
+        .onLinux = {u"⚠ Not available — the display server cannot be reached; start KestrelBay "
+                    u"within a graphical session",
+                    u"⚠ 不可用 — 无法连接显示服务器，请在图形会话中启动 KestrelBay"}};
     static constexpr LSystemText accessNoInputExtension{
         .onMacos = accessNotPermitted.onMacos,
         .onLinux = {u"⚠ Not available — the X server lacks XInput 2.1 or XKB, which global "
                     u"shortcuts need",
                     u"⚠ 不可用 — X 服务器缺少全局快捷键所需的 XInput 2.1 或 XKB"}};
+    /// The one of a missing extension, by how far its installation is.
+    [[nodiscard]] static QString extensionText(ExtensionState state);
+    static constexpr LText extensionMissing{
+        u"⚠ Not available — GNOME gives shortcuts to its extensions only; KestrelBay's may bind "
+        u"them, see windows and their titles, bring them forward and minimise them",
+        u"⚠ 不可用 — GNOME 只向其扩展提供快捷键；KestrelBay "
+        u"的扩展可以绑定快捷键、查看窗口及其标题、将窗口置于前台或最小化"};
+    static constexpr LText extensionAfterLogin{
+        u"✓ Installed — log out and in again, then GNOME starts the extension and shortcuts work",
+        u"✓ 已安装 — 请注销并重新登录，GNOME 将启动扩展，快捷键随即可用"};
+    static constexpr LText extensionEnabled{u"✓ Enabled — waiting for GNOME to start it",
+                                            u"✓ 已启用 — 正在等待 GNOME 启动扩展"};
+    static constexpr LText extensionRenewed{
+        u"Its GNOME extension has been updated — log out and in again to use the new one",
+        u"其 GNOME 扩展已更新，注销并重新登录后生效"};
+    // Where hotkeys come without it.
+    static constexpr LText extensionForWindows{
+        u"GNOME shows windows to its extensions only; KestrelBay's may see them and their titles, "
+        u"bring them forward and minimise them",
+        u"GNOME 只向其扩展显示窗口；KestrelBay 的扩展可以查看窗口及其标题、将窗口置于前台或最小化"};
+    static constexpr LText extensionFailed{
+        u"⚠ The extension could not be installed for this version of GNOME",
+        u"⚠ 无法为当前版本的 GNOME 安装扩展"};
+    static constexpr LText extensionInstall{u"Install Extension", u"安装扩展"};
     static constexpr LSystemText accessOtherInstance{
         .onMacos = accessNotPermitted.onMacos,
         .onLinux = {

@@ -125,7 +125,7 @@ TEST_F(AppDelegateTest, WhatCannotChangeIsLoggedOnceAndNotAskedForAgain) {
     EXPECT_EQ(timers_.waitingCount(), 0U) << "the program sleeps";
     EXPECT_EQ(platform_.systemLog().take(),
               QStringList(QStringLiteral("KestrelBay [WARN] No hotkeys: the keyboard cannot be "
-                                         "read, this is a Wayland session")));
+                                         "read, this Wayland session gives programs no hotkeys")));
 }
 
 TEST_F(AppDelegateTest, WhatCanChangeIsAskedForAgainAndLoggedOnce) {

@@ -97,6 +97,17 @@ TEST_F(DiagnosticReportTest, OfAnInstanceNamesTheHotkeysOfOthersOnce) {
     EXPECT_THAT(report(manager.get()), HasSubstr("Shortcuts enabled: no\n"));
 }
 
+TEST_F(DiagnosticReportTest, NamesTheHotkeysThatRestWhereSidesCannotBeTold) {
+    ShortcutRule sided = rule(17);
+    sided.modifierFlags = ModifierFlags(0x100008);
+    writeRules({sided, rule(3)});
+    EXPECT_THAT(report(start().get()), Not(HasSubstr("Hotkeys that rest")));
+    platform_.eventTap().setAbilities({.tellsSides = false});
+    EXPECT_THAT(report(start().get()),
+                HasSubstr("Hotkeys that rest, as sides cannot be told: L⌘T (" +
+                          sided.appName.toStdString() + ")\n"));
+}
+
 TEST_F(DiagnosticReportTest, SaysWhoHoldsAHotkeyAndHowToFreeItInEnglish) {
     platform_.userDefaults().setString(QStringLiteral("appLanguage"), QStringLiteral("zh"));
     writeRules({rule(17)});
