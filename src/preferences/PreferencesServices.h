@@ -9,6 +9,7 @@
 namespace kestrelbay {
 
 class ApplicationCatalog;
+class DesktopExtension;
 class DispatchQueue;
 class HotkeyHolders;
 class KeyboardLayout;
@@ -31,6 +32,8 @@ struct PreferencesServices {
     Workspace &workspace;
     SystemSounds &sounds;
     SystemSettings &systemSettings;
+    /// Null where there is nothing to install.
+    DesktopExtension *desktopExtension = nullptr;
     NativeWindow &nativeWindow;
     ScreenLock &screenLock;
     HotkeyHolders &hotkeyHolders;

@@ -83,6 +83,8 @@ QString hotkeyInWords(KeyCode keyCode, ModifierFlags flags, const KeyboardLayout
 
 QStringList refusalInWords(const RefusedHotkey &refused, const HotkeyHolder &holder,
                            Language language) {
+    if (refused.isUnassigned)
+        return {L::hotkeyUnassigned.in(language)};
     const LText &unknown = refused.modifierKey ? L::hotkeyUnheard : L::hotkeyRefused;
     const LSentence &known = refused.modifierKey ? L::hotkeyUnheardBy : L::hotkeyRefusedBy;
     QStringList lines{holder.program.isEmpty() ? unknown.in(language)

@@ -77,6 +77,12 @@ TEST(RuleRowTexts, ARefusalIsSaidAsFarAsItIsKnown) {
                           u"pressed with this modifier"_s});
     EXPECT_EQ(refusalInWords(modifier, {}, Language::zh),
               QStringList{u"此快捷键无法送达：其他程序占用了与该修饰键一起按下的所有按键"_s});
+    const RefusedHotkey unassigned{.hotkey = {}, .isUnassigned = true};
+    EXPECT_EQ(refusalInWords(unassigned, holder, Language::en),
+              QStringList{u"The desktop has no keys for this hotkey yet: choose some in its "
+                          u"settings"_s});
+    EXPECT_EQ(refusalInWords(unassigned, holder, Language::zh),
+              QStringList{u"桌面尚未为此快捷键分配按键，请在桌面设置中选择"_s});
 }
 
 TEST(RuleRowTexts, OfTheRowAreInBothLanguages) {

@@ -91,6 +91,16 @@ OnboardingStep *OnboardingStep::permission(QWidget *parent) {
                               parent);
 }
 
+OnboardingStep *OnboardingStep::permissionByExtension(QWidget *parent) {
+    return new OnboardingStep({.hero = QStringLiteral("welcome_hero_p2"),
+                               .title = L::permissionTitle(),
+                               .body = L::permissionExtensionBody(),
+                               .status = L::permissionWaiting(),
+                               .primary = L::extensionInstall(),
+                               .link = L::skipForNow()},
+                              parent);
+}
+
 OnboardingStep *OnboardingStep::permissionThere(QWidget *parent) {
     return new OnboardingStep({.hero = QStringLiteral("welcome_hero_p2"),
                                .title = L::permissionThereTitle(),

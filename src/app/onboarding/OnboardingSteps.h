@@ -39,6 +39,8 @@ public:
     static OnboardingStep *welcome(QWidget *parent);
     /// The program needs to see keys. The only step with a status label.
     static OnboardingStep *permission(QWidget *parent);
+    /// The same where the desktop has to be extended for it.
+    static OnboardingStep *permissionByExtension(QWidget *parent);
     /// It sees them already. Without a link.
     static OnboardingStep *permissionThere(QWidget *parent);
     static OnboardingStep *done(bool permissionGranted, bool hasTray, QWidget *parent);

@@ -11,6 +11,7 @@
 #include "app/onboarding/OnboardingSteps.h"
 #include "hotkeys/ShortcutManager.h"
 #include "hotkeys/TapProblems.h"
+#include "platform/DesktopExtension.h"
 #include "platform/NativeWindow.h"
 #include "platform/SystemSettings.h"
 #include "platform/SystemTray.h"
@@ -105,7 +106,8 @@ OnboardingStep *OnboardingViewController::makeStep(int index) {
         step = OnboardingStep::permissionThere(contentContainer_);
         connectButtons(&OnboardingViewController::goToDone, &OnboardingViewController::goToDone);
     } else if (index == kPermissionStep) {
-        step = OnboardingStep::permission(contentContainer_);
+        step = lacksExtension() ? OnboardingStep::permissionByExtension(contentContainer_)
+                                : OnboardingStep::permission(contentContainer_);
         connectButtons(&OnboardingViewController::openAccessibilitySettings,
                        &OnboardingViewController::skipPermission);
     } else {
@@ -150,6 +152,8 @@ void OnboardingViewController::goToPermission() {
 void OnboardingViewController::openAccessibilitySettings() {
     if (!waitingLabel())
         return;
+    if (lacksExtension())
+        services_.desktopExtension->install();
     if (isObstructed()) {
         if (canChange(services_.manager.tapProblem()))
             checkPermission();
@@ -168,10 +172,25 @@ bool OnboardingViewController::isObstructed() const {
            problem != TapProblem::NotPermitted;
 }
 
+bool OnboardingViewController::lacksExtension() const {
+    return services_.desktopExtension && isObstructed() &&
+           services_.manager.tapProblem() == TapProblem::ExtensionMissing;
+}
+
 void OnboardingViewController::showObstruction() const {
-    waitingLabel()->setText(L::accessMissing(services_.manager.tapProblem()));
-    waitingLabel()->setColor(colors::systemOrange);
-    waitingLabel()->show();
+    QString text = L::accessMissing(services_.manager.tapProblem());
+    bool isInstalled = false;
+    // Of one that is missing the step itself says why it is needed.
+    bool isToldByStep = false;
+    if (lacksExtension()) {
+        const ExtensionState state = services_.desktopExtension->state();
+        text = L::extensionText(state);
+        isInstalled = state == ExtensionState::AfterLogin;
+        isToldByStep = state == ExtensionState::Missing;
+    }
+    waitingLabel()->setText(text);
+    waitingLabel()->setColor(isInstalled ? colors::systemGreen : colors::systemOrange);
+    waitingLabel()->setVisible(!isToldByStep);
 }
 
 void OnboardingViewController::disablePrimaryButton() {

@@ -17,6 +17,7 @@ namespace kestrelbay {
 
 class FixedWindow;
 struct LTrayText;
+class DesktopExtension;
 class NativeWindow;
 class OnboardingStep;
 class ShortcutManager;
@@ -35,6 +36,8 @@ public:
         ShortcutManager &manager;
         UserDefaults &defaults;
         SystemSettings &systemSettings;
+        /// Null where there is nothing to install.
+        DesktopExtension *desktopExtension = nullptr;
         SystemTray &systemTray;
         NativeWindow &nativeWindow;
         Timers &timers;
@@ -83,6 +86,8 @@ private:
     /// Is there a known reason for which keys cannot be seen, other than that the user has
     /// not permitted it?
     [[nodiscard]] bool isObstructed() const;
+    /// Is that because there is an extension to install?
+    [[nodiscard]] bool lacksExtension() const;
     void showObstruction() const;
     void disablePrimaryButton();
     void startPolling();

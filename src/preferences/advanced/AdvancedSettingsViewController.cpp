@@ -6,6 +6,8 @@
 #include <QVBoxLayout>
 
 #include "hotkeys/ShortcutManager.h"
+#include "platform/DesktopExtension.h"
+#include "platform/EventTap.h"
 #include "platform/SystemSettings.h"
 #include "platform/Workspace.h"
 #include "preferences/advanced/Restart.h"
@@ -38,6 +40,13 @@ QPushButton *makeButton(const QString &title, const QString &name) {
     button->setMinimumWidth(button->sizeHint().width() + kButtonPadding);
     button->setAutoDefault(false);
     return button;
+}
+
+QString wordsOfAccess(const EventTap &tap) {
+    if (tap.areKeysWithheld())
+        return L::accessWithheld();
+    return tap.sourceName().isEmpty() ? L::accessGranted()
+                                      : L::accessGrantedThrough(tap.sourceName());
 }
 
 }  // namespace
@@ -100,18 +109,46 @@ SettingRow *AdvancedSettingsViewController::makeConfigRow() const {
     return new SettingRow(L::configFolder(), services_.manager.storageDirectory(), button);
 }
 
-SettingRow *AdvancedSettingsViewController::makeAccessibilityRow() const {
-    if (services_.manager.isAccessibilityGranted())
-        return new SettingRow(
-            L::accessTitle(),
-            services_.manager.areKeysWithheld() ? L::accessWithheld() : L::accessGranted(),
-            nullptr);
+SettingRow *AdvancedSettingsViewController::makeAccessibilityRow() {
+    if (const EventTap *const tap = services_.manager.eventTap())
+        return makeGrantedRow(*tap);
+    if (services_.desktopExtension &&
+        services_.manager.tapProblem() == TapProblem::ExtensionMissing) {
+        const ExtensionState state = services_.desktopExtension->state();
+        return makeExtensionRow(state, L::extensionText(state));
+    }
     QPushButton *const button =
         makeButton(L::accessOpenSettings(), QStringLiteral("accessibility"));
     connect(button, &QPushButton::clicked, this,
             &AdvancedSettingsViewController::openAccessibility);
     return new SettingRow(L::accessTitle(), L::accessMissing(services_.manager.tapProblem()),
                           button);
+}
+
+SettingRow *AdvancedSettingsViewController::makeGrantedRow(const EventTap &tap) {
+    const QString words = wordsOfAccess(tap);
+    const ExtensionState state = services_.desktopExtension && !tap.areKeysWithheld()
+                                     ? services_.desktopExtension->state()
+                                     : ExtensionState::Enabled;
+    if (state == ExtensionState::Enabled)
+        return new SettingRow(L::accessTitle(), words, nullptr);
+    const QString more =
+        state == ExtensionState::Missing ? L::extensionForWindows() : L::extensionText(state);
+    return makeExtensionRow(state, words + u'\n' + more);
+}
+
+SettingRow *AdvancedSettingsViewController::makeExtensionRow(ExtensionState state,
+                                                             const QString &text) {
+    if (state == ExtensionState::AfterLogin || state == ExtensionState::Renewed)
+        return new SettingRow(L::accessTitle(), text, nullptr);
+    QPushButton *const button = makeButton(L::extensionInstall(), QStringLiteral("extension"));
+    connect(button, &QPushButton::clicked, this, [this] {
+        services_.desktopExtension->install();
+        if (!services_.manager.eventTap())
+            services_.manager.reinstallEventTap();
+        refreshAccessibilityRow();
+    });
+    return new SettingRow(L::accessTitle(), text, button);
 }
 
 void AdvancedSettingsViewController::refreshAccessibilityRow() {

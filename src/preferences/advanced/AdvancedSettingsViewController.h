@@ -5,6 +5,8 @@
 
 #include <QWidget>
 
+#include "platform/DesktopExtension.h"
+#include "platform/EventTap.h"
 #include "preferences/PreferencesServices.h"
 
 class QScrollArea;
@@ -41,7 +43,11 @@ private:
     void addRow(SettingRow *row);
     [[nodiscard]] SettingRow *makeLaunchAtLoginRow();
     [[nodiscard]] SettingRow *makeConfigRow() const;
-    [[nodiscard]] SettingRow *makeAccessibilityRow() const;
+    [[nodiscard]] SettingRow *makeAccessibilityRow();
+    // In the place of that one ...
+    [[nodiscard]] SettingRow *makeGrantedRow(const EventTap &tap);
+    /// ... where an extension can be installed, or was.
+    [[nodiscard]] SettingRow *makeExtensionRow(ExtensionState state, const QString &text);
     /// Where the system has no place to give the permission, only looks again.
     void openAccessibility();
     void applicationStateChanged(Qt::ApplicationState state);

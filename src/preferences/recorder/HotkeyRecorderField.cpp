@@ -8,6 +8,7 @@
 #include <chrono>
 #include <utility>
 
+#include "hotkeys/ShortcutManager.h"
 #include "preferences/RuleRowTexts.h"
 #include "settings/L.h"
 #include "settings/Notifications.h"
@@ -230,14 +231,20 @@ void HotkeyRecorderField::stopShaking() {
 
 void HotkeyRecorderField::updateNames() {
     QString state;
+    QString toolTip;
     if (isRecording()) {
         const QString held = modifiersInWords(recorder_.heldModifiers());
         state = L::recorderRecording() + L::keySeparator() +
                 (held.isEmpty() ? L::recorderPrompt() : held);
+        if (!services_.manager.canRecordAllKeys()) {
+            toolTip = L::recorderMissesKeys();
+            state += L::keySeparator() + toolTip;
+        }
     } else {
         state = hotkeyInWords(currentKeyCode(), currentModifierFlags(), services_.keyboardLayout);
+        toolTip = recorder_.hotkeyString().isEmpty() ? QString() : state;
     }
-    setToolTip(isRecording() || recorder_.hotkeyString().isEmpty() ? QString() : state);
+    setToolTip(toolTip);
     // What the label shows are signs that nobody can speak.
     label_->setAccessibleName(state);
     setAccessibleName(L::hotkeyOf(subject_) + L::keySeparator() + state);

@@ -26,6 +26,8 @@ constexpr int kSignGap = 6;
 constexpr int kTextGap = 14;
 
 constexpr int kRecorderHeight = 26;
+constexpr int kTriggerHeight = 13;
+constexpr int kTriggerGap = 1;
 // From a hotkey of four modifiers in the narrowest window to one that does not float
 // in emptiness in a wide one. The names get most of the width.
 constexpr int kNarrowestRecorder = 150;
@@ -57,6 +59,12 @@ RuleRowLayout RuleRowLayout::in(QSize row, const Content &content) {
     layout.advanced = takeFromRight(kButton, kToggleGap);
     layout.toggle = takeFromRight(kToggle, kRecorderGap);
     layout.recorder = takeFromRight({recorderWidth(row.width()), kRecorderHeight}, kSignGap);
+    if (content.hasTrigger) {
+        layout.recorder.moveTop((row.height() - kRecorderHeight - kTriggerGap - kTriggerHeight) /
+                                2);
+        layout.trigger = QRect(layout.recorder.left(), layout.recorder.bottom() + 1 + kTriggerGap,
+                               layout.recorder.width(), kTriggerHeight);
+    }
     if (content.hasSign)
         layout.sign = takeFromRight(kSign, 0);
     right = right - kTextGap + (content.hasSign ? 0 : kSignGap);

@@ -16,6 +16,8 @@ struct RuleRowLayout {
         QSize badge;
         /// That the hotkey does not arrive.
         bool hasSign = false;
+        /// What the system calls the hotkey.
+        bool hasTrigger = false;
     };
 
     QRect icon;
@@ -24,6 +26,8 @@ struct RuleRowLayout {
     QRect path;
     QRect sign;
     QRect recorder;
+    /// Below the recorder; empty when there is none.
+    QRect trigger;
     QRect toggle;
     QRect advanced;
     QRect remove;

@@ -80,6 +80,7 @@ RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCac
       refusedSign_(new SymbolView(this)),
       sidesSign_(new SymbolButton(kSignSymbol, RuleRowLayout::kSign, colors::systemOrange, this)),
       hotkeyRecorder_(new HotkeyRecorderField(services, this)),
+      triggerLabel_(new ElidedLabel(systemFont(10), colors::tertiaryLabel, Qt::ElideRight, this)),
       enableToggle_(new Switch(Switch::Size::Small, this)),
       advancedButton_(new SymbolButton(QStringLiteral("gearshape"), kButtonSymbol,
                                        colors::secondaryLabel, this)),
@@ -92,6 +93,10 @@ RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCac
     refusedSign_->hide();
     sidesSign_->setObjectName(QStringLiteral("sidesSign"));
     sidesSign_->hide();
+    pathLabel_->setObjectName(QStringLiteral("path"));
+    triggerLabel_->setObjectName(QStringLiteral("trigger"));
+    triggerLabel_->setAlignment(Qt::AlignCenter);
+    triggerLabel_->hide();
     argsBadge_->hide();
     advancedButton_->setToolTip(L::advancedOptions());
     deleteButton_->setToolTip(L::ruleDeleteName());
@@ -105,8 +110,8 @@ RuleRowView::RuleRowView(const PreferencesServices &services, ApplicationIconCac
     connect(deleteButton_, &QAbstractButton::clicked, this, &RuleRowView::deleteRule);
     connect(&icons_, &ApplicationIconCache::iconsArrived, this, &RuleRowView::showApplication);
     connect(&services_.notifications, &Notifications::refusedHotkeysDidChange, this,
-            &RuleRowView::refreshSign);
-    connect(&holders_, &HotkeyHolderCache::holdersArrived, this, &RuleRowView::refreshSign);
+            &RuleRowView::refreshHotkey);
+    connect(&holders_, &HotkeyHolderCache::holdersArrived, this, &RuleRowView::refreshHotkey);
 }
 
 void RuleRowView::configure(const ShortcutRule &rule, RuleRowViewDelegate *delegate) {
@@ -130,8 +135,7 @@ void RuleRowView::configure(const ShortcutRule &rule, RuleRowViewDelegate *deleg
     enableToggle_->setAccessibleName(L::enableRule(name));
     advancedButton_->setAccessibleName(L::advancedOptionsOf(name));
     deleteButton_->setAccessibleName(L::deleteRule(name));
-    refreshSign();
-    layout();
+    refreshHotkey();
 }
 
 void RuleRowView::showApplication() {
@@ -164,12 +168,18 @@ void RuleRowView::leftView() {
     hotkeyRecorder_->stopRecording();
 }
 
-void RuleRowView::refreshSign() {
+void RuleRowView::refreshHotkey() {
+    QStringList words{refreshSign(), refreshTrigger()};
+    words.removeAll(QString());
+    hotkeyRecorder_->setAccessibleDescription(words.join(u'\n'));
+    layout();
+}
+
+QString RuleRowView::refreshSign() {
     const std::optional<ShortcutRule> rule = storedRule();
     const std::optional<RefusedHotkey> refusal =
         rule ? services_.manager.refusal(*rule) : std::nullopt;
     const bool needsSides = rule && services_.manager.needsSides(*rule);
-    const bool hadSign = hasSign();
     QString words;
     if (refusal) {
         words =
@@ -182,11 +192,18 @@ void RuleRowView::refreshSign() {
         sidesSign_->setToolTip(wordsOfSign);
         sidesSign_->setAccessibleName(wordsOfSign);
     }
-    hotkeyRecorder_->setAccessibleDescription(words);
     refusedSign_->setVisible(refusal.has_value());
     sidesSign_->setVisible(needsSides);
-    if (hasSign() != hadSign)
-        layout();
+    return words;
+}
+
+QString RuleRowView::refreshTrigger() {
+    const std::optional<ShortcutRule> rule = storedRule();
+    const QString trigger = rule ? services_.manager.triggerText(*rule) : QString();
+    QString words = trigger.isEmpty() ? QString() : L::hotkeyTrigger(trigger);
+    triggerLabel_->setFullText(words);
+    triggerLabel_->setVisible(!words.isEmpty());
+    return words;
 }
 
 void RuleRowView::paintEvent(QPaintEvent * /*event*/) {
@@ -205,7 +222,8 @@ void RuleRowView::layout() {
     const RuleRowLayout places = RuleRowLayout::in(
         size(), {.nameWidth = nameLabel_->fullWidth(),
                  .badge = argsBadge_->isHidden() ? QSize() : argsBadge_->sizeHint(),
-                 .hasSign = hasSign()});
+                 .hasSign = hasSign(),
+                 .hasTrigger = !triggerLabel_->isHidden()});
     iconView_->setGeometry(places.icon);
     nameLabel_->setGeometry(places.name);
     argsBadge_->setGeometry(places.badge);
@@ -213,6 +231,7 @@ void RuleRowView::layout() {
     refusedSign_->setGeometry(places.sign);
     sidesSign_->setGeometry(places.sign);
     hotkeyRecorder_->setGeometry(places.recorder);
+    triggerLabel_->setGeometry(places.trigger);
     enableToggle_->setGeometry(places.toggle);
     advancedButton_->setGeometry(places.advanced);
     deleteButton_->setGeometry(places.remove);
@@ -272,7 +291,7 @@ void RuleRowView::storeHotkey(KeyCode keyCode, ModifierFlags modifierFlags) {
     const QPointer alive(this);
     services_.manager.updateRule(*rule);
     if (alive)
-        refreshSign();
+        refreshHotkey();
 }
 
 void RuleRowView::openAdvanced() {

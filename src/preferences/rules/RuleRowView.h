@@ -105,12 +105,17 @@ private:
     void storeHotkey(KeyCode keyCode, ModifierFlags modifierFlags);
     /// Its icon, its path, and whether it is there.
     void showApplication();
-    /// Looks whether the hotkey can arrive, and says why not: another program holds it, and which,
-    /// or it names a side that cannot be told.
-    void refreshSign();
+    /// Looks whether and how the hotkey can arrive.
+    void refreshHotkey();
+    /// Says why it cannot: another program holds it, and which, or it names a side that cannot be
+    /// told. Gives the reason, as it is spoken; empty where there is none.
+    QString refreshSign();
     [[nodiscard]] bool hasSign() const {
         return !refusedSign_->isHidden() || !sidesSign_->isHidden();
     }
+    /// What the user presses, where the system has its own words for it.
+    /// Gives the same as it is spoken.
+    QString refreshTrigger();
     void layout();
 
     PreferencesServices services_;
@@ -128,6 +133,7 @@ private:
     SymbolView *refusedSign_;
     SymbolButton *sidesSign_;
     HotkeyRecorderField *hotkeyRecorder_;
+    ElidedLabel *triggerLabel_;
     Switch *enableToggle_;
     SymbolButton *advancedButton_;
     SymbolButton *deleteButton_;

@@ -13,6 +13,7 @@
 
 #include "app/onboarding/OnboardingSteps.h"
 #include "app/onboarding/OnboardingWindowController.h"
+#include "fakes/FakeDesktopExtension.h"
 #include "fakes/FakeEventTap.h"
 #include "fakes/FakeNativeWindow.h"
 #include "fakes/FakeSystemLog.h"
@@ -53,6 +54,7 @@ protected:
             .manager = *manager_,
             .defaults = defaults_,
             .systemSettings = systemSettings_,
+            .desktopExtension = &desktopExtension_,
             .systemTray = systemTray_,
             .nativeWindow = nativeWindow_,
             .timers = timers_,
@@ -133,6 +135,7 @@ protected:
     FakeSystemLog log_;
     FakeUserDefaults defaults_;
     FakeSystemSettings systemSettings_;
+    FakeDesktopExtension desktopExtension_;
     FakeSystemTray systemTray_;
     FakeNativeWindow nativeWindow_;
     FakeTimers timers_;

@@ -97,6 +97,26 @@ TEST_F(OnboardingPermissionTest, SaysWhatIsInTheWayAndLooksForItsEnd) {
     }
 }
 
+TEST_F(OnboardingPermissionTest, InstallsAnExtensionThatIsMissing) {
+    desktopExtension_.setState(ExtensionState::Missing);
+    obstruct(TapProblem::ExtensionMissing);
+    goTo(1);
+    EXPECT_EQ(texts()[1], L::permissionExtensionBody());
+    EXPECT_EQ(primary().text(), L::extensionInstall());
+    EXPECT_FALSE(status().isVisible());
+    EXPECT_EQ(desktopExtension_.installations(), 0);
+    primary().click();
+    EXPECT_EQ(desktopExtension_.installations(), 1);
+    EXPECT_EQ(status().text(), L::extensionAfterLogin());
+    EXPECT_TRUE(status().isVisible());
+    tap_.setPermission(true);
+    timers_.advance(800ms);
+    EXPECT_EQ(status().text(), L::permissionGranted());
+    timers_.advance(800ms);
+    finishFade();
+    expectDone(true);
+}
+
 TEST_F(OnboardingPermissionTest, APressFindsThatTheObstructionIsGone) {
     obstruct(TapProblem::OtherInstance);
     goTo(1);

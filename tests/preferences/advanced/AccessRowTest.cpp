@@ -47,11 +47,75 @@ TEST_F(AccessRow, WithAccessThereIsNothingToPress) {
     EXPECT_EQ(tab().accessibilityRow()->control(), nullptr);
 }
 
+TEST_F(AccessRow, NamesThePartOfTheDesktopThatKeysComeThrough) {
+    tap_.setSourceName(u"sway"_s);
+    show();
+    EXPECT_EQ(subtitle(tab().accessibilityRow()), L::accessGrantedThrough(u"sway"_s));
+}
+
 TEST_F(AccessRow, WithoutAccessItSaysWhyAndHowToGetIt) {
     tap_.setPermission(false);
     show();
     EXPECT_EQ(subtitle(tab().accessibilityRow()), L::accessMissing(TapProblem::NotPermitted));
     EXPECT_EQ(accessibilityButton()->text(), L::accessOpenSettings());
+}
+
+TEST_F(AccessRow, AnExtensionThatIsMissingIsInstalledByOneClick) {
+    tap_.setPermission(false);
+    tap_.setRefusal(TapProblem::ExtensionMissing);
+    desktopExtension_.setState(ExtensionState::Missing);
+    show();
+    EXPECT_EQ(subtitle(tab().accessibilityRow()), L::extensionMissing());
+    EXPECT_EQ(accessibilityButton()->text(), L::extensionInstall());
+    accessibilityButton()->click();
+    EXPECT_EQ(desktopExtension_.installations(), 1);
+    EXPECT_EQ(subtitle(tab().accessibilityRow()), L::extensionAfterLogin());
+    EXPECT_EQ(tab().accessibilityRow()->control(), nullptr);
+    EXPECT_EQ(rows().size(), 6);
+}
+
+TEST_F(AccessRow, AnExtensionThatCannotBeInstalledCanBeTriedAgain) {
+    desktopExtension_.setStateAfterInstalling(ExtensionState::Failed);
+    tap_.setPermission(false);
+    tap_.setRefusal(TapProblem::ExtensionMissing);
+    desktopExtension_.setState(ExtensionState::Missing);
+    show();
+    accessibilityButton()->click();
+    EXPECT_EQ(subtitle(tab().accessibilityRow()), L::extensionFailed());
+    accessibilityButton()->click();
+    EXPECT_EQ(desktopExtension_.installations(), 2);
+}
+
+TEST_F(AccessRow, AnExtensionThatTheDesktopStartsAtOnceGivesAccess) {
+    desktopExtension_.setStateAfterInstalling(ExtensionState::Enabled);
+    tap_.setPermission(false);
+    tap_.setRefusal(TapProblem::ExtensionMissing);
+    desktopExtension_.setState(ExtensionState::Missing);
+    show();
+    tap_.setPermission(true);
+    accessibilityButton()->click();
+    EXPECT_EQ(subtitle(tab().accessibilityRow()), L::accessGranted());
+}
+
+TEST_F(AccessRow, AnExtensionIsOfferedForWindowsWhereHotkeysComeWithoutIt) {
+    desktopExtension_.setState(ExtensionState::Missing);
+    tap_.setSourceName(u"xdg-desktop-portal"_s);
+    show();
+    const QString access = L::accessGrantedThrough(u"xdg-desktop-portal"_s) + u'\n';
+    EXPECT_EQ(subtitle(tab().accessibilityRow()), access + L::extensionForWindows());
+    accessibilityButton()->click();
+    EXPECT_EQ(desktopExtension_.installations(), 1);
+    EXPECT_EQ(subtitle(tab().accessibilityRow()), access + L::extensionAfterLogin());
+    EXPECT_EQ(tab().accessibilityRow()->control(), nullptr);
+}
+
+TEST_F(AccessRow, SaysThatANewVersionOfTheExtensionWaitsForTheNextLogin) {
+    desktopExtension_.setState(ExtensionState::Renewed);
+    tap_.setSourceName(u"GNOME Shell"_s);
+    show();
+    EXPECT_EQ(subtitle(tab().accessibilityRow()),
+              L::accessGrantedThrough(u"GNOME Shell"_s) + u'\n' + L::extensionRenewed());
+    EXPECT_EQ(tab().accessibilityRow()->control(), nullptr);
 }
 
 TEST_F(AccessRow, AccessThatIsGrantedShowsAtOnce) {

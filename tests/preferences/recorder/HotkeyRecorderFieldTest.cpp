@@ -59,6 +59,22 @@ TEST_F(HotkeyRecorderFieldTest, BorderTellsOfRecording) {
     EXPECT_EQ(border(), idle);
 }
 
+TEST_F(HotkeyRecorderFieldTest, SaysWhileRecordingThatTheDesktopKeepsKeys) {
+    startRecording();
+    EXPECT_EQ(field_->toolTip(), QString());
+    tap_.press(key::kEscape);
+
+    tap_.setAbilities({.recordsAllKeys = false});
+    manager().reinstallEventTap();
+    EXPECT_EQ(field_->toolTip(), QString());
+    startRecording();
+    const QString words = u"This desktop keeps some keys for itself: they cannot be recorded"_s;
+    EXPECT_EQ(field_->toolTip(), words);
+    EXPECT_TRUE(field_->accessibleName().endsWith(words));
+    tap_.press(key::kEscape);
+    EXPECT_EQ(field_->toolTip(), QString());
+}
+
 TEST_F(HotkeyRecorderFieldTest, ADoubleClickOnTheClearButtonOnlyClears) {
     field_->configure(kT, kLeftCommandFlags);
     QTest::mouseClick(clearButton(), Qt::LeftButton);

@@ -56,7 +56,8 @@ protected:
     [[nodiscard]] QStringList texts() const {
         QStringList texts;
         for (const ElidedLabel *label : row_->findChildren<ElidedLabel *>())
-            texts += label->fullText();
+            if (label->isVisible())
+                texts += label->fullText();
         return texts;
     }
     [[nodiscard]] ArgsBadgeView *badge() const { return row_->findChild<ArgsBadgeView *>(); }

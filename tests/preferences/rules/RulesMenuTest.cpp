@@ -238,7 +238,7 @@ TEST_F(RulesMenuTest, ARowSaysThatItsApplicationIsNotInstalled) {
     addRules(2);
     (void)list();
     const auto path = [&](int index) {
-        return row(index)->findChildren<ElidedLabel *>().back()->fullText();
+        return row(index)->findChild<ElidedLabel *>(u"path"_s)->fullText();
     };
     EXPECT_EQ(path(0), u"/Applications/0"_s);
     mainQueue_.runAll();
