@@ -17,11 +17,11 @@ struct Key {
 };
 
 namespace keys {
-inline constexpr Key kA{0, 38, u'A'}, kC{8, 54, u'C'}, kD{2, 40, u'D'}, kE{14, 26, u'E'},
-    kF{3, 41, u'F'}, kG{5, 42, u'G'}, kH{4, 43, u'H'}, kI{34, 31, u'I'}, kJ{38, 44, u'J'},
-    kK{40, 45, u'K'}, kN{45, 57, u'N'}, kO{31, 32, u'O'}, kP{35, 33, u'P'}, kR{15, 27, u'R'},
-    kS{1, 39, u'S'}, kT{17, 28, u'T'}, kU{32, 30, u'U'}, kTab{48, 23, u'⇥'}, kX{7, 53, u'X'},
-    k1{18, 10, u'1'};
+inline constexpr Key kA{0, 38, u'A'}, kC{8, 54, u'C'}, kB{11, 56, u'B'}, kD{2, 40, u'D'},
+    kE{14, 26, u'E'}, kF{3, 41, u'F'}, kG{5, 42, u'G'}, kH{4, 43, u'H'}, kI{34, 31, u'I'},
+    kJ{38, 44, u'J'}, kK{40, 45, u'K'}, kN{45, 57, u'N'}, kO{31, 32, u'O'}, kP{35, 33, u'P'},
+    kR{15, 27, u'R'}, kS{1, 39, u'S'}, kT{17, 28, u'T'}, kU{32, 30, u'U'}, kTab{48, 23, u'⇥'},
+    kX{7, 53, u'X'}, kY{16, 29, u'Y'}, k1{18, 10, u'1'};
 }  // namespace keys
 
 /// Modifier bits as rules store them.

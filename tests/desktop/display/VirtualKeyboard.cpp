@@ -15,7 +15,7 @@
 #include <xkbcommon/xkbcommon.h>
 
 #include "virtual-keyboard-unstable-v1.h"
-// The scanner's code is C++ as well, once the header has declared what it defines.
+
 #include "virtual-keyboard-unstable-v1-code.h"
 
 namespace kestrelbay::desktop {

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include "desktop/display/Keyboard.h"
+
 struct wl_display;
 struct wl_registry;
 struct wl_seat;
@@ -14,20 +16,17 @@ struct zwp_virtual_keyboard_v1;
 
 namespace kestrelbay::desktop {
 
-/// A keyboard with a US layout, plugged into a Wayland compositor that knows virtual-keyboard-v1.
-/// Every call has been processed by the compositor when it returns; it throws
-/// std::runtime_error when the compositor is gone.
-class VirtualKeyboard {
+/// Plugged into a compositor that knows virtual-keyboard-v1.
+class VirtualKeyboard : public Keyboard {
 public:
     /// The compositor's socket, by its path. Throws std::runtime_error when it cannot be had.
     explicit VirtualKeyboard(const QString &socket);
-    ~VirtualKeyboard();
+    ~VirtualKeyboard() override;
     VirtualKeyboard(const VirtualKeyboard &) = delete;
     VirtualKeyboard &operator=(const VirtualKeyboard &) = delete;
 
-    /// A key by its number on X, which is that of the kernel plus 8.
-    void press(std::uint8_t xKeycode);
-    void release(std::uint8_t xKeycode);
+    void press(std::uint8_t xKeycode) override;
+    void release(std::uint8_t xKeycode) override;
 
 private:
     struct Closer {

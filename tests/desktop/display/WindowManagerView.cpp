@@ -47,16 +47,7 @@ WindowManagerView::Window WindowManagerView::active() {
 }
 
 bool WindowManagerView::hasFocus(Window window) {
-    const Reply<xcb_get_input_focus_reply_t> focus(
-        xcb_get_input_focus_reply(client_.get(), xcb_get_input_focus(client_.get()), nullptr));
-    Window at = focus ? focus->focus : Window{XCB_NONE};
-    // Toolkits and terminals hand the focus on to a child of their own.
-    while (at != XCB_NONE && at != client_.root() && at != XCB_INPUT_FOCUS_POINTER_ROOT) {
-        if (at == window)
-            return true;
-        at = client_.parent(at);
-    }
-    return false;
+    return client_.hasFocus(window);
 }
 
 WindowManagerView::State WindowManagerView::state(Window window) {

@@ -97,6 +97,19 @@ std::vector<xcb_window_t> XClient::children(xcb_window_t window) {
     return {first, first + xcb_query_tree_children_length(reply.get())};
 }
 
+bool XClient::hasFocus(xcb_window_t window) {
+    const Reply<xcb_get_input_focus_reply_t> focus(
+        xcb_get_input_focus_reply(get(), xcb_get_input_focus(get()), nullptr));
+    xcb_window_t at = focus ? focus->focus : xcb_window_t{XCB_NONE};
+    // Toolkits and terminals hand the focus on to a child of their own.
+    while (at != XCB_NONE && at != root_ && at != XCB_INPUT_FOCUS_POINTER_ROOT) {
+        if (at == window)
+            return true;
+        at = parent(at);
+    }
+    return false;
+}
+
 std::vector<xcb_window_t> XClient::popups() {
     const QSize screen = area(root_).size();
     std::vector<xcb_window_t> found = children(root_);

@@ -42,6 +42,8 @@ public:
     [[nodiscard]] xcb_window_t parent(xcb_window_t window);
     /// Bottom-most first.
     [[nodiscard]] std::vector<xcb_window_t> children(xcb_window_t window);
+    /// Do key presses go to it, or to a part of it?
+    [[nodiscard]] bool hasFocus(xcb_window_t window);
     /// Mapped windows that no window manager looks after, of programs that show
     /// something in them: menus and toasts.
     [[nodiscard]] std::vector<xcb_window_t> popups();

@@ -6,7 +6,7 @@
 #include <QDBusMessage>
 #include <QScopeGuard>
 
-#include "support/PrivateSessionBus.h"
+#include "support/bus/PrivateSessionBus.h"
 
 namespace kestrelbay::desktop {
 

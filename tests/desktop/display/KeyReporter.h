@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/display/FrontProgram.h"
-#include "desktop/display/VirtualKeyboard.h"
+#include "desktop/display/Keyboard.h"
 #include "desktop/session/PtyProcess.h"
 #include "desktop/session/Session.h"
 
@@ -13,7 +13,7 @@ public:
     static constexpr const char *kApplication = "wev";
 
     /// Throws std::runtime_error when it cannot be started.
-    KeyReporter(Session &session, WindowsView &view, VirtualKeyboard &keyboard);
+    KeyReporter(Session &session, WindowsView &view, Keyboard &keyboard);
 
     /// 0 while it has no window.
     [[nodiscard]] WindowsView::Window id() override;
@@ -27,7 +27,7 @@ private:
     void catchUp();
 
     WindowsView &view_;
-    VirtualKeyboard &keyboard_;
+    Keyboard &keyboard_;
     PtyProcess process_;
     qsizetype forgotten_ = 0;
 };

@@ -1,4 +1,4 @@
-#include "desktop/sway/KeyReporter.h"
+#include "desktop/display/KeyReporter.h"
 
 #include <algorithm>
 
@@ -21,7 +21,7 @@ QString linesOf(std::uint8_t keycode, bool pressed) {
 
 }  // namespace
 
-KeyReporter::KeyReporter(Session &session, WindowsView &view, VirtualKeyboard &keyboard)
+KeyReporter::KeyReporter(Session &session, WindowsView &view, Keyboard &keyboard)
     : view_(view), keyboard_(keyboard), process_(startIn(session)) {}
 
 WindowsView::Window KeyReporter::id() {
