@@ -1,5 +1,6 @@
 #include "desktop/session/Desktop.h"
 
+#include <array>
 #include <stdexcept>
 
 #include "support/Poll.h"
@@ -12,6 +13,10 @@ using testing::waitUntil;
 namespace {
 constexpr std::uint32_t kWantedDesktops = 4;
 constexpr const char *kCompositorSelection = "_NET_WM_CM_S0";
+
+/// Of settings, of window managers and of accessibility.
+constexpr std::array kServices{"ca.desrt.dconf", "org.xfce.Xfconf", "org.kde.kglobalaccel",
+                               "org.a11y.Bus"};
 
 /// i3 has a workspace only while there is a window on it, and puts this one on the second.
 void anchorSecondWorkspace(XClient &client) {
@@ -37,15 +42,10 @@ Desktop::Desktop(QString windowManager, const QStringList &serverArguments)
     environment_.insert(QStringLiteral("GVFS_DISABLE_FUSE"), QStringLiteral("1"));
 
     environment_.remove(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
-    bus_ = std::make_unique<ChildProcess>(
-        QStringLiteral("dbus-daemon"),
-        QStringList{QStringLiteral("--session"), QStringLiteral("--print-address"),
-                    QStringLiteral("--nofork"), QStringLiteral("--nopidfile")},
-        environment_);
-    if (!waitUntil([&] { return bus_->output().contains('\n'); }))
-        throw std::runtime_error("the session bus did not start");
-    environment_.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
-                        QString::fromLatin1(bus_->output().split('\n').first()));
+    bus_ = std::make_unique<testing::PrivateSessionBus>(environment_);
+    for (const char *const service : kServices)
+        bus_->offer(QLatin1String(service));
+    environment_.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus_->address());
 
     manager_ = server_.startWindowManager(windowManager_, environment_);
     view_.emplace(displayName());

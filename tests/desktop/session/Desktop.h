@@ -13,6 +13,7 @@
 #include "desktop/session/Session.h"
 #include "support/ChildProcess.h"
 #include "support/PrivateXServer.h"
+#include "support/bus/PrivateSessionBus.h"
 
 namespace kestrelbay::desktop {
 
@@ -53,7 +54,7 @@ private:
     testing::PrivateXServer server_;
     QProcessEnvironment environment_;
     QString windowManager_;
-    std::unique_ptr<testing::ChildProcess> bus_;
+    std::unique_ptr<testing::PrivateSessionBus> bus_;
     std::unique_ptr<testing::ChildProcess> manager_;
     std::unique_ptr<testing::ChildProcess> compositor_;
     std::vector<std::unique_ptr<testing::ChildProcess>> programs_;

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <stdexcept>
+
 #include <QDirIterator>
 #include <QFile>
 #include <QProcessEnvironment>
@@ -55,6 +57,15 @@ bool ordinaryUserCanRun(const QString &program) {
     testing::ChildProcess test(command.program, command.arguments,
                                QProcessEnvironment::systemEnvironment());
     return test.waitForExit() && test.exitCode() == 0;
+}
+
+ActingAsOrdinaryUser::ActingAsOrdinaryUser() : before_(::geteuid()) {
+    if (before_ == 0 && ::seteuid(kNobody) != 0)
+        throw std::runtime_error("cannot act as an ordinary user");
+}
+
+ActingAsOrdinaryUser::~ActingAsOrdinaryUser() {
+    static_cast<void>(::seteuid(before_));
 }
 
 }  // namespace kestrelbay::desktop

@@ -20,4 +20,17 @@ void giveToOrdinaryUser(const QString &folder);
 /// May they run it, wherever it lies?
 [[nodiscard]] bool ordinaryUserCanRun(const QString &program);
 
+/// This process is that user to whoever asks, as the session bus does of those who connect, until
+/// it goes.
+class ActingAsOrdinaryUser {
+public:
+    ActingAsOrdinaryUser();
+    ~ActingAsOrdinaryUser();
+    ActingAsOrdinaryUser(const ActingAsOrdinaryUser &) = delete;
+    ActingAsOrdinaryUser &operator=(const ActingAsOrdinaryUser &) = delete;
+
+private:
+    const unsigned before_;
+};
+
 }  // namespace kestrelbay::desktop

@@ -1,6 +1,7 @@
 #include "desktop/sway/SwayIpc.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <stdexcept>
 
@@ -45,12 +46,14 @@ SwayWindow windowFrom(const QJsonObject &node, const QString &workspace) {
     const QString application = node[QStringLiteral("app_id")].toString().section(u'.', -1);
     const QJsonValue ofX = node[QStringLiteral("window_properties")][QStringLiteral("class")];
     return {.id = static_cast<std::uint32_t>(node[QStringLiteral("id")].toInteger()),
+            .xWindow = static_cast<std::uint32_t>(node[QStringLiteral("window")].toInteger()),
             .processId = static_cast<pid_t>(node[QStringLiteral("pid")].toInteger()),
             .application = application.isEmpty() ? ofX.toString() : application,
             .title = node[QStringLiteral("name")].toString(),
             .workspace = workspace,
             .isFocused = node[QStringLiteral("focused")].toBool(),
-            .isVisible = node[QStringLiteral("visible")].toBool()};
+            .isVisible = node[QStringLiteral("visible")].toBool(),
+            .isFloating = node[QStringLiteral("type")].toString() == u"floating_con"};
 }
 
 void addWindows(const QJsonObject &node, QString workspace, std::vector<SwayWindow> &windows) {
@@ -85,9 +88,11 @@ QByteArray SwayIpc::read(qsizetype size) const {
         QByteArray part(size - bytes.size(), Qt::Uninitialized);
         const ssize_t count =
             ::recv(socket_, part.data(), static_cast<std::size_t>(part.size()), 0);
-        if (count <= 0)
+        if (count > 0)
+            bytes.append(part.constData(), count);
+        // Qt hears of processes that end by a signal.
+        else if (count == 0 || errno != EINTR)
             throw std::runtime_error("sway is gone");
-        bytes.append(part.constData(), count);
     }
     return bytes;
 }

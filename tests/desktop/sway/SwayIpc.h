@@ -13,13 +13,15 @@ namespace kestrelbay::desktop {
 
 /// A window as sway tells of it.
 struct SwayWindow {
-    std::uint32_t id = 0;  ///< sway's "con_id"
+    std::uint32_t id = 0;       ///< sway's "con_id"
+    std::uint32_t xWindow = 0;  ///< on Xwayland; 0 for one of Wayland's
     pid_t processId = 0;
     QString application = {};  ///< last part of its application id, or its class on Xwayland
     QString title = {};
     QString workspace = {};
     bool isFocused = false;
     bool isVisible = false;
+    bool isFloating = false;
 };
 
 /// A connection to sway, by the protocol that sway-ipc(7) describes. Throws std::runtime_error when
