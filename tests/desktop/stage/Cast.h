@@ -34,4 +34,26 @@ inline constexpr Cast kCastOnX{
     .modifierFlags = flags::kLeftCommand,
 };
 
+inline constexpr Cast kCastOnWayland{
+    .terminal = {.entry = "foot", .program = "foot", .window = "foot"},
+    .terminalArguments = R"(-d error -T 'two words: it\'s')",
+    .terminalArgumentLines = "-d\nerror\n-T\ntwo words: it's",
+    .otherTerminal = {.entry = "debian-xterm", .program = "xterm", .window = "XTerm"},
+    .editor = {.entry = "org.xfce.mousepad", .program = "mousepad", .window = "mousepad"},
+    .files = {.entry = "thunar", .program = "thunar", .window = "thunar"},
+    .modifierFlags = flags::kCommand,
+};
+
+/// Windows' classes are in small letters. foot divides by the size of its screen, which KWin's
+/// virtual one has not.
+inline constexpr Cast kCastUnderKWin{
+    .terminal = {.entry = "org.kde.konsole", .program = "konsole", .window = "org.kde.konsole"},
+    .terminalArguments = R"(-p 'tabtitle=two words: it\'s')",
+    .terminalArgumentLines = "-p\ntabtitle=two words: it's",
+    .otherTerminal = {.entry = "debian-xterm", .program = "xterm", .window = "xterm"},
+    .editor = kCastOnWayland.editor,
+    .files = kCastOnWayland.files,
+    .modifierFlags = flags::kCommand,
+};
+
 }  // namespace kestrelbay::desktop

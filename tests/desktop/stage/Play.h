@@ -19,8 +19,8 @@ struct Scene {
     Program program = Program::IsRunning;
 };
 
-/// A scene that is played on every kind of display.
-template <class StageType, void (*play)(StageBase &)>
+/// A scene that is played on every kind of display, or on every one of a kind.
+template <class StageType, auto play>
 void anywhere(StageType &stage) {
     play(stage);
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <csignal>
 
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDir>
 
 #include "support/ChildProcess.h"
@@ -13,6 +15,7 @@ namespace kestrelbay::desktop {
 namespace {
 /// For a request that may have been lost, before it is made again.
 constexpr std::chrono::milliseconds kPatience{500};
+constexpr std::chrono::seconds kUntilOnBus{3};
 }  // namespace
 
 StageBase::StageBase(StageOptions options, const Cast &cast)
@@ -58,12 +61,28 @@ StageBase::Ending StageBase::startAgain(const QStringList &arguments) {
 
 StageBase::Ending StageBase::startAgain(const QStringList &arguments,
                                         const QProcessEnvironment &environment) {
+    // One that is asked before the other is on the bus would itself become the one that runs.
+    if (program_ && program_->isRunning())
+        (void)testing::waitUntil([this] { return isOnBus(); }, kUntilOnBus);
     const Command command = desktop().command(programPath(), arguments);
     testing::ChildProcess process(command.program, command.arguments, environment);
     if (!process.waitForExit())
         return {};
     const int code = process.exitCode();
     return {.code = code, .output = QString::fromUtf8(process.output())};
+}
+
+bool StageBase::isOnBus() {
+    const QString address =
+        desktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
+    const QString name = QStringLiteral("looks for KestrelBay");
+    const bool isThere = [&] {
+        const QDBusConnection bus = QDBusConnection::connectToBus(address, name);
+        return !bus.isConnected() ||
+               bus.interface()->isServiceRegistered(QStringLiteral("org.kestrelbay.KestrelBay"));
+    }();
+    QDBusConnection::disconnectFromBus(name);
+    return isThere;
 }
 
 void StageBase::endProgram() {

@@ -23,9 +23,9 @@ namespace kestrelbay::desktop {
 struct StageOptions {
     QString program;
     QString windowManager = QStringLiteral("openbox");  ///< or a Wayland compositor
-    QString artifacts;                                  ///< empty: no screenshots
+    QString artifacts = {};                             ///< empty: no screenshots
     QStringList serverArguments = {};
-    QString only;  ///< a part of the names of the scenes to play; empty: all
+    QString only = {};  ///< a part of the names of the scenes to play; empty: all
 };
 
 /// Everything that a scene plays with, on whatever kind of display: the session, KestrelBay running
@@ -123,6 +123,9 @@ protected:
     [[nodiscard]] const std::vector<RuleSpec> &rules() const { return rules_; }
 
 private:
+    /// KestrelBay; true also where there is no bus.
+    [[nodiscard]] bool isOnBus();
+
     StageOptions options_;
     const Cast &cast_;
     std::vector<RuleSpec> rules_;

@@ -33,7 +33,11 @@ SwayView::Window SwayView::active() {
 }
 
 bool SwayView::hasFocus(Window window) {
-    return active() == window;
+    const auto found = find(window);
+    if (!found || !found->isFocused)
+        return false;
+    // Keys reach a program on Xwayland only once its server has heard of the focus, too.
+    return found->xWindow == 0 || session_.x().hasFocus(found->xWindow);
 }
 
 bool SwayView::isMinimised(Window window) {
