@@ -1,199 +1,12 @@
+#include <functional>
+#include <optional>
+
 #include "desktop/scenario/Scenes.h"
+#include "support/Poll.h"
 
 namespace kestrelbay::desktop {
 
-namespace {
-
 using namespace std::chrono_literals;
-
-/// A program of Debian's that begins without KestrelBay is in view under its name, used as others
-/// are, and ended.
-void showsProgram(SwayStage &stage, const Cast::Role &role) {
-    WindowsView &view = stage.view();
-    const auto windows = [&] { return stage.windowsOf(role.window); };
-    stage.story().step({
-        .done = QStringLiteral("started %1").arg(QLatin1String(role.program)),
-        .expected = QStringLiteral("in front, with the keyboard and a process"),
-        .act = [&] { stage.desktop().start(QLatin1String(role.program)); },
-        .seen =
-            [&] {
-                return stage.isInFront(role.window) && view.hasFocus(windows().front()) &&
-                       view.processId(windows().front()) > 0;
-            },
-        .saw = [&] { return stage.frontInWords(); },
-    });
-    const StageBase::Window window = stage.windowOf(role.window);
-    stage.story().step({
-        .done = QStringLiteral("moved it to the scratchpad"),
-        .expected = QStringLiteral("it is out of view"),
-        .act = [&] { view.minimise(window); },
-        .seen = [&] { return view.isMinimised(window) && !view.isShown(window); },
-        .saw = [&] { return stage.frontInWords(); },
-    });
-    stage.closeAll(role.window);
-}
-
-}  // namespace
-
-void sceneSway(SwayStage &stage) {
-    const Chord typed = plain(keys::kH);
-    const Chord users = leftCommand(SwayStage::kUsersKey);
-    stage.bringFrontProgram();
-    stage.press(typed, {.expected = QStringLiteral("the program in front gets it"),
-                        .seen = [&] { return stage.front().pressesOf(keys::kH.xKeycode) == 1; },
-                        .saw = [&] { return stage.frontInWords(); }});
-    stage.press(users, {.expected = QStringLiteral("the user's own binding runs, once"),
-                        .seen = [&] { return stage.usersPresses() == 1; },
-                        .saw =
-                            [&] {
-                                return QStringLiteral("%1 run, %2 press at the program in front")
-                                    .arg(stage.usersPresses())
-                                    .arg(stage.front().pressesOf(SwayStage::kUsersKey.xKeycode));
-                            },
-                        .objection =
-                            [&] {
-                                return stage.front().pressesOf(SwayStage::kUsersKey.xKeycode) == 0
-                                           ? QString()
-                                           : QStringLiteral("the program in front saw the key");
-                            }});
-    showsProgram(stage, stage.cast().terminal);
-    showsProgram(stage, stage.cast().otherTerminal);
-    showsProgram(stage, stage.cast().editor);
-    showsProgram(stage, stage.cast().files);
-    stage.screenshot(QStringLiteral("session"));
-}
-
-void sceneSwayStart(SwayStage &stage) {
-    const auto saw = [&] {
-        return stage.hasHotkeys() ? QStringLiteral("a hotkey") : QStringLiteral("none");
-    };
-    stage.story().step({
-        .done = QStringLiteral("the desktop as it is"),
-        .expected = QStringLiteral("the hotkeys to come reach the program in front"),
-        .act = [] {},
-        .seen = [&] { return !stage.hasHotkeys(); },
-        .saw = saw,
-    });
-    stage.story().step({
-        .done = QStringLiteral("started KestrelBay"),
-        .expected = QStringLiteral("it has its hotkeys"),
-        .act = [&] { stage.startProgram(); },
-        .seen = [&] { return stage.hasHotkeys(); },
-        .saw = saw,
-    });
-    stage.keepLog(QStringLiteral("kestrelbay-start"));
-
-    const Chord users = leftCommand(SwayStage::kUsersKey);
-    const QString taken = QStringLiteral("⌘T");
-    const QStringList warning{QStringLiteral("KestrelBay [WARN]"), taken,
-                              QLatin1String(SwayStage::kUsersName)};
-    stage.story().step({
-        .done = QStringLiteral("the user has bound %1 to something else").arg(users.text),
-        .expected = QStringLiteral("a warning names the hotkey and its application"),
-        .act = [] {},
-        .seen = [&] { return stage.program().line(warning).has_value(); },
-        .saw =
-            [&] { return stage.program().line(warning).value_or(QStringLiteral("no such line")); },
-    });
-    const QString report = stage.startAgain({QStringLiteral("--diagnose")}).output;
-    const QString held = QStringLiteral("Hotkeys held by other programs: ") + taken;
-    stage.story().step({
-        .done = QStringLiteral("kestrelbay --diagnose"),
-        .expected = u'“' + held + u'”',
-        .act = [] {},
-        .seen = [&] { return report.contains(held); },
-        .saw =
-            [&] {
-                return report.contains(held) ? QStringLiteral("just that")
-                                             : QStringLiteral("other lines");
-            },
-        .timeout = 0s,
-    });
-    const int before = stage.usersPresses();
-    const int markers = stage.markers();
-    const auto started = [&] {
-        return stage.desktop()
-            .processes()
-            .withArgument(QLatin1String(SwayStage::kUsersArgument))
-            .size();
-    };
-    stage.story().step({
-        .done = Stage::told(users) + QStringLiteral(", then the marker's key"),
-        .expected = QStringLiteral("the user's own binding runs, and KestrelBay the second only"),
-        .act =
-            [&] {
-                stage.press(users);
-                stage.press(leftCommand(scenario::kMarker));
-            },
-        .seen =
-            [&] { return stage.usersPresses() == before + 1 && stage.markers() == markers + 1; },
-        .saw =
-            [&] {
-                return QStringLiteral("%1 run, %2 marker, %3 by the first key")
-                    .arg(stage.usersPresses() - before)
-                    .arg(stage.markers() - markers)
-                    .arg(started());
-            },
-        .objection =
-            [&] { return started() == 0 ? QString() : QStringLiteral("both had the first"); },
-    });
-}
-
-void sceneSwayOneSide(SwayStage &stage) {
-    const Chord right = rightCommand(SwayStage::kOneSidedKey);
-    for (const Chord &chord : {leftCommand(SwayStage::kOneSidedKey), right}) {
-        const std::uint8_t keycode = chord.keycodes.back();
-        stage.bringFrontProgram();
-        const int markers = stage.markers();
-        stage.story().step({
-            .done = Stage::told(chord) + QStringLiteral(", then the marker's key"),
-            .expected = QStringLiteral("neither side fires, the program in front gets the key"),
-            .act =
-                [&] {
-                    stage.press(chord);
-                    stage.press(leftCommand(scenario::kMarker));
-                },
-            .seen = [&] { return stage.markers() == markers + 1; },
-            .saw =
-                [&] {
-                    return QStringLiteral("%1 press at the program in front")
-                        .arg(stage.front().pressesOf(keycode));
-                },
-            .objection =
-                [&] {
-                    if (stage.front().pressesOf(keycode) != 1)
-                        return QStringLiteral("it should have had one press");
-                    return stage.desktop()
-                                   .processes()
-                                   .withArgument(QLatin1String(SwayStage::kOneSidedArgument))
-                                   .empty()
-                               ? QString()
-                               : QStringLiteral("the rule has fired");
-                },
-        });
-    }
-}
-
-void sceneSwayLocks(SwayStage &stage) {
-    const Chord numLock{QStringLiteral("Num Lock"), {testing::xkey::kNumLock}};
-    const Chord capsLock{QStringLiteral("Caps Lock"), {testing::xkey::kCapsLock}};
-    const auto fires = [&](const QString &expected) {
-        const int before = stage.markers();
-        stage.press(
-            leftCommand(scenario::kMarker),
-            {.expected = expected,
-             .seen = [&] { return stage.markers() == before + 1; },
-             .saw =
-                 [&] { return QStringLiteral("%1 new process").arg(stage.markers() - before); }});
-    };
-    stage.press(numLock);
-    fires(QStringLiteral("with Num Lock on it fires"));
-    stage.press(capsLock);
-    fires(QStringLiteral("with both locks on it fires"));
-    stage.press(numLock);
-    fires(QStringLiteral("with Caps Lock on it fires"));
-    stage.press(capsLock);
-}
 
 void sceneSwayReloaded(SwayStage &stage) {
     const int before = stage.usersPresses();
@@ -213,6 +26,106 @@ void sceneSwayReloaded(SwayStage &stage) {
         {.expected = QStringLiteral("and the user theirs"),
          .seen = [&] { return stage.usersPresses() == before + 1; },
          .saw = [&] { return QStringLiteral("%1 run").arg(stage.usersPresses() - before); }});
+}
+
+void sceneSwayHolder(SwayStage &stage) {
+    const QString report = stage.startAgain({QStringLiteral("--diagnose")}).output;
+    const QString holder =
+        QStringLiteral("⌘T (Probably sway is using this hotkey; There it means: exec echo pressed");
+    stage.story().step({
+        .done = QStringLiteral("kestrelbay --diagnose"),
+        .expected = u'“' + holder + u'”',
+        .act = [] {},
+        .seen = [&] { return report.contains(holder); },
+        .saw =
+            [&] {
+                const qsizetype line = report.indexOf(u"Hotkeys held");
+                return report.mid(line, report.indexOf(u'\n', line) - line);
+            },
+        .timeout = 0s,
+    });
+}
+
+void sceneSwayFloats(SwayStage &stage) {
+    stage.startProgram({QStringLiteral("--action=preferences")});
+    const auto preferences = [&]() -> std::optional<SwayWindow> {
+        for (const SwayWindow &window : stage.desktop().ipc().windows())
+            if (window.processId == stage.program().processId())
+                return window;
+        return std::nullopt;
+    };
+    stage.story().step({
+        .done = QStringLiteral("opened the preferences"),
+        .expected = QStringLiteral("their window floats, in its own size"),
+        .act = [] {},
+        .seen = [&] { return preferences() && preferences()->isFloating; },
+        .saw =
+            [&] {
+                const auto window = preferences();
+                return !window              ? QStringLiteral("no window")
+                       : window->isFloating ? QStringLiteral("a floating one")
+                                            : QStringLiteral("a tile");
+            },
+    });
+    stage.screenshot(QStringLiteral("preferences-floating"));
+    stage.view().close(preferences()->id);
+}
+
+void sceneSwayFocusBefore(SwayStage &stage) {
+    constexpr int kRounds = 10;
+    const char *const editors = stage.cast().editor.window;
+    stage.closeAll(editors);
+    stage.prepare(
+        QStringLiteral("an editor"),
+        [&] { stage.desktop().start(QLatin1String(stage.cast().editor.program)); },
+        [&] { return !stage.windowsOf(editors).empty(); });
+    const StageBase::Window editor = stage.windowOf(editors);
+    const StageBase::Window front = stage.front().id();
+    const auto has = [&](StageBase::Window window) { return stage.view().hasFocus(window); };
+    const auto isHidden = [&] { return stage.view().isMinimised(editor); };
+
+    // Sway's own bindings of two keys that no rule has.
+    const Key toEditor = keys::kH;
+    const Key toFront = keys::kP;
+    const auto bindTo = [&](const Key &key, StageBase::Window window) {
+        stage.desktop().ipc().command(
+            QStringLiteral("bindcode Mod4+%1 [con_id=%2] focus")
+                .arg(QString::number(key.xKeycode), QString::number(window)));
+    };
+    bindTo(toEditor, editor);
+    bindTo(toFront, front);
+    const auto rounds = [&](const Key &first, StageBase::Window before,
+                            const std::function<bool()> &seen) {
+        // The second key follows while the first is down.
+        Chord both = leftCommand(first);
+        both.keycodes.push_back(scenario::kEditorToggle.xKeycode);
+        int right = 0;
+        for (int i = 0; i < kRounds; ++i) {
+            stage.bringForward(editor);
+            stage.bringForward(before);
+            stage.hold(both);
+            right += testing::waitUntil(seen, 2s) ? 1 : 0;
+            stage.letGo(both);
+        }
+        return right;
+    };
+    const auto tell = [&](const QString &done, const QString &expected,
+                          const std::function<int()> &act) {
+        int right = 0;
+        stage.story().step({
+            .done = done,
+            .expected = expected + QStringLiteral(", %1 times").arg(kRounds),
+            .act = [&] { right = act(); },
+            .seen = [&] { return right == kRounds; },
+            .saw = [&] { return QStringLiteral("%1 times").arg(right); },
+            .timeout = 0s,
+        });
+    };
+    tell(QStringLiteral("sway's binding focuses the editor, and at once its hotkey"),
+         QStringLiteral("it is hidden"), [&] { return rounds(toEditor, front, isHidden); });
+    tell(QStringLiteral("sway's binding takes the focus from the editor, and at once its hotkey"),
+         QStringLiteral("it has the focus"),
+         [&] { return rounds(toFront, editor, [&] { return has(editor); }); });
 }
 
 }  // namespace kestrelbay::desktop

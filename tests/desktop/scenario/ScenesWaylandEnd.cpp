@@ -7,7 +7,7 @@ namespace kestrelbay::desktop {
 namespace {
 
 /// KestrelBay, started again, has its hotkeys.
-void startsAgain(SwayStage &stage, const QString &done) {
+void startsAgain(WaylandStage &stage, const QString &done) {
     stage.story().step({
         .done = done,
         .expected = QStringLiteral("it has its hotkeys"),
@@ -21,7 +21,7 @@ void startsAgain(SwayStage &stage, const QString &done) {
 }
 
 /// After the signal the keys of the rules go to the program in front.
-void givesKeysBack(SwayStage &stage, int signal, const QString &expected,
+void givesKeysBack(WaylandStage &stage, int signal, const QString &expected,
                    const std::function<QString(PtyProcess &)> &objection) {
     PtyProcess &program = stage.program();
     stage.story().step({
@@ -41,24 +41,24 @@ void givesKeysBack(SwayStage &stage, int signal, const QString &expected,
 
 }  // namespace
 
-void sceneSwayKilled(SwayStage &stage) {
+void sceneWaylandKilled(WaylandStage &stage) {
     givesKeysBack(stage, SIGKILL, QStringLiteral("it is gone at once"),
                   [](PtyProcess &) { return QString(); });
     startsAgain(stage, QStringLiteral("started KestrelBay again"));
 }
 
-void sceneSwayQuit(SwayStage &stage) {
+void sceneWaylandQuit(WaylandStage &stage) {
     givesKeysBack(stage, SIGTERM, QStringLiteral("a clean end"), [](PtyProcess &program) {
         return program.exitCode() == 0 ? QString() : QStringLiteral("the exit code is not 0");
     });
     stage.keepLog(QStringLiteral("kestrelbay"));
 }
 
-void sceneSwayRestarted(SwayStage &stage) {
+void sceneWaylandRestarted(WaylandStage &stage) {
     startsAgain(stage, QStringLiteral("started KestrelBay once more"));
     PtyProcess &program = stage.program();
     stage.story().step({
-        .done = QStringLiteral("killed sway and started another one"),
+        .done = QStringLiteral("killed the compositor and started another one"),
         .expected = QStringLiteral("KestrelBay, whose display was in it, says so and ends"),
         .act = [&] { stage.restartCompositor(); },
         .seen = [&] { return !program.isRunning(); },

@@ -10,10 +10,11 @@ namespace {
 
 constexpr Key kEnd{119, 115, u'⇲'}, kMenu{110, 135, u'☰'}, kEnter{36, 36, u'↩'},
     kDown{125, 116, u'↓'}, kF2{120, 68, u'2'};
-constexpr Key kFree = keys::kH;
+/// No desktop has it bound.
+constexpr Key kFree = keys::kY;
 
 /// The last one of the rules on disk.
-QJsonObject lastRule(SwayStage &stage) {
+QJsonObject lastRule(WaylandStage &stage) {
     const QByteArray bytes = HomeFolder::read(stage.desktop().home().rulesPath());
     return QJsonDocument::fromJson(bytes).array().last().toObject();
 }
@@ -29,11 +30,11 @@ QString wordsOf(const Key &key) {
                           {QStringLiteral("modifierFlags"), qint64{flags::kCommand}}});
 }
 
-void fires(SwayStage &stage, const Chord &chord) {
+void fires(WaylandStage &stage, const Chord &chord) {
     const auto started = [&] {
         return stage.desktop()
             .processes()
-            .withArgument(QLatin1String(SwayStage::kOneSidedArgument))
+            .withArgument(QLatin1String(WaylandStage::kOneSidedArgument))
             .size();
     };
     const auto before = started();
@@ -45,11 +46,13 @@ void fires(SwayStage &stage, const Chord &chord) {
 
 }  // namespace
 
-void sceneSwayPreferences(SwayStage &stage) {
+void sceneWaylandPreferences(WaylandStage &stage) {
     stage.endProgram();
     stage.startProgram({QStringLiteral("--action=preferences")});
     const auto isInFront = [&] {
-        return stage.view().processId(stage.view().active()) == stage.program().processId();
+        const StageBase::Window active = stage.view().active();
+        return stage.view().processId(active) == stage.program().processId() &&
+               stage.view().hasFocus(active);
     };
     stage.prepare(
         QStringLiteral("the preferences are in front"), [] {}, isInFront);
@@ -68,11 +71,11 @@ void sceneSwayPreferences(SwayStage &stage) {
                 stage.press(plain(kDown));
                 stage.press(plain(kEnter));
             },
-        .seen = [&] { return saw() == wordsOf(SwayStage::kOneSidedKey); },
+        .seen = [&] { return saw() == wordsOf(WaylandStage::kOneSidedKey); },
         .saw = saw,
     });
-    fires(stage, leftCommand(SwayStage::kOneSidedKey));
-    fires(stage, rightCommand(SwayStage::kOneSidedKey));
+    fires(stage, leftCommand(WaylandStage::kOneSidedKey));
+    fires(stage, rightCommand(WaylandStage::kOneSidedKey));
 
     stage.bringForward(preferences);
     stage.press(plain(kF2));
