@@ -1,13 +1,16 @@
 #pragma once
 
+#include "desktop/gnome/GnomeStage.h"
+#include "desktop/kwin/KWinStage.h"
 #include "desktop/stage/Stage.h"
+#include "desktop/stage/WaylandStage.h"
 #include "desktop/sway/SwayStage.h"
 
 namespace kestrelbay::desktop {
 
 // Each scene is a few steps on one subject. They are played in the order of a list in main.cpp, and
 // a later one may find the windows that an earlier one left. Those of a StageBase are played on
-// every kind of display.
+// every kind of display, those of a WaylandStage under every Wayland compositor.
 
 // ScenesStart.cpp
 void sceneStart(Stage &stage);
@@ -44,20 +47,28 @@ void sceneBrokenRules(Stage &stage);
 /// The last one: there is no desktop after it.
 void sceneServerDies(Stage &stage);
 
-// ScenesSway.cpp
-void sceneSway(SwayStage &stage);
-void sceneSwayStart(SwayStage &stage);
-void sceneSwayOneSide(SwayStage &stage);
-void sceneSwayLocks(SwayStage &stage);
-void sceneSwayReloaded(SwayStage &stage);
+// ScenesWayland.cpp
+void sceneWaylandSession(WaylandStage &stage);
+void sceneWaylandStart(WaylandStage &stage);
+void sceneWaylandOneSide(WaylandStage &stage);
+void sceneWaylandLocks(WaylandStage &stage);
 
-// ScenesSwayPreferences.cpp
-void sceneSwayPreferences(SwayStage &stage);
+// ScenesGnome.cpp
+void sceneGnomeExtension(GnomeStage &stage);
 
-// ScenesSwayEnd.cpp
-void sceneSwayKilled(SwayStage &stage);
-void sceneSwayQuit(SwayStage &stage);
+// ScenesWaylandPreferences.cpp
+void sceneWaylandPreferences(WaylandStage &stage);
+
+// ScenesWaylandEnd.cpp
+void sceneWaylandKilled(WaylandStage &stage);
+void sceneWaylandQuit(WaylandStage &stage);
 /// The last one: everything in view ends with the compositor.
-void sceneSwayRestarted(SwayStage &stage);
+void sceneWaylandRestarted(WaylandStage &stage);
+
+// ScenesSway.cpp
+void sceneSwayFloats(SwayStage &stage);
+void sceneSwayFocusBefore(SwayStage &stage);
+void sceneSwayHolder(SwayStage &stage);
+void sceneSwayReloaded(SwayStage &stage);
 
 }  // namespace kestrelbay::desktop

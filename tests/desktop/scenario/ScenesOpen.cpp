@@ -119,13 +119,13 @@ void sceneFolder(StageBase &stage) {
     stage.press(folder, shows(QStringLiteral("not running: the file manager is launched on it"),
                               folderTitle));
     stage.closeAll(stage.cast().files.window);
+    // It may have ended by itself. What asks it to must not meet the one that is started next.
+    const Command quit = stage.desktop().command(QLatin1String(stage.cast().files.program),
+                                                 {QStringLiteral("--quit")});
+    PtyProcess quitting(quit.program, quit.arguments, stage.desktop().environment());
     stage.prepare(
-        QStringLiteral("the file manager has ended"),
-        [&] {
-            stage.desktop().start(QLatin1String(stage.cast().files.program),
-                                  {QStringLiteral("--quit")});
-        },
-        [&] { return processes().empty(); });
+        QStringLiteral("the file manager has ended"), [] {},
+        [&] { return !quitting.isRunning() && processes().empty(); });
 
     stage.prepare(
         QStringLiteral("a file manager without windows"),

@@ -2,6 +2,10 @@
 // real key presses, and KestrelBay between them.
 
 #include <array>
+#include <initializer_list>
+#include <vector>
+
+#include <QCoreApplication>
 
 #include "desktop/scenario/Scenes.h"
 #include "desktop/stage/Play.h"
@@ -10,7 +14,6 @@ namespace {
 
 using namespace kestrelbay::desktop;
 using StageScene = Scene<Stage>;
-using SwayScene = Scene<SwayStage>;
 
 constexpr std::array kScenesOnX{
     StageScene{"Start, and a hotkey that another client holds", sceneStart,
@@ -37,38 +40,63 @@ constexpr std::array kScenesOnX{
     StageScene{"The X server dies", sceneServerDies, StageScene::Program::Starts},
 };
 
-constexpr std::array kScenesUnderSway{
-    SwayScene{"The session", sceneSway, SwayScene::Program::Starts},
-    SwayScene{"Start, and a hotkey that the user has bound", sceneSwayStart,
-              SwayScene::Program::Starts},
-    SwayScene{"Launch and bring forward", anywhere<SwayStage, sceneLaunchAndForward>},
-    SwayScene{"A rule with a side", sceneSwayOneSide},
-    SwayScene{"Locks", sceneSwayLocks},
-    SwayScene{"A disabled rule", anywhere<SwayStage, sceneDisabledRule>},
-    SwayScene{"The global switch", anywhere<SwayStage, sceneGlobalSwitch>},
-    SwayScene{"A held key", anywhere<SwayStage, sceneHeldKey>},
-    SwayScene{"Hide and show", anywhere<SwayStage, sceneHideAndShow>},
-    SwayScene{"Cycle windows", anywhere<SwayStage, sceneCycle>},
-    SwayScene{"Open a URL", anywhere<SwayStage, sceneUrl>},
-    SwayScene{"Open a file", anywhere<SwayStage, sceneFile>},
-    SwayScene{"Open a folder", anywhere<SwayStage, sceneFolder>},
-    SwayScene{"Two hotkeys without a gap", anywhere<SwayStage, sceneWithoutAGap>},
-    SwayScene{"New instances with arguments", anywhere<SwayStage, sceneArguments>},
-    SwayScene{"Hung targets", anywhere<SwayStage, sceneHungTargets>},
-    SwayScene{"The preferences", sceneSwayPreferences, SwayScene::Program::Starts},
-    SwayScene{"The configuration is read again", sceneSwayReloaded},
-    SwayScene{"KestrelBay is killed", sceneSwayKilled},
-    SwayScene{"Quit", sceneSwayQuit, SwayScene::Program::Starts},
-    SwayScene{"sway is killed and started again", sceneSwayRestarted, SwayScene::Program::Starts},
-};
+/// Those of every Wayland compositor, and after them what only one has.
+template <class StageType>
+std::vector<Scene<StageType>> scenesOnWayland(std::initializer_list<Scene<StageType>> own = {}) {
+    constexpr auto kStarts = Scene<StageType>::Program::Starts;
+    std::vector<Scene<StageType>> scenes{
+        {"The session", anywhere<StageType, sceneWaylandSession>, kStarts},
+        {"Start, and a hotkey that the user has bound", anywhere<StageType, sceneWaylandStart>,
+         kStarts},
+        {"Launch and bring forward", anywhere<StageType, sceneLaunchAndForward>},
+        {"A rule with a side", anywhere<StageType, sceneWaylandOneSide>},
+        {"Locks", anywhere<StageType, sceneWaylandLocks>},
+        {"A disabled rule", anywhere<StageType, sceneDisabledRule>},
+        {"The global switch", anywhere<StageType, sceneGlobalSwitch>},
+        {"A held key", anywhere<StageType, sceneHeldKey>},
+        {"Hide and show", anywhere<StageType, sceneHideAndShow>},
+        {"Cycle windows", anywhere<StageType, sceneCycle>},
+        {"Open a URL", anywhere<StageType, sceneUrl>},
+        {"Open a file", anywhere<StageType, sceneFile>},
+        {"Open a folder", anywhere<StageType, sceneFolder>},
+        {"Two hotkeys without a gap", anywhere<StageType, sceneWithoutAGap>},
+        {"New instances with arguments", anywhere<StageType, sceneArguments>},
+        {"Hung targets", anywhere<StageType, sceneHungTargets>},
+        {"The preferences", anywhere<StageType, sceneWaylandPreferences>, kStarts},
+    };
+    scenes.insert(scenes.end(), own);
+    scenes.push_back({"KestrelBay is killed", anywhere<StageType, sceneWaylandKilled>});
+    scenes.push_back({"Quit", anywhere<StageType, sceneWaylandQuit>, kStarts});
+    scenes.push_back({"The compositor is killed and started again",
+                      anywhere<StageType, sceneWaylandRestarted>, kStarts});
+    return scenes;
+}
 
 }  // namespace
 
 int main(int argc, char *argv[]) {
+    // KWin's answers come by D-Bus.
+    const QCoreApplication application(argc, argv);
     const QString sway = QStringLiteral("sway");
-    const auto options = readStageOptions(argc, argv, {sway});
+    const QString kwin = QStringLiteral("kwin");
+    const QString gnome = QStringLiteral("gnome");
+    const auto options = readStageOptions(argc, argv, {sway, kwin, gnome});
     if (!options)
         return 2;
-    return options->windowManager == sway ? play<SwayStage>(*options, kScenesUnderSway)
-                                          : play<Stage>(*options, kScenesOnX);
+    if (options->windowManager == sway)
+        return play<SwayStage>(
+            *options, scenesOnWayland<SwayStage>(
+                          {{"Who has a hotkey", sceneSwayHolder},
+                           {"The focus goes elsewhere right before a press", sceneSwayFocusBefore},
+                           {"The configuration is read again", sceneSwayReloaded},
+                           {"A window of KestrelBay's", sceneSwayFloats,
+                            Scene<SwayStage>::Program::Starts}}));
+    if (options->windowManager == kwin)
+        return play<KWinStage>(*options, scenesOnWayland<KWinStage>());
+    if (options->windowManager == gnome)
+        return play<GnomeStage>(*options,
+                                scenesOnWayland<GnomeStage>({{"The extension is disabled and "
+                                                              "enabled again",
+                                                              sceneGnomeExtension}}));
+    return play<Stage>(*options, kScenesOnX);
 }
