@@ -76,9 +76,14 @@ std::vector<Contender> makeContenders(const desktop::Desktop &desktop, const QSt
                             desktop.environment());
     contenders.emplace_back(QStringLiteral("sxhkd + wmctrl"), kF2, QStringLiteral("sxhkd"),
                             QStringList{QStringLiteral("-c"), sxhkdConfig}, desktop.environment());
-    contenders.emplace_back(QStringLiteral("limit"), kF3, QStringLiteral(LIMIT_PROGRAM),
-                            QStringList{QString::number(target), QString::number(kF3.xKeycode)},
-                            desktop.environment());
+    const auto addLimit = [&](const QString &name, desktop::Key key, const QStringList &more) {
+        contenders.emplace_back(
+            name, key, QStringLiteral(LIMIT_PROGRAM),
+            QStringList{QString::number(target), QString::number(key.xKeycode)} + more,
+            desktop.environment());
+    };
+    addLimit(QStringLiteral("limit that asks"), kF4, {QStringLiteral("asks")});
+    addLimit(QStringLiteral("limit"), kF3, {});
     return contenders;
 }
 

@@ -54,10 +54,11 @@ private:
 inline constexpr std::chrono::seconds kBeforeRest{5};
 
 /// The function keys, one for each contender.
-inline constexpr desktop::Key kF1{122, 67, u'1'}, kF2{120, 68, u'2'}, kF3{99, 69, u'3'};
+inline constexpr desktop::Key kF1{122, 67, u'1'}, kF2{120, 68, u'2'}, kF3{99, 69, u'3'},
+    kF4{118, 70, u'4'};
 
-/// KestrelBay with one rule for an xterm, sxhkd with wmctrl, and the limit. They are
-/// given their files in the desktop's home folder.
+/// KestrelBay with one rule for an xterm, sxhkd with wmctrl, the limit of what decides by the
+/// active window, and the limit at all. They are given their files in the desktop's home folder.
 [[nodiscard]] std::vector<Contender> makeContenders(const desktop::Desktop &desktop,
                                                     const QString &kestrelbay, xcb_window_t target);
 

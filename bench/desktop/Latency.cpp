@@ -89,22 +89,8 @@ std::optional<double> Latency::trial(Contender &contender, std::chrono::millisec
 
 std::vector<Samples> Latency::run(std::vector<Contender> &contenders, int trials,
                                   std::chrono::milliseconds quiet) {
-    constexpr int kWarmUps = 5;
-    std::vector<Samples> samples(contenders.size());
-    for (int round = -kWarmUps; round < trials; ++round) {
-        for (std::size_t i = 0; i < contenders.size(); ++i) {
-            const std::size_t turn =
-                (i + static_cast<std::size_t>(round + kWarmUps)) % contenders.size();
-            const std::optional<double> time = trial(contenders[turn], quiet);
-            if (round < 0)
-                continue;
-            if (time)
-                samples[turn].add(*time);
-            else
-                samples[turn].addLost();
-        }
-    }
-    return samples;
+    return byTurns(contenders.size(), trials,
+                   [&](std::size_t contender) { return trial(contenders[contender], quiet); });
 }
 
 }  // namespace kestrelbay::bench

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <optional>
 #include <vector>
 
 namespace kestrelbay::bench {
@@ -21,5 +23,11 @@ private:
     std::vector<double> values_;
     int lost_ = 0;
 };
+
+/// So many trials of each of the contenders, by turns, after a few that do not count. A trial takes
+/// the contender's number and gives milliseconds, or no value when it never came to an end.
+[[nodiscard]] std::vector<Samples> byTurns(
+    std::size_t contenders, int trials,
+    const std::function<std::optional<double>(std::size_t contender)> &trial);
 
 }  // namespace kestrelbay::bench

@@ -1,7 +1,11 @@
 // The least that a hotkey program can do: it grabs Super and one key, and at each
 // press sends one message that asks for one window known beforehand.
 //
-// usage: desktop_bench_limit WINDOW KEYCODE
+// With "asks" it does as much as one has to that can pass a key back and decides by what is in
+// front: its grab is a synchronous one, and it asks which window is active and waits for the
+// answer.
+//
+// usage: desktop_bench_limit WINDOW KEYCODE [asks]
 
 #include <cstdint>
 #include <cstdlib>
@@ -30,7 +34,8 @@ xcb_atom_t activeWindowAtom(xcb_connection_t *c) {
 }  // namespace
 
 int main(int argc, char *argv[]) {
-    if (argc != 3)
+    const bool asks = argc == 4 && std::string_view(argv[3]) == "asks";
+    if (argc != 3 && !asks)
         return 2;
     const auto window = static_cast<xcb_window_t>(std::strtoul(argv[1], nullptr, 0));
     const auto keycode = static_cast<xcb_keycode_t>(std::strtoul(argv[2], nullptr, 0));
@@ -47,11 +52,21 @@ int main(int argc, char *argv[]) {
     message.type = activeWindowAtom(c);
     message.data.data32[0] = 2;  // as a pager
 
-    xcb_grab_key(c, 0, root, XCB_MOD_MASK_4, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    xcb_grab_key(c, 0, root, XCB_MOD_MASK_4, keycode, XCB_GRAB_MODE_ASYNC,
+                 asks ? XCB_GRAB_MODE_SYNC : XCB_GRAB_MODE_ASYNC);
     xcb_flush(c);
     while (const std::unique_ptr<xcb_generic_event_t, Free> event{xcb_wait_for_event(c)}) {
         if ((event->response_type & 0x7fU) != XCB_KEY_PRESS)
             continue;
+        if (asks) {
+            const xcb_get_property_cookie_t question =
+                xcb_get_property(c, 0, root, message.type, XCB_ATOM_WINDOW, 0, 1);
+            xcb_allow_events(c, XCB_ALLOW_ASYNC_KEYBOARD, XCB_CURRENT_TIME);
+            const std::unique_ptr<xcb_get_property_reply_t, Free> active(
+                xcb_get_property_reply(c, question, nullptr));
+            if (!active)
+                return 1;
+        }
         message.data.data32[1] = reinterpret_cast<const xcb_key_press_event_t &>(*event).time;
         xcb_send_event(c, 0, root,
                        XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
