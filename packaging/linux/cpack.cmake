@@ -11,9 +11,11 @@ application there, hides it or goes to its next window. Left and right
 modifier keys are told apart, and a hotkey can also open a URL or a file, or
 pass arguments.
 .
-It needs a session of X11 or of sway.")
+It needs a session of X11, or one of sway, Plasma or GNOME on Wayland.")
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+# Otherwise what is installed would take the folder that is packed for its place.
+set(CPACK_SET_DESTDIR ON)
+set(CPACK_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_GENERATOR DEB)
 set(CPACK_VERBATIM_VARIABLES ON)
