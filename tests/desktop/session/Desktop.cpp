@@ -35,12 +35,6 @@ Desktop::Desktop(QString windowManager, const QStringList &serverArguments)
       environment_(server_.environment()),
       windowManager_(std::move(windowManager)) {
     home_.addTo(environment_);
-    environment_.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-    // No accessibility bus: toolkits would wait for it at every start.
-    environment_.insert(QStringLiteral("NO_AT_BRIDGE"), QStringLiteral("1"));
-    environment_.insert(QStringLiteral("GTK_A11Y"), QStringLiteral("none"));
-    environment_.insert(QStringLiteral("GVFS_DISABLE_FUSE"), QStringLiteral("1"));
-
     environment_.remove(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
     bus_ = std::make_unique<testing::PrivateSessionBus>(environment_);
     for (const char *const service : kServices)

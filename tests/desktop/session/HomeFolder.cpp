@@ -83,6 +83,15 @@ void HomeFolder::addTo(QProcessEnvironment &environment) const {
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder_.filePath(QStringLiteral("run")));
     environment.insert(QStringLiteral("SHELL"), QStringLiteral("/bin/sh"));
     environment.insert(QStringLiteral("ENV"), path(QStringLiteral("shell-start")));
+
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    // No accessibility bus: toolkits would wait for it at every start.
+    environment.insert(QStringLiteral("NO_AT_BRIDGE"), QStringLiteral("1"));
+    environment.insert(QStringLiteral("GTK_A11Y"), QStringLiteral("none"));
+    environment.insert(QStringLiteral("GVFS_DISABLE_FUSE"), QStringLiteral("1"));
+    // No sound of the machine's: there is no server for it, and what PipeWire's plugin for ALSA
+    // allocates in a search for one is lost when it is unloaded.
+    environment.insert(QStringLiteral("CANBERRA_DRIVER"), QStringLiteral("null"));
 }
 
 void HomeFolder::write(const QString &path, const QByteArray &contents) {

@@ -23,7 +23,7 @@ public:
     [[nodiscard]] QString rulesPath() const;
     [[nodiscard]] QString settingsPath() const;
 
-    /// HOME and the XDG folders.
+    /// HOME and the XDG folders, and what keeps programs from services of the machine's.
     void addTo(QProcessEnvironment &environment) const;
 
     /// Creates the folders above the file as well. Throws std::runtime_error.

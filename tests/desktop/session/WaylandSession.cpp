@@ -35,11 +35,6 @@ WaylandSession::WaylandSession(const QString &desktop)
                                    "DBUS_SESSION_BUS_ADDRESS", "QT_QPA_PLATFORM"})
         environment_.remove(QLatin1String(name));
     home_.addTo(environment_);
-    setVariable(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-    // No accessibility bus: toolkits would wait for it at every start.
-    setVariable(QStringLiteral("NO_AT_BRIDGE"), QStringLiteral("1"));
-    setVariable(QStringLiteral("GTK_A11Y"), QStringLiteral("none"));
-    setVariable(QStringLiteral("GVFS_DISABLE_FUSE"), QStringLiteral("1"));
     setVariable(QStringLiteral("XDG_SESSION_TYPE"), QStringLiteral("wayland"));
     setVariable(QStringLiteral("XDG_CURRENT_DESKTOP"), desktop);
     giveToOrdinaryUser(QFileInfo(home_.path()).path());
