@@ -3,7 +3,7 @@ kestrelbay_test(linux_sway_tests
     SOURCES
         linux/wayland/sway/swayMain.cpp
         linux/wayland/BindingsGuardTest.cpp
-        linux/wayland/OwnWindowKeysTest.cpp
+        linux/wayland/recording/OwnWindowKeysTest.cpp
         linux/wayland/sway/FakeSway.cpp
         linux/wayland/sway/IpcMessageTest.cpp
         linux/wayland/sway/SwayBindingTest.cpp

@@ -13,9 +13,9 @@
 #include <QTimer>
 
 #include "platform/EventTap.h"
-#include "platform/linux/wayland/OwnWindowKeys.h"
 #include "platform/linux/wayland/gnome/ShellExtension.h"
 #include "platform/linux/wayland/gnome/ShellNews.h"
+#include "platform/linux/wayland/recording/OwnWindowKeys.h"
 
 namespace kestrelbay::gnome {
 

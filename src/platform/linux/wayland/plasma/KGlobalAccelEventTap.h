@@ -13,10 +13,10 @@
 #include "platform/EventTap.h"
 #include "platform/linux/wayland/BindingsGuard.h"
 #include "platform/linux/wayland/HotkeysClaim.h"
-#include "platform/linux/wayland/OwnWindowKeys.h"
 #include "platform/linux/wayland/keymap/KeymapSource.h"
 #include "platform/linux/wayland/plasma/KGlobalAccelService.h"
 #include "platform/linux/wayland/plasma/LayoutInUse.h"
+#include "platform/linux/wayland/recording/OwnWindowKeys.h"
 
 namespace kestrelbay::plasma {
 

@@ -9,9 +9,9 @@
 #include <QString>
 
 #include "platform/EventTap.h"
-#include "platform/linux/wayland/OwnWindowKeys.h"
 #include "platform/linux/wayland/portal/PreferredTrigger.h"
 #include "platform/linux/wayland/portal/ShortcutsSession.h"
+#include "platform/linux/wayland/recording/OwnWindowKeys.h"
 
 namespace kestrelbay::portal {
 

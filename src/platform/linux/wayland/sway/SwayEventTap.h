@@ -14,7 +14,7 @@
 #include "platform/EventTap.h"
 #include "platform/linux/wayland/BindingsGuard.h"
 #include "platform/linux/wayland/HotkeysClaim.h"
-#include "platform/linux/wayland/OwnWindowKeys.h"
+#include "platform/linux/wayland/recording/OwnWindowKeys.h"
 #include "platform/linux/wayland/sway/SwayBinding.h"
 #include "platform/linux/wayland/sway/SwayEvents.h"
 #include "platform/linux/wayland/sway/SwayIpc.h"

@@ -1,4 +1,4 @@
-#include "platform/linux/wayland/OwnWindowKeys.h"
+#include "platform/linux/wayland/recording/OwnWindowKeys.h"
 
 #include <tuple>
 #include <vector>
