@@ -4,6 +4,7 @@ kestrelbay_test(linux_toplevels_tests
     LABEL fast
     SOURCES
         linux/wayland/keymap/WaylandKeymapTest.cpp
+        linux/wayland/server/ServerThread.cpp
         linux/wayland/toplevels/EventPauseTest.cpp
         linux/wayland/toplevels/FakeCompositor.cpp
         linux/wayland/toplevels/FoundAgainTest.cpp

@@ -1,21 +1,15 @@
 #include "platform/linux/wayland/toplevels/FakeCompositor.h"
 
-#include <sys/eventfd.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <future>
-#include <mutex>
-#include <optional>
-#include <span>
 #include <tuple>
-#include <utility>
 #include <vector>
 
-#include <QFile>
-
 #include <wayland-server.h>
+
+#include "platform/linux/wayland/server/ServerThread.h"
 
 #include "wlr-foreign-toplevel-management-unstable-v1-server.h"
 
@@ -37,39 +31,16 @@ struct FakeCompositor::Server {
     explicit Server(Minimizing how) : minimizing(how) {}
 
     const Minimizing minimizing;
-    wl_display *const display = wl_display_create();
     std::vector<wl_resource *> managers;
     std::vector<std::unique_ptr<Toplevel>> toplevels;
     QByteArray focused;
     QByteArray keymap;
     std::vector<wl_resource *> keyboards;
     QByteArrayList requests;
-    std::promise<void> end;
-    bool isEnded = false;
-
-    std::mutex mutex;
-    std::vector<std::packaged_task<void()>> works;
-    const int wake = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-    wl_event_source *waking = nullptr;
+    ServerThread thread;
 
     static Server &of(void *data) { return *static_cast<Server *>(data); }
     static Server &of(wl_resource *resource) { return of(wl_resource_get_user_data(resource)); }
-
-    void serve() {
-        while (!isEnded) {
-            wl_display_flush_clients(display);
-            wl_event_loop_dispatch(wl_display_get_event_loop(display), -1);
-            std::vector<std::packaged_task<void()>> now;
-            {
-                const std::lock_guard lock(mutex);
-                now.swap(works);
-            }
-            for (std::packaged_task<void()> &work : now) {
-                work();
-                wl_display_flush_clients(display);
-            }
-        }
-    }
 
     Toplevel *find(const QByteArray &appId) {
         const auto found = std::ranges::find(toplevels, appId,
@@ -107,7 +78,8 @@ struct FakeCompositor::Server {
     /// After the requests that came with this one, as real compositors do.
     void tellStatesLater() {
         wl_event_loop_add_idle(
-            wl_display_get_event_loop(display), [](void *data) { of(data).tellStates(); }, this);
+            wl_display_get_event_loop(thread.display()), [](void *data) { of(data).tellStates(); },
+            this);
     }
     void focus(const QByteArray &appId) {
         focused = appId;
@@ -217,42 +189,23 @@ const struct wl_seat_interface FakeCompositor::Server::kSeat = {
 
 FakeCompositor::FakeCompositor(Minimizing minimizing)
     : server_(std::make_unique<Server>(minimizing)) {
-    const QByteArray path = QFile::encodeName(socketPath());
-    std::ignore = wl_display_add_socket(server_->display, path.constData());
-    wl_global_create(server_->display, &wl_seat_interface, 1, server_.get(), &Server::bindSeat);
-    wl_global_create(server_->display, &zwlr_foreign_toplevel_manager_v1_interface, 3,
-                     server_.get(), &Server::bindManager);
-    server_->waking = wl_event_loop_add_fd(
-        wl_display_get_event_loop(server_->display), server_->wake, WL_EVENT_READABLE,
-        [](int descriptor, std::uint32_t, void *) {
-            std::uint64_t count = 0;
-            std::ignore = ::read(descriptor, &count, sizeof count);
-            return 0;
-        },
-        nullptr);
-    thread_ = std::thread([this] { server_->serve(); });
+    wl_display *const display = server_->thread.display();
+    wl_global_create(display, &wl_seat_interface, 1, server_.get(), &Server::bindSeat);
+    wl_global_create(display, &zwlr_foreign_toplevel_manager_v1_interface, 3, server_.get(),
+                     &Server::bindManager);
+    server_->thread.start();
 }
 
 FakeCompositor::~FakeCompositor() {
-    server_->end.set_value();
-    run([this] { server_->isEnded = true; });
-    thread_.join();
-    wl_event_source_remove(server_->waking);
-    wl_display_destroy_clients(server_->display);
-    wl_display_destroy(server_->display);
-    ::close(server_->wake);
+    server_->thread.stop();
+}
+
+QString FakeCompositor::socketPath() const {
+    return server_->thread.socketPath();
 }
 
 void FakeCompositor::run(const std::function<void()> &work) {
-    std::packaged_task<void()> task(work);
-    std::future<void> done = task.get_future();
-    {
-        const std::lock_guard lock(server_->mutex);
-        server_->works.push_back(std::move(task));
-    }
-    const std::uint64_t one = 1;
-    std::ignore = ::write(server_->wake, &one, sizeof one);
-    done.wait();
+    server_->thread.run(work);
 }
 
 void FakeCompositor::open(const QByteArray &appId) {
@@ -307,21 +260,11 @@ void FakeCompositor::setKeymap(const QByteArray &text) {
 }
 
 void FakeCompositor::hang() {
-    const auto begun = std::make_shared<std::promise<void>>();
-    {
-        const std::lock_guard lock(server_->mutex);
-        server_->works.emplace_back([this, begun] {
-            begun->set_value();
-            server_->end.get_future().wait();
-        });
-    }
-    const std::uint64_t one = 1;
-    std::ignore = ::write(server_->wake, &one, sizeof one);
-    begun->get_future().wait();
+    server_->thread.hang();
 }
 
 void FakeCompositor::hangUp() {
-    run([&] { wl_display_destroy_clients(server_->display); });
+    server_->thread.hangUp();
 }
 
 QByteArrayList FakeCompositor::takeRequests() {

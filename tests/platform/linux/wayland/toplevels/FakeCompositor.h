@@ -2,12 +2,10 @@
 
 #include <functional>
 #include <memory>
-#include <thread>
 
 #include <QByteArray>
 #include <QByteArrayList>
 #include <QString>
-#include <QTemporaryDir>
 
 namespace kestrelbay::testing {
 
@@ -23,7 +21,7 @@ public:
     FakeCompositor(const FakeCompositor &) = delete;
     FakeCompositor &operator=(const FakeCompositor &) = delete;
 
-    [[nodiscard]] QString socketPath() const { return folder_.filePath(QStringLiteral("socket")); }
+    [[nodiscard]] QString socketPath() const;
 
     /// A window that gets the focus.
     void open(const QByteArray &appId);
@@ -47,9 +45,7 @@ private:
     /// On the thread of the server.
     void run(const std::function<void()> &work);
 
-    const QTemporaryDir folder_;
     const std::unique_ptr<Server> server_;
-    std::thread thread_;
 };
 
 }  // namespace kestrelbay::testing
