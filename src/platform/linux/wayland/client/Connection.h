@@ -8,6 +8,7 @@
 
 struct wl_callback;
 struct wl_display;
+struct wl_event_queue;
 
 namespace kestrelbay::wayland {
 
@@ -32,6 +33,9 @@ public:
     static constexpr std::chrono::milliseconds kPatience{1000};
 
     explicit Connection(const QString &socketPath, std::chrono::milliseconds patience = kPatience);
+    /// Shares one that somebody else has made, and closes later: its own events are told here, and
+    /// nobody else's.
+    explicit Connection(wl_display &shared, std::chrono::milliseconds patience = kPatience);
     ~Connection();
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
@@ -39,8 +43,8 @@ public:
     [[nodiscard]] bool isOpen() const { return error_.isEmpty(); }
     /// As one phrase; empty while it is open.
     [[nodiscard]] const QString &error() const { return error_; }
-    /// Null when there never was a compositor.
-    [[nodiscard]] wl_display *display() const { return display_.get(); }
+    /// To ask for objects of this connection. Null when there never was a compositor.
+    [[nodiscard]] wl_display *display() const { return requests_.get(); }
     /// Readable when there are events, and when the compositor has gone. -1 when there never was
     /// one.
     [[nodiscard]] int descriptor() const;
@@ -64,7 +68,14 @@ private:
     struct Disconnect {
         void operator()(wl_display *display) const;
     };
+    struct EndQueue {
+        void operator()(wl_event_queue *queue) const;
+    };
+    struct EndWrapper {
+        void operator()(wl_display *wrapper) const;
+    };
 
+    void open(wl_display &display);
     /// False when nothing came until then, or it is broken.
     bool readEvents(Clock::time_point end);
     void tellListeners();
@@ -75,7 +86,12 @@ private:
     /// Of all events so far.
     std::size_t toldCount_ = 0;
     QString error_;
-    std::unique_ptr<wl_display, Disconnect> display_;
+    /// Null where it is somebody else's.
+    std::unique_ptr<wl_display, Disconnect> own_;
+    wl_display *display_ = nullptr;
+    std::unique_ptr<wl_event_queue, EndQueue> events_;
+    /// The display, but what is asked of it has its events in that queue.
+    std::unique_ptr<wl_display, EndWrapper> requests_;
     /// Of the last question, as long as it is awaited.
     std::unique_ptr<wl_callback, ReleaseProxy> answer_;
 };
