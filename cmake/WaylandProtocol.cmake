@@ -1,4 +1,6 @@
+find_package(PkgConfig REQUIRED)
 find_program(WAYLAND_SCANNER wayland-scanner REQUIRED)
+pkg_get_variable(WAYLAND_PROTOCOLS_DIR wayland-protocols pkgdatadir)
 
 # kestrelbay_wayland_protocol(TARGET XML): the client's side of a Wayland protocol. <NAME.h> is for
 # all sources of the target, and <NAME-code.h> for one of them: the scanner's code is C++ as well,
