@@ -336,7 +336,7 @@ bool ShortcutManager::canTellSides() const {
 }
 
 bool ShortcutManager::canRecordAllKeys() const {
-    return !installedTap_ || installedTap_->abilities().recordsAllKeys;
+    return !installedTap_ || installedTap_->recordsAllKeys();
 }
 
 EventVerdict ShortcutManager::eventTapCallback(EventType type, KeyCode keyCode,

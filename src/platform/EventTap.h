@@ -40,7 +40,6 @@ enum class TapProblem : std::uint8_t {
 struct TapAbilities {
     bool tellsSides = true;      ///< left and right modifier keys
     bool passesKeysBack = true;  ///< a key can go on to the program in front after it was looked at
-    bool recordsAllKeys = true;  ///< while recording, those of other programs and the desktop, too
 
     auto operator<=>(const TapAbilities &) const = default;
 };
@@ -114,9 +113,13 @@ public:
     virtual void setWantedHotkeys(const std::vector<Hotkey> &hotkeys) = 0;
 
     /// While on, KeyDown is delivered for every key, hotkeys that belong to other
-    /// programs included where the tap records all keys. Delivery ends by itself with remove().
+    /// programs included if recordsAllKeys(). Delivery ends by itself with remove().
     /// False when another program holds the keyboard just now; wanted hotkeys then still arrive.
     virtual bool setRecording(bool recording) = 0;
+
+    /// While recording: do keys arrive that other programs or the desktop have taken? Where the
+    /// desktop asks the user first, the answer may become another one meanwhile.
+    [[nodiscard]] virtual bool recordsAllKeys() const { return true; }
 
     /// Delivers at once what waits for the event loop, where the user's keyboard waits
     /// with it. To be called before the main thread is kept busy by a disk. Nothing

@@ -32,6 +32,7 @@ public:
     }
     [[nodiscard]] TapProblem problem() const override { return problem_; }
     [[nodiscard]] TapAbilities abilities() const override { return abilities_; }
+    [[nodiscard]] bool recordsAllKeys() const override { return recordsAllKeys_; }
     [[nodiscard]] QString sourceName() const override { return sourceName_; }
     void enable() override {
         journal_.add(QStringLiteral("enable"));
@@ -83,6 +84,7 @@ public:
     void setRefusal(TapProblem problem) { refusal_ = problem; }
     void setSourceName(const QString &name) { sourceName_ = name; }
     /// The next installation shows that it has these.
+    void setRecordsAllKeys(bool all) { recordsAllKeys_ = all; }
     void setAbilities(TapAbilities abilities) { abilitiesOnceInstalled_ = abilities; }
     [[nodiscard]] bool isInstalled() const { return isInstalled_; }
     [[nodiscard]] bool isDelivering() const { return isDelivering_; }
@@ -229,6 +231,7 @@ private:
     TapProblem refusal_ = TapProblem::NotPermitted;
     bool permission_ = true;
     bool keyboardIsHeld_ = false;
+    bool recordsAllKeys_ = true;
     bool isInstalled_ = false;
     bool isDelivering_ = false;
     bool isRecording_ = false;

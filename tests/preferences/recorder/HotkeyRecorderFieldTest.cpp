@@ -64,7 +64,7 @@ TEST_F(HotkeyRecorderFieldTest, SaysWhileRecordingThatTheDesktopKeepsKeys) {
     EXPECT_EQ(field_->toolTip(), QString());
     tap_.press(key::kEscape);
 
-    tap_.setAbilities({.recordsAllKeys = false});
+    tap_.setRecordsAllKeys(false);
     manager().reinstallEventTap();
     EXPECT_EQ(field_->toolTip(), QString());
     startRecording();

@@ -49,7 +49,7 @@ public:
     [[nodiscard]] bool install(Handlers handlers) override;
     [[nodiscard]] TapProblem problem() const override { return problem_; }
     [[nodiscard]] TapAbilities abilities() const override {
-        return {.tellsSides = false, .passesKeysBack = false, .recordsAllKeys = false};
+        return {.tellsSides = false, .passesKeysBack = false};
     }
     /// Nothing: it is never disabled.
     void enable() override {}
@@ -58,6 +58,9 @@ public:
     /// Keys are delivered that reach a window of this program. Hotkeys are not bound meanwhile, so
     /// that they do. False without an application object.
     bool setRecording(bool recording) override;
+    [[nodiscard]] bool recordsAllKeys() const override {
+        return session_ && session_->recording.tellsAllKeys();
+    }
     /// Nothing: no keyboard waits.
     void deliverWaiting() override {}
     [[nodiscard]] std::vector<RefusedHotkey> refusedHotkeys() const override;

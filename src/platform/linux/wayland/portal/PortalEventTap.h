@@ -33,7 +33,7 @@ public:
     [[nodiscard]] bool install(Handlers handlers) override;
     [[nodiscard]] TapProblem problem() const override { return TapProblem::None; }
     [[nodiscard]] TapAbilities abilities() const override {
-        return {.tellsSides = false, .passesKeysBack = false, .recordsAllKeys = false};
+        return {.tellsSides = false, .passesKeysBack = false};
     }
     /// Nothing: it is never disabled.
     void enable() override {}
@@ -44,6 +44,7 @@ public:
     /// Keys are delivered that reach a window of this program, and those that the portal has bound.
     /// These stay bound, since to bind them again might be a question to the user.
     bool setRecording(bool recording) override;
+    [[nodiscard]] bool recordsAllKeys() const override { return recording_.tellsAllKeys(); }
     /// Nothing: no keyboard waits.
     void deliverWaiting() override {}
     [[nodiscard]] std::vector<RefusedHotkey> refusedHotkeys() const override;

@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 
 #include "platform/linux/keycodes/KeyCodeTable.h"
+#include "platform/linux/wayland/recording/QtDisplay.h"
 
 namespace kestrelbay::wayland {
 
@@ -87,6 +88,13 @@ bool OwnWindowKeysSwitch::set(bool isOn, const OwnWindowKeys::Handler &handler) 
     if (isOn == this->isOn())
         return false;
     keys_.reset(isOn ? new OwnWindowKeys(handler) : nullptr);
+    wl_display *const windows = isOn && !inhibitor_ ? qtDisplay() : nullptr;
+    if (windows)
+        inhibitor_ = std::make_unique<ShortcutsInhibitor>(*windows);
+    if (inhibitor_ && isOn)
+        inhibitor_->begin();
+    else if (inhibitor_)
+        inhibitor_->end();
     return true;
 }
 

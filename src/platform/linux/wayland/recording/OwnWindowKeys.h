@@ -7,11 +7,12 @@
 #include <QObject>
 
 #include "platform/EventTap.h"
+#include "platform/linux/wayland/recording/ShortcutsInhibitor.h"
 
 namespace kestrelbay::wayland {
 
 /// The keys that reach the windows of this program, told of as a tap tells of all: what recording
-/// can have where no program sees the keys of others. What the compositor has bound never arrives.
+/// can have where no program sees the keys of others.
 class OwnWindowKeys final : public QObject {
 public:
     using Handler = std::function<EventVerdict(EventType, KeyCode, ModifierFlags)>;
@@ -41,12 +42,16 @@ public:
     [[nodiscard]] bool isOn() const { return keys_ != nullptr; }
     /// The handler is for what begins now; it may be what calls this. True when that is a change.
     bool set(bool isOn, const OwnWindowKeys::Handler &handler);
+    /// Those that the compositor has bound as well, just now?
+    [[nodiscard]] bool tellsAllKeys() const { return inhibitor_ && inhibitor_->isActive(); }
 
 private:
     struct EndLater {
         void operator()(OwnWindowKeys *keys) const;
     };
     std::unique_ptr<OwnWindowKeys, EndLater> keys_;
+    /// From the first time on, where our windows are the compositor's own.
+    std::unique_ptr<ShortcutsInhibitor> inhibitor_;
 };
 
 }  // namespace kestrelbay::wayland
