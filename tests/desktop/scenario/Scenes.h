@@ -58,6 +58,7 @@ void sceneGnomeExtension(GnomeStage &stage);
 
 // ScenesWaylandPreferences.cpp
 void sceneWaylandPreferences(WaylandStage &stage);
+void sceneWaylandNativeWindow(WaylandStage &stage);
 
 // ScenesWaylandEnd.cpp
 void sceneWaylandKilled(WaylandStage &stage);

@@ -9,20 +9,25 @@ namespace kestrelbay::desktop {
 namespace {
 
 constexpr Key kEnd{119, 115, u'⇲'}, kMenu{110, 135, u'☰'}, kEnter{36, 36, u'↩'},
-    kDown{125, 116, u'↓'}, kF2{120, 68, u'2'};
+    kDown{125, 116, u'↓'}, kUp{126, 111, u'↑'}, kF2{120, 68, u'2'}, kDelete{51, 22, u'⌫'},
+    kEscape{53, 9, u'⎋'};
 /// No desktop has it bound.
 constexpr Key kFree = keys::kY;
 
-/// The last one of the rules on disk.
-QJsonObject lastRule(WaylandStage &stage) {
-    const QByteArray bytes = HomeFolder::read(stage.desktop().home().rulesPath());
-    return QJsonDocument::fromJson(bytes).array().last().toObject();
-}
+/// Does Qt tell of its connection to the compositor, by which a window gets all keys?
+constexpr bool kTellsConnection = QT_VERSION >= QT_VERSION_CHECK(6, 5, 0);
 
 QString hotkeyInWords(const QJsonObject &rule) {
     return QStringLiteral("key %1, modifiers %2")
         .arg(rule[QStringLiteral("keyCode")].toInteger())
         .arg(rule[QStringLiteral("modifierFlags")].toInteger(), 0, 16);
+}
+
+/// On disk, of the rule with this place from the end, the last one being 1.
+QString hotkeyOnDisk(WaylandStage &stage, qsizetype fromEnd = 1) {
+    const QByteArray bytes = HomeFolder::read(stage.desktop().home().rulesPath());
+    const QJsonArray rules = QJsonDocument::fromJson(bytes).array();
+    return hotkeyInWords(rules[rules.size() - fromEnd].toObject());
 }
 
 QString wordsOf(const Key &key) {
@@ -44,9 +49,8 @@ void fires(WaylandStage &stage, const Chord &chord) {
                         .saw = [&] { return QStringLiteral("%1 new").arg(started() - before); }});
 }
 
-}  // namespace
-
-void sceneWaylandPreferences(WaylandStage &stage) {
+/// Those of a KestrelBay that was started for it, the keyboard in the last row.
+StageBase::Window openPreferences(WaylandStage &stage) {
     stage.endProgram();
     stage.startProgram({QStringLiteral("--action=preferences")});
     const auto isInFront = [&] {
@@ -56,12 +60,20 @@ void sceneWaylandPreferences(WaylandStage &stage) {
     };
     stage.prepare(
         QStringLiteral("the preferences are in front"), [] {}, isInFront);
-    const StageBase::Window preferences = stage.view().active();
-    const auto saw = [&] { return hotkeyInWords(lastRule(stage)); };
-
+    // A compositor may count a window as focused before the window has been told.
+    (void)stage.startAgain({QStringLiteral("--action=preferences")});
     // From the tabs to the list.
     stage.press(plain(keys::kTab));
     stage.press(plain(kEnd));
+    return stage.view().active();
+}
+
+}  // namespace
+
+void sceneWaylandPreferences(WaylandStage &stage) {
+    const StageBase::Window preferences = openPreferences(stage);
+    const auto saw = [&] { return hotkeyOnDisk(stage); };
+
     stage.press(plain(kMenu));
     stage.story().step({
         .done = QStringLiteral("chose the first entry in the menu of the rule for the right key"),
@@ -86,6 +98,46 @@ void sceneWaylandPreferences(WaylandStage &stage) {
                  .saw = saw});
     stage.screenshot(QStringLiteral("preferences-recorded"));
     fires(stage, rightCommand(kFree));
+    stage.view().close(preferences);
+}
+
+void sceneWaylandNativeWindow(WaylandStage &stage) {
+    const QString platform = QStringLiteral("QT_QPA_PLATFORM");
+    stage.setProgramVariable(platform, QStringLiteral("wayland"));
+    const StageBase::Window preferences = openPreferences(stage);
+    stage.setProgramVariable(platform, QString());
+
+    // The rule that wants the user's own key, too, is the last but one.
+    const auto hotkey = [&] { return hotkeyOnDisk(stage, 2); };
+    const QString none = hotkeyInWords({});
+    stage.press(plain(kUp));
+    stage.press(plain(kF2));
+    stage.press(plain(kDelete), {.expected = QStringLiteral("the hotkey is cleared, on disk"),
+                                 .seen = [&] { return hotkey() == none; },
+                                 .saw = hotkey});
+    stage.press(plain(kF2));
+    stage.screenshot(QStringLiteral("native-recording"));
+
+    const int before = stage.usersPresses();
+    const auto usersRuns = [&] { return stage.usersPresses() - before; };
+    const QString wanted = kTellsConnection ? wordsOf(WaylandStage::kUsersKey) : none;
+    const int wantedRuns = kTellsConnection ? 0 : 1;
+    stage.press(
+        leftCommand(WaylandStage::kUsersKey),
+        {.expected = kTellsConnection ? QStringLiteral("it is recorded, though the user has it")
+                                      : QStringLiteral("the user's own runs, nothing is recorded"),
+         .seen = [&] { return hotkey() == wanted && usersRuns() == wantedRuns; },
+         .saw =
+             [&] {
+                 return QStringLiteral("%1; %2 runs").arg(hotkey(), QString::number(usersRuns()));
+             }});
+    stage.screenshot(QStringLiteral("native-recorded"));
+    if (!kTellsConnection)
+        stage.press(plain(kEscape));
+    stage.press(leftCommand(WaylandStage::kUsersKey),
+                {.expected = QStringLiteral("the user's own runs"),
+                 .seen = [&] { return usersRuns() == wantedRuns + 1; },
+                 .saw = [&] { return QString::number(usersRuns()); }});
     stage.view().close(preferences);
 }
 

@@ -63,6 +63,8 @@ std::vector<Scene<StageType>> scenesOnWayland(std::initializer_list<Scene<StageT
         {"New instances with arguments", anywhere<StageType, sceneArguments>},
         {"Hung targets", anywhere<StageType, sceneHungTargets>},
         {"The preferences", anywhere<StageType, sceneWaylandPreferences>, kStarts},
+        {"Recording in a window of Wayland's", anywhere<StageType, sceneWaylandNativeWindow>,
+         kStarts},
     };
     scenes.insert(scenes.end(), own);
     scenes.push_back({"KestrelBay is killed", anywhere<StageType, sceneWaylandKilled>});
