@@ -57,11 +57,13 @@ void FocusOnBus::take(GDBusMessage *message) {
     isTold_.notify_one();
 }
 
-std::optional<FocusOnBus::Told> FocusOnBus::next(std::chrono::milliseconds timeout) {
+std::optional<BenchSession::Focus> FocusOnBus::next(const QString &target,
+                                                    std::chrono::milliseconds timeout) {
     std::unique_lock lock(mutex_);
     if (!isTold_.wait_for(lock, timeout, [this] { return !told_.empty(); }))
         return std::nullopt;
-    Told first = std::move(told_.front());
+    const BenchSession::Focus first{.isTargets = told_.front().window == target,
+                                    .when = told_.front().when};
     told_.pop_front();
     return first;
 }

@@ -9,6 +9,7 @@
 #include <QString>
 
 #include "platform/linux/glib/GObjectPtr.h"
+#include "session/BenchSession.h"
 
 namespace kestrelbay::bench {
 
@@ -19,13 +20,6 @@ public:
     using Clock = std::chrono::steady_clock;
     static constexpr const char *kInterface = "org.kestrelbay.Bench.Focus";
 
-    struct Told {
-        /// The window, as the script calls it.
-        QString window;
-        /// When word of it has come.
-        Clock::time_point when;
-    };
-
     /// Throws std::runtime_error when there is no such bus.
     explicit FocusOnBus(const QString &busAddress);
     ~FocusOnBus();
@@ -35,10 +29,17 @@ public:
     /// Of the connection, on the bus.
     [[nodiscard]] QString name() const;
 
-    /// The next one, if it comes within the time.
-    [[nodiscard]] std::optional<Told> next(std::chrono::milliseconds timeout);
+    /// The next one, if it comes within the time. The target as the script calls it.
+    [[nodiscard]] std::optional<BenchSession::Focus> next(const QString &target,
+                                                          std::chrono::milliseconds timeout);
 
 private:
+    struct Told {
+        QString window;
+        /// When word of it has come.
+        Clock::time_point when;
+    };
+
     /// On GIO's thread.
     void take(GDBusMessage *message);
 

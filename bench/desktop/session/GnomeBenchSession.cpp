@@ -68,11 +68,4 @@ void GnomeBenchSession::startOthers(Window target) {
     stage_.desktop().start(stage_.desktop().withinReach(QStringLiteral(GNOME_LIMIT_PROGRAM)));
 }
 
-std::optional<BenchSession::Focus> GnomeBenchSession::nextFocus(std::chrono::milliseconds timeout) {
-    const auto told = focus_.next(timeout);
-    if (!told)
-        return std::nullopt;
-    return Focus{.isTargets = told->window == target_, .when = told->when};
-}
-
 }  // namespace kestrelbay::bench

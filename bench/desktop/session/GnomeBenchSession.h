@@ -18,7 +18,9 @@ public:
         return QStringLiteral("GNOME's custom shortcut, dbus-send");
     }
     void startOthers(Window target) override;
-    [[nodiscard]] std::optional<Focus> nextFocus(std::chrono::milliseconds timeout) override;
+    [[nodiscard]] std::optional<Focus> nextFocus(std::chrono::milliseconds timeout) override {
+        return focus_.next(target_, timeout);
+    }
 
 private:
     desktop::GnomeStage stage_;

@@ -59,11 +59,4 @@ void KWinBenchSession::startOthers(Window target) {
                            {target_, QString::number(key.toCombined())});
 }
 
-std::optional<BenchSession::Focus> KWinBenchSession::nextFocus(std::chrono::milliseconds timeout) {
-    const auto told = focus_.next(timeout);
-    if (!told)
-        return std::nullopt;
-    return Focus{.isTargets = told->window == target_, .when = told->when};
-}
-
 }  // namespace kestrelbay::bench

@@ -26,7 +26,9 @@ public:
         return QStringLiteral("Plasma's shortcut of a program, dbus-send");
     }
     void startOthers(Window target) override;
-    [[nodiscard]] std::optional<Focus> nextFocus(std::chrono::milliseconds timeout) override;
+    [[nodiscard]] std::optional<Focus> nextFocus(std::chrono::milliseconds timeout) override {
+        return focus_.next(target_, timeout);
+    }
 
 private:
     desktop::KWinStage stage_;
