@@ -15,33 +15,33 @@ kestrelbay_test(linux_apps_fast_tests LABEL fast
         linux/applications/icons/InstalledApplicationsTest.cpp
         linux/applications/matching/ProcessApplicationTest.cpp
         linux/applications/matching/TerminalsTest.cpp
-        linux/appsFastMain.cpp
+        linux/apps/fastMain.cpp
     LIBRARIES kestrelbay_back_end PkgConfig::GIO_TEST)
 
-add_executable(linux_apps_client linux/appsClient.cpp)
+add_executable(linux_apps_client linux/apps/client.cpp)
 target_link_libraries(linux_apps_client PRIVATE kestrelbay_compiler_settings PkgConfig::XCB_TEST)
 
 kestrelbay_test(linux_apps_tests LABEL display
     SOURCES
         WorkspaceContract.cpp
         linux/applications/icons/CatalogApplicationTest.cpp
-        linux/InterpretedProgramTest.cpp
-        linux/LinuxWorkspaceIdentityTest.cpp
-        linux/LinuxWorkspaceTest.cpp
-        linux/OpenedFileTest.cpp
-        linux/PressesUnderManagersTest.cpp
-        linux/SlowStartTest.cpp
-        linux/TerminalProgramsTest.cpp
-        linux/UnheardFocusTest.cpp
-        linux/WindowNewsTest.cpp
-        linux/WindowRoundTripsTest.cpp
-        linux/WindowStateTest.cpp
-        linux/WorkspaceContractLinuxTest.cpp
-        linux/WorkspaceLaunchTest.cpp
-        linux/appsBus.cpp
-        linux/appsDesktop.cpp
-        linux/appsMain.cpp
-        linux/appsTurns.cpp
+        linux/apps/InterpretedProgramTest.cpp
+        linux/apps/LinuxWorkspaceIdentityTest.cpp
+        linux/apps/LinuxWorkspaceTest.cpp
+        linux/apps/OpenedFileTest.cpp
+        linux/apps/PressesUnderManagersTest.cpp
+        linux/apps/SlowStartTest.cpp
+        linux/apps/TerminalProgramsTest.cpp
+        linux/apps/UnheardFocusTest.cpp
+        linux/apps/WindowNewsTest.cpp
+        linux/apps/WindowRoundTripsTest.cpp
+        linux/apps/WindowStateTest.cpp
+        linux/apps/WorkspaceContractLinuxTest.cpp
+        linux/apps/WorkspaceLaunchTest.cpp
+        linux/apps/bus.cpp
+        linux/apps/desktop.cpp
+        linux/apps/main.cpp
+        linux/apps/turns.cpp
     LIBRARIES kestrelbay_back_end kestrelbay_launcher kestrelbay_test_support PkgConfig::GIO_TEST)
 target_compile_definitions(linux_apps_tests PRIVATE
     KESTRELBAY_APPS_CLIENT="$<TARGET_FILE:linux_apps_client>")

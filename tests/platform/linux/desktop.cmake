@@ -22,7 +22,7 @@ kestrelbay_test(linux_desktop_tests LABEL display
         linux/wayland/sway/FakeSway.cpp
         linux/x11/panels/X11NativeWindowManagedTest.cpp
         linux/x11/panels/X11NativeWindowTest.cpp
-        linux/appsDesktop.cpp
+        linux/apps/desktop.cpp
         linux/desktopMain.cpp
         ${KESTRELBAY_TEST_SCHEMAS}/gschemas.compiled
     LIBRARIES kestrelbay_back_end kestrelbay_fakes kestrelbay_test_support

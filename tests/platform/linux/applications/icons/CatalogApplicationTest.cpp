@@ -5,7 +5,7 @@
 
 #include "platform/linux/applications/entries/ApplicationIndex.h"
 #include "platform/linux/applications/icons/LinuxApplicationCatalog.h"
-#include "platform/linux/appsDesktop.h"
+#include "platform/linux/apps/desktop.h"
 
 namespace kestrelbay::testing {
 namespace {

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/linux/appsDesktop.h"
+#include "platform/linux/apps/desktop.h"
 #include "platform/linux/x11/panels/X11NativeWindow.h"
 #include "support/PrivateXServer.h"
 

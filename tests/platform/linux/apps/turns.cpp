@@ -1,4 +1,4 @@
-#include "appsTurns.h"
+#include "platform/linux/apps/turns.h"
 
 #include <array>
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include <QGuiApplication>
 
-#include "appsDesktop.h"
+#include "platform/linux/apps/desktop.h"
 
 int main(int argc, char **argv) {
     ::testing::InitGoogleTest(&argc, argv);

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "appsWindows.h"
 #include "platform/linux/applications/matching/ApplicationLook.h"
+#include "platform/linux/apps/windows.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {

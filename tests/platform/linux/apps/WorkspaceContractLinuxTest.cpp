@@ -4,7 +4,7 @@
 
 #include <QHash>
 
-#include "appsDesktop.h"
+#include "platform/linux/apps/desktop.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {

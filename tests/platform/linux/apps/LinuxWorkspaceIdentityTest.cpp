@@ -10,8 +10,8 @@
 #include <QTemporaryDir>
 #include <QUrl>
 
-#include "appsWindows.h"
 #include "platform/linux/applications/matching/ApplicationGroups.h"
+#include "platform/linux/apps/windows.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "appsWindows.h"
+#include "platform/linux/apps/windows.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {

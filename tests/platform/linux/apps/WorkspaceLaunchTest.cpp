@@ -12,9 +12,9 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "appsBus.h"
-#include "appsDesktop.h"
 #include "platform/linux/applications/matching/Processes.h"
+#include "platform/linux/apps/bus.h"
+#include "platform/linux/apps/desktop.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {

@@ -6,11 +6,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "appsBus.h"
-#include "appsDesktop.h"
 #include "launcher/AppLauncher.h"
 #include "model/ShortcutRule.h"
 #include "platform/linux/applications/matching/Processes.h"
+#include "platform/linux/apps/bus.h"
+#include "platform/linux/apps/desktop.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {

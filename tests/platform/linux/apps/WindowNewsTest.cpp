@@ -5,7 +5,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include "appsWindows.h"
+#include "platform/linux/apps/windows.h"
 
 namespace kestrelbay::testing {
 namespace {

@@ -1,7 +1,7 @@
 #include <array>
 #include <bit>
 
-#include "appsWindows.h"
+#include "platform/linux/apps/windows.h"
 
 namespace kestrelbay::testing {
 namespace {

@@ -5,10 +5,10 @@
 #include <QDir>
 #include <QFile>
 
-#include "appsDesktop.h"
 #include "launcher/AppLauncher.h"
 #include "model/ShortcutRule.h"
 #include "platform/linux/applications/matching/Processes.h"
+#include "platform/linux/apps/desktop.h"
 #include "support/ChildProcess.h"
 
 namespace kestrelbay::testing {

@@ -1,4 +1,4 @@
-#include "appsDesktop.h"
+#include "platform/linux/apps/desktop.h"
 
 #include <algorithm>
 #include <cstring>

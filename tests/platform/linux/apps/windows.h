@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "appsDesktop.h"
+#include "platform/linux/apps/desktop.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "appsDesktop.h"
-#include "appsTurns.h"
+#include "platform/linux/apps/desktop.h"
+#include "platform/linux/apps/turns.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {

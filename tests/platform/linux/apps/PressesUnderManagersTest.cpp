@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include "appsWindows.h"
 #include "launcher/AppLauncher.h"
 #include "model/ShortcutRule.h"
+#include "platform/linux/apps/windows.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {

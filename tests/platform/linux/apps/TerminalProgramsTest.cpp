@@ -4,9 +4,9 @@
 
 #include <QStandardPaths>
 
-#include "appsDesktop.h"
 #include "launcher/AppLauncher.h"
 #include "model/ShortcutRule.h"
+#include "platform/linux/apps/desktop.h"
 #include "support/Poll.h"
 
 namespace kestrelbay::testing {

@@ -1,6 +1,6 @@
 #include <bit>
 
-#include "appsWindows.h"
+#include "platform/linux/apps/windows.h"
 
 namespace kestrelbay::testing {
 namespace {

@@ -1,4 +1,4 @@
-#include "appsBus.h"
+#include "platform/linux/apps/bus.h"
 
 #include <stdexcept>
 
