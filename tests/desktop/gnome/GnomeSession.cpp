@@ -1,5 +1,7 @@
 #include "desktop/gnome/GnomeSession.h"
 
+#include <sys/stat.h>
+
 #include <stdexcept>
 
 #include <QDBusConnectionInterface>
@@ -20,6 +22,15 @@ constexpr const char *kExtension = "kestrelbay@kestrelbay.org";
 /// Earlier ones read extensions of another format.
 constexpr int kFirstOfModules = 45;
 
+/// Where X servers have their sockets. The Shell makes it, too, but not so that it then takes it;
+/// on a machine that was started by an init system it is there.
+void makeSocketFolder() {
+    constexpr const char *kFolder = "/tmp/.X11-unix";
+    constexpr mode_t kForAllButOthersFiles = 01777;
+    if (::mkdir(kFolder, kForAllButOthersFiles) == 0)
+        ::chmod(kFolder, kForAllButOthersFiles);
+}
+
 }  // namespace
 
 GnomeSession::GnomeSession(const QByteArray &settings) : WaylandSession(QStringLiteral("GNOME")) {
@@ -28,6 +39,7 @@ GnomeSession::GnomeSession(const QByteArray &settings) : WaylandSession(QStringL
     write(home().config(QStringLiteral("glib-2.0/settings/keyfile")), settings);
     installExtension();
     startBus();
+    makeSocketFolder();
     // The Shell asks services of the system's, none of which has to be there.
     systemBus_ = startBusDaemon();
     setVariable(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), addressOf(*systemBus_));
