@@ -109,9 +109,11 @@ std::optional<SessionSources::HotkeysOffer> SessionSources::hotkeysOfPortal() {
         .name = QStringLiteral("the desktop portal's global shortcuts, version %1")
                     .arg(portalVersion()),
         .make =
-            [name = facts_.xName](const std::function<void()> &) {
+            [name = facts_.xName,
+             kept = isWaylandOf(u"GNOME") ? wayland::KeptKeys::Left : wayland::KeptKeys::AskedFor](
+                const std::function<void()> &) {
                 return std::make_unique<portal::PortalEventTap>(
-                    [name] { return x11::readSymbolNames(name); });
+                    [name] { return x11::readSymbolNames(name); }, kept);
             },
     };
 }

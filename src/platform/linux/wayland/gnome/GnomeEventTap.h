@@ -58,9 +58,7 @@ public:
     /// Keys are delivered that reach a window of this program. Hotkeys are not bound meanwhile, so
     /// that they do. False without an application object.
     bool setRecording(bool recording) override;
-    [[nodiscard]] bool recordsAllKeys() const override {
-        return session_ && session_->recording.tellsAllKeys();
-    }
+    [[nodiscard]] bool recordsAllKeys() const override { return false; }
     /// Nothing: no keyboard waits.
     void deliverWaiting() override {}
     [[nodiscard]] std::vector<RefusedHotkey> refusedHotkeys() const override;
@@ -77,7 +75,7 @@ private:
         QTimer retry;
         std::chrono::milliseconds nextPause{};
         /// While recording.
-        wayland::OwnWindowKeysSwitch recording;
+        wayland::OwnWindowKeysSwitch recording{wayland::KeptKeys::Left};
     };
 
     void listen();

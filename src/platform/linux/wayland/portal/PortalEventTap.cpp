@@ -17,8 +17,9 @@ QString idOf(const Hotkey &hotkey) {
 
 }  // namespace
 
-PortalEventTap::PortalEventTap(std::function<SymbolNames()> symbolNames)
-    : symbolNames_(std::move(symbolNames)) {}
+PortalEventTap::PortalEventTap(std::function<SymbolNames()> symbolNames,
+                               wayland::KeptKeys whileRecording)
+    : symbolNames_(std::move(symbolNames)), recording_(whileRecording) {}
 
 PortalEventTap::~PortalEventTap() {
     remove();

@@ -24,7 +24,7 @@ namespace kestrelbay::portal {
 class PortalEventTap final : public EventTap {
 public:
     /// The names are asked for whenever hotkeys are bound.
-    explicit PortalEventTap(std::function<SymbolNames()> symbolNames);
+    PortalEventTap(std::function<SymbolNames()> symbolNames, wayland::KeptKeys whileRecording);
     ~PortalEventTap() override;
     PortalEventTap(const PortalEventTap &) = delete;
     PortalEventTap &operator=(const PortalEventTap &) = delete;

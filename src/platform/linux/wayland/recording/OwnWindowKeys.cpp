@@ -88,9 +88,10 @@ bool OwnWindowKeysSwitch::set(bool isOn, const OwnWindowKeys::Handler &handler) 
     if (isOn == this->isOn())
         return false;
     keys_.reset(isOn ? new OwnWindowKeys(handler) : nullptr);
-    wl_display *const windows = isOn && !inhibitor_ ? qtDisplay() : nullptr;
-    if (windows)
-        inhibitor_ = std::make_unique<ShortcutsInhibitor>(*windows);
+    if (isOn && kept_ == KeptKeys::AskedFor && !inhibitor_) {
+        if (wl_display *const windows = qtDisplay())
+            inhibitor_ = std::make_unique<ShortcutsInhibitor>(*windows);
+    }
     if (inhibitor_ && isOn)
         inhibitor_->begin();
     else if (inhibitor_)

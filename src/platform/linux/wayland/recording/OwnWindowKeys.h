@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <set>
@@ -36,9 +37,17 @@ private:
     std::set<KeyCode> held_;
 };
 
+/// What becomes of the keys that the compositor has bound.
+enum class KeptKeys : std::uint8_t {
+    AskedFor,  ///< it is asked to send them, too, where our windows are its own
+    Left,      ///< as where it would ask the user, by a dialogue that takes the keyboard
+};
+
 /// Whether they are told of just now.
 class OwnWindowKeysSwitch {
 public:
+    explicit OwnWindowKeysSwitch(KeptKeys kept = KeptKeys::AskedFor) : kept_(kept) {}
+
     [[nodiscard]] bool isOn() const { return keys_ != nullptr; }
     /// The handler is for what begins now; it may be what calls this. True when that is a change.
     bool set(bool isOn, const OwnWindowKeys::Handler &handler);
@@ -49,6 +58,7 @@ private:
     struct EndLater {
         void operator()(OwnWindowKeys *keys) const;
     };
+    const KeptKeys kept_;
     std::unique_ptr<OwnWindowKeys, EndLater> keys_;
     /// From the first time on, where our windows are the compositor's own.
     std::unique_ptr<ShortcutsInhibitor> inhibitor_;

@@ -82,9 +82,11 @@ protected:
 
     PrivateSessionBus bus_;
     std::optional<FakeShortcutsPortal> portal_;
-    PortalEventTap tap_{[] {
-        return SymbolNames{{kCommandT.keyCode, u"t"_s}, {kCommandJ.keyCode, u"j"_s}};
-    }};
+    PortalEventTap tap_{
+        [] {
+            return SymbolNames{{kCommandT.keyCode, u"t"_s}, {kCommandJ.keyCode, u"j"_s}};
+        },
+        wayland::KeptKeys::AskedFor};
     std::vector<Hotkey> pressed_;
     std::vector<KeyCode> recorded_;
     bool isToRemove_ = false;
