@@ -1,51 +1,21 @@
-#include <bit>
-
-#include "platform/linux/apps/windows.h"
+#include "platform/linux/apps/ownManager.h"
 
 namespace kestrelbay::testing {
 namespace {
 
-/// NormalState of ICCCM 4.1.3.1.
-constexpr std::uint32_t kNormal = 1;
-/// IconicState.
-constexpr std::uint32_t kMinimised = 3;
-
-QByteArray bytesOf(std::initializer_list<std::uint32_t> words) {
-    QByteArray bytes;
-    for (const std::uint32_t word : words)
-        bytes.append(std::bit_cast<std::array<char, 4>>(word).data(), sizeof word);
-    return bytes;
-}
-
-/// The test is the window manager itself, one that leaves requests unheard.
-class UnheardFocus : public LinuxWorkspaceWindows {
+/// A window manager that leaves requests unheard.
+class UnheardFocus : public OwnManager {
 protected:
     void SetUp() override {
-        LinuxWorkspaceWindows::SetUp();
+        OwnManager::SetUp();
         entry_ = entry("Aaa");
         target_ = maker_->make({.className = "Aaa"});
         other_ = maker_->make({.className = "Bbb"});
         manage({target_, other_});
+        maker_->listen();
         startWorkspace();
         application_ = waitForRunning(entry_);
         ASSERT_TRUE(application_);
-    }
-
-    /// The last of them is in front and active.
-    void manage(std::initializer_list<xcb_window_t> windows) {
-        const xcb_window_t root = maker_->connection().root();
-        const xcb_window_t check = maker_->make({.unmapped = true});
-        for (const xcb_window_t announced : {check, root})
-            setWindows(announced, "_NET_SUPPORTING_WM_CHECK", bytesOf({check}));
-        for (const xcb_window_t window : windows)
-            setState(window, kNormal);
-        setWindows(root, "_NET_CLIENT_LIST_STACKING", bytesOf(windows));
-        makeActive(std::data(windows)[windows.size() - 1]);
-        maker_->listen();
-    }
-
-    void setState(xcb_window_t window, std::uint32_t state) {
-        maker_->setRaw(window, "WM_STATE", "WM_STATE", 32, bytesOf({state, XCB_NONE}));
     }
 
     /// So many more requests for the focus of the window have come, and none for the other
@@ -64,19 +34,10 @@ protected:
             std::chrono::seconds(1));
     }
 
-    void makeActive(xcb_window_t window) {
-        setWindows(maker_->connection().root(), "_NET_ACTIVE_WINDOW", bytesOf({window}));
-    }
-
     QString entry_;
     xcb_window_t target_ = XCB_NONE;
     xcb_window_t other_ = XCB_NONE;
     Application application_;
-
-private:
-    void setWindows(xcb_window_t window, const char *property, const QByteArray &words) {
-        maker_->setRaw(window, property, "WINDOW", 32, words);
-    }
 };
 
 TEST_F(UnheardFocus, IsAskedForAgain) {

@@ -33,6 +33,8 @@ public:
 
     void windowChanged(xcb_window_t window);
     void allChanged();
+    /// Another window manager may mean something else by the same properties.
+    void forgetAll() { wanted_.clear(); }
     void windowGone(xcb_window_t window) { wanted_.erase(window); }
 
 private:
