@@ -28,6 +28,7 @@ kestrelbay_test(linux_apps_tests LABEL display
         linux/apps/InterpretedProgramTest.cpp
         linux/apps/LinuxWorkspaceIdentityTest.cpp
         linux/apps/LinuxWorkspaceTest.cpp
+        linux/apps/ManagerChangesTest.cpp
         linux/apps/OpenedFileTest.cpp
         linux/apps/PressesUnderManagersTest.cpp
         linux/apps/SlowStartTest.cpp

@@ -62,6 +62,10 @@ void WindowTracker::apply(const xcb_generic_event_t &event) {
             if (rootReader_.reads(change.atom)) {
                 ++rootChanges_;
                 knownRoots_.reset();
+                if (rootReader_.tellsOfManager(change.atom)) {
+                    knownManagers_.reset();
+                    states_.forgetAll();
+                }
             }
             if (reader_.isIdentity(change.atom))
                 records_.erase(change.window);
@@ -155,13 +159,14 @@ WindowTracker::Questions WindowTracker::ask() {
         takeEvents();
         questions.states = states_.askUnknown();
         questions.knownRoots = knownRoots_;
+        questions.knownManagers = knownManagers_;
         questions.rootChanges = rootChanges_;
     }
     system_.askTime();
     for (const WindowAddress &window : questions.states.windows)
         questions.stateQuestions.push_back(system_.askState(window));
     if (!questions.knownRoots)
-        questions.roots = rootReader_.ask();
+        questions.roots = rootReader_.ask(questions.knownManagers.get());
     questions.last = xcb_get_input_focus(system_.connection().get());
     return questions;
 }
@@ -175,31 +180,38 @@ void WindowTracker::discard(const Questions &questions) const {
 std::vector<Root> WindowTracker::takeRoots(const Questions &questions) {
     std::vector<Root> asked;
     if (!questions.knownRoots)
-        asked = rootReader_.take(questions.roots);
+        asked = rootReader_.take(questions.roots, questions.knownManagers.get());
     const Reply<xcb_get_input_focus_reply_t> last(
         xcb_get_input_focus_reply(system_.connection().get(), questions.last, nullptr));
-    if (!questions.knownRoots)
-        return keepRoots(std::move(asked), questions.rootChanges);
     std::uint64_t rootChanges = 0;
+    bool areManagersKnown = false;
     {
         const std::lock_guard lock(mutex_);
         takeQueuedEvents();
         rootChanges = rootChanges_;
+        areManagersKnown = !questions.knownManagers || questions.knownManagers == knownManagers_;
     }
-    if (rootChanges != questions.rootChanges)
-        return keepRoots(rootReader_.take(rootReader_.ask()), rootChanges);
-    std::vector<Root> roots = *questions.knownRoots;
-    for (Root &root : roots)
-        root.request = questions.last.sequence;
-    return roots;
+    if (!asked.empty() && areManagersKnown)
+        return keepRoots(std::move(asked), questions.rootChanges);
+    if (questions.knownRoots && rootChanges == questions.rootChanges) {
+        std::vector<Root> roots = *questions.knownRoots;
+        for (Root &root : roots)
+            root.request = questions.last.sequence;
+        return roots;
+    }
+    // What was known is so no longer.
+    return keepRoots(rootReader_.take(rootReader_.ask(nullptr), nullptr), rootChanges);
 }
 
 std::vector<Root> WindowTracker::keepRoots(std::vector<Root> roots, std::uint64_t rootChanges) {
     const std::lock_guard lock(mutex_);
     takeQueuedEvents();
     // That a selection has another owner nobody is told.
-    if (rootChanges == rootChanges_ && std::ranges::none_of(roots, &Root::isAlive))
+    if (rootChanges == rootChanges_ && std::ranges::none_of(roots, &Root::isAlive)) {
         knownRoots_ = std::make_shared<const std::vector<Root>>(roots);
+        if (!knownManagers_)
+            knownManagers_ = knownRoots_;
+    }
     return roots;
 }
 

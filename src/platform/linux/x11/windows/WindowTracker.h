@@ -114,6 +114,7 @@ private:
         std::chrono::steady_clock::time_point when;
         /// Where that is known, in place of the questions.
         std::shared_ptr<const std::vector<Root>> knownRoots;
+        std::shared_ptr<const std::vector<Root>> knownManagers;
         std::vector<RootReader::Question> roots;
         std::uint64_t rootChanges = 0;
         /// Its answer comes after all that had changed before.
@@ -149,6 +150,8 @@ private:
     WindowStates states_;
     /// Null when something of it has changed.
     std::shared_ptr<const std::vector<Root>> knownRoots_;
+    /// The same, but good as long as the window managers are.
+    std::shared_ptr<const std::vector<Root>> knownManagers_;
     std::uint64_t rootChanges_ = 0;
     std::optional<Questions> askedAhead_;
     struct Used {
