@@ -19,7 +19,7 @@ QString idOf(const Hotkey &hotkey) {
 
 PortalEventTap::PortalEventTap(std::function<SymbolNames()> symbolNames,
                                wayland::KeptKeys whileRecording)
-    : symbolNames_(std::move(symbolNames)), recording_(whileRecording) {}
+    : symbolNames_(std::move(symbolNames)), whileRecording_(whileRecording) {}
 
 PortalEventTap::~PortalEventTap() {
     remove();
@@ -27,6 +27,7 @@ PortalEventTap::~PortalEventTap() {
 
 bool PortalEventTap::install(Handlers handlers) {
     handlers_ = std::move(handlers);
+    recording_.emplace(whileRecording_);
     // By the event loop, which need not be there yet.
     QMetaObject::invokeMethod(
         &context_, [this] { start(); }, Qt::QueuedConnection);
@@ -45,6 +46,7 @@ void PortalEventTap::start() {
 
 void PortalEventTap::remove() {
     setRecording(false);
+    recording_.reset();
     session_.reset();
     handlers_.reset();
 }
@@ -73,9 +75,9 @@ void PortalEventTap::pressed(const QString &id) const {
     // Copies: whoever is called may remove the tap.
     const Hotkey told = *hotkey;
     const Handlers handlers = *handlers_;
-    if (recording_.isOn() && handlers.event)
+    if (recording_->isOn() && handlers.event)
         handlers.event(EventType::KeyDown, told.keyCode, told.modifierFlags);
-    else if (!recording_.isOn() && handlers.hotkeyPressed)
+    else if (!recording_->isOn() && handlers.hotkeyPressed)
         handlers.hotkeyPressed(told);
 }
 
@@ -90,7 +92,7 @@ void PortalEventTap::triggersTold() const {
 bool PortalEventTap::setRecording(bool recording) {
     if (!handlers_ || QCoreApplication::instance() == nullptr)
         return false;
-    static_cast<void>(recording_.set(recording, handlers_->event));
+    static_cast<void>(recording_->set(recording, handlers_->event));
     return true;
 }
 

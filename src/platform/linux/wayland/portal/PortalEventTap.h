@@ -44,7 +44,9 @@ public:
     /// Keys are delivered that reach a window of this program, and those that the portal has bound.
     /// These stay bound, since to bind them again might be a question to the user.
     bool setRecording(bool recording) override;
-    [[nodiscard]] bool recordsAllKeys() const override { return recording_.tellsAllKeys(); }
+    [[nodiscard]] bool recordsAllKeys() const override {
+        return recording_ && recording_->tellsAllKeys();
+    }
     /// Nothing: no keyboard waits.
     void deliverWaiting() override {}
     [[nodiscard]] std::vector<RefusedHotkey> refusedHotkeys() const override;
@@ -64,8 +66,9 @@ private:
     std::optional<Handlers> handlers_;
     std::vector<Hotkey> wanted_;
     std::unique_ptr<ShortcutsSession> session_;
-    /// While recording.
-    wayland::OwnWindowKeysSwitch recording_;
+    const wayland::KeptKeys whileRecording_;
+    /// While it is installed.
+    std::optional<wayland::OwnWindowKeysSwitch> recording_;
     /// What is called later is called on this object's behalf.
     QObject context_;
 };

@@ -43,7 +43,7 @@ enum class KeptKeys : std::uint8_t {
     Left,      ///< as where it would ask the user, by a dialogue that takes the keyboard
 };
 
-/// Whether they are told of just now.
+/// Whether they are told of just now. Has to be gone before the application object is.
 class OwnWindowKeysSwitch {
 public:
     explicit OwnWindowKeysSwitch(KeptKeys kept = KeptKeys::AskedFor) : kept_(kept) {}
