@@ -108,7 +108,8 @@ struct FocusCompositor::Server {
         for (wl_resource *const keyboard : keyboards) {
             if (focused)
                 wl_keyboard_send_leave(keyboard, 0, focused);
-            tellEnter(keyboard, surface);
+            if (surface)
+                tellEnter(keyboard, surface);
         }
         focused = surface;
     }
@@ -179,6 +180,10 @@ QString FocusCompositor::socketPath() const {
 void FocusCompositor::focus(int surface) {
     server_->thread.run(
         [&] { server_->focus(server_->surfaces.at(static_cast<std::size_t>(surface))); });
+}
+
+void FocusCompositor::focusElsewhere() {
+    server_->thread.run([&] { server_->focus(nullptr); });
 }
 
 void FocusCompositor::answer(bool isGranted) {

@@ -23,6 +23,8 @@ public:
 
     /// The surface that was made as the so many-th, from 0 on, gets the keyboard.
     void focus(int surface);
+    /// Another program's gets it.
+    void focusElsewhere();
     /// What the user says, or thinks better of.
     void answer(bool isGranted);
 

@@ -1,6 +1,7 @@
 #include "platform/linux/wayland/recording/ShortcutsInhibitor.h"
 
 #include <array>
+#include <cstddef>
 #include <memory>
 #include <optional>
 
@@ -41,8 +42,8 @@ public:
     }
 
     [[nodiscard]] wl_display &display() const { return *display_; }
-    void closeFirstWindow() {
-        wl_surface_destroy(surfaces_.front().release());
+    void closeWindow(std::size_t which) {
+        wl_surface_destroy(surfaces_.at(which).release());
         wl_display_flush(display_.get());
     }
 
@@ -123,8 +124,24 @@ TEST_F(ShortcutsInhibitorTest, ItFollowsTheKeyboardToAnotherWindow) {
 
 TEST_F(ShortcutsInhibitorTest, AWindowMayBeClosedMeanwhile) {
     inhibitor_->begin();
-    toolkit_->closeFirstWindow();
+    toolkit_->closeWindow(0);
     inhibitor_->end();
+    EXPECT_TRUE(isConnected());
+}
+
+TEST_F(ShortcutsInhibitorTest, AWindowMayBeClosedJustAsItGetsTheKeyboard) {
+    inhibitor_->begin();
+    compositor_->focus(1);
+    toolkit_->closeWindow(1);
+    EXPECT_FALSE(inhibitor_->isActive());
+    EXPECT_TRUE(isConnected());
+}
+
+TEST_F(ShortcutsInhibitorTest, ItLetsGoWhenAnotherProgramGetsTheKeyboard) {
+    inhibitor_->begin();
+    compositor_->focusElsewhere();
+    EXPECT_FALSE(inhibitor_->isActive());
+    EXPECT_EQ(compositor_->inhibited(), kNone);
     EXPECT_TRUE(isConnected());
 }
 
