@@ -1,10 +1,12 @@
 #include "ui/widgets/PopupButton.h"
 
 #include <QAbstractItemView>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QStyle>
 
 #include <algorithm>
+#include <utility>
 
 namespace kestrelbay {
 
@@ -16,7 +18,27 @@ void PopupButton::showPopup() {
         count() > maxVisibleItems() ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
     list->setMinimumWidth(
         std::min(list->sizeHintForColumn(0) + bar, screen()->availableGeometry().width() / 2));
+    // Once only, and before what closes the list: the filter that was installed last is asked
+    // first.
+    list->installEventFilter(this);
     QComboBox::showPopup();
+}
+
+/// Qt closes the list when it asks it whether it has a use for a key. Is the window of the list not
+/// known to have the keyboard yet, the key itself arrives here then, and would close the sheet.
+void PopupButton::keyPressEvent(QKeyEvent *event) {
+    if (std::exchange(keyOfList_, std::nullopt) == event->key())
+        event->accept();
+    else
+        QComboBox::keyPressEvent(event);
+}
+
+bool PopupButton::eventFilter(QObject *watched, QEvent *event) {
+    if (watched == view() && event->type() == QEvent::ShortcutOverride)
+        keyOfList_ = static_cast<QKeyEvent *>(event)->key();
+    else if (watched == view() && event->type() == QEvent::KeyPress)
+        keyOfList_.reset();
+    return QComboBox::eventFilter(watched, event);
 }
 
 }  // namespace kestrelbay

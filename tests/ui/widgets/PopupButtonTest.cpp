@@ -2,7 +2,10 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QDialog>
 #include <QImage>
+#include <QPushButton>
+#include <QSignalSpy>
 #include <QStyleFactory>
 #include <QTest>
 
@@ -91,6 +94,54 @@ TEST_F(PopupButtonTest, HasRoomAroundItsList) {
     EXPECT_GE(room.top(), 4);
     EXPECT_LE(room.right(), frame.width() - 5);
     EXPECT_LE(room.bottom(), frame.height() - 5);
+}
+
+/// A sheet with a list that is open while the window system still gives keys to the sheet: the
+/// list's own window has not been told yet that it has the keyboard.
+class PopupButtonInSheetTest : public testing::Test {
+protected:
+    void SetUp() override {
+        button_ = new PopupButton(&sheet_);
+        button_->addItems({QStringLiteral("a"), QStringLiteral("b")});
+        auto *const save = new QPushButton(&sheet_);
+        save->setDefault(true);
+        QObject::connect(save, &QPushButton::clicked, &sheet_, &QDialog::accept);
+        sheet_.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&sheet_));
+        button_->setFocus();
+        button_->showPopup();
+    }
+    void press(Qt::Key key) { QTest::keyClick(sheet_.windowHandle(), key); }
+    [[nodiscard]] bool isListOpen() const { return QApplication::activePopupWidget() != nullptr; }
+
+    QDialog sheet_;
+    PopupButton *button_ = nullptr;
+};
+
+TEST_F(PopupButtonInSheetTest, EscapeClosesTheListAlone) {
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(isListOpen());
+    EXPECT_TRUE(sheet_.isVisible());
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(sheet_.isVisible()) << "the next one is the sheet's";
+}
+
+TEST_F(PopupButtonInSheetTest, ReturnChoosesAndNothingElse) {
+    const QSignalSpy chosen(button_, &QComboBox::activated);
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    EXPECT_FALSE(isListOpen());
+    EXPECT_TRUE(sheet_.isVisible());
+    EXPECT_EQ(button_->currentIndex(), 1);
+    EXPECT_EQ(chosen.size(), 1);
+}
+
+TEST_F(PopupButtonInSheetTest, AKeyOfTheListLeavesTheNextToTheButton) {
+    press(Qt::Key_Down);
+    press(Qt::Key_Up);
+    press(Qt::Key_Escape);
+    press(Qt::Key_Down);
+    EXPECT_EQ(button_->currentIndex(), 1);
 }
 
 }  // namespace
