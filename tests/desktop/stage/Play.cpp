@@ -8,9 +8,11 @@ namespace kestrelbay::desktop {
 
 namespace {
 
-std::optional<StageOptions> parse(const QStringList &arguments, const QStringList &compositors) {
+std::optional<StageOptions> parse(QStringList arguments, const QStringList &compositors) {
     QStringList managers = testing::knownWindowManagers();
     StageOptions options;
+    if (arguments.removeAll(QStringLiteral("--brief")) > 0)
+        options.tells = Story::Tells::Failures;
     options.program = QStringLiteral(KESTRELBAY_PROGRAM);
     for (qsizetype i = 0; i + 1 < arguments.size(); i += 2) {
         if (arguments[i] == u"--wm")
@@ -44,7 +46,8 @@ std::optional<StageOptions> readStageOptions(int argc, char **argv,
         QString manager = QStringLiteral("--wm ") + testing::knownWindowManagers().join(u'|');
         if (!compositors.isEmpty())
             manager += QStringLiteral(" | --session ") + compositors.join(u'|');
-        std::fprintf(stderr, "usage: %s [%s] [--artifacts DIR] [--program PATH] [--only SCENE]\n",
+        std::fprintf(stderr,
+                     "usage: %s [%s] [--artifacts DIR] [--program PATH] [--only SCENE] [--brief]\n",
                      argv[0], manager.toUtf8().constData());
     }
     return options;

@@ -19,7 +19,7 @@ constexpr std::chrono::seconds kUntilOnBus{3};
 }  // namespace
 
 StageBase::StageBase(StageOptions options, const Cast &cast)
-    : options_(std::move(options)), cast_(cast), story_(options_.windowManager) {
+    : options_(std::move(options)), cast_(cast), story_(options_.windowManager, options_.tells) {
     if (!options_.artifacts.isEmpty())
         QDir().mkpath(options_.artifacts);
 }

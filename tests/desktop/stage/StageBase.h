@@ -26,6 +26,7 @@ struct StageOptions {
     QString artifacts = {};                             ///< empty: no screenshots
     QStringList serverArguments = {};
     QString only = {};  ///< a part of the names of the scenes to play; empty: all
+    Story::Tells tells = Story::Tells::All;
 };
 
 /// Everything that a scene plays with, on whatever kind of display: the session, KestrelBay running

@@ -1,6 +1,7 @@
 #include "desktop/stage/Story.h"
 
 #include <cstdio>
+#include <utility>
 
 #include "support/Poll.h"
 
@@ -19,21 +20,30 @@ double millisecondsSince(Clock::time_point start) {
 
 }  // namespace
 
-Story::Story(QString windowManager)
-    : start_(Clock::now()), windowManager_(std::move(windowManager)) {}
+Story::Story(QString windowManager, Tells tells)
+    : start_(Clock::now()), windowManager_(std::move(windowManager)), tells_(tells) {}
 
 void Story::tell(const QString &line) {
-    std::puts(line.toUtf8().constData());
-    std::fflush(stdout);
+    told_ += line;
+    if (tells_ == Tells::All)
+        print();
 }
 
 void Story::fail(const QString &line) {
     failures_.push_back(scene_ + QStringLiteral(": ") + line);
 }
 
+void Story::print() {
+    for (const QString &line : std::exchange(told_, {}))
+        std::puts(line.toUtf8().constData());
+    std::fflush(stdout);
+}
+
 void Story::scene(const QString &name, const std::function<void()> &body) {
+    const std::size_t failuresBefore = failures_.size();
     scene_ = name;
-    tell(QStringLiteral("\n%1").arg(name));
+    told_ = {QStringLiteral("\n%1").arg(name)};
+    print();
     try {
         body();
     } catch (const std::exception &error) {
@@ -41,6 +51,9 @@ void Story::scene(const QString &name, const std::function<void()> &body) {
         tell(QStringLiteral("FAILED %1").arg(what));
         fail(what);
     }
+    if (failures_.size() > failuresBefore)
+        print();
+    told_.clear();
 }
 
 void Story::step(const Step &step) {
@@ -85,6 +98,7 @@ bool Story::conclude(const QString &title) {
              .arg(millisecondsSince(start_) / 1000, 0, 'f', 1));
     for (const QString &failure : failures_)
         tell(QStringLiteral("not seen: ") + failure);
+    print();
     return failed == 0 && seen_ > 0;
 }
 

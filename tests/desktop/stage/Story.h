@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <QString>
+#include <QStringList>
 
 #include "desktop/stage/ManagerTraits.h"
 
@@ -38,7 +39,14 @@ struct Step {
 /// Carries out steps and tells each of them on one line of standard output.
 class Story {
 public:
-    explicit Story(QString windowManager);
+    enum class Tells {
+        All,
+        /// The scenes, the steps of those in which something failed, and how it ended: where
+        /// what is printed is shown in part only, what failed has to be in that part.
+        Failures,
+    };
+
+    explicit Story(QString windowManager, Tells tells = Tells::All);
 
     /// A group of steps. When one of them throws, the scene counts as failed and
     /// the next one begins.
@@ -52,9 +60,13 @@ public:
 private:
     void tell(const QString &line);
     void fail(const QString &line);
+    void print();
 
     std::chrono::steady_clock::time_point start_;
     QString windowManager_;
+    Tells tells_;
+    /// Of this scene, and not printed yet.
+    QStringList told_;
     int seen_ = 0;
     int cannot_ = 0;
     std::vector<QString> failures_;
