@@ -44,7 +44,8 @@ public:
     ~Session() {
         if (leader_ <= 0)
             return;
-        ::kill(leader_, SIGKILL);
+        // Both: the member may not have come to the point where it dies with the leader.
+        ::kill(-leader_, SIGKILL);
         ::waitpid(leader_, nullptr, 0);
     }
     Session(const Session &) = delete;
