@@ -25,6 +25,9 @@ inline constexpr QPoint kAddButton{32, 576};
 
 inline constexpr int kRowsTop = 60, kRowPitch = 56, kRowsBottom = 554;
 
+/// Of a row: its title and the line below it begin here.
+inline constexpr int kTextsLeft = 70;
+
 /// The middle of the first row's icon, which is empty as long as there is none.
 inline constexpr QPoint kFirstIcon{50, kRowsTop + kRowPitch / 2};
 
