@@ -24,8 +24,9 @@ void PopupButton::showPopup() {
     QComboBox::showPopup();
 }
 
-/// Qt closes the list when it asks it whether it has a use for a key. Is the window of the list not
-/// known to have the keyboard yet, the key itself arrives here then, and would close the sheet.
+/// Qt closes the list when it asks it whether it has a use for a key. When the window system has
+/// not said yet that the list's window has the keyboard, the key press itself then arrives here,
+/// and would go on to the sheet.
 void PopupButton::keyPressEvent(QKeyEvent *event) {
     if (std::exchange(keyOfList_, std::nullopt) == event->key())
         event->accept();

@@ -138,8 +138,8 @@ TEST_F(PopupButtonInSheetTest, ReturnChoosesAndNothingElse) {
 
 TEST_F(PopupButtonInSheetTest, AKeyOfTheListLeavesTheNextToTheButton) {
     press(Qt::Key_Down);
-    press(Qt::Key_Up);
-    press(Qt::Key_Escape);
+    button_->hidePopup();
+    ASSERT_EQ(button_->currentIndex(), 0);
     press(Qt::Key_Down);
     EXPECT_EQ(button_->currentIndex(), 1);
 }
